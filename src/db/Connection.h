@@ -1,0 +1,79 @@
+#pragma once
+
+#include "db/ConnectionString.h"
+#include "db/Server.h"
+
+#include <functional>
+#include <memory>
+
+/// The shared connection of the whole program: a session on the server that reopens itself once when
+/// it was lost, with the same default database. Copies of nothing, owned by the Session.
+class Connection {
+public:
+    using Opener = std::function<std::unique_ptr<Server>(const ConnectionString&)>;
+
+    Connection(ConnectionString connectionString, Opener opener);
+    /// Throws DbError when no session can be opened.
+    void open();
+    void close();
+    bool isOpen() const { return m_server != nullptr; }
+    const ConnectionString& connectionString() const { return m_connectionString; }
+    /// A further connection to the same server with another default database, not yet open.
+    Connection another(const QString& database) const;
+
+    /// For reading: the batch's first record set (without columns when there is none). A connection
+    /// found lost is reopened and the batch run again, unless a transaction is open.
+    RecordSet query(const Sql& batch);
+    /// The first field of the first row of a query; null when there is no row.
+    QString scalar(const Sql& batch);
+    /// For writing: the rows that the batch's last counting statement affected. Never run twice; a
+    /// connection known to be lost is reopened before.
+    qint64 execute(const Sql& batch);
+    Results run(const Sql& batch);
+
+    const QString& defaultDatabase() const { return m_defaultDatabase; }
+    void setDefaultDatabase(const QString& database);
+
+    /// Batches sent since the connection was made.
+    qint64 statementCount() const { return m_statementCount; }
+
+private:
+    friend class Transaction;
+    friend class DefaultDatabase;
+    Results send(const Sql& batch);
+
+    ConnectionString m_connectionString;
+    Opener m_opener;
+    std::unique_ptr<Server> m_server;
+    QString m_defaultDatabase;
+    bool m_inTransaction = false;
+    qint64 m_statementCount = 0;
+};
+
+/// All or nothing: what runs between construction and commit() is undone when the scope is left in
+/// any other way. A lost connection undoes it as well, on the server's side.
+class Transaction {
+public:
+    explicit Transaction(Connection& connection);
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    ~Transaction();
+    void commit();
+
+private:
+    Connection& m_connection;
+    bool m_open = true;
+};
+
+/// Another default database for one scope.
+class DefaultDatabase {
+public:
+    DefaultDatabase(Connection& connection, const QString& database);
+    DefaultDatabase(const DefaultDatabase&) = delete;
+    DefaultDatabase& operator=(const DefaultDatabase&) = delete;
+    ~DefaultDatabase();
+
+private:
+    Connection& m_connection;
+    QString m_former;
+};

@@ -1,0 +1,30 @@
+#include "db/RecordSet.h"
+
+#include "db/DbError.h"
+
+bool Row::isNull(int column) const { return m_set->cell(m_index, column).isNull(); }
+QString Row::text(int column) const { return m_set->cell(m_index, column); }
+int Row::integer(int column) const { return int(number(column)); }
+bool Row::flag(int column) const { return number(column) != 0; }
+double Row::number(int column) const { return m_set->cell(m_index, column).toDouble(); }
+
+bool Row::isNull(const char* column) const { return isNull(m_set->column(column)); }
+QString Row::text(const char* column) const { return text(m_set->column(column)); }
+int Row::integer(const char* column) const { return integer(m_set->column(column)); }
+bool Row::flag(const char* column) const { return flag(m_set->column(column)); }
+double Row::number(const char* column) const { return number(m_set->column(column)); }
+
+QDateTime Row::dateTime(const char* column) const {
+    return QDateTime::fromString(text(column).left(23).replace(u' ', u'T'), Qt::ISODateWithMs);
+}
+
+const QString& RecordSet::cell(qsizetype row, int column) const {
+    return m_cells.at(std::size_t(row * m_columns.size() + column));
+}
+
+int RecordSet::column(const char* name) const {
+    const QLatin1StringView wanted(name);
+    for (int i = 0; i < m_columns.size(); ++i)
+        if (m_columns[i].compare(wanted, Qt::CaseInsensitive) == 0) return i;
+    throw DbError(DbError::InvalidColumn, QString("Invalid column name '%1'.").arg(wanted));
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QDateTime>
+#include <QStringList>
+#include <vector>
+
+class RecordSet;
+
+/// One row of a record set; valid as long as its record set. Column names match without regard to
+/// case; a name that the record set lacks throws DbError (207).
+class Row {
+public:
+    Row(const RecordSet& set, qsizetype index) : m_set(&set), m_index(index) {}
+
+    bool isNull(int column) const;
+    QString text(int column) const; ///< a null QString for NULL
+    int integer(int column) const;  ///< 0 for NULL and for what is no number
+    bool flag(int column) const;    ///< true for any number but 0
+    double number(int column) const;
+
+    bool isNull(const char* column) const;
+    QString text(const char* column) const;
+    int integer(const char* column) const;
+    bool flag(const char* column) const;
+    double number(const char* column) const;
+    /// A value of a date or datetime column; invalid for NULL.
+    QDateTime dateTime(const char* column) const;
+
+private:
+    const RecordSet* m_set;
+    qsizetype m_index;
+};
+
+/// Rows read whole into memory. Every value is text as the server writes it: bit '1', money
+/// '12.3400', datetime '2008-04-01 00:00:00.000'; NULL is the null QString, which differs from ''.
+class RecordSet {
+public:
+    RecordSet() = default;
+    explicit RecordSet(QStringList columns) : m_columns(std::move(columns)) {}
+
+    const QStringList& columns() const { return m_columns; }
+    qsizetype rowCount() const { return m_columns.isEmpty() ? 0 : qsizetype(m_cells.size()) / m_columns.size(); }
+    bool isEmpty() const { return m_cells.empty(); }
+    Row row(qsizetype index) const { return {*this, index}; }
+    const QString& cell(qsizetype row, int column) const;
+    /// The place of a column; throws DbError (207) when there is none of that name.
+    int column(const char* name) const;
+
+    /// Appends one value; rows fill from left to right.
+    void append(QString value) { m_cells.push_back(std::move(value)); }
+
+    class Iterator {
+    public:
+        Iterator(const RecordSet& set, qsizetype index) : m_set(&set), m_index(index) {}
+        Row operator*() const { return {*m_set, m_index}; }
+        Iterator& operator++() { return ++m_index, *this; }
+        bool operator!=(const Iterator& other) const { return m_index != other.m_index; }
+
+    private:
+        const RecordSet* m_set;
+        qsizetype m_index;
+    };
+    Iterator begin() const { return {*this, 0}; }
+    Iterator end() const { return {*this, rowCount()}; }
+
+private:
+    QStringList m_columns;
+    std::vector<QString> m_cells;
+};
+
+/// All that one batch yields, in order.
+struct Results {
+    std::vector<RecordSet> sets;
+    std::vector<qint64> counts; ///< rows affected, one per INSERT, UPDATE or DELETE that reports them
+};

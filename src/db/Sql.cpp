@@ -1,0 +1,76 @@
+#include "db/Sql.h"
+
+#include "db/DbError.h"
+
+namespace {
+
+void refuseNul(const QString& text) {
+    if (text.contains(QChar(u'\0')))
+        throw DbError(0, "The text holds a character that cannot be stored (NUL).");
+}
+
+QString quotedText(QString text) {
+    refuseNul(text);
+    return "N'" + text.replace('\'', "''") + '\'';
+}
+
+} // namespace
+
+QString Name::quoted() const {
+    refuseNul(m_name);
+    if (m_name.isEmpty()) throw DbError(0, "A database or table name is empty.");
+    return '[' + QString(m_name).replace(u']', "]]") + u']';
+}
+
+Sql Sql::join(const QList<Sql>& parts, const Sql& separator) {
+    Sql joined;
+    for (const Sql& part : parts) {
+        if (!joined.isEmpty()) joined += separator;
+        joined += part;
+    }
+    return joined;
+}
+
+Sql Sql::value(const QString& text) {
+    return script(quotedText(text));
+}
+
+Sql Sql::value(const Secret& secret) {
+    return {quotedText(secret.text), "N'***'"};
+}
+
+Sql Sql::value(const QDate& date) {
+    return date.isValid() ? script(date.toString("''yyyyMMdd''")) : null();
+}
+
+Sql Sql::value(const QDateTime& dateTime) {
+    return dateTime.isValid() ? script(u'\'' + dateTime.toString("yyyy-MM-ddTHH:mm:ss") + u'\'')
+                              : null();
+}
+
+Sql Sql::value(double number) {
+    return script(QString::number(number, 'g', 15));
+}
+
+Sql Sql::integer(qint64 number) {
+    return script(QString::number(number));
+}
+
+Sql& Sql::operator+=(const Sql& other) {
+    m_text += other.m_text;
+    m_shown += other.m_shown;
+    return *this;
+}
+
+Sql Sql::compose(std::string_view wording, const QList<Sql>& arguments) {
+    Sql composed;
+    std::size_t from = 0;
+    for (const Sql& argument : arguments) {
+        const std::size_t place = wording.find("{}", from);
+        composed += script(QString::fromUtf8(wording.data() + from, qsizetype(place - from)));
+        composed += argument;
+        from = place + 2;
+    }
+    composed += script(QString::fromUtf8(wording.data() + from, qsizetype(wording.size() - from)));
+    return composed;
+}
