@@ -1,1 +1,95 @@
-int main(){}
+#include "app/SecurityFile.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDir>
+#include <QTextStream>
+#include <iostream>
+
+#ifdef Q_OS_UNIX
+#include <termios.h>
+#include <unistd.h>
+#else
+#include <windows.h>
+#endif
+
+namespace {
+
+enum ExitCode { Written = 0, WrongUse = 1, NoPassword = 2, NotWritten = 3 };
+
+/// Turns the echo of typed characters off or back on. False when standard input is no terminal.
+bool setEcho(bool on) {
+#ifdef Q_OS_UNIX
+    termios mode;
+    if (tcgetattr(STDIN_FILENO, &mode) != 0) return false;
+    mode.c_lflag = on ? mode.c_lflag | ECHO : mode.c_lflag & ~tcflag_t(ECHO);
+    return tcsetattr(STDIN_FILENO, TCSAFLUSH, &mode) == 0;
+#else
+    const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
+    DWORD mode = 0;
+    if (!GetConsoleMode(input, &mode)) return false;
+    return SetConsoleMode(input, on ? mode | ENABLE_ECHO_INPUT : mode & ~DWORD(ENABLE_ECHO_INPUT));
+#endif
+}
+
+void say(const QString& words) {
+    QTextStream(stderr) << words << Qt::endl;
+}
+
+/// One line of standard input; null at its end.
+QString readLine() {
+    static QTextStream input(stdin);
+    return input.readLine();
+}
+
+QString ask(const QString& question) {
+    QTextStream(stderr) << question << Qt::flush;
+    setEcho(false);
+    const QString answer = readLine();
+    setEcho(true);
+    say({});
+    return answer;
+}
+
+int writeFile(const QString& path, const QString& password) {
+    try {
+        WriteEncryptedSSSfile(path, password);
+    } catch (const std::runtime_error& error) {
+        say(error.what());
+        return NotWritten;
+    }
+    say(QString("Written: %1\nSee to it that those who run the Scheduler, and nobody else, can read it.")
+            .arg(QDir::toNativeSeparators(path)));
+    return Written;
+}
+
+} // namespace
+
+int main(int argc, char* argv[]) {
+    QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    parser.setApplicationDescription("Stores the password of the server login for the Scheduler, in the file "
+                                     "Zelvan.SSS. It is asked for, or read from standard input.");
+    parser.addHelpOption();
+    parser.addPositionalArgument("folder", "Where to write; the program's own folder otherwise.", "[folder]");
+    parser.process(application);
+    const QStringList arguments = parser.positionalArguments();
+    const QDir folder(arguments.value(0, QCoreApplication::applicationDirPath()));
+    if (arguments.size() > 1 || !folder.exists()) {
+        say(arguments.size() > 1 ? QString("Only one folder can be given.")
+                                 : QString("There is no folder %1.").arg(arguments.first()));
+        return WrongUse;
+    }
+
+    const bool terminal = setEcho(true);
+    const QString password = terminal ? ask("Password of the server login: ") : readLine();
+    if (password.isEmpty()) {
+        say("The password is empty. Nothing was written.");
+        return NoPassword;
+    }
+    if (terminal && ask("The same again: ") != password) {
+        say("The two passwords differ. Nothing was written.");
+        return NoPassword;
+    }
+    return writeFile(folder.filePath(SecurityFileName), password);
+}

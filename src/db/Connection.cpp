@@ -3,7 +3,8 @@
 #include "db/DbError.h"
 
 Connection::Connection(ConnectionString connectionString, Opener opener)
-    : m_connectionString(std::move(connectionString)), m_opener(std::move(opener)),
+    : m_connectionString(std::move(connectionString)),
+      m_opener(std::move(opener)),
       m_defaultDatabase(m_connectionString.initialCatalog) {}
 
 void Connection::open() {
@@ -22,14 +23,31 @@ Connection Connection::another(const QString& database) const {
     return {target, m_opener};
 }
 
-RecordSet Connection::query(const Sql& batch) {
-    Results results;
+template <class Use>
+auto Connection::onServer(Use use) {
+    if (!m_server) open();
     try {
-        results = run(batch);
+        return use(*m_server);
     } catch (const DbError& error) {
-        if (!error.connectionLost() || m_inTransaction) throw;
-        results = run(batch);
+        if (error.connectionLost()) close();
+        throw;
     }
+}
+
+template <class Attempt>
+auto Connection::repeatedWhenLost(Attempt attempt) {
+    // Without an open session the first attempt opens one itself; there is nothing to be found lost.
+    const bool mayBeLost = isOpen() && !m_inTransaction;
+    try {
+        return attempt();
+    } catch (const DbError& error) {
+        if (!error.connectionLost() || !mayBeLost) throw;
+        return attempt();
+    }
+}
+
+RecordSet Connection::query(const Sql& batch) {
+    Results results = repeatedWhenLost([&] { return run(batch); });
     return results.sets.empty() ? RecordSet() : std::move(results.sets.front());
 }
 
@@ -44,34 +62,32 @@ qint64 Connection::execute(const Sql& batch) {
 }
 
 Results Connection::run(const Sql& batch) {
-    if (!m_server) {
-        // What ran before in the transaction is gone with the lost session; going on would save half.
-        if (m_inTransaction)
-            throw DbError(0, "The connection to the server was lost.", batch.shown(), true);
-        open();
-    }
-    return send(batch);
-}
-
-Results Connection::send(const Sql& batch) {
-    ++m_statementCount;
-    try {
-        return m_server->execute(batch);
-    } catch (const DbError& error) {
-        if (error.connectionLost()) m_server.reset();
-        throw;
-    }
+    // What ran before in the transaction is gone with the lost session; going on would save half.
+    if (!m_server && m_inTransaction)
+        throw DbError(0, "The connection to the server was lost.", batch.shown(), true);
+    return onServer([&](Server& server) {
+        ++m_statementCount;
+        return server.execute(batch);
+    });
 }
 
 void Connection::setDefaultDatabase(const QString& database) {
-    run(sql("USE {}", Name(database)));
+    const Sql use = sql("USE {}", Name(database));
+    repeatedWhenLost([&] { return run(use); });
     m_defaultDatabase = database;
 }
 
-Transaction::Transaction(Connection& connection) : m_connection(connection) {
-    if (!m_connection.m_server) m_connection.open();
-    m_connection.m_server->begin();
-    m_connection.m_inTransaction = true;
+void Connection::begin() {
+    // An inner transaction would commit, or undo, what the outer one still holds.
+    if (m_inTransaction) throw DbError(0, "A transaction is open already.");
+    repeatedWhenLost([&] { onServer([](Server& server) { server.begin(); }); });
+    m_inTransaction = true;
+}
+
+Transaction::Transaction(Connection& connection)
+    : m_connection(connection), m_open(!connection.m_inTransaction) {
+    if (!m_open) return;
+    m_connection.begin();
 }
 
 Transaction::~Transaction() {
@@ -86,11 +102,11 @@ Transaction::~Transaction() {
 }
 
 void Transaction::commit() {
-    if (!m_connection.m_server)
-        throw DbError(0, "The connection to the server was lost.", {}, true);
-    m_connection.m_server->commit();
-    m_open = false;
+    if (!m_open) return;
+    if (!m_connection.m_server) throw DbError(0, "The connection to the server was lost.", {}, true);
+    m_open = false; // a commit that fails has undone everything itself
     m_connection.m_inTransaction = false;
+    m_connection.onServer([](Server& server) { server.commit(); });
 }
 
 DefaultDatabase::DefaultDatabase(Connection& connection, const QString& database)

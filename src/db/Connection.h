@@ -40,7 +40,12 @@ public:
 private:
     friend class Transaction;
     friend class DefaultDatabase;
-    Results send(const Sql& batch);
+    /// Opens the session when there is none, and lets go of one that is found lost.
+    template <class Use>
+    auto onServer(Use use);
+    template <class Attempt>
+    auto repeatedWhenLost(Attempt attempt);
+    void begin();
 
     ConnectionString m_connectionString;
     Opener m_opener;
@@ -51,7 +56,9 @@ private:
 };
 
 /// All or nothing: what runs between construction and commit() is undone when the scope is left in
-/// any other way. A lost connection undoes it as well, on the server's side.
+/// any other way. A lost connection undoes it as well, on the server's side. One inside another is
+/// part of the outer one, which alone commits. Only one at a time: a
+/// second one on the same connection throws DbError.
 class Transaction {
 public:
     explicit Transaction(Connection& connection);
@@ -62,7 +69,7 @@ public:
 
 private:
     Connection& m_connection;
-    bool m_open = true;
+    bool m_open;
 };
 
 /// Another default database for one scope.

@@ -14,11 +14,14 @@ QString protectedValue(const QString& value) {
 
 /// Reads one value from `at` to its closing ";" and moves `at` behind it.
 QString readValue(const QString& text, qsizetype& at) {
+    while (at < text.size() && text[at].isSpace()) ++at;
     if (at < text.size() && text[at] == u'"') {
         QString value;
         for (++at; at < text.size(); ++at) {
-            if (text[at] != u'"') value += text[at];
-            else if (text.mid(at + 1, 1) == "\"") value += text[at++];
+            if (text[at] != u'"')
+                value += text[at];
+            else if (text.mid(at + 1, 1) == "\"")
+                value += text[at++];
             else {
                 at = qMax(text.indexOf(u';', at), at) + 1;
                 return value;
@@ -46,14 +49,12 @@ ConnectionString ConnectionString::parse(const QString& text) {
     for (qsizetype at = 0; at < text.size();) {
         const qsizetype equals = text.indexOf(u'=', at);
         if (equals < 0) break;
-        const QString key = text.mid(at, equals - at).trimmed().toLower();
+        const QString key = text.mid(at, equals - at).section(u';', -1).trimmed().toLower();
         at = equals + 1;
         values.insert(key, readValue(text, at));
     }
     const ConnectionString parsed{values.value("user id"), values.value("pwd"),
-                                  values.value("initial catalog"),
-                                  values.value("data source")};
-    if (parsed.dataSource.isEmpty())
-        throw DbError(0, "The connection string names no server.");
+                                  values.value("initial catalog"), values.value("data source")};
+    if (parsed.dataSource.isEmpty()) throw DbError(0, "The connection string names no server.");
     return parsed;
 }

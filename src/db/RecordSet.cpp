@@ -2,9 +2,15 @@
 
 #include "db/DbError.h"
 
+#include <limits>
+
 bool Row::isNull(int column) const { return m_set->cell(m_index, column).isNull(); }
 QString Row::text(int column) const { return m_set->cell(m_index, column); }
-int Row::integer(int column) const { return int(number(column)); }
+int Row::integer(int column) const {
+    const double value = number(column);
+    using Limits = std::numeric_limits<int>;
+    return value >= Limits::min() && value <= Limits::max() ? int(value) : 0;
+}
 bool Row::flag(int column) const { return number(column) != 0; }
 double Row::number(int column) const { return m_set->cell(m_index, column).toDouble(); }
 
@@ -19,6 +25,8 @@ QDateTime Row::dateTime(const char* column) const {
 }
 
 const QString& RecordSet::cell(qsizetype row, int column) const {
+    if (column < 0 || column >= m_columns.size())
+        throw DbError(DbError::InvalidColumn, QString("Invalid column number %1.").arg(column));
     return m_cells.at(std::size_t(row * m_columns.size() + column));
 }
 

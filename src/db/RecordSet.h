@@ -14,7 +14,7 @@ public:
 
     bool isNull(int column) const;
     QString text(int column) const; ///< a null QString for NULL
-    int integer(int column) const;  ///< 0 for NULL and for what is no number
+    int integer(int column) const;  ///< 0 for NULL and for what no int can hold
     bool flag(int column) const;    ///< true for any number but 0
     double number(int column) const;
 

@@ -2,6 +2,8 @@
 
 #include "db/DbError.h"
 
+#include <cmath>
+
 namespace {
 
 void refuseNul(const QString& text) {
@@ -49,6 +51,7 @@ Sql Sql::value(const QDateTime& dateTime) {
 }
 
 Sql Sql::value(double number) {
+    if (!std::isfinite(number)) throw DbError(0, "A number is not finite and cannot be stored.");
     return script(QString::number(number, 'g', 15));
 }
 

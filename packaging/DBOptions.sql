@@ -1,0 +1,9 @@
+-- Options of the scheduler database: small, always open, recoverable from a plain backup.
+ALTER DATABASE [NorvaScheduler] SET RECOVERY SIMPLE
+ALTER DATABASE [NorvaScheduler] SET AUTO_CLOSE OFF
+ALTER DATABASE [NorvaScheduler] SET AUTO_SHRINK OFF
+ALTER DATABASE [NorvaScheduler] SET PAGE_VERIFY CHECKSUM
+ALTER DATABASE [NorvaScheduler] SET AUTO_CREATE_STATISTICS ON
+ALTER DATABASE [NorvaScheduler] SET AUTO_UPDATE_STATISTICS ON
+ALTER DATABASE [NorvaScheduler] SET READ_WRITE
+ALTER DATABASE [NorvaScheduler] SET MULTI_USER

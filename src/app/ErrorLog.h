@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+/// The user's error log, a file of comma-separated records in the application folder. A log that
+/// cannot be written is given up silently: reporting must never stop the work that it reports on.
+class ErrorLog {
+public:
+    void setFolder(const QString& folder) { m_folder = folder; }
+    /// Part of the file name; empty before the login.
+    void setUserName(const QString& userName) { m_userName = userName; }
+
+    /// One record. Number 0 writes the context alone (a plain progress line); negative numbers and
+    /// those of exhausted memory, disk or device are marked fatal.
+    void write(const QString& context, int number = 0, const QString& description = {}) const;
+
+    QString path() const { return file("ZelvanSchedulerError.log"); }
+    QString backupPath() const { return file("ZelvanSchedulerError.bak"); }
+
+private:
+    QString file(const QString& name) const;
+    void rollOver() const;
+
+    QString m_folder;
+    QString m_userName;
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+class Connection;
+
+/// Executes a file of statements in batches that lines "GO" (in any case) end; the last batch needs
+/// none. Lines are joined with CR LF. Throws DbError when the file cannot be read (naming it) or a
+/// batch fails (naming its place); the batches before it stay executed.
+void runScript(Connection& connection, const QString& path);
+
+/// The file whole, its lines joined with CR LF; throws DbError when it cannot be read.
+QString readScript(const QString& path);
+
+/// Runs the administrator's "jobs.sql" of the folder, when it is there, and deletes it, also after a
+/// failure: it is meant to run once. Returns what failed, empty when nothing did.
+QString runJobs(Connection& connection, const QString& folder);

@@ -1,0 +1,144 @@
+#include "app/cLogin.h"
+
+#include "app/SecurityFile.h"
+#include "app/Session.h"
+#include "app/SettingsStore.h"
+#include "db/DbError.h"
+#include "db/SchedulerDatabase.h"
+
+namespace {
+
+const QString invalidLogin = "Invalid Login.  Please check details entered and try again.";
+const QString nothingStored = "99";
+
+/// A check that failed: thrown to leave the sequence of checks at once.
+struct Refusal {
+    LoginOutcome outcome;
+};
+
+[[noreturn]] void stay(const QString& message, LoginOutcome::Field focus = LoginOutcome::NoField) {
+    throw Refusal{{LoginOutcome::Stay, message, focus}};
+}
+
+[[noreturn]] void endProgram(const QString& message) {
+    throw Refusal{{LoginOutcome::EndProgram, message, LoginOutcome::NoField}};
+}
+
+void checkTyped(const QString& server, const QString& userName, const QString& password) {
+    if (userName.isEmpty()) stay("You must enter a username.", LoginOutcome::UserName);
+    if (userName.contains(' '))
+        stay("The Username is invalid.  Usernames cannot contain spaces.  Please try another.", LoginOutcome::UserName);
+    if (password.isEmpty()) stay("You must enter a password.", LoginOutcome::Password);
+    if (server.isEmpty()) stay("You must enter a Server name.", LoginOutcome::Server);
+}
+
+void checkAdministrator(const QString& password, const QString& loginPassword) {
+    if (password.size() < 10)
+        stay("The QuorraAdmin password must be greater than 10 characters long.  Please contact your Administrator.",
+             LoginOutcome::Password);
+    if (password.compare(loginPassword, Qt::CaseInsensitive) != 0) stay(invalidLogin);
+}
+
+void checkRole(Connection& connection, const QString& role, const QString& words) {
+    const RecordSet members = connection.query(sql("exec sp_helpsrvrolemember @srvrolename = {}", role));
+    for (const Row row : members)
+        if (row.text("MemberName").compare(Session::serverLoginName, Qt::CaseInsensitive) == 0) return;
+    endProgram(QString("The QuorraAdmin login is not a member of the %1 role.  Please contact your Administrator.")
+                   .arg(words));
+}
+
+/// What the user reads of a failure of the server: the likely reason first, then the server's words.
+QString wordsFor(const DbError& error, const QString& server) {
+    if (error.number() == DbError::LoginFailed)
+        return QString("The server '%1' refused the Scheduler's own login.  Please contact your Administrator.")
+            .arg(server);
+    if (error.number() == DbError::Unreachable)
+        return QString("The server '%1' cannot be reached.  Please check the name and try again.\n\n%2")
+            .arg(server, error.text());
+    return "The login failed: " + error.text();
+}
+
+} // namespace
+
+cLogin::cLogin(Session& session, std::function<bool()> createDatabase)
+    : m_session(session), m_createDatabase(std::move(createDatabase)) {}
+
+LoginOutcome cLogin::logIn(const QString& server, const QString& userName, const QString& password) {
+    try {
+        checkTyped(server, userName, password);
+        m_session.userName = userName;
+        m_session.userPassword = password;
+        m_session.log.setUserName(userName);
+        connectAndCheck(server, userName, password);
+        prepareSchedulerDatabase();
+        checkDatabases();
+    } catch (const Refusal& refusal) {
+        m_session.connection.reset();
+        return refusal.outcome;
+    } catch (const DbError& error) {
+        m_session.connection.reset();
+        m_session.log.write("frmLogin.cmdOk_Click", error.number(), error.text());
+        return {LoginOutcome::Stay, wordsFor(error, server), LoginOutcome::NoField};
+    }
+    saveSetting("NorvaQuorraSQL", "Settings", "Server", server);
+    m_session.serverName = server;
+    return {};
+}
+
+void cLogin::connectAndCheck(const QString& server, const QString& userName, const QString& password) {
+    const auto loginPassword = ReadPasswordFromEncryptedSSSfile(m_session.paths.appFile("Zelvan.SSS"));
+    if (!loginPassword) stay("The Security file is invalid.  Please contact your Administrator.");
+    if (m_session.isAdministrator()) checkAdministrator(password, *loginPassword);
+
+    m_session.connection = std::make_unique<Connection>(
+        ConnectionString{Session::serverLoginName, *loginPassword, "NorvaTallymere", server}, m_session.opener);
+    m_session.connection->open();
+    checkRole(m_session.db(), "dbcreator", "Database Creator");
+    checkRole(m_session.db(), "bulkadmin", "Bulk Insert Administrators");
+    checkUser(userName, password);
+    if (m_session.db().query(sql("SELECT * FROM [TblSQLSettings]")).isEmpty())
+        endProgram("No SQL settings have been setup on the server. Please contact your administrator.  "
+                   "The program can not continue.");
+}
+
+void cLogin::checkUser(const QString& userName, const QString& password) {
+    m_session.multiLevel = 0;
+    m_session.costCentres = QStringList(5, QString());
+    if (m_session.isAdministrator()) {
+        m_session.userLevel = 1;
+        return;
+    }
+    const RecordSet users = m_session.db().query(
+        sql("SELECT * FROM [TblUsers] WHERE [Username] = {} AND [Password] = {}", userName, Secret{password}));
+    if (users.isEmpty()) stay(invalidLogin, LoginOutcome::Password);
+    const Row user = users.row(0);
+    m_session.userLevel = user.integer("UserLevel");
+    if (m_session.userLevel == 5) endProgram("Level 5 users are not premitted to run this application.");
+    if (m_session.userLevel != 4) return;
+    m_session.multiLevel = user.integer("MultiLevel");
+    m_session.costCentres = {user.text("Costcentre1"), user.text("Costcentre2"), user.text("Costcentre3"),
+                             user.text("Costcentre4"), user.text("Costcentre5")};
+}
+
+void cLogin::prepareSchedulerDatabase() {
+    m_session.serverDefaults = readServerDefaults(m_session.db(), m_session.paths.AppFolder());
+    try {
+        m_session.db().setDefaultDatabase("NorvaScheduler");
+    } catch (const DbError& error) {
+        if (!error.isDatabaseMissing()) throw;
+        if (!m_createDatabase()) endProgram({});
+        m_session.db().setDefaultDatabase("NorvaScheduler");
+    }
+    upgradeAtLogin(m_session.db());
+}
+
+void cLogin::checkDatabases() {
+    for (const char* database :
+         {"QXCcts", "QXSpNum", "NorvaTallymere", "CostCentres", "TrendDB", "InterSite", "NorvaScheduler"})
+        m_session.db().setDefaultDatabase(database);
+}
+
+QString lastServer() {
+    const QString server = getSetting("NorvaQuorraSQL", "Settings", "Server", nothingStored);
+    return server == nothingStored ? QString() : server;
+}

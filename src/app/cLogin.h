@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+struct Session;
+
+/// What a login attempt came to.
+struct LoginOutcome {
+    enum Result {
+        Done,
+        Stay,       ///< show the message, stay on the login screen
+        EndProgram, ///< show the message, then end
+    };
+    enum Field { NoField, Server, UserName, Password };
+
+    Result result = Done;
+    QString message;
+    Field focus = NoField;
+};
+
+/// Logs a user in: checks what was typed, opens the shared connection, checks the server and the
+/// user, brings the scheduler database up to date and fills the session's values.
+class cLogin {
+public:
+    /// `createDatabase` is called when NorvaScheduler cannot be made the default database; it answers
+    /// whether the database is there now (when not, it has told the user and the program ends).
+    cLogin(Session& session, std::function<bool()> createDatabase);
+
+    /// Never throws; a failing statement is written to the error log and comes back as Stay.
+    LoginOutcome logIn(const QString& server, const QString& userName, const QString& password);
+
+private:
+    void connectAndCheck(const QString& server, const QString& userName, const QString& password);
+    void checkUser(const QString& userName, const QString& password);
+    void prepareSchedulerDatabase();
+    void checkDatabases();
+
+    Session& m_session;
+    std::function<bool()> m_createDatabase;
+};
+
+/// The server that the last successful login of this desktop user named; empty when there was none.
+QString lastServer();

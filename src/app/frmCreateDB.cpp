@@ -1,0 +1,60 @@
+#include "app/frmCreateDB.h"
+
+#include "app/Session.h"
+#include "app/modCreateDB.h"
+#include "db/DbError.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui_frmCreateDB.h"
+
+#include <QPushButton>
+
+frmCreateDB::frmCreateDB(ScreenContext& context, QWidget* parent)
+    : QDialog(parent), m_context(context), m_ui(std::make_unique<Ui::frmCreateDB>()) {
+    m_ui->setupUi(this);
+    const Session& session = context.session;
+    m_ui->lblExplain->setText(QString("The server '%1' holds no scheduler database yet. It will be created now, with "
+                                      "empty tables; no other database is touched.")
+                                  .arg(session.db().connectionString().dataSource));
+    m_ui->lblExplain->setTextFormat(Qt::PlainText);
+    m_ui->lblData->setText(session.serverDefaults.dataFolder);
+    m_ui->lblLog->setText(session.serverDefaults.logFolder);
+    QPushButton* cmdCreate = m_ui->buttons->addButton("C&reate", QDialogButtonBox::AcceptRole);
+    cmdCreate->setObjectName("cmdCreate");
+    cmdCreate->setDefault(true);
+    QPushButton* cmdCancel = m_ui->buttons->addButton("Cancel", QDialogButtonBox::RejectRole);
+    cmdCancel->setObjectName("cmdCancel");
+    connect(cmdCreate, &QPushButton::clicked, this, &frmCreateDB::cmdCreate_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmCreateDB::reject);
+}
+
+frmCreateDB::~frmCreateDB() = default;
+
+int frmCreateDB::exec() {
+    const ServerDefaults& folders = m_context.session.serverDefaults;
+    if (!folders.dataFolder.isEmpty() && !folders.logFolder.isEmpty()) return QDialog::exec();
+    m_context.messages.notice(this, "The SQL Server has no default data directory or default log directory setup.  "
+                                    "Please contact your Administrator.");
+    return Rejected;
+}
+
+void frmCreateDB::tell(const QString& step) {
+    m_ui->lblStep->setText(step);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void frmCreateDB::cmdCreate_Click() {
+    try {
+        {
+            WaitCursor wait;
+            createFromScripts(m_context.session, [this](const QString& step) { tell(step); });
+        }
+        m_context.messages.notice(this, "Succsessfuly created the database.");
+        accept();
+    } catch (const DbError& error) {
+        m_context.session.log.write("frmCreateDB.cmdCreate_Click", error.number(), error.text());
+        m_context.messages.notice(this, "Failed to create the database.\r\nCan not continue.",
+                                          Messages::Plain, {}, error.text());
+        reject();
+    }
+}

@@ -1,0 +1,91 @@
+#include "app/frmLogin.h"
+
+#include "app/Session.h"
+#include "app/cLogin.h"
+#include "app/frmCreateDB.h"
+#include "db/DbError.h"
+#include "db/SchedulerDatabase.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui/SlotGuard.h"
+#include "ui_frmLogin.h"
+
+#include <QPushButton>
+
+frmLogin::frmLogin(ScreenContext& context, QWidget* parent)
+    : QDialog(parent), m_context(context), m_ui(std::make_unique<Ui::frmLogin>()) {
+    m_ui->setupUi(this);
+    QPushButton* cmdOk = m_ui->buttons->addButton(QDialogButtonBox::Ok);
+    cmdOk->setObjectName("cmdOk");
+    QPushButton* cmdCancel = m_ui->buttons->addButton("Cancel", QDialogButtonBox::RejectRole);
+    cmdCancel->setObjectName("cmdCancel");
+    connect(cmdOk, &QPushButton::clicked, this, &frmLogin::cmdOk_Click);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmLogin::reject);
+    m_ui->txtServer->setText(lastServer());
+    m_ui->TxtUsername->setFocus();
+}
+
+frmLogin::~frmLogin() = default;
+
+bool frmLogin::logInUnseen(const QString& userName, const QString& password, const QString& server) {
+    m_ui->TxtUsername->setText(userName);
+    m_ui->TxtPassword->setText(password);
+    m_ui->txtServer->setText(server);
+    cmdOk_Click();
+    return result() == Accepted;
+}
+
+void frmLogin::cmdOk_Click() {
+    guarded(m_context, this, "frmLogin.cmdOk_Click", [this] { logIn(); });
+}
+
+void frmLogin::logIn() {
+    Session& session = m_context.session;
+    cLogin login(session, [&] {
+        NormalCursor pointer;
+        frmCreateDB screen(m_context, this);
+        return screen.exec() == Accepted;
+    });
+    LoginOutcome outcome;
+    {
+        WaitCursor wait;
+        outcome = login.logIn(m_ui->txtServer->text().trimmed(), m_ui->TxtUsername->text(), m_ui->TxtPassword->text());
+    }
+    if (!outcome.message.isEmpty()) m_context.messages.notice(this, outcome.message);
+    switch (outcome.result) {
+    case LoginOutcome::Done:
+        accept();
+        if (session.dropDatabase) offerToDropDatabase();
+        return;
+    case LoginOutcome::EndProgram:
+        m_endProgram = true;
+        reject();
+        return;
+    case LoginOutcome::Stay: break;
+    }
+    QLineEdit* const fields[] = {nullptr, m_ui->txtServer, m_ui->TxtUsername, m_ui->TxtPassword};
+    if (QLineEdit* field = fields[outcome.focus]) {
+        field->setFocus();
+        field->selectAll();
+    }
+}
+
+void frmLogin::offerToDropDatabase() {
+    Session& session = m_context.session;
+    if (!m_context.messages.ask(
+            this, QString("Are you sure you wish to clear and delete the Norva Scheduler database from the server '%1?.  "
+                          "In order to do this no other user must be accessing the Norva Scheduler database.")
+                      .arg(session.serverName)))
+        return;
+    try {
+        dropSchedulerDatabase(session.db());
+        m_context.messages.notice(this, "The NorvaScheduler database was deleted and will be recreated on the next "
+                                        "login.  The program will now end.");
+    } catch (const DbError& error) {
+        session.log.write("frmLogin.DropDatabase", error.number(), error.text());
+        m_context.messages.notice(this, "The following Error has occurred: " + error.text()
+                                            + "  The program will now end.");
+    }
+    m_endProgram = true;
+    reject();
+}

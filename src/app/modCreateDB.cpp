@@ -1,0 +1,38 @@
+#include "app/modCreateDB.h"
+
+#include "app/ScriptRunner.h"
+#include "app/Session.h"
+#include "db/DbError.h"
+#include "db/SchedulerDatabase.h"
+
+namespace {
+
+void fill(Session& session, const Sql& options, const QString& tables,
+          const std::function<void(const QString&)>& tell) {
+    tell("Setting the database options…");
+    session.db().execute(options);
+    tell("Creating the tables…");
+    DefaultDatabase scheduler(session.db(), "NorvaScheduler");
+    runScript(session.db(), tables);
+}
+
+} // namespace
+
+void createFromScripts(Session& session, const std::function<void(const QString& step)>& tell) {
+    // Both scripts are read before anything is made: a missing one then leaves the server untouched.
+    const Sql options = Sql::script(readScript(session.paths.appFile("DBOptions.sql")));
+    const QString tables = session.paths.appFile("SchDB.sql");
+    readScript(tables);
+    tell("Creating the database…");
+    createSchedulerDatabase(session.db(), session.serverDefaults);
+    try {
+        fill(session, options, tables, tell);
+    } catch (const DbError& failure) {
+        try {
+            dropSchedulerDatabase(session.db());
+        } catch (const DbError& error) {
+            session.log.write("frmCreateDB.DropHalfMade", error.number(), error.text());
+        }
+        throw failure;
+    }
+}

@@ -1,0 +1,114 @@
+#include "db/OdbcDriver.h"
+
+#include "db/DbError.h"
+#include "db/ServerAddress.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr int DefaultPort = 1433;
+
+bool mentions(const QString& name, const char* word) {
+    return name.contains(QLatin1StringView(word), Qt::CaseInsensitive);
+}
+
+QString braced(const QString& value) {
+    return u'{' + QString(value).replace(u'}', "}}") + u'}';
+}
+
+QString newestOfMicrosoft(const QStringList& installed) {
+    static const QRegularExpression pattern("^ODBC Driver (\\d+) for SQL Server$");
+    QString newest;
+    int newestVersion = 0;
+    for (const QString& name : installed) {
+        const int version = pattern.match(name).captured(1).toInt();
+        if (version <= newestVersion) continue;
+        newest = name;
+        newestVersion = version;
+    }
+    return newest;
+}
+
+QString firstFreeTds(const QStringList& installed) {
+    for (const QString& name : installed)
+        if (mentions(name, "FreeTDS")) return name;
+    return {};
+}
+
+} // namespace
+
+OdbcDriver::OdbcDriver(const QString& name) : m_name(name), m_kind(Kind::Other) {
+    if (mentions(name, "FreeTDS") || mentions(name, "tdsodbc"))
+        m_kind = Kind::FreeTds;
+    else if (mentions(name, "SQL Server") || mentions(name, "msodbcsql"))
+        m_kind = Kind::Microsoft;
+}
+
+OdbcDriver OdbcDriver::choose(const QStringList& installed, const QString& wanted) {
+    if (wanted.isEmpty()) {
+        QString best = newestOfMicrosoft(installed);
+        if (best.isEmpty()) best = firstFreeTds(installed);
+        if (best.isEmpty())
+            throw DbError(0, "No ODBC driver for SQL Server is installed. Please install Microsoft's "
+                             "\"ODBC Driver 18 for SQL Server\" or FreeTDS.");
+        return OdbcDriver(best);
+    }
+    if (QFileInfo(wanted).isAbsolute()) return OdbcDriver(wanted);
+    for (const QString& name : installed)
+        if (name.compare(wanted, Qt::CaseInsensitive) == 0) return OdbcDriver(name);
+    const QString others = installed.isEmpty() ? "none" : installed.join(", ");
+    throw DbError(0, QString("The ODBC driver \"%1\" is not installed. Installed: %2.").arg(wanted, others));
+}
+
+QString OdbcDriver::connectionString(const ConnectionString& target, const OdbcSettings& settings) const {
+    const QString dialect = m_kind == Kind::Microsoft ? microsoftString(target, settings)
+                            : m_kind == Kind::FreeTds ? freeTdsString(target)
+                                                      : plainString(target);
+    return "DRIVER=" + braced(m_name) + u';' + dialect;
+}
+
+QString OdbcDriver::microsoftString(const ConnectionString& target, const OdbcSettings& settings) const {
+    const ServerAddress address = ServerAddress::parse(plain(target.dataSource, "server name"));
+    QString server = address.host;
+    // A port already tells which instance is meant; asking the server's browser service for it as
+    // well would only be one more thing that can fail.
+    if (address.port)
+        server += ',' + QString::number(address.port);
+    else if (!address.instance.isEmpty())
+        server += '\\' + address.instance;
+    const auto yesNo = [](bool flag) { return flag ? "yes" : "no"; };
+    return "SERVER=" + server + ";Encrypt=" + yesNo(settings.encrypt) + ";TrustServerCertificate="
+           + yesNo(settings.trustServerCertificate) + ";UID=" + braced(target.userId)
+           + ";PWD=" + braced(target.password) + ";DATABASE=" + braced(target.initialCatalog);
+}
+
+QString OdbcDriver::freeTdsString(const ConnectionString& target) const {
+    const ServerAddress address = ServerAddress::parse(plain(target.dataSource, "server name"));
+    QString server = "SERVER=" + address.host;
+    if (address.instance.isEmpty() || address.port)
+        server += ";PORT=" + QString::number(address.port ? address.port : DefaultPort);
+    else
+        server += '\\' + address.instance;
+    return server + ";TDS_Version=7.4;ClientCharset=UTF-8;" + plainCredentials(target);
+}
+
+QString OdbcDriver::plainString(const ConnectionString& target) const {
+    return "SERVER=" + plain(target.dataSource, "server name") + u';' + plainCredentials(target);
+}
+
+QString OdbcDriver::plainCredentials(const ConnectionString& target) const {
+    return "UID=" + plain(target.userId, "user name") + ";PWD=" + plain(target.password, "password")
+           + ";DATABASE=" + plain(target.initialCatalog, "database name");
+}
+
+QString OdbcDriver::plain(const QString& value, const QString& meaning) const {
+    static const QRegularExpression impassable("[;{}]");
+    if (value.contains(impassable))
+        throw DbError(0,
+                      QString("The %1 holds one of the characters ; { }, which cannot be given to the ODBC "
+                              "driver \"%2\".")
+                          .arg(meaning, m_name));
+    return value;
+}

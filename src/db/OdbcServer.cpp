@@ -1,0 +1,140 @@
+#include "db/OdbcServer.h"
+
+#include "db/OdbcResults.h"
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+#include <optional>
+#include <sql.h>
+#include <sqlext.h>
+
+static_assert(sizeof(SQLWCHAR) == sizeof(QChar));
+
+namespace {
+
+/// ODBC takes texts that it only reads by non-const pointers.
+SQLWCHAR* wide(const QString& text) {
+    return reinterpret_cast<SQLWCHAR*>(const_cast<ushort*>(text.utf16()));
+}
+
+SQLPOINTER attribute(SQLULEN value) {
+    return reinterpret_cast<SQLPOINTER>(value);
+}
+
+} // namespace
+
+std::unique_ptr<OdbcServer> OdbcServer::open(const ConnectionString& target, const OdbcSettings& settings) {
+    std::unique_ptr<OdbcServer> server(new OdbcServer);
+    const OdbcDriver driver = OdbcDriver::choose(server->installedDrivers(), settings.driver);
+    server->connect(driver, driver.connectionString(target, settings));
+    return server;
+}
+
+OdbcServer::OdbcServer()
+    : m_environment(OdbcHandle::Environment, nullptr), m_connection(OdbcHandle::Connection, &m_environment) {}
+
+OdbcServer::~OdbcServer() {
+    SQLEndTran(SQL_HANDLE_DBC, m_connection.get(), SQL_ROLLBACK); // an open transaction forbids closing
+    SQLDisconnect(m_connection.get());
+}
+
+QStringList OdbcServer::installedDrivers() const {
+    SQLWCHAR name[256];
+    SQLWCHAR attributes[2048]; // not wanted, but not every driver manager can do without the place
+    SQLSMALLINT nameLength = 0;
+    SQLSMALLINT attributesLength = 0;
+    QStringList drivers;
+    SQLUSMALLINT direction = SQL_FETCH_FIRST;
+    while (SQL_SUCCEEDED(SQLDriversW(m_environment.get(), direction, name, SQLSMALLINT(std::size(name)),
+                                     &nameLength, attributes, SQLSMALLINT(std::size(attributes)),
+                                     &attributesLength))) {
+        drivers += QString::fromUtf16(reinterpret_cast<const char16_t*>(name));
+        direction = SQL_FETCH_NEXT;
+    }
+    return drivers;
+}
+
+void OdbcServer::connect(const OdbcDriver& driver, const QString& connectionString) {
+    SQLSetConnectAttrW(m_connection.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(0), SQL_IS_UINTEGER);
+    const SQLRETURN code = SQLDriverConnectW(m_connection.get(), nullptr, wide(connectionString), SQL_NTS,
+                                             nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+    if (!SQL_SUCCEEDED(code)) throw connectFailure(driver);
+}
+
+Results OdbcServer::execute(const Sql& batch) {
+    requireUsable(batch.shown());
+    const OdbcHandle statement(OdbcHandle::Statement, &m_connection);
+    SQLRETURN code = SQLExecDirectW(statement.get(), wide(batch.text()), SQLINTEGER(batch.text().size()));
+    if (code == SQL_NO_DATA) code = SQL_SUCCESS; // an UPDATE or DELETE that found no row
+    Results results;
+    while (code != SQL_NO_DATA) {
+        if (!SQL_SUCCEEDED(code) || !readResult(statement, results)) throw failure(statement, batch.shown());
+        code = SQLMoreResults(statement.get());
+    }
+    return results;
+}
+
+void OdbcServer::begin() {
+    requireUsable();
+    if (!setAutocommit(false)) throw failure(m_connection);
+}
+
+void OdbcServer::commit() {
+    endTransaction(true);
+}
+
+void OdbcServer::rollback() {
+    endTransaction(false);
+}
+
+void OdbcServer::endTransaction(bool keep) {
+    std::optional<DbError> error;
+    if (!SQL_SUCCEEDED(SQLEndTran(SQL_HANDLE_DBC, m_connection.get(), keep ? SQL_COMMIT : SQL_ROLLBACK))) {
+        error = failure(m_connection);
+        if (keep) SQLEndTran(SQL_HANDLE_DBC, m_connection.get(), SQL_ROLLBACK);
+    }
+    m_usable = setAutocommit(true);
+    if (error) throw *error;
+}
+
+bool OdbcServer::setAutocommit(bool on) {
+    return SQL_SUCCEEDED(SQLSetConnectAttrW(m_connection.get(), SQL_ATTR_AUTOCOMMIT,
+                                            attribute(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF),
+                                            SQL_IS_UINTEGER));
+}
+
+void OdbcServer::requireUsable(const QString& statement) const {
+    if (!m_usable) throw DbError(0, "The connection to the server was lost.", statement, true);
+}
+
+DbError OdbcServer::connectFailure(const OdbcDriver& driver) const {
+    const OdbcDiagnostic why = m_connection.diagnostic();
+    // The driver manager itself complains with a state of class IM, or a bare warning, when the
+    // driver's library does not load.
+    if (why.state.startsWith("IM") || why.state.startsWith("01"))
+        return DbError(why.number,
+                       QString("The ODBC driver \"%1\" cannot be used: %2").arg(driver.name(), why.text));
+    const bool unreachable =
+        why.number == DbError::Unreachable || why.state.startsWith("08") || why.state == "HYT00";
+    return DbError(why.number, why.text, {}, unreachable);
+}
+
+DbError OdbcServer::failure(const OdbcHandle& handle, const QString& statement) const {
+    const OdbcDiagnostic why = handle.diagnostic();
+    if (handle.kind() == OdbcHandle::Statement) SQLFreeStmt(handle.get(), SQL_CLOSE);
+    // HY000 tells nothing: it stands for ordinary errors as well as for a session that is gone.
+    const bool lost = why.state.startsWith("08") || isDead() || (why.state == "HY000" && !answers());
+    return DbError(why.number, why.text, statement, lost);
+}
+
+bool OdbcServer::isDead() const {
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    SQLGetConnectAttrW(m_connection.get(), SQL_ATTR_CONNECTION_DEAD, &dead, SQL_IS_UINTEGER, nullptr);
+    return dead == SQL_CD_TRUE;
+}
+
+bool OdbcServer::answers() const {
+    const OdbcHandle statement(OdbcHandle::Statement, &m_connection);
+    return SQL_SUCCEEDED(SQLExecDirectW(statement.get(), wide("SELECT 1"), SQL_NTS));
+}

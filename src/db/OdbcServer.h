@@ -1,0 +1,43 @@
+#pragma once
+
+#include "db/DbError.h"
+#include "db/OdbcDriver.h"
+#include "db/OdbcHandle.h"
+#include "db/Server.h"
+
+#include <memory>
+
+/// A session on a SQL Server through whichever ODBC driver is installed. Statements are executed
+/// directly, without time limit, and read whole, every value as text.
+class OdbcServer : public Server {
+public:
+    /// Throws DbError: with the server's number for a refused login or database, Unreachable or the
+    /// driver's number when nobody answers (connectionLost), 0 for a driver that is missing or
+    /// cannot be told a value.
+    static std::unique_ptr<OdbcServer> open(const ConnectionString& target,
+                                            const OdbcSettings& settings = {});
+    ~OdbcServer() override;
+
+    Results execute(const Sql& batch) override;
+    void begin() override;
+    void commit() override;
+    void rollback() override;
+
+private:
+    OdbcServer();
+    void connect(const OdbcDriver& driver, const QString& connectionString);
+    QStringList installedDrivers() const;
+    void endTransaction(bool keep);
+    bool setAutocommit(bool on);
+    void requireUsable(const QString& statement = {}) const;
+    bool isDead() const;
+    bool answers() const;
+    DbError connectFailure(const OdbcDriver& driver) const;
+    DbError failure(const OdbcHandle& handle, const QString& statement = {}) const;
+
+    OdbcHandle m_environment;
+    OdbcHandle m_connection;
+    /// False when the driver would not return to autocommit: whatever ran then would wait for a
+    /// commit that never comes.
+    bool m_usable = true;
+};

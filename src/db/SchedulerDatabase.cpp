@@ -1,0 +1,103 @@
+#include "db/SchedulerDatabase.h"
+
+#include "db/Connection.h"
+#include "db/ServerDefaults.h"
+
+namespace {
+
+bool reportColumnIsMissing(Connection& connection, const QString& column) {
+    return connection
+               .scalar(sql("SELECT count(*) as [RowCount] From sysobjects WITH (NOLOCK) "
+                           "INNER JOIN syscolumns WITH (NOLOCK) ON sysobjects.id = syscolumns.id "
+                           "WHERE syscolumns.name = {} AND sysobjects.name = 'tblTemplate_Report'",
+                           column))
+               .toInt()
+           == 0;
+}
+
+void upgradeExcludedNumbers(Connection& connection, const QString& table) {
+    connection.execute(sql("IF NOT Exists(SELECT [Name] FROM sysobjects WHERE [Name] = {}) CREATE TABLE [dbo].{} ( "
+                           " [ID] [int] IDENTITY(1,1) PRIMARY KEY, "
+                           " [TemplateID] [int] NOT NULL, "
+                           " [TelNo] [varchar] (25) COLLATE Latin1_General_CI_AS NULL , "
+                           " [Include] [bit] DEFAULT 0 "
+                           ") ON [PRIMARY] ",
+                           table, Name(table)));
+    connection.execute(sql("DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID NOT IN "
+                           "(SELECT DISTINCT TemplateID FROM [NorvaScheduler].dbo.tblTemplate) OR TemplateID IS NULL "));
+}
+
+/// Bands 15 to 17. The old fourteenth band becomes the seventeenth in the run that adds the fifteenth,
+/// never again; one transaction, so that a run that is cut off does not add columns without the move.
+void upgradeBandsTo17(Connection& connection) {
+    Transaction transaction(connection);
+    const bool moveBand14 = reportColumnIsMissing(connection, "Distance15");
+    for (const int band : {15, 16, 17}) {
+        const QString column = QString("Distance%1").arg(band);
+        if (reportColumnIsMissing(connection, column))
+            connection.execute(sql("ALTER TABLE tblTemplate_Report ADD {} [bit] NULL  ", Name(column)));
+    }
+    if (moveBand14)
+        connection.execute(sql("UPDATE tblTemplate_Report SET Distance17 = Distance14, Distance14 = 0 "));
+    transaction.commit();
+}
+
+void upgradeBandsTo23(Connection& connection) {
+    for (int band = 18; band <= 23; ++band) {
+        const QString column = QString("Distance%1").arg(band);
+        if (reportColumnIsMissing(connection, column))
+            connection.execute(sql("ALTER TABLE tblTemplate_Report ADD {} [Bit] NOT NULL DEFAULT 0 ", Name(column)));
+    }
+}
+
+/// A column added with the value that every existing report gets, as one step.
+void addReportColumn(Connection& connection, const QString& column, const Sql& add, const Sql& fill) {
+    if (!reportColumnIsMissing(connection, column)) return;
+    Transaction transaction(connection);
+    connection.execute(add);
+    connection.execute(fill);
+    transaction.commit();
+}
+
+} // namespace
+
+void createSchedulerDatabase(Connection& connection, const ServerDefaults& defaults) {
+    connection.execute(sql("CREATE DATABASE [NorvaScheduler] ON (NAME = N'NorvaScheduler_Data', FILENAME = {} , "
+                           "SIZE = 50, FILEGROWTH = 10%) LOG ON (NAME = N'NorvaScheduler_Log', FILENAME = {} , "
+                           "SIZE = 5, FILEGROWTH = 10%)",
+                           defaults.dataFolder + "NorvaScheduler_Data" + defaults.dataExtension,
+                           defaults.logFolder + "NorvaScheduler_Log" + defaults.logExtension));
+}
+
+void dropSchedulerDatabase(Connection& connection) {
+    connection.setDefaultDatabase("master"); // a session that sits in a database keeps it from being dropped
+    connection.execute(sql("Drop Database NorvaScheduler"));
+}
+
+void upgradeAtLogin(Connection& connection) {
+    upgradeExcludedNumbers(connection, "TblExcludedNumbers");
+    upgradeBandsTo17(connection);
+    upgradeBandsTo23(connection);
+}
+
+void upgradeAtMainScreen(Connection& connection) {
+    addReportColumn(connection, "UserId",
+                    sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [UserID] [varchar] (30) "
+                        "COLLATE Latin1_General_CI_AS NULL  "),
+                    sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET UserId = '' "));
+    addReportColumn(connection, "CallClassParams",
+                    sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CallClassParams] [varchar] (2000) "
+                        "COLLATE Latin1_General_CI_AS NULL  "),
+                    sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CallClassParams = '' "));
+    addReportColumn(connection, "LineSelection",
+                    sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [LineSelection] [varchar] (100) "
+                        "COLLATE Latin1_General_CI_AS NULL  "),
+                    sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET LineSelection = '' "));
+    addReportColumn(connection, "CostCentreLevel",
+                    sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CostCentreLevel] [smallint] DEFAULT 1 "),
+                    sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CostCentreLevel = 1 "));
+    addReportColumn(connection, "BillIds",
+                    sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [BillIds] [varchar] (200) "
+                        "COLLATE Latin1_General_CI_AS NULL  "),
+                    sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET BillIds = '' "));
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+class Connection;
+struct ServerDefaults;
+
+/// Sends the CREATE DATABASE of NorvaScheduler. Needs both folders; throws DbError.
+void createSchedulerDatabase(Connection& connection, const ServerDefaults& defaults);
+void dropSchedulerDatabase(Connection& connection);
+
+/// The upgrades that a login makes in the default database: the exclusion table and its orphans, then
+/// the distance bands. Safe to repeat; a database with any subset of the later columns comes out whole.
+void upgradeAtLogin(Connection& connection);
+/// The upgrades that the main screen makes: the later columns of tblTemplate_Report.
+void upgradeAtMainScreen(Connection& connection);

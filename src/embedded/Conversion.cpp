@@ -1,0 +1,260 @@
+#include "embedded/Conversion.h"
+
+#include "embedded/Errors.h"
+
+#include <cmath>
+#include <limits>
+
+namespace embedded {
+
+namespace {
+
+struct Range {
+    double low;
+    double high;
+};
+
+Range rangeOf(Type::Kind kind) {
+    switch (kind) {
+    case Type::Bit: return {0, 1};
+    case Type::TinyInt: return {0, 255};
+    case Type::SmallInt: return {-32768, 32767};
+    case Type::Int: return {-2147483648.0, 2147483647.0};
+    default: return {-9223372036854775808.0, 9223372036854774784.0};
+    }
+}
+
+DbError overflow(const Type& to) {
+    return DbError(8115, QString("Arithmetic overflow error converting expression to data type %1.")
+                             .arg(to.toString()));
+}
+
+QString blankPadded(const QString& text, const Type& type) {
+    const bool fixed = type.kind == Type::Char || type.kind == Type::NChar;
+    return fixed && type.length > 0 ? text.leftJustified(type.length, u' ') : text;
+}
+
+QString withoutTrailingBlanks(const QString& text) {
+    qsizetype size = text.size();
+    while (size > 0 && text[size - 1] == u' ') --size;
+    return text.left(size);
+}
+
+} // namespace
+
+QString inCodePage1252(const QString& text) {
+    // What the page has beside Latin-1, in the places 0x80 to 0x9f.
+    static const QString extra =
+        QString::fromUtf8("€‚ƒ„…†‡ˆ‰Š‹ŒŽ‘’“”•–—˜™š›œžŸ\u0081\u008d\u008f\u0090\u009d");
+    QString result;
+    bool changed = false;
+    for (const QChar c : text) {
+        const ushort code = c.unicode();
+        const bool known = code < 0x80 || (code >= 0xa0 && code < 0x100) || extra.contains(c);
+        result += known ? c : QChar(u'?');
+        changed |= !known;
+    }
+    return changed ? result : text;
+}
+
+double roundTo(double number, int places) {
+    const long double factor = std::pow(10.0L, places);
+    const long double scaled = static_cast<long double>(number) * factor;
+    // A half that binary cannot hold, as in 1.005, is still a half to whoever wrote it.
+    const long double nudge = std::fabs(scaled) * 1e-15L;
+    const long double rounded = scaled < 0 ? -std::floor(-scaled + 0.5L + nudge) : std::floor(scaled + 0.5L + nudge);
+    return double(rounded / factor);
+}
+
+QString floatText(double number, int digits) {
+    QString text = QString::number(number, 'g', digits);
+    if (text == "-0") text = "0";
+    // 1e+20 is written 1e+020
+    const qsizetype exponent = text.indexOf(u'e');
+    if (exponent >= 0) text = text.left(exponent + 2) + text.mid(exponent + 2).rightJustified(3, u'0');
+    return text;
+}
+
+bool parseNumber(const QString& text, double& number) {
+    const QString trimmed = text.trimmed();
+    if (trimmed.isEmpty()) return false;
+    for (const QChar c : trimmed)
+        if (!c.isDigit() && !QString("+-.eE").contains(c)) return false;
+    bool valid = false;
+    number = trimmed.toDouble(&valid);
+    if (!valid && (trimmed.endsWith(u'.') || trimmed.contains(u'.')))
+        number = QString(trimmed).append(u'0').toDouble(&valid);
+    return valid;
+}
+
+void Conversion::fail(const Value& value) const {
+    const QString text = std::holds_alternative<QString>(value) ? std::get<QString>(value) : written(value);
+    if (to.kind == Type::Decimal || to.kind == Type::Float || to.kind == Type::Real)
+        throw DbError(8114, QString("Error converting data type %1 to %2.")
+                                .arg(from.toString().section(u'(', 0, 0), to.toString().section(u'(', 0, 0)));
+    if (to.kind == Type::Money)
+        throw DbError(235, "Cannot convert a char value to money. The char value has incorrect syntax.");
+    throw DbError(245, QString("Conversion failed when converting the %1 value '%2' to data type %3.")
+                           .arg(from.toString().section(u'(', 0, 0), text, to.toString().section(u'(', 0, 0)));
+}
+
+Value Conversion::operator()(const Value& value) const {
+    if (isNull(value) || to.kind == Type::Null) return value;
+    if (to.isInteger()) return toInteger(value);
+    if (to.kind == Type::Decimal || to.kind == Type::Money) return toDecimal(value);
+    if (to.isNumber()) return toFloat(value);
+    if (to.isText()) return toText(value);
+    if (to.isDate()) return toDate(value);
+    return toBinary(value);
+}
+
+double Conversion::number(const Value& value) const {
+    if (const auto* integer = std::get_if<qint64>(&value)) return double(*integer);
+    if (const auto* real = std::get_if<double>(&value)) return *real;
+    if (const auto* text = std::get_if<QString>(&value)) {
+        if (from.isDate()) return dateText::toDays(dateText::fromStored(*text));
+        QString digits = *text;
+        if (to.kind == Type::Money) digits.remove(u',').remove(u'$').remove(QChar(0xa3));
+        double parsed = 0;
+        if (parseNumber(digits, parsed)) return parsed;
+        if (digits.trimmed().isEmpty() && to.kind != Type::Decimal) return 0;
+    }
+    fail(value);
+}
+
+Value Conversion::toInteger(const Value& value) const {
+    if (const auto* integer = std::get_if<qint64>(&value)) {
+        if (to.kind == Type::Bit) return qint64(*integer != 0);
+        if (to.kind == Type::BigInt) return value;
+    }
+    if (const auto* text = std::get_if<QString>(&value); text && !from.isDate()) {
+        const QString word = text->trimmed();
+        if (to.kind == Type::Bit) {
+            if (word.compare("true", Qt::CaseInsensitive) == 0) return qint64(1);
+            if (word.compare("false", Qt::CaseInsensitive) == 0) return qint64(0);
+        }
+        bool whole = word.isEmpty();
+        const qint64 parsed = word.isEmpty() ? 0 : word.toLongLong(&whole);
+        if (!whole) fail(value); // '1.5' is no integer
+        if (to.kind == Type::BigInt) return parsed;
+        if (to.kind == Type::Bit) return qint64(parsed != 0);
+    }
+    const double real = number(value);
+    if (to.kind == Type::Bit) return qint64(real != 0);
+    // Dates round to the nearest day, numbers lose their fraction.
+    const double whole = from.isDate() ? std::floor(real + 0.5) : std::trunc(real);
+    const Range range = rangeOf(to.kind);
+    if (whole < range.low || whole > range.high) {
+        if (std::holds_alternative<QString>(value))
+            throw DbError(to.kind == Type::Int ? 248 : 244,
+                          QString("The conversion of the %1 value '%2' overflowed an %3 column.")
+                              .arg(from.toString(), std::get<QString>(value), to.toString()));
+        if (to.kind == Type::TinyInt || to.kind == Type::SmallInt)
+            throw DbError(220, QString("Arithmetic overflow error for data type %1, value = %2.")
+                                   .arg(to.toString())
+                                   .arg(qint64(whole)));
+        throw overflow(to);
+    }
+    return qint64(whole);
+}
+
+Value Conversion::toDecimal(const Value& value) const {
+    const double real = number(value);
+    if (to.kind == Type::Money) {
+        if (std::fabs(real) > 922337203685477.0) throw overflow(to);
+        return roundTo(real, 4);
+    }
+    const double limit = std::pow(10.0, to.precision - to.scale);
+    const double rounded = roundTo(real, to.scale);
+    if (std::fabs(rounded) >= limit) throw overflow(to);
+    if (std::fabs(rounded) * std::pow(10.0, to.scale) > 9007199254740992.0 && rounded != std::floor(rounded))
+        throw notSupported("a decimal with more than 15 digits");
+    return rounded;
+}
+
+Value Conversion::toFloat(const Value& value) const {
+    const double real = number(value);
+    return to.kind == Type::Real ? double(float(real)) : real;
+}
+
+QString Conversion::written(const Value& value) const {
+    if (const auto* text = std::get_if<QString>(&value)) {
+        if (from.isDate()) return dateText::format(dateText::fromStored(*text), from, style);
+        return *text;
+    }
+    if (const auto* bytes = std::get_if<QByteArray>(&value)) return QString::fromLatin1(*bytes);
+    if (const auto* integer = std::get_if<qint64>(&value))
+        if (from.kind != Type::Money && from.kind != Type::Decimal) return QString::number(*integer);
+    const double real = std::holds_alternative<double>(value) ? std::get<double>(value)
+                                                              : double(std::get<qint64>(value));
+    if (from.kind == Type::Money) {
+        QString text = QString::number(roundTo(real, style == 2 ? 4 : 2), 'f', style == 2 ? 4 : 2);
+        if (style == 1)
+            for (qsizetype at = text.indexOf(u'.') - 3; at > (real < 0 ? 1 : 0); at -= 3) text.insert(at, u',');
+        return text;
+    }
+    if (from.kind == Type::Decimal) return QString::number(real, 'f', from.scale);
+    return floatText(real, style == 1 ? 8 : style == 2 ? 16 : 6);
+}
+
+Value Conversion::toText(const Value& value) const {
+    QString text = written(value);
+    if (!to.isUnicode()) text = inCodePage1252(text);
+    if (to.length == Type::Max || text.size() <= to.length) return blankPadded(text, to);
+    if (intoColumn) {
+        if (withoutTrailingBlanks(text).size() > to.length)
+            throw DbError(DbError::TextTooLong, "String or binary data would be truncated.");
+    } else if (from.isInteger()) {
+        return QString("*");
+    } else if (from.isNumber()) {
+        throw DbError(8115, QString("Arithmetic overflow error converting %1 to data type %2.")
+                                .arg(from.toString(), to.toString()));
+    }
+    return text.left(to.length);
+}
+
+Value Conversion::toDate(const Value& value) const {
+    if (const auto* text = std::get_if<QString>(&value)) {
+        if (from == to) return value;
+        if (from.isDate()) return dateText::toStored(dateText::fromStored(*text), to);
+        return dateText::toStored(dateText::parse(*text, dateText::orderOfStyle(style, dateOrder)), to);
+    }
+    return dateText::toStored(dateText::fromDays(number(value)), to);
+}
+
+Value Conversion::toBinary(const Value& value) const {
+    QByteArray bytes;
+    if (const auto* blob = std::get_if<QByteArray>(&value)) bytes = *blob;
+    else throw DbError(257, QString("Implicit conversion from data type %1 to varbinary is not allowed.")
+                                .arg(from.toString()));
+    if (to.length != Type::Max && bytes.size() > to.length) {
+        if (intoColumn) throw DbError(DbError::TextTooLong, "String or binary data would be truncated.");
+        bytes.truncate(to.length);
+    }
+    return bytes;
+}
+
+QString shown(const Value& value, const Type& type) {
+    if (isNull(value)) return {};
+    const double real = std::holds_alternative<double>(value)   ? std::get<double>(value)
+                        : std::holds_alternative<qint64>(value) ? double(std::get<qint64>(value))
+                                                                : 0;
+    switch (type.kind) {
+    case Type::Decimal:
+    case Type::Money: {
+        const QString text = QString::number(roundTo(real, type.scale), 'f', type.scale);
+        return text.startsWith(u'-') && real > -0.5 * std::pow(10.0, -type.scale) ? text.mid(1) : text;
+    }
+    case Type::Float: return QString::number(real, 'g', 15);
+    case Type::Real: return QString::number(real, 'g', 7);
+    case Type::Date: return std::get<QString>(value).left(10);
+    case Type::SmallDateTime: return std::get<QString>(value).left(19);
+    default: break;
+    }
+    if (const auto* text = std::get_if<QString>(&value)) return text->isNull() ? QString("") : *text;
+    if (const auto* bytes = std::get_if<QByteArray>(&value)) return QString::fromLatin1(bytes->toHex().toUpper());
+    if (const auto* integer = std::get_if<qint64>(&value)) return QString::number(*integer);
+    return QString::number(real, 'g', 15);
+}
+
+} // namespace embedded

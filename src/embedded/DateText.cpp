@@ -1,0 +1,246 @@
+#include "embedded/DateText.h"
+
+#include "embedded/Errors.h"
+
+#include <QLocale>
+#include <QRegularExpression>
+#include <cmath>
+
+namespace embedded::dateText {
+
+namespace {
+
+const QDate base(1900, 1, 1);
+
+/// 1 to 12 for an English month name, whole or its first three letters; 0 otherwise.
+int monthOf(const QString& word) {
+    static const QStringList names{"january", "february", "march",     "april",   "may",      "june",
+                                   "july",    "august",   "september", "october", "november", "december"};
+    const QString lower = word.toLower();
+    for (int i = 0; i < names.size(); ++i)
+        if (lower == names[i] || lower == names[i].left(3)) return i + 1;
+    return 0;
+}
+
+int fullYear(const QString& digits) {
+    const int year = digits.toInt();
+    if (digits.size() > 2) return year;
+    return year + (year < 50 ? 2000 : 1900);
+}
+
+/// "9", "9:05", "9:05:30", "9:05:30.123" with AM or PM. A lone hour needs AM or PM.
+bool parseTime(const QString& text, QTime& time) {
+    static const QRegularExpression form(
+        "^(\\d{1,2})(?::(\\d{1,2})(?::(\\d{1,2})(?:[.:](\\d{1,7}))?)?)?\\s*([AaPp][Mm])?$");
+    const QRegularExpressionMatch match = form.match(text.trimmed());
+    if (!match.hasMatch() || (match.captured(2).isEmpty() && match.captured(5).isEmpty())) return false;
+    int hour = match.captured(1).toInt();
+    const QString half = match.captured(5).toLower();
+    if (!half.isEmpty()) {
+        if (hour > 12) return false;
+        hour = hour % 12 + (half == "pm" ? 12 : 0);
+    }
+    const QString fraction = match.captured(4);
+    time = QTime(hour, match.captured(2).toInt(), match.captured(3).toInt(),
+                 fraction.isEmpty() ? 0 : int(fraction.leftJustified(3, u'0').left(3).toInt()));
+    return time.isValid();
+}
+
+bool parseDay(const QString& text, Order order, QDate& date) {
+    if (text.isEmpty()) return date = base, true;
+    static const QRegularExpression compact("^\\d{8}$|^\\d{6}$|^\\d{4}$");
+    if (compact.match(text).hasMatch()) {
+        if (text.size() == 4) date = QDate(text.toInt(), 1, 1);
+        else date = QDate(fullYear(text.chopped(4)), text.right(4).left(2).toInt(), text.right(2).toInt());
+        return true;
+    }
+    static const QRegularExpression separators("[\\s,/.-]+");
+    static const QRegularExpression boundary("(?<=\\d)(?=[A-Za-z])|(?<=[A-Za-z])(?=\\d)");
+    const QStringList parts = QString(text).replace(boundary, " ").split(separators, Qt::SkipEmptyParts);
+    QStringList numbers;
+    int month = 0;
+    for (const QString& part : parts) {
+        if (const int named = monthOf(part)) {
+            if (month != 0) return false;
+            month = named;
+        } else if (bool isNumber = false; part.toUInt(&isNumber), isNumber) {
+            numbers.append(part);
+        } else {
+            return false;
+        }
+    }
+    if (month != 0) {
+        if (numbers.isEmpty() || numbers.size() > 2) return false;
+        if (numbers.size() == 1) { // a month and a year, or a month and a day of this year
+            if (numbers[0].size() != 4) return false;
+            return date = QDate(fullYear(numbers[0]), month, 1), true;
+        }
+        const bool yearFirst = numbers[0].size() == 4;
+        date = QDate(fullYear(numbers[yearFirst ? 0 : 1]), month, numbers[yearFirst ? 1 : 0].toInt());
+        return true;
+    }
+    if (numbers.size() != 3) return false;
+    if (numbers[0].size() == 4) {
+        const bool dayBeforeMonth = order == Order::DayMonthYear;
+        date = QDate(numbers[0].toInt(), numbers[dayBeforeMonth ? 2 : 1].toInt(),
+                     numbers[dayBeforeMonth ? 1 : 2].toInt());
+    } else if (order == Order::YearMonthDay && numbers[2].size() != 4) {
+        date = QDate(fullYear(numbers[0]), numbers[1].toInt(), numbers[2].toInt());
+    } else {
+        const bool dayFirst = order == Order::DayMonthYear;
+        date = QDate(fullYear(numbers[2]), numbers[dayFirst ? 1 : 0].toInt(), numbers[dayFirst ? 0 : 1].toInt());
+    }
+    return true;
+}
+
+/// False when the text has no date's form; an impossible day yields an invalid date and true.
+bool parseParts(const QString& text, Order order, QDateTime& result) {
+    QString rest = text.simplified();
+    static const QRegularExpression iso("^(\\d{4}-\\d{2}-\\d{2})[Tt](\\d.*?)[Zz]?$");
+    if (const auto match = iso.match(rest); match.hasMatch()) {
+        rest = match.captured(1) + ' ' + match.captured(2);
+        order = Order::MonthDayYear;
+    }
+    QTime time(0, 0);
+    static const QRegularExpression clock("(?:^|\\s)(\\d{1,2}(?::[\\d:.]+)?\\s*(?:[AaPp][Mm])?)$");
+    if (const auto match = clock.match(rest); match.hasMatch() && parseTime(match.captured(1), time))
+        rest.truncate(match.capturedStart(0));
+    else if (rest.contains(u':')) return false;
+    QDate date;
+    if (!parseDay(rest.trimmed(), order, date)) return false;
+    result = date.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
+    return true;
+}
+
+QString pad(int number, int width) {
+    return QString::number(number).rightJustified(width, u'0');
+}
+
+QString clock12(const QTime& time, bool seconds, bool milliseconds) {
+    const int hour = time.hour() % 12 == 0 ? 12 : time.hour() % 12;
+    QString text = QString::number(hour).rightJustified(2, u' ') + ':' + pad(time.minute(), 2);
+    if (seconds) text += ':' + pad(time.second(), 2);
+    if (milliseconds) text += ':' + pad(time.msec(), 3);
+    return text + (time.hour() < 12 ? "AM" : "PM");
+}
+
+} // namespace
+
+QDateTime parse(const QString& text, Order order) {
+    QDateTime result;
+    if (!parseParts(text, order, result))
+        throw DbError(241, "Conversion failed when converting date and/or time from character string.");
+    if (!result.isValid() || result.date().year() > 9999)
+        throw DbError(242, "The conversion of a varchar data type to a datetime data type resulted in an "
+                           "out-of-range value.");
+    return result;
+}
+
+QDateTime tryParse(const QString& text, Order order) {
+    QDateTime result;
+    if (!parseParts(text, order, result) || !result.isValid()) return {};
+    return result.date().year() >= 1753 && result.date().year() <= 9999 ? result : QDateTime();
+}
+
+QDateTime fromStored(const QString& stored) {
+    QDateTime date = QDateTime::fromString(stored.left(10) + 'T' + stored.mid(11), Qt::ISODateWithMs);
+    date.setTimeSpec(Qt::UTC);
+    return date;
+}
+
+QString toStored(const QDateTime& date, const Type& type) {
+    QDateTime rounded = date;
+    int firstYear = 1753;
+    int lastYear = 9999;
+    if (type.kind == Type::Date) {
+        rounded.setTime(QTime(0, 0));
+        firstYear = 1;
+    } else if (type.kind == Type::SmallDateTime) {
+        rounded = date.addMSecs(30000 - (date.time().second() * 1000 + date.time().msec() + 30000) % 60000);
+        firstYear = 1900;
+        lastYear = 2079;
+    } else {
+        // Ticks of 1/300 s: .000, .003, .007
+        const int milliseconds = date.time().msec();
+        const int ticks = int(std::lround(milliseconds * 0.3));
+        rounded = date.addMSecs(int(std::lround(ticks / 0.3)) - milliseconds);
+    }
+    const QDate day = rounded.date();
+    if (!rounded.isValid() || day.year() < firstYear || day.year() > lastYear)
+        throw DbError(242, "The conversion resulted in an out-of-range datetime value.");
+    const QTime time = rounded.time();
+    return pad(day.year(), 4) + '-' + pad(day.month(), 2) + '-' + pad(day.day(), 2) + ' ' + pad(time.hour(), 2) + ':'
+           + pad(time.minute(), 2) + ':' + pad(time.second(), 2) + '.' + pad(time.msec(), 3);
+}
+
+QDateTime fromDays(double days) {
+    const double whole = std::floor(days);
+    return QDateTime(base.addDays(qint64(whole)), QTime(0, 0), Qt::UTC)
+        .addMSecs(qint64(std::llround((days - whole) * 86400000.0)));
+}
+
+double toDays(const QDateTime& date) {
+    return double(base.daysTo(date.date())) + date.time().msecsSinceStartOfDay() / 86400000.0;
+}
+
+Order orderOfStyle(int style, Order standard) {
+    switch (style % 100) {
+    case 1:
+    case 10: return Order::MonthDayYear;
+    case 3:
+    case 4:
+    case 5: return Order::DayMonthYear;
+    case 2:
+    case 11:
+    case 12:
+    case 20:
+    case 21:
+    case 26: return Order::YearMonthDay;
+    default: return standard;
+    }
+}
+
+QString format(const QDateTime& date, const Type& type, int style) {
+    const QTime time = date.time();
+    const QString dd = pad(date.date().day(), 2);
+    const QString mm = pad(date.date().month(), 2);
+    const QString mon = QLocale::c().toString(date.date(), "MMM");
+    const QString year = pad(date.date().year(), 4);
+    const bool onlyDay = type.kind == Type::Date;
+    const int form = style % 100;
+    // Two digits of the year below 100, save in the styles that always write four.
+    static const QList<int> alwaysFour{0, 9, 13, 20, 21, 26};
+    const QString yy = style < 100 && !alwaysFour.contains(style) ? year.right(2) : year;
+    const QString clock24 = pad(time.hour(), 2) + ':' + pad(time.minute(), 2) + ':' + pad(time.second(), 2);
+    const QString blankDay = QString::number(date.date().day()).rightJustified(2, u' ');
+    switch (form) {
+    case 0:
+        if (onlyDay) return year + '-' + mm + '-' + dd;
+        return mon + ' ' + blankDay + ' ' + year + ' ' + clock12(time, false, false);
+    case 1: return mm + '/' + dd + '/' + yy;
+    case 2: return yy + '.' + mm + '.' + dd;
+    case 3: return dd + '/' + mm + '/' + yy;
+    case 4: return dd + '.' + mm + '.' + yy;
+    case 5: return dd + '-' + mm + '-' + yy;
+    case 6: return dd + ' ' + mon + ' ' + yy;
+    case 7: return mon + ' ' + dd + ", " + yy;
+    case 8: return clock24;
+    case 9: return mon + ' ' + blankDay + ' ' + year + ' ' + clock12(time, true, true);
+    case 10: return mm + '-' + dd + '-' + yy;
+    case 11: return yy + '/' + mm + '/' + dd;
+    case 12: return yy + mm + dd;
+    case 13: return dd + ' ' + mon + ' ' + year + ' ' + clock24 + ':' + pad(time.msec(), 3);
+    case 14: return clock24 + ':' + pad(time.msec(), 3);
+    case 20: return year + '-' + mm + '-' + dd + (onlyDay ? QString() : ' ' + clock24);
+    case 21: return year + '-' + mm + '-' + dd + (onlyDay ? QString() : ' ' + clock24 + '.' + pad(time.msec(), 3));
+    case 26: {
+        const QString fraction = time.msec() == 0 ? QString() : '.' + pad(time.msec(), 3);
+        return year + '-' + mm + '-' + dd + (onlyDay ? QString() : 'T' + clock24 + fraction);
+    }
+    default: throw DbError(281, QString("%1 is not a valid style number when converting from datetime to a "
+                                        "character string.")
+                                    .arg(style));
+    }
+}
+
+} // namespace embedded::dateText

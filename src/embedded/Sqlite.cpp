@@ -1,0 +1,237 @@
+#include "embedded/Sqlite.h"
+
+#include "embedded/Collation.h"
+
+#include <sqlite3.h>
+
+#include <QFile>
+
+namespace embedded {
+
+namespace {
+
+QString textOf(const void* characters, int bytes) {
+    return bytes == 0 ? QString("") : QString::fromUtf8(static_cast<const char*>(characters), bytes);
+}
+
+Value valueOf(sqlite3_value* value) {
+    switch (sqlite3_value_type(value)) {
+    case SQLITE_INTEGER: return qint64(sqlite3_value_int64(value));
+    case SQLITE_FLOAT: return sqlite3_value_double(value);
+    case SQLITE_TEXT: {
+        const auto* text = sqlite3_value_text(value);
+        return textOf(text, sqlite3_value_bytes(value));
+    }
+    case SQLITE_BLOB: {
+        const auto* blob = static_cast<const char*>(sqlite3_value_blob(value));
+        return QByteArray(blob, sqlite3_value_bytes(value));
+    }
+    default: return {};
+    }
+}
+
+int compareTexts(void*, int sizeA, const void* a, int sizeB, const void* b) {
+    return collation::compare(QByteArrayView(static_cast<const char*>(a), sizeA),
+                              QByteArrayView(static_cast<const char*>(b), sizeB));
+}
+
+bool losesConnection(int code) {
+    switch (code & 0xff) {
+    case SQLITE_IOERR:
+    case SQLITE_CORRUPT:
+    case SQLITE_NOTADB:
+    case SQLITE_CANTOPEN:
+    case SQLITE_READONLY: return true;
+    default: return false;
+    }
+}
+
+} // namespace
+
+struct SqliteFile::Function {
+    SqliteFile* file;
+    NativeFunction call;
+};
+
+bool Arguments::isNull(int index) const { return sqlite3_value_type(m_values[index]) == SQLITE_NULL; }
+qint64 Arguments::integer(int index) const { return sqlite3_value_int64(m_values[index]); }
+double Arguments::real(int index) const { return sqlite3_value_double(m_values[index]); }
+Value Arguments::value(int index) const { return valueOf(m_values[index]); }
+QString Arguments::text(int index) const {
+    const auto* text = sqlite3_value_text(m_values[index]);
+    return textOf(text, sqlite3_value_bytes(m_values[index]));
+}
+
+SqliteStatement::SqliteStatement(SqliteStatement&& other) noexcept
+    : m_file(other.m_file), m_statement(std::exchange(other.m_statement, nullptr)) {}
+
+SqliteStatement::~SqliteStatement() {
+    sqlite3_finalize(m_statement);
+}
+
+SqliteStatement& SqliteStatement::bind(int place, const Value& value) {
+    if (const auto* integer = std::get_if<qint64>(&value)) sqlite3_bind_int64(m_statement, place, *integer);
+    else if (const auto* real = std::get_if<double>(&value)) sqlite3_bind_double(m_statement, place, *real);
+    else if (const auto* text = std::get_if<QString>(&value)) {
+        const QByteArray utf8 = text->toUtf8();
+        sqlite3_bind_text(m_statement, place, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+    } else if (const auto* blob = std::get_if<QByteArray>(&value)) {
+        sqlite3_bind_blob(m_statement, place, blob->constData(), int(blob->size()), SQLITE_TRANSIENT);
+    } else {
+        sqlite3_bind_null(m_statement, place);
+    }
+    return *this;
+}
+
+bool SqliteStatement::step() {
+    m_file->m_raised.reset();
+    const int code = sqlite3_step(m_statement);
+    if (code == SQLITE_ROW) return true;
+    if (code == SQLITE_DONE) return false;
+    const int detail = sqlite3_extended_errcode(m_file->m_database);
+    const QString message = QString::fromUtf8(sqlite3_errmsg(m_file->m_database));
+    sqlite3_reset(m_statement); // ends the statement's own transaction, so that its lock is given back
+    m_file->fail(detail, message);
+}
+
+void SqliteStatement::reset() {
+    sqlite3_reset(m_statement);
+}
+
+int SqliteStatement::columnCount() const { return sqlite3_column_count(m_statement); }
+bool SqliteStatement::isNull(int column) const {
+    return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
+}
+qint64 SqliteStatement::integer(int column) const { return sqlite3_column_int64(m_statement, column); }
+Value SqliteStatement::value(int column) const { return valueOf(sqlite3_column_value(m_statement, column)); }
+QString SqliteStatement::text(int column) const {
+    const auto* text = sqlite3_column_text(m_statement, column);
+    return textOf(text, sqlite3_column_bytes(m_statement, column));
+}
+
+SqliteFile::SqliteFile(const QString& path, Mode mode) : m_path(path) {
+    const int flags = SQLITE_OPEN_READWRITE | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &m_database, flags, nullptr);
+    if (code != SQLITE_OK) {
+        sqlite3_close(m_database);
+        throw DbError(DbError::Unreachable, QString("The server file \"%1\" cannot be opened.").arg(path), {}, true);
+    }
+    sqlite3_extended_result_codes(m_database, 1);
+    sqlite3_create_collation_v2(m_database, "T", SQLITE_UTF8, nullptr, compareTexts, nullptr);
+}
+
+SqliteFile::~SqliteFile() {
+    sqlite3_close_v2(m_database);
+}
+
+void SqliteFile::fail(int code, const QString& message) {
+    if (m_raised) {
+        const DbError raised = *m_raised;
+        m_raised.reset();
+        throw raised;
+    }
+    switch (code & 0xff) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED: throw DbError(DbError::LockTimeout, "Lock request time out period exceeded.");
+    case SQLITE_CONSTRAINT: throw ConstraintError(message);
+    case SQLITE_FULL: throw DbError(1105, "Could not allocate space: the disk is full.");
+    default:
+        throw DbError(losesConnection(code) ? int(DbError::Unreachable) : 0,
+                      QString("The server file \"%1\" failed: %2").arg(m_path, message), {}, losesConnection(code));
+    }
+}
+
+SqliteStatement SqliteFile::prepare(const QString& sql) {
+    m_raised.reset();
+    const QByteArray utf8 = sql.toUtf8();
+    sqlite3_stmt* statement = nullptr;
+    const int code = sqlite3_prepare_v2(m_database, utf8.constData(), int(utf8.size()), &statement, nullptr);
+    if (code != SQLITE_OK) fail(code, QString::fromUtf8(sqlite3_errmsg(m_database)));
+    return {*this, statement};
+}
+
+void SqliteFile::run(const QString& sql, const std::vector<Value>& values) {
+    SqliteStatement statement = prepare(sql);
+    for (std::size_t i = 0; i < values.size(); ++i) statement.bind(int(i) + 1, values[i]);
+    while (statement.step()) continue;
+}
+
+Value SqliteFile::scalar(const QString& sql, const std::vector<Value>& values) {
+    SqliteStatement statement = prepare(sql);
+    for (std::size_t i = 0; i < values.size(); ++i) statement.bind(int(i) + 1, values[i]);
+    return statement.step() ? statement.value(0) : Value();
+}
+
+void SqliteFile::addFunction(const QString& name, int arguments, bool deterministic, NativeFunction function) {
+    m_functions.push_back(std::make_unique<Function>(Function{this, std::move(function)}));
+    sqlite3_create_function_v2(m_database, name.toUtf8().constData(), arguments,
+                               SQLITE_UTF8 | (deterministic ? SQLITE_DETERMINISTIC : 0) | SQLITE_INNOCUOUS,
+                               m_functions.back().get(), &SqliteFile::callFunction, nullptr, nullptr, nullptr);
+}
+
+void SqliteFile::callFunction(sqlite3_context* context, int count, sqlite3_value** values) {
+    const auto* function = static_cast<Function*>(sqlite3_user_data(context));
+    try {
+        const Value result = function->call(Arguments(count, values));
+        if (const auto* integer = std::get_if<qint64>(&result)) sqlite3_result_int64(context, *integer);
+        else if (const auto* real = std::get_if<double>(&result)) sqlite3_result_double(context, *real);
+        else if (const auto* text = std::get_if<QString>(&result)) {
+            const QByteArray utf8 = text->toUtf8();
+            sqlite3_result_text(context, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+        } else if (const auto* blob = std::get_if<QByteArray>(&result)) {
+            sqlite3_result_blob(context, blob->constData(), int(blob->size()), SQLITE_TRANSIENT);
+        } else {
+            sqlite3_result_null(context);
+        }
+    } catch (const DbError& error) {
+        function->file->m_raised = error;
+        sqlite3_result_error(context, error.text().toUtf8().constData(), -1);
+    }
+}
+
+void SqliteFile::setLockTimeout(int milliseconds) {
+    sqlite3_busy_timeout(m_database, milliseconds);
+}
+
+bool SqliteFile::inTransaction() const { return !sqlite3_get_autocommit(m_database); }
+qint64 SqliteFile::lastRowId() const { return sqlite3_last_insert_rowid(m_database); }
+qint64 SqliteFile::changes() const { return sqlite3_changes64(m_database); }
+
+bool SqliteFile::isGone() const {
+    int moved = 0;
+    const int code = sqlite3_file_control(m_database, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    return code == SQLITE_OK && moved != 0;
+}
+
+QString sqliteName(const QString& name) {
+    return '"' + QString(name).replace(u'"', "\"\"") + '"';
+}
+
+QString sqliteText(const QString& text) {
+    return '\'' + QString(text).replace(u'\'', "''") + '\'';
+}
+
+Savepoint::Savepoint(SqliteFile& file) : m_file(file), m_outermost(!file.inTransaction()) {
+    m_file.run(m_outermost ? "BEGIN IMMEDIATE" : "SAVEPOINT together");
+}
+
+Savepoint::~Savepoint() {
+    if (!m_open) return;
+    try {
+        if (m_outermost) {
+            if (m_file.inTransaction()) m_file.run("ROLLBACK");
+        } else {
+            m_file.run("ROLLBACK TO together");
+            m_file.run("RELEASE together");
+        }
+    } catch (const DbError&) {
+        // The session is lost with its file; what it had open is undone with it.
+    }
+}
+
+void Savepoint::release() {
+    m_file.run(m_outermost ? "COMMIT" : "RELEASE together");
+    m_open = false;
+}
+
+} // namespace embedded

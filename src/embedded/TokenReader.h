@@ -1,0 +1,49 @@
+#pragma once
+
+#include "embedded/Ast.h"
+#include "embedded/Lexer.h"
+
+namespace embedded {
+
+/// The parser's place in its tokens, and the small steps that every part of the parser takes.
+class TokenReader {
+public:
+    TokenReader(const QString& batch, bool quotedIdentifiers)
+        : m_batch(batch), m_tokens(tokenize(batch)), m_quotedIdentifiers(quotedIdentifiers) {}
+
+protected:
+    const Token& peek(int ahead = 0) const;
+    Token take();
+    bool atEnd() const { return peek().kind == Token::End; }
+    /// A keyword or symbol, whatever its case; a bracketed name is never a keyword.
+    bool is(const char* word, int ahead = 0) const;
+    bool accept(const char* word);
+    /// Two keywords in a row.
+    bool accept(const char* first, const char* second);
+    void expect(const char* word);
+    bool isName(int ahead = 0) const;
+    QString takeName();
+    /// Up to three parts, with empty ones allowed as in db..table.
+    ObjectName takeObjectName();
+    QStringList takeNameList(); ///< in brackets
+    QString takeVariable();
+    /// An optional minus sign and digits.
+    qint64 takeInteger();
+    Type takeType();
+    /// The text from the given position up to the next token.
+    QString textSince(qsizetype position) const;
+    bool quotedIdentifiers() const { return m_quotedIdentifiers; }
+
+    /// DbError 102, or 156 at a keyword.
+    [[noreturn]] void syntaxError() const;
+    static bool isReserved(const QString& word);
+
+    const QString& m_batch;
+
+private:
+    QList<Token> m_tokens;
+    qsizetype m_at = 0;
+    bool m_quotedIdentifiers;
+};
+
+} // namespace embedded

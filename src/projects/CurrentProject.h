@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+#include <functional>
+
+/// What is known about the analysis project that the user works with. One object for the whole run,
+/// filled when a project is chosen; models hold a reference to it and read it when they are asked.
+struct CurrentProject {
+    QString database;      ///< empty while no project is chosen
+    QString unitabAccount; ///< the account of its bills
+    int billType = 0;      ///< see reports/BillType.h; 0 while unknown
+    QDate defaultStart;    ///< of its bills; invalid while unknown
+    QDate defaultEnd;
+    bool wispera = false; ///< it holds Wispera data
+
+    /// Reports take the project's default dates instead of their own. Belongs to the application, not
+    /// to the project: it outlives a change of project.
+    bool useDefaultDates = false;
+    /// Brings the default dates up to date. Called at every reading of a report's dates while
+    /// useDefaultDates is on, so it should ask the server only when something may have changed.
+    std::function<void()> refreshBillDates;
+};

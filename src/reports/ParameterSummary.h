@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+class clsReportParameters;
+struct CurrentProject;
+
+/// What is selected in the parameter groups that `options` (an entry's options text) offers, as pieces
+/// joined by ", ". Dates and times stand in the desktop's short forms, years in four digits.
+QString parameterSummary(const clsReportParameters& parameters, const CurrentProject& project, int reportType,
+                         const QString& options);

@@ -1,0 +1,139 @@
+#include "schedules/clsSchedule.h"
+
+#include "app/Session.h"
+#include "app/modCommonFunctions.h"
+#include "db/ColumnText.h"
+#include "db/DbError.h"
+#include "schedules/ScheduleStatus.h"
+#include "db/StoredTitle.h"
+
+clsSchedule::clsSchedule(Session& session) : m_session(session) {
+    Clear();
+}
+
+void clsSchedule::Clear() {
+    m_id = notStored;
+    m_title.clear();
+    m_projectFile.clear();
+    m_template.reset();
+    m_runDate = QDateTime::currentDateTime();
+    m_ranDate = zeroDate();
+    m_hasChanged = false;
+}
+
+clsTemplate& clsSchedule::Template() {
+    if (!m_template) m_template = std::make_unique<clsTemplate>(m_session.db(), m_session.project);
+    return *m_template;
+}
+
+void clsSchedule::setTemplate(std::unique_ptr<clsTemplate> value) {
+    m_template = std::move(value);
+    m_hasChanged = true;
+}
+
+void clsSchedule::setProjectFile(const QString& project) {
+    m_projectFile = project;
+    m_hasChanged = true;
+}
+
+void clsSchedule::setTitle(const QString& title) {
+    m_title = title;
+    m_hasChanged = true;
+}
+
+void clsSchedule::setRunDate(const QDateTime& when) {
+    m_runDate = when;
+    m_hasChanged = true;
+}
+
+clsSchedule::LoadResult clsSchedule::LoadSchedule(int id) {
+    Clear();
+    if (id == notStored) return NoId;
+    const RecordSet rows = m_session.db().query(
+        sql("SELECT * FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE [ScheduleID] = {}", id));
+    if (rows.isEmpty()) return NotFound;
+    const Row row = rows.row(0);
+    if (!Template().LoadTemplate(row.integer("TemplateID"))) return TemplateFailed;
+    const QString project = row.text("ProjectRef");
+    if (project.isEmpty()) return NoProject;
+    m_projectFile = project;
+    m_title = shownTitle(row.text("ScheduleTitle"));
+    if (const QDateTime run = parseStoredDate(row.text("RunDate")); run.isValid()) m_runDate = run;
+    if (const QDateTime ran = parseStoredDate(row.text("RanDate")); ran.isValid()) m_ranDate = ran;
+    m_id = row.integer("ScheduleID");
+    return Loaded;
+}
+
+clsSchedule::SaveResult clsSchedule::SaveSchedule(const QString& newTitle, bool saveTemplate) {
+    const QString title = newTitle.isEmpty() ? m_title : newTitle;
+    if (title.isEmpty()) return TitleMissing;
+    requireFits("schedule title", title, longestTitle, CodePage::Unicode);
+    requireFits("project name", m_projectFile, 128, CodePage::Unicode);
+    const QString stored = storedTitle(title);
+    const bool insert = !newTitle.isEmpty() || m_id == notStored;
+
+    Transaction transaction(m_session.db());
+    if (titleIsUsed(stored, insert)) return TitleExists;
+    const int former = m_id;
+    try {
+        insert ? insertRow(stored) : updateRow(stored);
+        if (saveTemplate && Template().SaveTemplate() != clsTemplate::Saved)
+            throw DbError(0, "The template's name is used by another template of its account.");
+        transaction.commit();
+    } catch (...) {
+        m_id = former;
+        throw;
+    }
+    m_title = title;
+    m_hasChanged = false;
+    return Saved;
+}
+
+bool clsSchedule::titleIsUsed(const QString& storedTitle, bool insert) const {
+    Connection& db = m_session.db();
+    const QString count
+        = insert ? db.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) "
+                                 "WHERE ([ScheduleTitle] = {})",
+                                 storedTitle))
+                 : db.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) "
+                                 "WHERE ([ScheduleTitle] = {} AND [ScheduleID] <> {})",
+                                 storedTitle, m_id));
+    return count.toInt() >= 1;
+}
+
+void clsSchedule::insertRow(const QString& storedTitle) {
+    Connection& db = m_session.db();
+    db.execute(sql("INSERT INTO NorvaScheduler.dbo.[tblSchedule] ([ScheduleTitle], [TemplateID], [ProjectRef], "
+                   "[RunDate], [Status], [RanDate], [Username]) VALUES ({}, {}, {}, {}, {}, {}, {})",
+                   storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate), int(Pending),
+                   storedDate(zeroDate()), m_session.userName));
+    m_id = int(db.scalar(sql("SELECT @@IDentity")).toDouble()); // a decimal on some servers
+}
+
+void clsSchedule::updateRow(const QString& storedTitle) {
+    const qint64 rows = m_session.db().execute(
+        sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [ScheduleTitle] = {}, [TemplateID] = {}, [ProjectRef] = {}, "
+            "[RunDate] = {}, [Username] = {} WHERE ([ScheduleID] = {})",
+            storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate), m_session.userName, m_id));
+    if (rows == 0)
+        throw DbError(0, "This schedule was deleted by somebody else in the meantime. "
+                         "You can keep your work by saving it under a new title.");
+}
+
+int clsSchedule::GetStatus() const {
+    const QString status = m_session.db().scalar(
+        sql("SELECT [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE [ScheduleID] = {}", m_id));
+    return status.isNull() ? int(NoSuchSchedule) : status.toInt();
+}
+
+void clsSchedule::SetRanDate(const QDateTime& when) {
+    m_session.db().execute(
+        sql("UPDATE [tblSchedule] SET [RanDate] = {} WHERE ([ScheduleID] = {})", storedDate(when), m_id));
+    readRanDate();
+}
+
+void clsSchedule::readRanDate() {
+    const QDateTime ran = parseStoredDate(m_session.db().scalar(
+        sql("SELECT TOP 1 [RanDate] FROM NorvaScheduler.dbo.tblSchedule WHERE ([ScheduleID] = {})", m_id)));
+    m_ranDate = ran.isValid() ? ran : zeroDate();
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "templates/clsTemplate.h"
+
+#include <QDateTime>
+#include <memory>
+
+struct Session;
+
+/// A schedule: one template bound to one project and a time. Loaded from and saved to tblSchedule;
+/// database errors pass through as DbError.
+class clsSchedule {
+public:
+    enum LoadResult { Loaded = 0, NoId = -1, NotFound = -2, TemplateFailed = -3, NoProject = -4 };
+    enum SaveResult { Saved = 0, TitleExists = -1, TitleMissing = -2 };
+
+    static constexpr int notStored = -1;
+    static constexpr int longestTitle = 50; ///< characters, as typed
+
+    explicit clsSchedule(Session& session);
+
+    void Clear();
+    /// Stores when the schedule was run, and reads it back.
+    void SetRanDate(const QDateTime& when);
+    /// Inserts under `newTitle` when it is given or the schedule is not stored yet, else updates. With
+    /// `saveTemplate` the template is saved as well, in the same transaction. Throws DbError when the
+    /// row to update is gone or a text does not fit.
+    SaveResult SaveSchedule(const QString& newTitle, bool saveTemplate);
+    /// On failure the object is left cleared, but for what was read before the failure.
+    LoadResult LoadSchedule(int id);
+    /// The stored status; 5 when the row is gone.
+    int GetStatus() const;
+
+    /// The template that is run; an empty one when none was set.
+    clsTemplate& Template();
+    void setTemplate(std::unique_ptr<clsTemplate> value);
+    int ID() const { return m_id; }
+    const QString& ProjectFile() const { return m_projectFile; }
+    void setProjectFile(const QString& project);
+    const QString& Title() const { return m_title; }
+    void setTitle(const QString& title);
+    const QDateTime& RunDate() const { return m_runDate; }
+    void setRunDate(const QDateTime& when);
+    const QDateTime& RanDate() const { return m_ranDate; }
+    bool HasChanged() const { return m_hasChanged; }
+    void setHasChanged(bool changed) { m_hasChanged = changed; }
+
+private:
+    bool titleIsUsed(const QString& storedTitle, bool insert) const;
+    void insertRow(const QString& storedTitle);
+    void updateRow(const QString& storedTitle);
+    void readRanDate();
+
+    Session& m_session;
+    int m_id = notStored;
+    QString m_title;
+    QString m_projectFile;
+    std::unique_ptr<clsTemplate> m_template;
+    QDateTime m_runDate;
+    QDateTime m_ranDate;
+    bool m_hasChanged = false;
+};

@@ -1,0 +1,278 @@
+#include "schedules/frmMainScreen.h"
+
+#include "app/Session.h"
+#include "app/SettingsStore.h"
+#include "app/Version.h"
+#include "app/frmHelp.h"
+#include "app/modOptions.h"
+#include "db/DbError.h"
+#include "db/SchedulerDatabase.h"
+#include "schedules/ScheduleList.h"
+#include "schedules/ScheduleStatus.h"
+#include "schedules/modScheduler.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui/Palette.h"
+#include "ui/SlotGuard.h"
+#include "ui/uctColourKey.h"
+#include "ui_frmMainScreen.h"
+
+#include <QCloseEvent>
+#include <QToolButton>
+#include <chrono>
+
+namespace {
+
+enum PendingColumn { TitleColumn, StatusColumn, DateColumn, ContentsColumn, TemplateColumn };
+
+const QString sortHint = "(Click on a header to apply sorting)";
+
+QLabel* subtleLabel(const QString& name, const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(name);
+    QPalette colours = label->palette();
+    colours.setColor(QPalette::WindowText, Palette::subtleText());
+    label->setPalette(colours);
+    return label;
+}
+
+ListRow listRow(const ScheduleListRow& schedule) {
+    ListRow row{schedule.id, {schedule.title, statusText(schedule.status), schedule.shownDate}};
+    row.toolTip = schedule.problem;
+    if (isFinished(schedule.status)) return row;
+    row.texts << schedule.contents << schedule.templateTitle;
+    row.background = schedule.subProjects ? Palette::multiSelectCostCentre() : QColor();
+    return row;
+}
+
+} // namespace
+
+frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
+    : QMainWindow(parent), m_context(context), m_ui(std::make_unique<Ui::frmMainScreen>()) {
+    m_ui->setupUi(this);
+    upgradeAtMainScreen(m_context.session.db());
+    ReadGlobalOptions(m_context.session);
+    m_ui->header->setNote(
+        QString("%1 on %2").arg(m_context.session.userName, m_context.session.serverName));
+    buildFooter();
+    buildLists();
+    m_ui->splitter->remember("MainScreen");
+
+    m_tmrScheduler.setObjectName("tmrScheduler");
+    m_tmrScheduler.setInterval(std::chrono::milliseconds(30'000));
+    connect(&m_tmrScheduler, &QTimer::timeout, this, &frmMainScreen::tmrScheduler_Timer);
+    FillScheduleList();
+    ListViewColumnSort(*m_ui->lstSchedules, DateColumn, true);
+    ListViewColumnSort(*m_ui->lstFinished, DateColumn, true);
+}
+
+frmMainScreen::~frmMainScreen() = default;
+
+void frmMainScreen::buildFooter() {
+    uctFooter& footer = *m_ui->footer;
+    const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip, auto slot) {
+        connect(footer.add(name, caption, icon, toolTip), &QToolButton::clicked, this, slot);
+    };
+    add("Add", "&Add Schedule", "list-add", "Add a schedule", &frmMainScreen::cmdAdd_Click);
+    add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule", &frmMainScreen::cmdEdit_Click);
+    add("Delete", "&Delete Schedule", "edit-delete", "Delete the selected schedule", &frmMainScreen::cmdDelete_Click);
+    footer.addStretch();
+    add("ManageTemplates", "Manage &Templates", "view-list-details", "Manage the report templates",
+        &frmMainScreen::cmdManageTemplates_Click);
+    add("Options", "&Options", "configure", "View/edit Scheduler options", &frmMainScreen::cmdOptions_Click);
+    footer.addStretch();
+    add("Version", "&Version", "help-about", "View the version number for the Scheduler program",
+        &frmMainScreen::cmdVersion_Click);
+    add("Help", "&Help", "help-contents", "View Scheduler help", &frmMainScreen::cmdHelp_Click);
+    add("Exit", "E&xit", "application-exit", "Exit the application", &QWidget::close);
+}
+
+void frmMainScreen::buildLists() {
+    m_ui->lstSchedules->setColumns({{"Schedule Title"},
+                                    {"Status"},
+                                    {"Due To Run", ListColumn::Date},
+                                    {"Reports/Sub Projects"},
+                                    {"Template"}},
+                                   "PendingSchedules");
+    m_ui->lstSchedules->setEmptyText("No schedule is waiting. Add Schedule makes one.");
+    m_ui->lstFinished->setColumns({{"Schedule Title"}, {"Status"}, {"Date/Time Ran", ListColumn::Date}},
+                                  "CompletedSchedules");
+    m_ui->lstFinished->setEmptyText("No schedule has been run yet.");
+
+    m_ui->hdrSchedules->addWidget(subtleLabel("lblSchedulesTitleSort", sortHint, this));
+    m_ui->hdrFinished->addWidget(subtleLabel("lblFinishedTitleSort", sortHint, this));
+    auto* key = new uctColourKey("Colour Key", this);
+    key->setToolTip("Colour key for the pending schedule types");
+    key->add("lblKeyStandard", "Standard Schedule", Palette::standardSchedule());
+    key->add("lblKeyMultiCC", "Multi Select CC", Palette::multiSelectCostCentre());
+    m_ui->hdrSchedules->addWidget(key);
+    m_ui->hdrSchedules->attach(m_ui->lstSchedules, "PendingSchedules", m_ui->panePending);
+    m_ui->hdrFinished->attach(m_ui->lstFinished, "CompletedSchedules", m_ui->paneFinished);
+    connectList(*m_ui->lstSchedules, false);
+    connectList(*m_ui->lstFinished, true);
+}
+
+void frmMainScreen::connectList(uctListView& list, bool finished) {
+    connect(&list, &uctListView::selectedIdChanged, this, [this, finished] { selectRow(finished); });
+    connect(&list, &uctListView::rowActivated, this, &frmMainScreen::cmdEdit_Click);
+    connect(&list, &uctListView::deletePressed, this, &frmMainScreen::cmdDelete_Click);
+}
+
+void frmMainScreen::selectRow(bool finished) {
+    uctListView& list = finished ? *m_ui->lstFinished : *m_ui->lstSchedules;
+    const std::optional<int> id = list.selectedId();
+    if (!id) return;
+    m_selectedScheduleId = *id;
+    m_finishedListActive = finished;
+    ListViewUnselect(finished ? *m_ui->lstSchedules : *m_ui->lstFinished);
+}
+
+void frmMainScreen::FillScheduleList() {
+    m_tmrScheduler.stop();
+    try {
+        showRows(loadScheduleList(m_context.session));
+        m_ui->lblServerState->clear();
+    } catch (const DbError& error) {
+        m_context.session.log.write("frmMainScreen.FillScheduleList", error.number(), error.text());
+        m_ui->lblServerState->setText(error.connectionLost()
+                                          ? "The server cannot be reached. The lists show its last state; trying again…"
+                                          : "The schedules could not be read: " + error.text());
+    }
+    m_tmrScheduler.start();
+}
+
+void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
+    std::vector<ListRow> pending;
+    std::vector<ListRow> finished;
+    m_runDates.clear();
+    const QDateTime now = QDateTime::currentDateTime();
+    for (const ScheduleListRow& schedule : rows) {
+        ListRow row = listRow(schedule);
+        if (isFinished(schedule.status)) {
+            finished.push_back(std::move(row));
+            continue;
+        }
+        if (statusText(schedule.status) == statusText(Pending)) {
+            row.texts[StatusColumn] = dueText(schedule.runDate, now);
+            m_runDates.insert(schedule.id, schedule.runDate);
+        }
+        pending.push_back(std::move(row));
+    }
+    const int selected = m_selectedScheduleId;
+    m_ui->lstSchedules->setRows(std::move(pending));
+    m_ui->lstFinished->setRows(std::move(finished));
+    m_lastDueUpdate = now;
+    // A schedule that finished meanwhile is found again in the other list.
+    if (!m_ui->lstSchedules->selectId(selected) && !m_ui->lstFinished->selectId(selected))
+        m_selectedScheduleId = -1;
+}
+
+void frmMainScreen::PopulateScreen(bool force) {
+    const QDateTime now = QDateTime::currentDateTime();
+    const auto minute = [](const QDateTime& time) { return time.toSecsSinceEpoch() / 60; };
+    if (!force && minute(now) == minute(m_lastDueUpdate)) return;
+    ListModel& rows = m_ui->lstSchedules->rows();
+    for (auto schedule = m_runDates.cbegin(); schedule != m_runDates.cend(); ++schedule)
+        rows.setText(rows.rowOf(schedule.key()), StatusColumn, dueText(schedule.value(), now));
+    m_lastDueUpdate = now;
+}
+
+void frmMainScreen::CalledBack() {
+    FillScheduleList();
+}
+
+void frmMainScreen::tmrScheduler_Timer() {
+    FillScheduleList();
+    PopulateScreen(false);
+}
+
+void frmMainScreen::run(const char* slot, const std::function<void()>& body) {
+    guarded(m_context, this, slot, body);
+}
+
+void frmMainScreen::notYet(const QString& what) {
+    m_context.messages.notice(this, what + " is not part of this version yet.");
+}
+
+void frmMainScreen::cmdAdd_Click() {
+    notYet("Adding schedules");
+}
+
+void frmMainScreen::cmdEdit_Click() {
+    run("frmMainScreen.cmdEdit_Click", [this] {
+        if (m_selectedScheduleId == -1) m_context.messages.notice(this, "You must select a schedule to edit.");
+        else editSchedule(m_selectedScheduleId);
+    });
+}
+
+void frmMainScreen::editSchedule(int id) {
+    switch (ReadScheduleStatus(m_context.session, id)) {
+    case Processing: resetSchedule(id); break;
+    case CompletedWithErrors:
+    case Completed: notYet("The log of a schedule"); break;
+    default: notYet("Editing schedules");
+    }
+}
+
+void frmMainScreen::resetSchedule(int id) {
+    m_context.messages.notice(this, "Reseting this schedule status, due to an unknown error");
+    WaitCursor wait;
+    ResetSchedule(m_context.session, id);
+    FillScheduleList();
+}
+
+void frmMainScreen::cmdDelete_Click() {
+    run("frmMainScreen.cmdDelete_Click", [this] {
+        uctListView& list = m_finishedListActive ? *m_ui->lstFinished : *m_ui->lstSchedules;
+        const std::optional<int> id = list.selectedId();
+        if (!id) {
+            m_context.messages.notice(this, "You must select a schedule to delete.");
+            return;
+        }
+        const QString question = "Are you sure you want to delete the schedule '%1' ?";
+        if (!m_context.messages.ask(this, question.arg(list.textOf(*id, TitleColumn)))) return;
+        WaitCursor wait;
+        DeleteSchedule(m_context.session, *id);
+        FillScheduleList();
+    });
+}
+
+void frmMainScreen::cmdManageTemplates_Click() {
+    notYet("The template manager");
+}
+
+void frmMainScreen::cmdOptions_Click() {
+    notYet("The options screen");
+}
+
+void frmMainScreen::cmdVersion_Click() {
+    m_context.messages.notice(this, QString("Scheduler v") + programVersion);
+}
+
+void frmMainScreen::cmdHelp_Click() {
+    run("frmMainScreen.cmdHelp_Click", [this] { showHelp(m_context.session.paths.AppFolder(), this); });
+}
+
+void frmMainScreen::restorePlacement() {
+    const auto setting = [](const char* key, int standard) {
+        return getSetting("VWT", "Position", key, QString::number(standard)).toInt();
+    };
+    setGeometry(setting("X", x()), setting("Y", y()), setting("W", width()), setting("H", height()));
+    constexpr int maximized = 2;
+    if (setting("Type", maximized) == maximized) setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+void frmMainScreen::savePlacement() const {
+    const auto keep = [](const char* key, int value) { saveSetting("VWT", "Position", key, QString::number(value)); };
+    const QRect place = normalGeometry();
+    keep("Type", isMaximized() ? 2 : 0);
+    keep("X", place.x());
+    keep("Y", place.y());
+    keep("W", place.width());
+    keep("H", place.height());
+}
+
+void frmMainScreen::closeEvent(QCloseEvent* event) {
+    savePlacement();
+    event->accept();
+}

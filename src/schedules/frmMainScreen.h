@@ -1,0 +1,72 @@
+#pragma once
+
+#include "ui/ScreenContext.h"
+
+#include <QDateTime>
+#include <QMainWindow>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+class QToolButton;
+class uctListView;
+struct ScheduleListRow;
+namespace Ui {
+class frmMainScreen;
+}
+
+/// The hub of the program: the pending and the completed schedules, kept current by a timer, and the
+/// ways into every other screen.
+class frmMainScreen : public QMainWindow {
+    Q_OBJECT
+
+public:
+    /// Upgrades the scheduler database and reads the global options; throws DbError when it cannot.
+    explicit frmMainScreen(ScreenContext& context, QWidget* parent = nullptr);
+    ~frmMainScreen() override;
+
+    /// Window state, place and size as this desktop user left them.
+    void restorePlacement();
+    /// Reads the schedules anew. While the server cannot be reached the lists stay as they are and
+    /// the status line says so.
+    void FillScheduleList();
+    /// Brings the due texts of the pending schedules up to date; unless forced, once a minute at most.
+    void PopulateScreen(bool force);
+
+public slots:
+    /// For child screens that close.
+    void CalledBack();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private slots:
+    void cmdAdd_Click();
+    void cmdEdit_Click();
+    void cmdDelete_Click();
+    void cmdManageTemplates_Click();
+    void cmdOptions_Click();
+    void cmdVersion_Click();
+    void cmdHelp_Click();
+    void tmrScheduler_Timer();
+
+private:
+    void buildFooter();
+    void buildLists();
+    void connectList(uctListView& list, bool finished);
+    void showRows(const std::vector<ScheduleListRow>& rows);
+    void selectRow(bool finished);
+    void editSchedule(int id);
+    void resetSchedule(int id);
+    void savePlacement() const;
+    void run(const char* slot, const std::function<void()>& body);
+    void notYet(const QString& what);
+
+    ScreenContext& m_context;
+    std::unique_ptr<Ui::frmMainScreen> m_ui;
+    QTimer m_tmrScheduler;
+    QHash<int, QDateTime> m_runDates; ///< of the pending list, by ScheduleID
+    int m_selectedScheduleId = -1;
+    bool m_finishedListActive = false;
+    QDateTime m_lastDueUpdate;
+};

@@ -1,0 +1,64 @@
+#include "schedules/modScheduler.h"
+
+#include "app/Session.h"
+#include "app/modCommonFunctions.h"
+#include "db/DbError.h"
+#include "schedules/ScheduleStatus.h"
+#include "schedules/clsSchedule.h"
+
+#include <limits>
+
+int ReadScheduleStatus(Session& session, int scheduleId) {
+    const QString status = session.db().scalar(
+        sql("SELECT TOP 1 [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE ([ScheduleID] = {})",
+            scheduleId));
+    if (status.isNull()) throw DbError(0, "This schedule has been deleted by somebody else in the meantime.");
+    return status.toInt();
+}
+
+void SetScheduleStatus(Session& session, int scheduleId, int status) {
+    session.db().execute(
+        sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [Status] = {} WHERE ([ScheduleID] = {})", status, scheduleId));
+}
+
+void WriteLogEntry(Session& session, int errorCode, const QString& errorDescription) {
+    const LogSubject& subject = session.logSubject;
+    session.db().execute(sql("INSERT INTO NorvaScheduler.dbo.[tblLogs] ([ScheduleID], [ReportID], [ErrorCode], "
+                             "[ErrorDescription], [ReportName]) VALUES ({}, {}, {}, {}, {})",
+                             subject.LogScheduleID, subject.LogReportID, errorCode, errorDescription,
+                             subject.LogReportName));
+}
+
+void ResetSchedule(Session& session, int scheduleId) {
+    Transaction transaction(session.db());
+    session.logSubject = {scheduleId, -1, {}};
+    WriteLogEntry(session, -1, "Status reset by user");
+    session.logSubject.LogScheduleID = -1;
+    SetScheduleStatus(session, scheduleId, CompletedWithErrors);
+    transaction.commit();
+}
+
+void DeleteSchedule(Session& session, int scheduleId) {
+    Transaction transaction(session.db());
+    session.db().execute(sql("DELETE FROM NorvaScheduler.dbo.[tblLogs] WHERE ([ScheduleID] = {})", scheduleId));
+    session.db().execute(sql("DELETE FROM NorvaScheduler.dbo.[tblSchedule] WHERE ([ScheduleID] = {})", scheduleId));
+    transaction.commit();
+}
+
+QString dueText(const QDateTime& runDate, const QDateTime& now) {
+    if (!runDate.isValid() || runDate >= now) return "Pending";
+    const qint64 seconds = runDate.secsTo(now);
+    const QString prefix = "Pending (Delayed %1)";
+    if (seconds > std::numeric_limits<qint32>::max()) {
+        const int years = now.date().year() - runDate.date().year();
+        return prefix.arg(QString("%1 %2").arg(years).arg(years < 2 ? "Year" : "Years"));
+    }
+    if (seconds >= 61) return prefix.arg(durationText(seconds, false));
+    return seconds >= 1 ? prefix.arg(" <1 Min") : QString("Pending");
+}
+
+std::optional<qint64> GetSecondsToRun(Session& session, int scheduleId) {
+    clsSchedule schedule(session);
+    if (schedule.LoadSchedule(scheduleId) != clsSchedule::Loaded) return std::nullopt;
+    return QDateTime::currentDateTime().secsTo(schedule.RunDate());
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QDateTime>
+#include <QString>
+#include <optional>
+
+struct Session;
+
+/// The stored status of a schedule; throws DbError when the schedule is gone.
+int ReadScheduleStatus(Session& session, int scheduleId);
+void SetScheduleStatus(Session& session, int scheduleId, int status);
+/// One row of tblLogs about the session's log subject.
+void WriteLogEntry(Session& session, int errorCode, const QString& errorDescription);
+/// Frees a schedule that is stuck in processing: a log row and the status "completed with errors",
+/// both or neither.
+void ResetSchedule(Session& session, int scheduleId);
+/// The schedule and its log, both or neither.
+void DeleteSchedule(Session& session, int scheduleId);
+
+/// The status text of a pending schedule at a moment: "Pending" until its time has come, then how
+/// long it is overdue.
+QString dueText(const QDateTime& runDate, const QDateTime& now);
+/// Seconds from now to the schedule's run date; negative when it is overdue, nothing when the
+/// schedule cannot be loaded.
+std::optional<qint64> GetSecondsToRun(Session& session, int scheduleId);

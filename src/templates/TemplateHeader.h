@@ -1,0 +1,27 @@
+#pragma once
+
+#include "db/RecordSet.h"
+#include "templates/ColumnValues.h"
+
+/// One row of tblTemplate.
+struct TemplateHeader {
+    int id = -1; ///< -1 for a template not yet saved
+    QString title;
+    QString unitabAccount;
+    int billType = 0;
+    bool csvReportDefs = false;
+    bool defaultDates = false;
+    int templateType = 0; ///< 0 ordinary, any other a cost-centre sub-project
+    qint16 subType = 0;
+    qint16 subLevel = 1; ///< cost-centre level 1 to 5
+    bool subEmail = false;
+
+    bool isOrdinary() const { return templateType == 0; }
+    /// The title as the database holds it: two apostrophes for each double quote.
+    QString storedTitle() const;
+
+    /// Of a row of "SELECT * FROM … tblTemplate"; NULL gives the default.
+    static TemplateHeader read(const Row& row);
+    /// All but the key. Throws DbError when a text does not fit.
+    ColumnValues columns() const;
+};

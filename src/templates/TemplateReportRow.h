@@ -1,0 +1,20 @@
+#pragma once
+
+#include "db/RecordSet.h"
+#include "reports/clsReports_Collection.h"
+#include "templates/ColumnValues.h"
+
+/// One report as a row of tblTemplate_Report.
+namespace templateReportRow {
+
+/// Reads the rows of a template.
+Sql select(int templateId);
+/// Adds a report for each row of select(), under the key "ID" and the row's key. NULL gives the
+/// default of a new report; a threshold that is no number keeps its text.
+void addReports(const RecordSet& rows, const CurrentProject& project, clsReports_Collection& reports);
+
+/// All but the keys. What the report does not offer in the current project is written empty or NULL.
+/// Throws DbError when a text does not fit.
+ColumnValues columns(clsReport& report);
+
+} // namespace templateReportRow

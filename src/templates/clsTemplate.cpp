@@ -1,0 +1,148 @@
+#include "templates/clsTemplate.h"
+
+#include "db/DbError.h"
+#include "templates/TemplateReportRow.h"
+
+namespace {
+
+/// How many rows are inserted in one round trip.
+constexpr qsizetype RowsPerBatch = 50;
+
+void runInBatches(Connection& connection, const QList<Sql>& statements) {
+    for (qsizetype from = 0; from < statements.size(); from += RowsPerBatch)
+        connection.run(Sql::join(statements.mid(from, RowsPerBatch), sql("\n")));
+}
+
+} // namespace
+
+clsTemplate::clsTemplate(Connection& connection, const CurrentProject& project)
+    : m_connection(connection), m_project(project), m_reports(project) {}
+
+void clsTemplate::Clear() {
+    const int type = m_header.templateType;
+    m_header = {};
+    m_header.templateType = type;
+    m_reports.Clear();
+    m_ccs.Clear();
+    m_printReportDefs = false;
+    m_hasChanged = false;
+}
+
+void clsTemplate::setReports(clsReports_Collection reports) {
+    m_reports = std::move(reports);
+    m_hasChanged = true;
+}
+
+void clsTemplate::setCCSubType(qint16 type) {
+    if (type == m_header.subType) return;
+    change(m_header.subType, type);
+    if (type == 2) m_ccs.Clear();
+}
+
+clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle) {
+    TemplateHeader header = m_header;
+    if (!newTitle.isEmpty()) {
+        header.id = -1;
+        header.title = newTitle;
+    }
+    if (header.title.trimmed().isEmpty()) return TitleBlank;
+
+    // What no column can hold is found before anything is sent.
+    const ColumnValues headerColumns = header.columns();
+    QList<ColumnValues> reportRows;
+    if (header.isOrdinary())
+        for (clsReport& report : m_reports) reportRows << templateReportRow::columns(report);
+    else
+        for (const clsString& costCentre : m_ccs)
+            requireFits("cost centre", costCentre.Value, 30, CodePage::Unicode);
+
+    if (titleIsUsed(header)) return TitleUsed;
+
+    Transaction transaction(m_connection);
+    header.id = writeHeader(header, headerColumns);
+    if (header.isOrdinary())
+        replaceReports(header.id, reportRows);
+    else
+        replaceCostCentres(header.id);
+    transaction.commit();
+
+    m_header = header;
+    m_hasChanged = false;
+    return Saved;
+}
+
+bool clsTemplate::titleIsUsed(const TemplateHeader& header) const {
+    Sql count = sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.[tblTemplate] WITH (NOLOCK) "
+                    "WHERE ([Title] = {}) AND ([UnitabAccount] = {})",
+                    header.storedTitle(), header.unitabAccount);
+    if (header.id != -1) count += sql(" AND ([TemplateID] <> {})", header.id);
+    return m_connection.scalar(count).toInt() > 0;
+}
+
+/// The key of the header's row.
+int clsTemplate::writeHeader(const TemplateHeader& header, const ColumnValues& columns) {
+    if (header.id != -1) {
+        const Sql update = sql("UPDATE NorvaScheduler.dbo.tblTemplate SET {} WHERE [TemplateID] = {}",
+                               columns.assignments(), header.id);
+        if (m_connection.execute(update) == 0)
+            throw DbError(
+                0, "The template was deleted by another user. Nothing was saved; to keep your changes, "
+                   "save it under a new title.");
+        return header.id;
+    }
+    m_connection.execute(sql("INSERT INTO NorvaScheduler.dbo.tblTemplate ({}) VALUES ({})", columns.names(),
+                             columns.values()));
+    const int id = int(m_connection.scalar(sql("SELECT @@IDentity")).toDouble());
+    // Excluded numbers that were entered before the template had a key.
+    m_connection.execute(
+        sql("UPDATE [NorvaScheduler].dbo.TblExcludedNumbers SET TemplateID = {} WHERE TemplateID = -1", id));
+    return id;
+}
+
+void clsTemplate::replaceReports(int id, const QList<ColumnValues>& rows) {
+    m_connection.execute(
+        sql("DELETE FROM NorvaScheduler.dbo.[tblTemplate_report] WHERE [TemplateID] = {}", id));
+    QList<Sql> inserts;
+    for (const ColumnValues& row : rows)
+        inserts << sql("INSERT INTO NorvaScheduler.dbo.tblTemplate_report ([TemplateID], {}) VALUES ({}, {})",
+                       row.names(), id, row.values());
+    runInBatches(m_connection, inserts);
+}
+
+void clsTemplate::replaceCostCentres(int id) {
+    m_connection.execute(
+        sql("DELETE FROM NorvaScheduler.dbo.[tblCCSubProject_CCs] WHERE [TemplateID] = {}", id));
+    QList<Sql> inserts;
+    for (const clsString& costCentre : m_ccs)
+        inserts << sql(
+            "INSERT INTO NorvaScheduler.dbo.tblCCSubProject_CCs (TemplateID, CCName) VALUES ({}, {})", id,
+            costCentre.Value);
+    runInBatches(m_connection, inserts);
+}
+
+bool clsTemplate::LoadTemplate(int templateId) {
+    const RecordSet headers = m_connection.query(
+        sql("SELECT * FROM NorvaScheduler.dbo.[tblTemplate] WITH (NOLOCK) WHERE ([TemplateID] = {})",
+            templateId));
+    if (headers.isEmpty()) return false;
+    const TemplateHeader header = TemplateHeader::read(headers.row(0));
+
+    clsStrings costCentres;
+    if (!header.isOrdinary()) {
+        const RecordSet rows =
+            m_connection.query(sql("SELECT CCName FROM NorvaScheduler.dbo.[tblCCSubProject_CCs] WITH "
+                                   "(NOLOCK) WHERE ([TemplateID] = {})",
+                                   templateId));
+        for (const Row row : rows) costCentres.AddString(row.text(0));
+    }
+    clsReports_Collection reports(m_project);
+    templateReportRow::addReports(m_connection.query(templateReportRow::select(templateId)), m_project,
+                                  reports);
+
+    m_header = header;
+    m_ccs = costCentres;
+    m_reports = std::move(reports);
+    m_printReportDefs = false;
+    m_hasChanged = false;
+    return true;
+}

@@ -1,0 +1,26 @@
+#include "ui/Icons.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPalette>
+
+namespace {
+
+QIcon initialOf(const QString& name) {
+    QPixmap mark(32, 32);
+    mark.fill(Qt::transparent);
+    QPainter painter(&mark);
+    QFont font = painter.font();
+    font.setPixelSize(20);
+    painter.setFont(font);
+    painter.setPen(QGuiApplication::palette().color(QPalette::ButtonText));
+    painter.drawText(mark.rect(), Qt::AlignCenter, name.left(1).toUpper());
+    return QIcon(mark);
+}
+
+} // namespace
+
+QIcon icon(const QString& name) {
+    const QIcon themed = QIcon::fromTheme(name);
+    return themed.isNull() ? initialOf(name) : themed;
+}

@@ -1,0 +1,144 @@
+#include "ui/ListModel.h"
+
+#include "app/modCommonFunctions.h"
+
+#include <QSet>
+#include <limits>
+
+namespace {
+
+constexpr double unreadable = -std::numeric_limits<double>::infinity();
+
+ListModel::SortKey keyOf(const QString& text, ListColumn::Kind kind) {
+    if (kind == ListColumn::Date) {
+        const QDateTime date = parseShownDate(text);
+        return date.isValid() ? double(date.toMSecsSinceEpoch()) : unreadable;
+    }
+    if (kind == ListColumn::Number) {
+        bool isNumber = false;
+        const double number = text.toDouble(&isNumber);
+        return isNumber ? number : unreadable;
+    }
+    return text.toCaseFolded();
+}
+
+} // namespace
+
+ListModel::ListModel(std::vector<ListColumn> columns, QObject* parent)
+    : QAbstractTableModel(parent), m_columns(std::move(columns)) {}
+
+void ListModel::setRows(std::vector<ListRow> rows) {
+    removeMissing(rows);
+    std::vector<ListRow> added;
+    for (ListRow& row : rows) {
+        const int place = rowOf(row.id);
+        if (place < 0) {
+            added.push_back(std::move(row));
+        } else if (!(m_rows[std::size_t(place)] == row)) {
+            m_rows[std::size_t(place)] = std::move(row);
+            makeKeys(place);
+            emit dataChanged(index(place, 0), index(place, columnCount() - 1));
+        }
+    }
+    if (added.empty()) return;
+    const int first = int(m_rows.size());
+    beginInsertRows({}, first, first + int(added.size()) - 1);
+    m_keys.resize(m_rows.size() + added.size());
+    for (ListRow& row : added) {
+        m_rows.push_back(std::move(row));
+        makeKeys(int(m_rows.size()) - 1);
+    }
+    indexRows();
+    endInsertRows();
+}
+
+void ListModel::removeMissing(const std::vector<ListRow>& wanted) {
+    QSet<int> ids;
+    for (const ListRow& row : wanted) ids.insert(row.id);
+    for (int last = int(m_rows.size()) - 1; last >= 0; --last) {
+        if (ids.contains(m_rows[std::size_t(last)].id)) continue;
+        int first = last;
+        while (first > 0 && !ids.contains(m_rows[std::size_t(first - 1)].id)) --first;
+        beginRemoveRows({}, first, last);
+        m_rows.erase(m_rows.begin() + first, m_rows.begin() + last + 1);
+        m_keys.erase(m_keys.begin() + first, m_keys.begin() + last + 1);
+        endRemoveRows();
+        last = first;
+    }
+    indexRows();
+}
+
+void ListModel::indexRows() {
+    m_rowOf.clear();
+    for (std::size_t i = 0; i < m_rows.size(); ++i) m_rowOf.insert(m_rows[i].id, int(i));
+}
+
+void ListModel::makeKeys(int row) {
+    std::vector<SortKey> keys;
+    for (std::size_t column = 0; column < m_columns.size(); ++column)
+        keys.push_back(keyOf(m_rows[std::size_t(row)].texts.value(qsizetype(column)), m_columns[column].kind));
+    m_keys[std::size_t(row)] = std::move(keys);
+}
+
+void ListModel::setText(int row, int column, const QString& text) {
+    QString& shown = m_rows[std::size_t(row)].texts[column];
+    if (shown == text) return;
+    shown = text;
+    makeKeys(row);
+    emit dataChanged(index(row, column), index(row, column));
+}
+
+const ListModel::SortKey& ListModel::sortKey(int row, int column) const {
+    return m_keys[std::size_t(row)][std::size_t(column)];
+}
+
+int ListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int(m_rows.size());
+}
+
+int ListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int(m_columns.size());
+}
+
+QVariant ListModel::data(const QModelIndex& index, int role) const {
+    const ListRow& row = m_rows[std::size_t(index.row())];
+    switch (role) {
+    case Qt::DisplayRole: return row.texts.value(index.column());
+    case Qt::ToolTipRole: return row.toolTip.isEmpty() ? row.texts.value(index.column()) : row.toolTip;
+    case Qt::DecorationRole: return index.column() == 0 && !row.icon.isNull() ? QVariant(row.icon) : QVariant();
+    case Qt::BackgroundRole: return row.background.isValid() ? QVariant(row.background) : QVariant();
+    case IdRole: return row.id;
+    case KeyRole: return QString::number(row.id) + "ID";
+    default: return {};
+    }
+}
+
+QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+    return m_columns[std::size_t(section)].caption;
+}
+
+ListOrder::ListOrder(ListModel* source, QObject* parent) : QSortFilterProxyModel(parent), m_source(source) {
+    setSourceModel(source);
+}
+
+void ListOrder::setFilterWords(const QString& words) {
+    m_words = words.split(' ', Qt::SkipEmptyParts);
+    invalidateFilter();
+}
+
+QVariant ListOrder::headerData(int section, Qt::Orientation orientation, int role) const {
+    const QVariant caption = m_source->headerData(section, orientation, role);
+    if (role != Qt::DisplayRole || section != sortColumn()) return caption;
+    return caption.toString() + (sortOrder() == Qt::AscendingOrder ? " ^" : " v");
+}
+
+bool ListOrder::lessThan(const QModelIndex& left, const QModelIndex& right) const {
+    return m_source->sortKey(left.row(), left.column()) < m_source->sortKey(right.row(), right.column());
+}
+
+bool ListOrder::filterAcceptsRow(int sourceRow, const QModelIndex&) const {
+    const QString texts = m_source->rows()[std::size_t(sourceRow)].texts.join('\n');
+    return std::all_of(m_words.begin(), m_words.end(),
+                       [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); });
+}

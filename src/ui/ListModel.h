@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QColor>
+#include <QHash>
+#include <QIcon>
+#include <QSortFilterProxyModel>
+#include <variant>
+#include <vector>
+
+/// A column of a list: its caption and how its texts sort.
+struct ListColumn {
+    enum Kind { Text, Number, Date }; ///< dates in the form "dd mmm yyyy Hh:Nn"
+
+    QString caption;
+    Kind kind = Text;
+};
+
+/// A row of a list, keyed by its record's ID.
+struct ListRow {
+    int id = 0;
+    QStringList texts; ///< one for each column
+    QColor background{}; ///< invalid: the list's own
+    QIcon icon{};
+    QString toolTip{};
+
+    bool operator==(const ListRow& other) const {
+        return id == other.id && texts == other.texts && background == other.background
+               && toolTip == other.toolTip && icon.cacheKey() == other.icon.cacheKey();
+    }
+};
+
+/// The rows of a list. New rows are merged in by their ID, so that what did not change is neither
+/// redrawn nor deselected.
+class ListModel : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    enum Role { IdRole = Qt::UserRole, KeyRole }; ///< KeyRole: the row's key, "17ID"
+
+    explicit ListModel(std::vector<ListColumn> columns, QObject* parent = nullptr);
+
+    void setRows(std::vector<ListRow> rows);
+    const std::vector<ListRow>& rows() const { return m_rows; }
+    const std::vector<ListColumn>& columnList() const { return m_columns; }
+    /// The row of an ID; -1 when there is none.
+    int rowOf(int id) const { return m_rowOf.value(id, -1); }
+    void setText(int row, int column, const QString& text);
+
+    /// What a cell sorts by: a number for numbers and dates (those that cannot be read come first),
+    /// else the text without regard to case.
+    using SortKey = std::variant<double, QString>;
+    const SortKey& sortKey(int row, int column) const;
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    void removeMissing(const std::vector<ListRow>& wanted);
+    void makeKeys(int row);
+    void indexRows();
+
+    std::vector<ListColumn> m_columns;
+    std::vector<ListRow> m_rows;
+    std::vector<std::vector<SortKey>> m_keys; ///< beside m_rows
+    QHash<int, int> m_rowOf;
+};
+
+/// Sorts by the typed keys and shows only rows that hold the typed words; marks the sorted column's
+/// caption with "^" or "v".
+class ListOrder : public QSortFilterProxyModel {
+    Q_OBJECT
+
+public:
+    explicit ListOrder(ListModel* source, QObject* parent = nullptr);
+
+    /// Rows stay that hold every word in any of their columns, without regard to case.
+    void setFilterWords(const QString& words);
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+protected:
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
+    bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
+
+private:
+    ListModel* m_source;
+    QStringList m_words;
+};

@@ -1,0 +1,49 @@
+#include "ui/MessageBoxes.h"
+
+#include "ui/Cursors.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace {
+
+int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, const QString& title,
+         QMessageBox::StandardButtons buttons, const QString& details = {}) {
+    QMessageBox box(icon, title.isEmpty() ? QApplication::applicationDisplayName() : title, text, buttons, parent);
+    box.setTextFormat(Qt::PlainText); // titles that users typed are no markup
+    box.setInformativeText(details);
+    // The hourglass belongs to the work, not to the question in its middle.
+    NormalCursor pointer;
+    return box.exec();
+}
+
+} // namespace
+
+void MessageBoxes::notice(QWidget* parent, const QString& text, Icon icon, const QString& title,
+                          const QString& details) {
+    show(parent, text, icon == Information ? QMessageBox::Information : QMessageBox::NoIcon, title, QMessageBox::Ok,
+         details);
+}
+
+bool MessageBoxes::ask(QWidget* parent, const QString& text, Icon icon, const QString& title) {
+    return show(parent, text, icon == Information ? QMessageBox::Information : QMessageBox::Question, title,
+                QMessageBox::Yes | QMessageBox::No)
+           == QMessageBox::Yes;
+}
+
+std::optional<QString> MessageBoxes::input(QWidget* parent, const QString& prompt, const QString& text) {
+    bool accepted = false;
+    const QString answer = QInputDialog::getText(parent, QApplication::applicationDisplayName(), prompt,
+                                                 QLineEdit::Normal, text, &accepted);
+    return accepted ? std::optional(answer) : std::nullopt;
+}
+
+QString MessageBoxes::openFile(QWidget* parent, const QString& folder, const QString& filter) {
+    return QFileDialog::getOpenFileName(parent, {}, folder, filter);
+}
+
+QString MessageBoxes::saveFile(QWidget* parent, const QString& folder, const QString& filter) {
+    return QFileDialog::getSaveFileName(parent, {}, folder, filter, nullptr, QFileDialog::DontConfirmOverwrite);
+}

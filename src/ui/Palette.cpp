@@ -1,0 +1,77 @@
+#include "ui/Palette.h"
+
+#include "app/SettingsStore.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QIcon>
+#include <QPalette>
+#include <QStyleFactory>
+
+namespace {
+
+Palette::Scheme current = Palette::Light;
+
+QColor either(const char* light, const char* dark) {
+    return QColor(QLatin1StringView(current == Palette::Light ? light : dark));
+}
+
+QPalette colours() {
+    QPalette palette;
+    palette.setColor(QPalette::Window, either("#f3f5f7", "#23282d"));
+    palette.setColor(QPalette::WindowText, either("#1c2730", "#e6eaed"));
+    palette.setColor(QPalette::Base, either("#ffffff", "#1b1f23"));
+    palette.setColor(QPalette::AlternateBase, either("#f7f9fb", "#20252a"));
+    palette.setColor(QPalette::Text, either("#1c2730", "#e6eaed"));
+    palette.setColor(QPalette::Button, either("#e9edf1", "#2f363d"));
+    palette.setColor(QPalette::ButtonText, either("#1c2730", "#e6eaed"));
+    palette.setColor(QPalette::BrightText, either("#b3261e", "#ff8a80"));
+    palette.setColor(QPalette::Highlight, either("#1f6f8b", "#2f86a6"));
+    palette.setColor(QPalette::HighlightedText, QColor("#ffffff"));
+    palette.setColor(QPalette::ToolTipBase, either("#fffbe6", "#3a4149"));
+    palette.setColor(QPalette::ToolTipText, either("#1c2730", "#e6eaed"));
+    palette.setColor(QPalette::PlaceholderText, either("#6b7780", "#96a1aa"));
+    palette.setColor(QPalette::Link, either("#1f6f8b", "#6cc3de"));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, either("#97a1a9", "#6d7780"));
+    return palette;
+}
+
+} // namespace
+
+namespace Palette {
+
+Scheme wantedScheme() {
+    const QString wanted = getSetting("VWT", "Appearance", "Palette", "");
+    if (wanted == "light") return Light;
+    if (wanted == "dark") return Dark;
+    return QGuiApplication::palette().color(QPalette::Window).lightness() < 128 ? Dark : Light;
+}
+
+void apply(QApplication& application, Scheme scheme) {
+    current = scheme;
+    application.setStyle(QStyleFactory::create("Fusion"));
+    application.setPalette(colours());
+    if (!QIcon::themeSearchPaths().contains("/usr/share/icons"))
+        QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << "/usr/share/icons");
+    QIcon::setThemeName(scheme == Dark ? "breeze-dark" : "breeze");
+}
+
+void applyFont(QApplication& application, const QString& family) {
+    QFont::insertSubstitution("Calibri", "Carlito");
+    QFont font = application.font();
+    font.setFamily(family);
+    font.setPointSizeF(qMax(font.pointSizeF(), 10.0) + 1); // these faces are smaller than most at one size
+    application.setFont(font);
+}
+
+QColor headerFrom() { return either("#0f4c66", "#0c2f40"); }
+QColor headerTo() { return either("#2a93a8", "#1c6274"); }
+QColor headerText() { return QColor("#ffffff"); }
+QColor subtleText() { return either("#5c6972", "#9fabb4"); }
+QColor frameLine() { return either("#cdd5db", "#3d454d"); }
+QColor standardSchedule() { return either("#ffffff", "#1b1f23"); }
+QColor multiSelectCostCentre() { return either("#d9eef6", "#16404f"); }
+QColor problem() { return either("#b3261e", "#ff8a80"); }
+
+} // namespace Palette

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+class QApplication;
+
+/// The program's colours, light and dark, and its font: applied once at start-up.
+namespace Palette {
+
+enum Scheme { Light, Dark };
+
+/// What this user set ("light" or "dark" in the settings store), else what the desktop shows.
+Scheme wantedScheme();
+/// Style, colours and icon theme for the whole program.
+void apply(QApplication& application, Scheme scheme);
+/// The display font at the desktop's own size; Carlito stands in where Calibri is not installed.
+void applyFont(QApplication& application, const QString& family);
+
+QColor headerFrom();
+QColor headerTo();
+QColor headerText();
+QColor subtleText();      ///< notes beside captions
+QColor frameLine();       ///< lines between parts of a screen
+QColor standardSchedule();
+QColor multiSelectCostCentre(); ///< rows of cost-centre sub-project schedules
+QColor problem();         ///< texts that tell of an error
+
+} // namespace Palette

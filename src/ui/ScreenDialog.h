@@ -1,0 +1,32 @@
+#pragma once
+
+#include "ui/Callback.h"
+#include "ui/ScreenContext.h"
+
+#include <QDialog>
+
+/// What every modal screen shares: the way back to its caller and one way out. A screen answers its
+/// close button, Esc and the window's own close alike in `mayClose`.
+class ScreenDialog : public QDialog {
+    Q_OBJECT
+
+public:
+    ScreenDialog(ScreenContext& context, QWidget* parent);
+    /// Whom to tell when the screen closes with a result: the slot is found by its name.
+    void SetCallback(QObject* caller, const QString& routine) { m_callback.set(caller, routine); }
+
+    void reject() override;
+
+protected:
+    ScreenContext& context() const { return m_context; }
+    Session& session() const { return m_context.session; }
+    Messages& messages() const { return m_context.messages; }
+    /// Asked before the screen closes without a result; by default it may.
+    virtual bool mayClose() { return true; }
+    /// Closes the screen and tells the caller; mayClose is not asked any more.
+    void callBackAndClose();
+
+private:
+    ScreenContext& m_context;
+    Callback m_callback;
+};

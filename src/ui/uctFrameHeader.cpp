@@ -1,0 +1,60 @@
+#include "ui/uctFrameHeader.h"
+
+#include "app/SettingsStore.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QToolButton>
+
+uctFrameHeader::uctFrameHeader(QWidget* parent)
+    : QWidget(parent), m_arrow(new QToolButton(this)), m_title(new QLabel(this)), m_layout(new QHBoxLayout(this)) {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    m_arrow->setAutoRaise(true);
+    m_arrow->setArrowType(Qt::DownArrow);
+    m_arrow->setToolTip("Hide or show this part");
+    QFont font = m_title->font();
+    font.setBold(true);
+    m_title->setFont(font);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->addWidget(m_arrow);
+    m_layout->addWidget(m_title);
+    m_layout->addStretch();
+    connect(m_arrow, &QToolButton::clicked, this, &uctFrameHeader::toggle);
+}
+
+QString uctFrameHeader::title() const {
+    return m_title->text();
+}
+
+void uctFrameHeader::setTitle(const QString& title) {
+    m_title->setText(title);
+    m_arrow->setAccessibleName(title);
+}
+
+void uctFrameHeader::attach(QWidget* content, const QString& key, QWidget* pane) {
+    m_content = content;
+    m_pane = pane;
+    m_key = key;
+    setOpen(getSetting("VWT", "Frames", m_key, "open") != "closed");
+}
+
+void uctFrameHeader::addWidget(QWidget* widget) {
+    m_layout->addWidget(widget);
+}
+
+void uctFrameHeader::setOpen(bool open) {
+    m_open = open;
+    m_arrow->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
+    m_content->setVisible(open);
+    if (m_pane) m_pane->setMaximumHeight(open ? QWIDGETSIZE_MAX : sizeHint().height());
+}
+
+void uctFrameHeader::toggle() {
+    setOpen(!m_open);
+    saveSetting("VWT", "Frames", m_key, m_open ? "open" : "closed");
+}
+
+void uctFrameHeader::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && m_content) toggle();
+}

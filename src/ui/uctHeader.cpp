@@ -1,0 +1,91 @@
+#include "ui/uctHeader.h"
+
+#include "ui/Palette.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QVariantAnimation>
+
+namespace {
+
+QLabel* whiteLabel(QWidget* parent, double size, bool bold) {
+    auto* label = new QLabel(parent);
+    QFont font = label->font();
+    font.setPointSizeF(font.pointSizeF() * size);
+    font.setBold(bold);
+    label->setFont(font);
+    QPalette colours = label->palette();
+    colours.setColor(QPalette::WindowText, Palette::headerText());
+    label->setPalette(colours);
+    label->setTextFormat(Qt::PlainText);
+    return label;
+}
+
+} // namespace
+
+uctHeader::uctHeader(QWidget* parent)
+    : QFrame(parent), m_title(whiteLabel(this, 1.5, true)), m_note(whiteLabel(this, 0.95, false)),
+      m_wave(new QVariantAnimation(this)) {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    auto* layout = new QHBoxLayout(this);
+    const int line = fontMetrics().height();
+    layout->setContentsMargins(line * 3, line / 2, line, line / 2);
+    layout->addWidget(m_title);
+    layout->addStretch();
+    layout->addWidget(m_note);
+    m_wave->setStartValue(0.0);
+    m_wave->setEndValue(1.0);
+    m_wave->setDuration(1400);
+    connect(m_wave, &QVariantAnimation::valueChanged, this, qOverload<>(&QWidget::update));
+}
+
+QString uctHeader::title() const {
+    return m_title->text();
+}
+
+void uctHeader::setTitle(const QString& title) {
+    m_title->setText(title);
+}
+
+void uctHeader::setNote(const QString& note) {
+    m_note->setText(note);
+}
+
+void uctHeader::showEvent(QShowEvent* event) {
+    m_wave->start();
+    QFrame::showEvent(event);
+}
+
+void uctHeader::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient band(0, 0, width(), 0);
+    band.setColorAt(0, Palette::headerFrom());
+    band.setColorAt(1, Palette::headerTo());
+    painter.fillRect(rect(), band);
+    const double side = qMin(height() * 0.62, fontMetrics().height() * 2.2);
+    paintLogo(painter, {(m_title->x() - side) / 2, (height() - side) / 2, side, side});
+}
+
+/// Three bars of a bill under the waves of a call; the waves run outward while the animation lasts.
+void uctHeader::paintLogo(QPainter& painter, const QRectF& place) const {
+    const double phase = m_wave->state() == QAbstractAnimation::Running ? m_wave->currentValue().toDouble() : 1.0;
+    const double bar = place.width() / 5;
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Palette::headerText());
+    for (int i = 0; i < 3; ++i) {
+        const double height = place.height() * (0.25 + 0.17 * i);
+        painter.drawRoundedRect(QRectF(place.left() + bar * 1.5 * i, place.bottom() - height, bar, height), 1.5, 1.5);
+    }
+    painter.setBrush(Qt::NoBrush);
+    for (int i = 0; i < 3; ++i) {
+        const double strength = qBound(0.0, phase * 3 - i, 1.0);
+        QColor colour = Palette::headerText();
+        colour.setAlphaF(float(strength * (1.0 - 0.2 * i)));
+        painter.setPen(QPen(colour, place.width() / 14, Qt::SolidLine, Qt::RoundCap));
+        const double radius = place.width() * (0.16 + 0.17 * i);
+        const QPointF centre(place.left() + bar * 0.5, place.top() + place.height() * 0.55);
+        painter.drawArc(QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius), 15 * 16, 60 * 16);
+    }
+}

@@ -1,0 +1,127 @@
+#include "ui/uctListView.h"
+
+#include "app/SettingsStore.h"
+#include "ui/Palette.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
+
+uctListView::uctListView(QWidget* parent) : QTreeView(parent) {
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(QAbstractItemView::SingleSelection);
+    setSelectionBehavior(QAbstractItemView::SelectRows);
+    setEditTriggers(QAbstractItemView::NoEditTriggers);
+    setTextElideMode(Qt::ElideRight);
+    header()->setSectionsClickable(true);
+    header()->setStretchLastSection(true);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    connect(header(), &QHeaderView::sectionClicked, this, [this](int column) { sortBy(column, false); });
+}
+
+void uctListView::setColumns(std::vector<ListColumn> columns, const QString& key) {
+    m_model = new ListModel(std::move(columns), this);
+    m_order = new ListOrder(m_model, this);
+    setModel(m_order);
+    restoreWidths(key);
+}
+
+void uctListView::restoreWidths(const QString& key) {
+    header()->restoreState(QByteArray::fromBase64(getSetting("VWT", "Columns", key, "").toLatin1()));
+    header()->setSortIndicatorShown(false); // the caption carries the mark
+    connect(header(), &QHeaderView::sectionResized, this, [this, key](int, int, int) {
+        if (isVisible())
+            saveSetting("VWT", "Columns", key, QString::fromLatin1(header()->saveState().toBase64()));
+    });
+}
+
+void uctListView::setRows(std::vector<ListRow> rows) {
+    const int scrolled = verticalScrollBar()->value();
+    m_model->setRows(std::move(rows));
+    verticalScrollBar()->setValue(scrolled);
+    viewport()->update(); // the empty text comes or goes
+}
+
+void uctListView::setFilterWords(const QString& words) {
+    m_order->setFilterWords(words);
+    viewport()->update();
+}
+
+std::optional<int> uctListView::selectedId() const {
+    const QList<int> ids = selectedIds();
+    return ids.isEmpty() ? std::nullopt : std::optional(ids.first());
+}
+
+QList<int> uctListView::selectedIds() const {
+    QList<QModelIndex> indexes = selectionModel() ? selectionModel()->selectedRows() : QList<QModelIndex>();
+    std::sort(indexes.begin(), indexes.end());
+    QList<int> ids;
+    for (const QModelIndex& index : indexes) ids << index.data(ListModel::IdRole).toInt();
+    return ids;
+}
+
+bool uctListView::selectId(int id) {
+    const int row = m_model->rowOf(id);
+    const QModelIndex index = row < 0 ? QModelIndex() : m_order->mapFromSource(m_model->index(row, 0));
+    if (!index.isValid()) return false;
+    setCurrentIndex(index);
+    return true;
+}
+
+QString uctListView::textOf(int id, int column) const {
+    const int row = m_model->rowOf(id);
+    return row < 0 ? QString() : m_model->rows()[std::size_t(row)].texts.value(column);
+}
+
+void uctListView::sortBy(int column, bool keepOrder) {
+    Qt::SortOrder order = Qt::AscendingOrder;
+    if (m_order->sortColumn() == column) {
+        order = m_order->sortOrder();
+        if (!keepOrder) order = order == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
+    }
+    m_order->sort(column, order);
+    header()->viewport()->update();
+}
+
+void uctListView::keyPressEvent(QKeyEvent* event) {
+    const std::optional<int> id = selectedId();
+    if (event->key() == Qt::Key_Delete) {
+        emit deletePressed();
+    } else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && id) {
+        emit rowActivated(*id);
+    } else {
+        QTreeView::keyPressEvent(event);
+    }
+}
+
+void uctListView::mouseDoubleClickEvent(QMouseEvent* event) {
+    const QModelIndex index = indexAt(event->position().toPoint());
+    if (!index.isValid() || event->button() != Qt::LeftButton) return;
+    setCurrentIndex(index);
+    emit rowActivated(index.data(ListModel::IdRole).toInt());
+}
+
+void uctListView::paintEvent(QPaintEvent* event) {
+    QTreeView::paintEvent(event);
+    if (!m_order || m_order->rowCount() > 0) return;
+    QPainter painter(viewport());
+    painter.setPen(Palette::subtleText());
+    const QString text = m_model->rowCount() > 0 ? "No row holds the words typed above." : m_emptyText;
+    painter.drawText(viewport()->rect().adjusted(12, 12, -12, -12), Qt::AlignCenter | Qt::TextWordWrap, text);
+}
+
+void uctListView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QTreeView::selectionChanged(selected, deselected);
+    emit selectedIdChanged();
+}
+
+void ListViewColumnSort(uctListView& list, int column, bool keepOrder) {
+    list.sortBy(column, keepOrder);
+}
+
+void ListViewUnselect(uctListView& list) {
+    list.selectionModel()->clear();
+}

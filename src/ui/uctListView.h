@@ -1,0 +1,58 @@
+#pragma once
+
+#include "ui/ListModel.h"
+
+#include <QTreeView>
+#include <optional>
+
+/// The list of every screen: rows of a ListModel, sorted by a click on a header, with Enter or a
+/// double-click for the row's main action and Delete to remove it. Keeps selection and scroll
+/// position when rows change.
+class uctListView : public QTreeView {
+    Q_OBJECT
+
+public:
+    explicit uctListView(QWidget* parent = nullptr);
+
+    /// Names the columns; widths are remembered for each user under the key.
+    void setColumns(std::vector<ListColumn> columns, const QString& key);
+    /// What the empty list says in its middle.
+    void setEmptyText(const QString& text) { m_emptyText = text; }
+    void setRows(std::vector<ListRow> rows);
+    void setFilterWords(const QString& words);
+
+    ListModel& rows() const { return *m_model; }
+    std::optional<int> selectedId() const;
+    QList<int> selectedIds() const; ///< in the order shown
+    /// Selects the row of an ID and scrolls to it; false when no such row is shown.
+    bool selectId(int id);
+    /// The text of a cell of a row; empty when there is no such row.
+    QString textOf(int id, int column) const;
+
+    /// Sorts by a column; the column that is sorted by already turns its direction, unless it is kept.
+    void sortBy(int column, bool keepOrder);
+    int sortedColumn() const { return m_order ? m_order->sortColumn() : -1; }
+
+signals:
+    void rowActivated(int id); ///< Enter or double-click
+    void deletePressed();
+    void selectedIdChanged();
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+
+private:
+    void restoreWidths(const QString& key);
+
+    ListModel* m_model = nullptr;
+    ListOrder* m_order = nullptr;
+    QString m_emptyText;
+};
+
+/// Sorts a list by one column; see uctListView::sortBy.
+void ListViewColumnSort(uctListView& list, int column, bool keepOrder);
+/// Clears the selection of a list.
+void ListViewUnselect(uctListView& list);

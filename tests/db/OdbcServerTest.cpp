@@ -1,0 +1,138 @@
+#include "TestClasses.h"
+
+#include "db/OdbcServer.h"
+
+#include <QTemporaryDir>
+
+/// The ODBC session against a driver that needs no server. Its name is the one that Debian, and the
+/// driver's own installer elsewhere, register.
+class OdbcServerTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+    std::unique_ptr<OdbcServer> m_server;
+
+    std::unique_ptr<OdbcServer> connect(const QString& file) const {
+        return OdbcServer::open({"", "", file, ""}, {"SQLite3"});
+    }
+    RecordSet query(const Sql& batch) {
+        const Results results = m_server->execute(batch);
+        return results.sets.empty() ? RecordSet() : results.sets.front();
+    }
+
+private slots:
+    void init() {
+        try {
+            m_server = connect(m_folder.filePath("test.db"));
+        } catch (const DbError& error) {
+            if (error.text().contains("not installed")) QSKIP("The SQLite3 ODBC driver is not installed.");
+            throw;
+        }
+        m_server->execute(sql("DROP TABLE IF EXISTS t"));
+        m_server->execute(sql("CREATE TABLE t (a TEXT, n INTEGER UNIQUE)"));
+    }
+
+    void textsArriveWhole_data() {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("empty") << "";
+        QTest::newRow("apostrophe") << "O'Brien";
+        QTest::newRow("accents") << "éàüöäßñçøå";
+        QTest::newRow("emoji") << "a😀b👩‍👩‍👧";
+        for (const int length : {4094, 4095, 4096, 4097, 8190, 200'000}) // about the pieces' borders
+            QTest::addRow("%d letters", length) << QString(length - 2, u'Ω') + "yz";
+        QTest::newRow("200,000 with emoji") << QString("Ω😀").repeated(100'000);
+        QTest::newRow("emoji across a border") << QString(4094, 'x') + "😀" + QString(4092, 'x') + "😀";
+    }
+
+    void textsArriveWhole() {
+        QFETCH(QString, text);
+        m_server->execute(
+            Sql::script("INSERT INTO t VALUES ('" + QString(text).replace('\'', "''") + "', 1)"));
+        const RecordSet set = query(sql("SELECT a, n, a AS \"again Ω\" FROM t"));
+        QCOMPARE(set.columns(), QStringList({"a", "n", "again Ω"}));
+        QCOMPARE(set.rowCount(), 1);
+        QVERIFY(!set.row(0).isNull(0));
+        QVERIFY(set.row(0).text(0) == text); // a comparison that would not print all of it
+        QVERIFY(set.row(0).text(2) == text);
+        QCOMPARE(set.row(0).integer(1), 1);
+    }
+
+    void nullIsNotEmpty() {
+        const RecordSet set = query(sql("SELECT NULL AS a, '' AS b UNION ALL SELECT 'x', NULL"));
+        QVERIFY(set.row(0).isNull(0) && !set.row(0).isNull(1));
+        QVERIFY(!set.row(1).isNull(0) && set.row(1).isNull(1));
+        QCOMPARE(query(sql("SELECT a FROM t")).rowCount(), 0);
+    }
+
+    void countsAreReported() {
+        m_server->execute(sql("INSERT INTO t VALUES ('a', 1), ('b', 2), ('c', 3)"));
+        QCOMPARE(m_server->execute(sql("UPDATE t SET a = 'x' WHERE n > 1")).counts.back(), 2);
+        QCOMPARE(m_server->execute(sql("DELETE FROM t WHERE n > 9")).counts.back(), 0);
+    }
+
+    void anErrorNamesItsStatement() {
+        const auto error = errorOf([&] { m_server->execute(sql("SELECT {} FROM nowhere", Secret{"pw"})); });
+        QVERIFY(error);
+        QVERIFY2(error->text().startsWith("no such table: nowhere"), qPrintable(error->text()));
+        QCOMPARE(error->statement(), "SELECT N'***' FROM nowhere");
+        QVERIFY(!error->connectionLost());
+        QCOMPARE(query(sql("SELECT 7")).cell(0, 0), "7"); // the session goes on
+    }
+
+    void aTransactionIsUndoneOrKept() {
+        m_server->begin();
+        m_server->execute(sql("INSERT INTO t VALUES ('a', 1)"));
+        m_server->rollback();
+        QCOMPARE(query(sql("SELECT COUNT(*) FROM t")).cell(0, 0), "0");
+        m_server->begin();
+        m_server->execute(sql("INSERT INTO t VALUES ('a', 1)"));
+        QVERIFY(errorOf([&] { m_server->execute(sql("INSERT INTO t VALUES ('b', 1)")); }));
+        m_server->commit();
+        m_server->execute(sql("INSERT INTO t VALUES ('c', 3)")); // outside a transaction: kept at once
+        m_server->begin();
+        m_server->execute(sql("DELETE FROM t"));
+        m_server.reset(); // undone, and the file is free
+        m_server = connect(m_folder.filePath("test.db"));
+        QCOMPARE(query(sql("SELECT COUNT(*) FROM t")).cell(0, 0), "2");
+    }
+
+    void aFailedCommitIsUndone() {
+        m_server->execute(sql("PRAGMA foreign_keys = ON"));
+        m_server->execute(
+            sql("CREATE TABLE IF NOT EXISTS child (n REFERENCES t (n) DEFERRABLE INITIALLY DEFERRED)"));
+        m_server->begin();
+        m_server->execute(sql("INSERT INTO child VALUES (99)"));
+        QVERIFY(errorOf([&] { m_server->commit(); }));
+        QCOMPARE(query(sql("SELECT COUNT(*) FROM child")).cell(0, 0), "0");
+        m_server->execute(sql("INSERT INTO t VALUES ('kept', 1)"));
+        m_server.reset();
+        m_server = connect(m_folder.filePath("test.db"));
+        QCOMPARE(query(sql("SELECT a FROM t")).cell(0, 0), "kept");
+    }
+
+    void aMissingDriverIsNamed() {
+        const auto named = errorOf([] { OdbcServer::open({"u", "p", "d", "host"}, {"No Such Driver"}); });
+        QVERIFY2(named && named->text().contains("No Such Driver"), "by name");
+        const auto library = errorOf([] {
+            OdbcServer::open({"u", "p", "d", "host"}, {"/none/libtdsodbc.so"});
+        });
+        QVERIFY2(library && library->text().contains("/none/libtdsodbc.so"), "by library");
+        QVERIFY(!library->connectionLost());
+    }
+
+    void aServerThatIsNotThereIsUnreachable() {
+        std::optional<DbError> error = errorOf([] {
+            OdbcServer::open({"u", "p", "d", "127.0.0.1,1"}, {"FreeTDS"});
+        });
+        QVERIFY(error);
+        if (error->text().contains("not installed")) QSKIP("The FreeTDS ODBC driver is not installed.");
+        QCOMPARE(error->number(), DbError::Unreachable);
+        QVERIFY(error->connectionLost());
+    }
+};
+
+std::unique_ptr<QObject> odbcServerTest() {
+    return std::make_unique<OdbcServerTest>();
+}
+
+#include "OdbcServerTest.moc"

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "db/DbError.h"
+#include "db/Server.h"
+
+#include <memory>
+
+/// When a FaultyServer fails. Shared by every session that is opened with it.
+struct Fault {
+    int step = 0;       ///< the batch or commit, counted from 1, that fails; 0 for none
+    bool after = false; ///< it fails after it was carried out
+    bool lost = false;  ///< the connection goes with it
+
+    void arm(int failingStep) {
+        step = failingStep;
+        taken = 0;
+    }
+    int taken = 0; ///< steps since arm()
+};
+
+/// A server whose n-th step fails.
+class FaultyServer : public Server {
+public:
+    FaultyServer(std::unique_ptr<Server> server, Fault& fault)
+        : m_server(std::move(server)), m_fault(fault) {}
+
+    Results execute(const Sql& batch) override {
+        return step([&] { return m_server->execute(batch); });
+    }
+    void begin() override { m_server->begin(); }
+    void commit() override {
+        step([&] { return m_server->commit(), 0; });
+    }
+    void rollback() override { m_server->rollback(); }
+
+private:
+    template <class Action>
+    auto step(Action action) {
+        const bool fails = ++m_fault.taken == m_fault.step;
+        if (fails && !m_fault.after) fail();
+        auto result = action();
+        if (fails) fail();
+        return result;
+    }
+    [[noreturn]] void fail() { throw DbError(0, "Made to fail.", {}, m_fault.lost); }
+
+    std::unique_ptr<Server> m_server;
+    Fault& m_fault;
+};
