@@ -3,6 +3,7 @@
 #include "app/CommandLine.h"
 #include "app/ScriptRunner.h"
 #include "app/Session.h"
+#include "app/SettingsStore.h"
 #include "app/frmLogin.h"
 #include "app/frmSplashScreen.h"
 #include "schedules/frmMainScreen.h"
@@ -31,6 +32,7 @@ bool modMain::start(QApplication& application, const QString& commandLine) {
     chooseFolders();
     chooseLook(application);
     session.dropDatabase = commandLine == "-d";
+    session.diagnostics = getSetting("VWT", "Diagnostics", "Log", "") == "on";
     if (!logIn(commandLine)) return false;
     frmSplashScreen().exec();
     runServerJobs();

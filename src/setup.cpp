@@ -4,7 +4,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QTextStream>
-#include <iostream>
 
 #ifdef Q_OS_UNIX
 #include <termios.h>
@@ -43,8 +42,8 @@ QString readLine() {
 }
 
 QString ask(const QString& question) {
+    setEcho(false); // before the question: it forgets what was typed until then
     QTextStream(stderr) << question << Qt::flush;
-    setEcho(false);
     const QString answer = readLine();
     setEcho(true);
     say({});

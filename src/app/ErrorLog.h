@@ -17,8 +17,10 @@ public:
     QString path() const { return file("ZelvanSchedulerError.log"); }
     QString backupPath() const { return file("ZelvanSchedulerError.bak"); }
 
-private:
+    /// A file of this user in the folder: the name behind the user's.
     QString file(const QString& name) const;
+
+private:
     void rollOver() const;
 
     QString m_folder;

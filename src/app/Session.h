@@ -56,4 +56,5 @@ struct Session {
     GlobalOptions options;
     CurrentProject project;
     LogSubject logSubject;
+    bool diagnostics = false; ///< the log view tells the keys behind a log entry
 };

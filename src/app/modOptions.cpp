@@ -1,6 +1,7 @@
 #include "app/modOptions.h"
 
 #include "app/Session.h"
+#include "db/ColumnText.h"
 
 namespace {
 
@@ -23,4 +24,21 @@ void ReadGlobalOptions(Session& session) {
     session.log.write("Reading Global Options");
     session.log.write("Output Path        : " + session.options.outputPath);
     session.log.write("Default Output     : " + defaultOutputs(session.options));
+}
+
+void SaveGlobalOptions(Session& session, const GlobalOptions& options) {
+    requireFits("output path", options.outputPath, 260, CodePage::Unicode);
+    Connection& db = session.db();
+    Transaction transaction(db);
+    const qint64 rows = db.execute(sql("UPDATE NorvaScheduler.dbo.tblOptions SET OutputPath = {}, CSV = {}, Excel = {}",
+                                       options.outputPath, options.csv, options.excel));
+    if (rows == 0)
+        db.execute(sql("INSERT INTO NorvaScheduler.dbo.tblOptions (OutputPath, CSV, Excel) VALUES ({}, {}, {})",
+                       options.outputPath, options.csv, options.excel));
+    transaction.commit();
+    ReadGlobalOptions(session);
+}
+
+bool mayChangeOptions(const Session& session) {
+    return session.userLevel == 1;
 }

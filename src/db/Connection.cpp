@@ -78,20 +78,22 @@ void Connection::setDefaultDatabase(const QString& database) {
 }
 
 void Connection::begin() {
-    // An inner transaction would commit, or undo, what the outer one still holds.
-    if (m_inTransaction) throw DbError(0, "A transaction is open already.");
     repeatedWhenLost([&] { onServer([](Server& server) { server.begin(); }); });
     m_inTransaction = true;
+    m_innerUndone = false;
 }
 
 Transaction::Transaction(Connection& connection)
-    : m_connection(connection), m_open(!connection.m_inTransaction) {
-    if (!m_open) return;
-    m_connection.begin();
+    : m_connection(connection), m_outermost(!connection.m_inTransaction) {
+    if (m_outermost) m_connection.begin();
 }
 
 Transaction::~Transaction() {
     if (!m_open) return;
+    if (!m_outermost) {
+        m_connection.m_innerUndone = true;
+        return;
+    }
     m_connection.m_inTransaction = false;
     if (!m_connection.m_server) return;
     try {
@@ -102,9 +104,13 @@ Transaction::~Transaction() {
 }
 
 void Transaction::commit() {
-    if (!m_open) return;
-    if (!m_connection.m_server) throw DbError(0, "The connection to the server was lost.", {}, true);
+    if (m_outermost) {
+        if (!m_connection.m_server) throw DbError(0, "The connection to the server was lost.", {}, true);
+        if (m_connection.m_innerUndone)
+            throw DbError(0, "A part of the change failed, so all of it is undone.");
+    }
     m_open = false; // a commit that fails has undone everything itself
+    if (!m_outermost) return;
     m_connection.m_inTransaction = false;
     m_connection.onServer([](Server& server) { server.commit(); });
 }

@@ -52,13 +52,13 @@ private:
     std::unique_ptr<Server> m_server;
     QString m_defaultDatabase;
     bool m_inTransaction = false;
+    bool m_innerUndone = false;
     qint64 m_statementCount = 0;
 };
 
 /// All or nothing: what runs between construction and commit() is undone when the scope is left in
 /// any other way. A lost connection undoes it as well, on the server's side. One inside another is
-/// part of the outer one, which alone commits. Only one at a time: a
-/// second one on the same connection throws DbError.
+/// part of the outer one, which alone commits, and cannot when the inner one was not committed.
 class Transaction {
 public:
     explicit Transaction(Connection& connection);
@@ -69,7 +69,8 @@ public:
 
 private:
     Connection& m_connection;
-    bool m_open;
+    bool m_outermost;
+    bool m_open = true;
 };
 
 /// Another default database for one scope.

@@ -54,12 +54,18 @@ OdbcHandle::~OdbcHandle() {
     SQLFreeHandle(m_kind, m_handle);
 }
 
+QList<OdbcDiagnostic> OdbcHandle::diagnostics() const {
+    QList<OdbcDiagnostic> records;
+    OdbcDiagnostic next;
+    while (readRecord(m_kind, m_handle, SQLSMALLINT(records.size() + 1), next)) records += next;
+    if (records.isEmpty()) records += {{}, 0, "The ODBC driver gave no reason."};
+    return records;
+}
+
 OdbcDiagnostic OdbcHandle::diagnostic() const {
-    OdbcDiagnostic first{{}, 0, "The ODBC driver gave no reason."};
-    if (!readRecord(m_kind, m_handle, 1, first)) return first;
-    // Messages that a batch printed before it failed stand in front; they are warnings, class 01.
-    OdbcDiagnostic next = first;
-    for (SQLSMALLINT record = 2; next.state.startsWith("01"); ++record)
-        if (!readRecord(m_kind, m_handle, record, next)) return first;
-    return next;
+    const QList<OdbcDiagnostic> records = diagnostics();
+    // Messages that a batch printed before it failed may stand in front; they are warnings, class 01.
+    for (const OdbcDiagnostic& record : records)
+        if (!record.state.startsWith("01")) return record;
+    return records.first();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 
 /// What an ODBC call has to say about its failure.
@@ -22,6 +23,8 @@ public:
 
     Kind kind() const { return m_kind; }
     void* get() const { return m_handle; }
+    /// All records of the last call that failed on this handle, at least one, the gravest first.
+    QList<OdbcDiagnostic> diagnostics() const;
     /// The record that tells why the last call on this handle failed.
     OdbcDiagnostic diagnostic() const;
 

@@ -19,14 +19,13 @@ const QChar* characters(const Piece& piece) {
 }
 
 bool readColumnNames(const OdbcHandle& statement, SQLSMALLINT count, QStringList& names) {
-    Piece name;
     for (SQLSMALLINT column = 1; column <= count; ++column) {
-        SQLSMALLINT length = 0;
+        Piece name = {}; // read up to its NUL: some drivers tell its length in other units
         const SQLRETURN code =
             SQLDescribeColW(statement.get(), SQLUSMALLINT(column), name.data(), SQLSMALLINT(name.size()),
-                            &length, nullptr, nullptr, nullptr, nullptr);
+                            nullptr, nullptr, nullptr, nullptr, nullptr);
         if (!SQL_SUCCEEDED(code)) return false;
-        names += QString(characters(name), qMin<qsizetype>(length, PieceLength - 1));
+        names += QString(characters(name));
     }
     return true;
 }

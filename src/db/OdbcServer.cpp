@@ -109,15 +109,21 @@ void OdbcServer::requireUsable(const QString& statement) const {
 }
 
 DbError OdbcServer::connectFailure(const OdbcDriver& driver) const {
-    const OdbcDiagnostic why = m_connection.diagnostic();
+    const QList<OdbcDiagnostic> records = m_connection.diagnostics();
+    // A database that cannot be opened makes the login fail, which ranks above its own cause.
+    for (const OdbcDiagnostic& record : records)
+        if (record.number == DbError::CannotOpenDatabase) return DbError(record.number, record.text);
+    const OdbcDiagnostic& first = records.first();
     // The driver manager itself complains with a state of class IM, or a bare warning, when the
     // driver's library does not load.
-    if (why.state.startsWith("IM") || why.state.startsWith("01"))
-        return DbError(why.number,
-                       QString("The ODBC driver \"%1\" cannot be used: %2").arg(driver.name(), why.text));
-    const bool unreachable =
-        why.number == DbError::Unreachable || why.state.startsWith("08") || why.state == "HYT00";
-    return DbError(why.number, why.text, {}, unreachable);
+    if (first.state.startsWith("IM") || first.state.startsWith("01"))
+        return DbError(first.number,
+                       QString("The ODBC driver \"%1\" cannot be used: %2").arg(driver.name(), first.text));
+    if (!first.state.startsWith("08") && first.state != "HYT00") return DbError(first.number, first.text);
+    // FreeTDS keeps the reason ("Unknown host machine name.") behind a general remark without number.
+    for (const OdbcDiagnostic& record : records)
+        if (record.number) return DbError(DbError::Unreachable, record.text, {}, true);
+    return DbError(DbError::Unreachable, first.text, {}, true);
 }
 
 DbError OdbcServer::failure(const OdbcHandle& handle, const QString& statement) const {

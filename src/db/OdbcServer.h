@@ -11,9 +11,8 @@
 /// directly, without time limit, and read whole, every value as text.
 class OdbcServer : public Server {
 public:
-    /// Throws DbError: with the server's number for a refused login or database, Unreachable or the
-    /// driver's number when nobody answers (connectionLost), 0 for a driver that is missing or
-    /// cannot be told a value.
+    /// Throws DbError: with the server's number for a refused login or database, Unreachable (and
+    /// connectionLost) when nobody answers, 0 for a driver that is missing or cannot be told a value.
     static std::unique_ptr<OdbcServer> open(const ConnectionString& target,
                                             const OdbcSettings& settings = {});
     ~OdbcServer() override;

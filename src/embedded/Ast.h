@@ -27,28 +27,28 @@ struct ObjectName {
 
 struct Expr {
     enum Kind {
-        Number,     ///< text as written, type known
-        Text,       ///< text, type known
+        Number, ///< text as written, type known
+        Text,   ///< text, type known
         Null,
-        Column,     ///< parts: [database, schema, table,] column
-        Star,       ///< parts: the qualifier, possibly none
-        Variable,   ///< @x or @@x
-        Unary,      ///< text is - + or ~
-        Binary,     ///< text is + - * / % & | ^
-        Call,       ///< text is the name in lower case; flag: DISTINCT
-        Cast,       ///< type; a second argument is the style
-        Case,       ///< args: [operand,] when, then, …, [else]; see hasOperand, hasElse
+        Column,   ///< parts: [database, schema, table,] column
+        Star,     ///< parts: the qualifier, possibly none
+        Variable, ///< @x or @@x
+        Unary,    ///< text is - + or ~
+        Binary,   ///< text is + - * / % & | ^
+        Call,     ///< text is the name in lower case; flag: DISTINCT
+        Cast,     ///< type; a second argument is the style
+        Case,     ///< args: [operand,] when, then, …, [else]; see hasOperand, hasElse
         Subquery,
-        Collate,    ///< text is the collation
+        Collate, ///< text is the collation
         // predicates from here on
-        Compare,    ///< text is = <> < > <= >=
+        Compare, ///< text is = <> < > <= >=
         And,
         Or,
         Not,
-        IsNull,     ///< flag: IS NOT NULL
-        Like,       ///< args: text, pattern [, escape]; flag: NOT
-        In,         ///< args: operand, values … or query; flag: NOT
-        Between,    ///< flag: NOT
+        IsNull,  ///< flag: IS NOT NULL
+        Like,    ///< args: text, pattern [, escape]; flag: NOT
+        In,      ///< args: operand, values … or query; flag: NOT
+        Between, ///< flag: NOT
         Exists,
     };
     Kind kind = Null;
@@ -119,18 +119,17 @@ struct ColumnDef {
     qint64 seed = 1;
     ExprPtr defaultValue;
     QString defaultText; ///< as written, kept in the catalogue
-    QString defaultName;
 };
 
 struct ConstraintDef {
-    enum Kind { PrimaryKey, Unique, ForeignKey, Check };
+    enum Kind { PrimaryKey, Unique, ForeignKey, Check, Default };
     Kind kind = PrimaryKey;
     QString name; ///< empty when the server has to find one
     QStringList columns;
     ObjectName parent; ///< foreign key
     QStringList parentColumns;
     QString onDelete, onUpdate; ///< "", CASCADE or SET NULL
-    QString checkText;
+    QString text;               ///< of a CHECK's condition or a DEFAULT's value
 };
 
 struct TableDef {
@@ -147,7 +146,7 @@ struct VariableDef {
 };
 
 struct Argument {
-    QString name; ///< with its @; empty when given by place
+    QString name;  ///< with its @; empty when given by place
     ExprPtr value; ///< null for DEFAULT
     bool output = false;
 };
@@ -160,20 +159,51 @@ struct ExecuteStatement {
     std::vector<Argument> arguments;
 };
 
-struct DeclareStatement { std::vector<VariableDef> variables; };
-struct AssignStatement { QString variable; QString op; ExprPtr value; };
-struct SetOptionStatement { QStringList options; QStringList words; };
-struct IdentityInsertStatement { ObjectName table; bool on = false; };
-struct IfStatement { ExprPtr condition; StatementPtr then, otherwise; };
-struct WhileStatement { ExprPtr condition; StatementPtr body; };
-struct BlockStatement { StatementList statements; };
-struct TryStatement { StatementList body, handler; };
+struct DeclareStatement {
+    std::vector<VariableDef> variables;
+};
+struct AssignStatement {
+    QString variable;
+    QString op;
+    ExprPtr value;
+};
+struct SetOptionStatement {
+    QStringList options;
+    QStringList words;
+};
+struct IdentityInsertStatement {
+    ObjectName table;
+    bool on = false;
+};
+struct IfStatement {
+    ExprPtr condition;
+    StatementPtr then, otherwise;
+};
+struct WhileStatement {
+    ExprPtr condition;
+    StatementPtr body;
+};
+struct BlockStatement {
+    StatementList statements;
+};
+struct TryStatement {
+    StatementList body, handler;
+};
 struct BreakStatement {};
 struct ContinueStatement {};
-struct ReturnStatement { ExprPtr value; };
-struct PrintStatement { ExprPtr text; };
-struct RaiseStatement { std::vector<ExprPtr> arguments; bool isThrow = false; };
-struct QueryStatement { QueryPtr query; };
+struct ReturnStatement {
+    ExprPtr value;
+};
+struct PrintStatement {
+    ExprPtr text;
+};
+struct RaiseStatement {
+    std::vector<ExprPtr> arguments;
+    bool isThrow = false;
+};
+struct QueryStatement {
+    QueryPtr query;
+};
 struct InsertStatement {
     ObjectName table;
     QStringList columns;
@@ -181,7 +211,11 @@ struct InsertStatement {
     QueryPtr query;
     std::shared_ptr<const ExecuteStatement> execute;
 };
-struct Assignment { QString column; QString op; ExprPtr value; };
+struct Assignment {
+    QString column;
+    QString op;
+    ExprPtr value;
+};
 struct UpdateStatement {
     ObjectName target;
     std::vector<Assignment> assignments;
@@ -194,8 +228,13 @@ struct DeleteStatement {
     std::vector<TableRefPtr> from;
     ExprPtr where;
 };
-struct TruncateStatement { ObjectName table; };
-struct CreateTableStatement { ObjectName table; TableDef definition; };
+struct TruncateStatement {
+    ObjectName table;
+};
+struct CreateTableStatement {
+    ObjectName table;
+    TableDef definition;
+};
 struct AlterTableStatement {
     enum Action { Add, AlterColumn, DropColumns, DropConstraints, SwitchCheck };
     ObjectName table;
@@ -203,13 +242,36 @@ struct AlterTableStatement {
     TableDef added;
     QStringList names;
 };
-struct DropStatement { QString kind; std::vector<ObjectName> names; bool ifExists = false; };
-struct CreateIndexStatement { QString name; ObjectName table; QStringList columns; bool unique = false; };
-struct CreateViewStatement { ObjectName name; QString text; bool alter = false; };
-struct CreateProcedureStatement { ObjectName name; QString text; bool alter = false; };
-struct CreateDatabaseStatement { QString name; };
-struct AlterDatabaseStatement { QString name; };
-struct UseStatement { QString database; };
+struct DropStatement {
+    QString kind;
+    std::vector<ObjectName> names;
+    bool ifExists = false;
+};
+struct CreateIndexStatement {
+    QString name;
+    ObjectName table;
+    QStringList columns;
+    bool unique = false;
+};
+struct CreateViewStatement {
+    ObjectName name;
+    QString text;
+    bool alter = false;
+};
+struct CreateProcedureStatement {
+    ObjectName name;
+    QString text;
+    bool alter = false;
+};
+struct CreateDatabaseStatement {
+    QString name;
+};
+struct AlterDatabaseStatement {
+    QString name;
+};
+struct UseStatement {
+    QString database;
+};
 struct CursorStatement {
     enum Action { Declare, Open, Fetch, Close, Deallocate };
     Action action = Declare;
@@ -224,7 +286,17 @@ struct TransactionStatement {
 };
 /// CREATE, ALTER or DROP of LOGIN and USER, and membership of server roles.
 struct SecurityStatement {
-    enum Action { CreateLogin, AlterLogin, DropLogin, CreateUser, DropUser, AddMember, DropMember, Deny, Allow };
+    enum Action {
+        CreateLogin,
+        AlterLogin,
+        DropLogin,
+        CreateUser,
+        DropUser,
+        AddMember,
+        DropMember,
+        Deny,
+        Allow
+    };
     Action action = CreateLogin;
     QString name;
     QString password;

@@ -9,7 +9,9 @@ namespace embedded::collation {
 
 int compare(QByteArrayView utf8A, QByteArrayView utf8B);
 int compare(const QString& a, const QString& b);
-inline bool equal(const QString& a, const QString& b) { return compare(a, b) == 0; }
+inline bool equal(const QString& a, const QString& b) {
+    return compare(a, b) == 0;
+}
 /// The same text for all texts that compare equal; a key for hashes.
 QString fold(const QString& text);
 /// Where `part` begins in `text`, from the given place on; -1 when nowhere.

@@ -16,17 +16,22 @@ struct Range {
 
 Range rangeOf(Type::Kind kind) {
     switch (kind) {
-    case Type::Bit: return {0, 1};
-    case Type::TinyInt: return {0, 255};
-    case Type::SmallInt: return {-32768, 32767};
-    case Type::Int: return {-2147483648.0, 2147483647.0};
-    default: return {-9223372036854775808.0, 9223372036854774784.0};
+    case Type::Bit:
+        return {0, 1};
+    case Type::TinyInt:
+        return {0, 255};
+    case Type::SmallInt:
+        return {-32768, 32767};
+    case Type::Int:
+        return {-2147483648.0, 2147483647.0};
+    default:
+        return {-9223372036854775808.0, 9223372036854774784.0};
     }
 }
 
 DbError overflow(const Type& to) {
-    return DbError(8115, QString("Arithmetic overflow error converting expression to data type %1.")
-                             .arg(to.toString()));
+    return DbError(
+        8115, QString("Arithmetic overflow error converting expression to data type %1.").arg(to.toString()));
 }
 
 QString blankPadded(const QString& text, const Type& type) {
@@ -62,7 +67,8 @@ double roundTo(double number, int places) {
     const long double scaled = static_cast<long double>(number) * factor;
     // A half that binary cannot hold, as in 1.005, is still a half to whoever wrote it.
     const long double nudge = std::fabs(scaled) * 1e-15L;
-    const long double rounded = scaled < 0 ? -std::floor(-scaled + 0.5L + nudge) : std::floor(scaled + 0.5L + nudge);
+    const long double rounded =
+        scaled < 0 ? -std::floor(-scaled + 0.5L + nudge) : std::floor(scaled + 0.5L + nudge);
     return double(rounded / factor);
 }
 
@@ -94,8 +100,9 @@ void Conversion::fail(const Value& value) const {
                                 .arg(from.toString().section(u'(', 0, 0), to.toString().section(u'(', 0, 0)));
     if (to.kind == Type::Money)
         throw DbError(235, "Cannot convert a char value to money. The char value has incorrect syntax.");
-    throw DbError(245, QString("Conversion failed when converting the %1 value '%2' to data type %3.")
-                           .arg(from.toString().section(u'(', 0, 0), text, to.toString().section(u'(', 0, 0)));
+    throw DbError(245,
+                  QString("Conversion failed when converting the %1 value '%2' to data type %3.")
+                      .arg(from.toString().section(u'(', 0, 0), text, to.toString().section(u'(', 0, 0)));
 }
 
 Value Conversion::operator()(const Value& value) const {
@@ -185,12 +192,13 @@ QString Conversion::written(const Value& value) const {
     if (const auto* bytes = std::get_if<QByteArray>(&value)) return QString::fromLatin1(*bytes);
     if (const auto* integer = std::get_if<qint64>(&value))
         if (from.kind != Type::Money && from.kind != Type::Decimal) return QString::number(*integer);
-    const double real = std::holds_alternative<double>(value) ? std::get<double>(value)
-                                                              : double(std::get<qint64>(value));
+    const double real =
+        std::holds_alternative<double>(value) ? std::get<double>(value) : double(std::get<qint64>(value));
     if (from.kind == Type::Money) {
         QString text = QString::number(roundTo(real, style == 2 ? 4 : 2), 'f', style == 2 ? 4 : 2);
         if (style == 1)
-            for (qsizetype at = text.indexOf(u'.') - 3; at > (real < 0 ? 1 : 0); at -= 3) text.insert(at, u',');
+            for (qsizetype at = text.indexOf(u'.') - 3; at > (real < 0 ? 1 : 0); at -= 3)
+                text.insert(at, u',');
         return text;
     }
     if (from.kind == Type::Decimal) return QString::number(real, 'f', from.scale);
@@ -224,9 +232,11 @@ Value Conversion::toDate(const Value& value) const {
 
 Value Conversion::toBinary(const Value& value) const {
     QByteArray bytes;
-    if (const auto* blob = std::get_if<QByteArray>(&value)) bytes = *blob;
-    else throw DbError(257, QString("Implicit conversion from data type %1 to varbinary is not allowed.")
-                                .arg(from.toString()));
+    if (const auto* blob = std::get_if<QByteArray>(&value))
+        bytes = *blob;
+    else
+        throw DbError(257, QString("Implicit conversion from data type %1 to varbinary is not allowed.")
+                               .arg(from.toString()));
     if (to.length != Type::Max && bytes.size() > to.length) {
         if (intoColumn) throw DbError(DbError::TextTooLong, "String or binary data would be truncated.");
         bytes.truncate(to.length);
@@ -245,14 +255,20 @@ QString shown(const Value& value, const Type& type) {
         const QString text = QString::number(roundTo(real, type.scale), 'f', type.scale);
         return text.startsWith(u'-') && real > -0.5 * std::pow(10.0, -type.scale) ? text.mid(1) : text;
     }
-    case Type::Float: return QString::number(real, 'g', 15);
-    case Type::Real: return QString::number(real, 'g', 7);
-    case Type::Date: return std::get<QString>(value).left(10);
-    case Type::SmallDateTime: return std::get<QString>(value).left(19);
-    default: break;
+    case Type::Float:
+        return QString::number(real, 'g', 15);
+    case Type::Real:
+        return QString::number(real, 'g', 7);
+    case Type::Date:
+        return std::get<QString>(value).left(10);
+    case Type::SmallDateTime:
+        return std::get<QString>(value).left(19);
+    default:
+        break;
     }
     if (const auto* text = std::get_if<QString>(&value)) return text->isNull() ? QString("") : *text;
-    if (const auto* bytes = std::get_if<QByteArray>(&value)) return QString::fromLatin1(bytes->toHex().toUpper());
+    if (const auto* bytes = std::get_if<QByteArray>(&value))
+        return QString::fromLatin1(bytes->toHex().toUpper());
     if (const auto* integer = std::get_if<qint64>(&value)) return QString::number(*integer);
     return QString::number(real, 'g', 15);
 }

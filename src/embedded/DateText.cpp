@@ -50,8 +50,10 @@ bool parseDay(const QString& text, Order order, QDate& date) {
     if (text.isEmpty()) return date = base, true;
     static const QRegularExpression compact("^\\d{8}$|^\\d{6}$|^\\d{4}$");
     if (compact.match(text).hasMatch()) {
-        if (text.size() == 4) date = QDate(text.toInt(), 1, 1);
-        else date = QDate(fullYear(text.chopped(4)), text.right(4).left(2).toInt(), text.right(2).toInt());
+        if (text.size() == 4)
+            date = QDate(text.toInt(), 1, 1);
+        else
+            date = QDate(fullYear(text.chopped(4)), text.right(4).left(2).toInt(), text.right(2).toInt());
         return true;
     }
     static const QRegularExpression separators("[\\s,/.-]+");
@@ -88,7 +90,8 @@ bool parseDay(const QString& text, Order order, QDate& date) {
         date = QDate(fullYear(numbers[0]), numbers[1].toInt(), numbers[2].toInt());
     } else {
         const bool dayFirst = order == Order::DayMonthYear;
-        date = QDate(fullYear(numbers[2]), numbers[dayFirst ? 1 : 0].toInt(), numbers[dayFirst ? 0 : 1].toInt());
+        date =
+            QDate(fullYear(numbers[2]), numbers[dayFirst ? 1 : 0].toInt(), numbers[dayFirst ? 0 : 1].toInt());
     }
     return true;
 }
@@ -105,7 +108,8 @@ bool parseParts(const QString& text, Order order, QDateTime& result) {
     static const QRegularExpression clock("(?:^|\\s)(\\d{1,2}(?::[\\d:.]+)?\\s*(?:[AaPp][Mm])?)$");
     if (const auto match = clock.match(rest); match.hasMatch() && parseTime(match.captured(1), time))
         rest.truncate(match.capturedStart(0));
-    else if (rest.contains(u':')) return false;
+    else if (rest.contains(u':'))
+        return false;
     QDate date;
     if (!parseDay(rest.trimmed(), order, date)) return false;
     result = date.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
@@ -169,8 +173,9 @@ QString toStored(const QDateTime& date, const Type& type) {
     if (!rounded.isValid() || day.year() < firstYear || day.year() > lastYear)
         throw DbError(242, "The conversion resulted in an out-of-range datetime value.");
     const QTime time = rounded.time();
-    return pad(day.year(), 4) + '-' + pad(day.month(), 2) + '-' + pad(day.day(), 2) + ' ' + pad(time.hour(), 2) + ':'
-           + pad(time.minute(), 2) + ':' + pad(time.second(), 2) + '.' + pad(time.msec(), 3);
+    return pad(day.year(), 4) + '-' + pad(day.month(), 2) + '-' + pad(day.day(), 2) + ' '
+           + pad(time.hour(), 2) + ':' + pad(time.minute(), 2) + ':' + pad(time.second(), 2) + '.'
+           + pad(time.msec(), 3);
 }
 
 QDateTime fromDays(double days) {
@@ -186,17 +191,21 @@ double toDays(const QDateTime& date) {
 Order orderOfStyle(int style, Order standard) {
     switch (style % 100) {
     case 1:
-    case 10: return Order::MonthDayYear;
+    case 10:
+        return Order::MonthDayYear;
     case 3:
     case 4:
-    case 5: return Order::DayMonthYear;
+    case 5:
+        return Order::DayMonthYear;
     case 2:
     case 11:
     case 12:
     case 20:
     case 21:
-    case 26: return Order::YearMonthDay;
-    default: return standard;
+    case 26:
+        return Order::YearMonthDay;
+    default:
+        return standard;
     }
 }
 
@@ -217,29 +226,46 @@ QString format(const QDateTime& date, const Type& type, int style) {
     case 0:
         if (onlyDay) return year + '-' + mm + '-' + dd;
         return mon + ' ' + blankDay + ' ' + year + ' ' + clock12(time, false, false);
-    case 1: return mm + '/' + dd + '/' + yy;
-    case 2: return yy + '.' + mm + '.' + dd;
-    case 3: return dd + '/' + mm + '/' + yy;
-    case 4: return dd + '.' + mm + '.' + yy;
-    case 5: return dd + '-' + mm + '-' + yy;
-    case 6: return dd + ' ' + mon + ' ' + yy;
-    case 7: return mon + ' ' + dd + ", " + yy;
-    case 8: return clock24;
-    case 9: return mon + ' ' + blankDay + ' ' + year + ' ' + clock12(time, true, true);
-    case 10: return mm + '-' + dd + '-' + yy;
-    case 11: return yy + '/' + mm + '/' + dd;
-    case 12: return yy + mm + dd;
-    case 13: return dd + ' ' + mon + ' ' + year + ' ' + clock24 + ':' + pad(time.msec(), 3);
-    case 14: return clock24 + ':' + pad(time.msec(), 3);
-    case 20: return year + '-' + mm + '-' + dd + (onlyDay ? QString() : ' ' + clock24);
-    case 21: return year + '-' + mm + '-' + dd + (onlyDay ? QString() : ' ' + clock24 + '.' + pad(time.msec(), 3));
+    case 1:
+        return mm + '/' + dd + '/' + yy;
+    case 2:
+        return yy + '.' + mm + '.' + dd;
+    case 3:
+        return dd + '/' + mm + '/' + yy;
+    case 4:
+        return dd + '.' + mm + '.' + yy;
+    case 5:
+        return dd + '-' + mm + '-' + yy;
+    case 6:
+        return dd + ' ' + mon + ' ' + yy;
+    case 7:
+        return mon + ' ' + dd + ", " + yy;
+    case 8:
+        return clock24;
+    case 9:
+        return mon + ' ' + blankDay + ' ' + year + ' ' + clock12(time, true, true);
+    case 10:
+        return mm + '-' + dd + '-' + yy;
+    case 11:
+        return yy + '/' + mm + '/' + dd;
+    case 12:
+        return yy + mm + dd;
+    case 13:
+        return dd + ' ' + mon + ' ' + year + ' ' + clock24 + ':' + pad(time.msec(), 3);
+    case 14:
+        return clock24 + ':' + pad(time.msec(), 3);
+    case 20:
+        return year + '-' + mm + '-' + dd + (onlyDay ? QString() : ' ' + clock24);
+    case 21:
+        return year + '-' + mm + '-' + dd + (onlyDay ? QString() : ' ' + clock24 + '.' + pad(time.msec(), 3));
     case 26: {
         const QString fraction = time.msec() == 0 ? QString() : '.' + pad(time.msec(), 3);
         return year + '-' + mm + '-' + dd + (onlyDay ? QString() : 'T' + clock24 + fraction);
     }
-    default: throw DbError(281, QString("%1 is not a valid style number when converting from datetime to a "
-                                        "character string.")
-                                    .arg(style));
+    default:
+        throw DbError(281, QString("%1 is not a valid style number when converting from datetime to a "
+                                   "character string.")
+                               .arg(style));
     }
 }
 

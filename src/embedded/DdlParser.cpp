@@ -116,7 +116,8 @@ TableDef DdlParser::parseTableDef() {
 void DdlParser::parseTableElement(TableDef& table) {
     QString name;
     if (accept("constraint")) name = takeName();
-    if (is("primary") || is("unique") || is("foreign") || is("check")) return parseTableConstraint(table, name);
+    if (is("primary") || is("unique") || is("foreign") || is("check") || is("default"))
+        return parseTableConstraint(table, name);
     if (!name.isEmpty()) syntaxError();
     parseColumn(table);
 }
@@ -149,16 +150,19 @@ bool DdlParser::parseColumnOption(ColumnDef& column, TableDef& table, const QStr
     if (accept("rowguidcol") || is("sparse")) throw notSupported("ROWGUIDCOL and SPARSE columns");
     if (accept("collate")) {
         const QString collation = takeName();
-        static const QStringList alike{"Latin1_General_CI_AS", "SQL_Latin1_General_CP1_CI_AS", "database_default"};
+        static const QStringList alike{"Latin1_General_CI_AS", "SQL_Latin1_General_CP1_CI_AS",
+                                       "database_default"};
         if (!alike.contains(collation, Qt::CaseInsensitive)) throw notSupported("collation " + collation);
         return true;
     }
     if (accept("default")) {
         const qsizetype start = peek().position;
-        column.defaultName = constraintName;
         column.defaultValue = parseValue();
         column.defaultText = textSince(start);
-        return true;
+        if (constraintName.isEmpty()) return true;
+        constraint.kind = ConstraintDef::Default;
+        constraint.text = column.defaultText;
+        return table.constraints.push_back(constraint), true;
     }
     if (accept("primary", "key")) {
         constraint.kind = ConstraintDef::PrimaryKey;
@@ -169,7 +173,7 @@ bool DdlParser::parseColumnOption(ColumnDef& column, TableDef& table, const QStr
         parseKeyOptions();
     } else if (accept("check")) {
         constraint.kind = ConstraintDef::Check;
-        constraint.checkText = parseCheck();
+        constraint.text = parseCheck();
     } else if (is("references") || is("foreign")) {
         if (accept("foreign")) expect("key");
         constraint.kind = ConstraintDef::ForeignKey;
@@ -205,7 +209,14 @@ void DdlParser::parseTableConstraint(TableDef& table, const QString& name) {
         skipFileGroup();
     } else if (accept("check")) {
         constraint.kind = ConstraintDef::Check;
-        constraint.checkText = parseCheck();
+        constraint.text = parseCheck();
+    } else if (accept("default")) {
+        constraint.kind = ConstraintDef::Default;
+        const qsizetype start = peek().position;
+        parseValue();
+        constraint.text = textSince(start);
+        expect("for");
+        constraint.columns = {takeName()};
     } else {
         expect("foreign");
         expect("key");
@@ -223,10 +234,14 @@ void DdlParser::parseReferences(ConstraintDef& constraint) {
     while (accept("on")) {
         QString& action = is("delete") ? constraint.onDelete : constraint.onUpdate;
         if (!accept("delete")) expect("update");
-        if (accept("cascade")) action = "CASCADE";
-        else if (accept("set", "null")) action = "SET NULL";
-        else if (is("set")) throw notSupported("ON … SET DEFAULT");
-        else if (expect("no"), true) expect("action");
+        if (accept("cascade"))
+            action = "CASCADE";
+        else if (accept("set", "null"))
+            action = "SET NULL";
+        else if (is("set"))
+            throw notSupported("ON … SET DEFAULT");
+        else if (expect("no"), true)
+            expect("action");
     }
     if (accept("not", "for")) expect("replication");
 }
@@ -318,9 +333,9 @@ StatementPtr DdlParser::parseAlterDatabase() {
 }
 
 void DdlParser::skipToEndOfStatement() {
-    static const QStringList starts{"alter", "exec",   "execute", "use",    "if",     "create", "drop",
-                                    "set",   "select", "insert",  "update", "delete", "declare", "end", "begin",
-                                    "print", "else"};
+    static const QStringList starts{"alter",   "exec", "execute", "use",    "if",     "create",
+                                    "drop",    "set",  "select",  "insert", "update", "delete",
+                                    "declare", "end",  "begin",   "print",  "else"};
     while (!atEnd() && !accept(";")) {
         if (peek().kind == Token::Word && starts.contains(peek().text.toLower())) return;
         take();
@@ -361,8 +376,10 @@ StatementPtr DdlParser::parseLogin(SecurityStatement::Action action) {
             if (peek().kind != Token::Text && peek().kind != Token::UnicodeText)
                 throw notSupported("a password that is not a text");
             login.password = take().text;
-            if (accept("old_password")) expect("="), take();
-            else if (is("must_change") || is("hashed")) throw notSupported("PASSWORD … " + peek().text.toUpper());
+            if (accept("old_password"))
+                expect("="), take();
+            else if (is("must_change") || is("hashed"))
+                throw notSupported("PASSWORD … " + peek().text.toUpper());
         } else if (option == "DEFAULT_DATABASE") {
             login.defaultDatabase = takeName();
         } else if (option == "CHECK_POLICY" || option == "CHECK_EXPIRATION") {

@@ -18,8 +18,9 @@ inline DbError invalidObject(const QString& name) {
 }
 
 inline DbError noSuchDatabase(const QString& name) {
-    return DbError(DbError::NoSuchDatabase,
-                   QString("Database '%1' does not exist. Make sure that the name is entered correctly.").arg(name));
+    return DbError(
+        DbError::NoSuchDatabase,
+        QString("Database '%1' does not exist. Make sure that the name is entered correctly.").arg(name));
 }
 
 inline DbError alreadyExists(const QString& name) {

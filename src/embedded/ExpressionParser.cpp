@@ -40,9 +40,10 @@ ExprPtr ExpressionParser::parseValue() {
 ExprPtr ExpressionParser::parseCondition() {
     ExprPtr expr = parseOr();
     if (!expr->isPredicate())
-        throw DbError(4145, QString("An expression of non-boolean type specified in a context where a condition "
-                                    "is expected, near '%1'.")
-                                .arg(peek().text));
+        throw DbError(4145,
+                      QString("An expression of non-boolean type specified in a context where a condition "
+                              "is expected, near '%1'.")
+                          .arg(peek().text));
     return expr;
 }
 
@@ -88,9 +89,9 @@ void ExpressionParser::refuseQuantifier() const {
 }
 
 ExprPtr ExpressionParser::finishPredicate(ExprPtr left) {
-    static const QHash<QString, QString> comparisons{{"=", "="},   {"<>", "<>"}, {"!=", "<>"}, {"<", "<"},
-                                                     {">", ">"},   {"<=", "<="}, {">=", ">="}, {"!<", ">="},
-                                                     {"!>", "<="}};
+    static const QHash<QString, QString> comparisons{{"=", "="},   {"<>", "<>"}, {"!=", "<>"},
+                                                     {"<", "<"},   {">", ">"},   {"<=", "<="},
+                                                     {">=", ">="}, {"!<", ">="}, {"!>", "<="}};
     if (peek().kind == Token::Symbol && comparisons.contains(peek().text)) {
         const QString op = comparisons[take().text];
         refuseQuantifier();
@@ -165,16 +166,20 @@ ExprPtr ExpressionParser::parseUnary() {
 ExprPtr ExpressionParser::parsePrimary() {
     const Token& token = peek();
     switch (token.kind) {
-    case Token::Variable: return node(Expr::Variable, take().text);
+    case Token::Variable:
+        return node(Expr::Variable, take().text);
     case Token::Symbol:
         if (is("(")) return parseBracket();
         if (is("*")) return take(), node(Expr::Star, {});
         syntaxError();
     case Token::Word:
     case Token::Bracketed:
-    case Token::Quoted: return parseColumn();
-    case Token::End: syntaxError();
-    default: return parseLiteral();
+    case Token::Quoted:
+        return parseColumn();
+    case Token::End:
+        syntaxError();
+    default:
+        return parseLiteral();
     }
 }
 
@@ -186,21 +191,28 @@ ExprPtr ExpressionParser::parseLiteral() {
         bool fits = false;
         const qint64 value = text.toLongLong(&fits);
         if (!fits) throw notSupported("a number with more than 18 digits: " + text);
-        if (value <= std::numeric_limits<qint32>::max()) return number(text, Type::of(Type::Int));
+        if (value <= std::numeric_limits<qint32>::max()) {
+            Type type = Type::of(Type::Int);
+            type.precision = int(text.size()); // counts when it meets a decimal
+            return number(text, type);
+        }
         return number(text, Type::decimal(int(text.size()), 0));
     }
     case Token::Decimal: {
         const int scale = int(text.size() - text.indexOf(u'.') - 1);
         return number(text, Type::decimal(std::max(1, int(text.size()) - 1), scale));
     }
-    case Token::Float: return number(text, Type::of(Type::Float));
-    case Token::Money: return number(text, Type::of(Type::Money));
+    case Token::Float:
+        return number(text, Type::of(Type::Float));
+    case Token::Money:
+        return number(text, Type::of(Type::Money));
     case Token::Binary: {
         auto expr = node(Expr::Number, "x'" + (text.size() % 2 ? '0' + text : text) + '\'');
         expr->type = Type{Type::Binary, std::max(1, int(text.size() + 1) / 2), 0, 0};
         return expr;
     }
-    default: return textLiteral(text, token.kind == Token::UnicodeText);
+    default:
+        return textLiteral(text, token.kind == Token::UnicodeText);
     }
 }
 
@@ -238,7 +250,8 @@ ExprPtr ExpressionParser::parseCast(bool convert) {
     const auto castType = [this] {
         Type type = takeType();
         // Without a length a text gets 30 here, but 1 in a declaration.
-        if ((type.isText() || type.kind == Type::Binary) && type.length == 1 && !is(")", -1)) type.length = 30;
+        if ((type.isText() || type.kind == Type::Binary) && type.length == 1 && !is(")", -1))
+            type.length = 30;
         return type;
     };
     expect("(");

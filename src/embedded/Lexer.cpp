@@ -48,7 +48,8 @@ private:
     void skipComment() {
         int depth = 0;
         for (; m_at < m_batch.size(); ++m_at) {
-            if (peek() == u'/' && peek(1) == u'*') ++depth, ++m_at;
+            if (peek() == u'/' && peek(1) == u'*')
+                ++depth, ++m_at;
             else if (peek() == u'*' && peek(1) == u'/') {
                 ++m_at;
                 if (--depth == 0) return;
@@ -81,9 +82,12 @@ private:
     QString delimited(QChar close) {
         QString text;
         for (++m_at; m_at < m_batch.size(); ++m_at) {
-            if (peek() != close) text += peek();
-            else if (peek(1) == close) text += m_batch[m_at++];
-            else return ++m_at, text;
+            if (peek() != close)
+                text += peek();
+            else if (peek(1) == close)
+                text += m_batch[m_at++];
+            else
+                return ++m_at, text;
         }
         throw DbError(105, QString("Unclosed quotation mark after the character string '%1'.").arg(text));
     }

@@ -2,12 +2,18 @@
 
 #include "embedded/Collation.h"
 
+#include <algorithm>
+
 namespace embedded {
 
 namespace {
 
 bool sameLetter(QChar a, QChar b) {
     return a == b || a.toCaseFolded() == b.toCaseFolded();
+}
+
+bool onlyBlanks(QStringView text) {
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c == u' '; });
 }
 
 /// Matches one character against the class that starts behind "[", and moves `at` behind its "]".
@@ -47,11 +53,14 @@ bool matchesLike(QStringView text, QStringView pattern, QChar escape) {
         if (p < pattern.size() && t < text.size()) {
             if (!escape.isNull() && pattern[p] == escape && next < pattern.size())
                 matches = sameLetter(text[t], pattern[next++]);
-            else if (pattern[p] == u'_') matches = true;
-            else if (pattern[p] == u'[') matches = matchesClass(text[t], pattern, next);
-            else matches = sameLetter(text[t], pattern[p]);
-        } else if (p == pattern.size() && text.mid(t).trimmed().isEmpty() && lastPercent != p) {
-            return !text.mid(t).contains(u'\t'); // blanks at the end of the text do not count
+            else if (pattern[p] == u'_')
+                matches = true;
+            else if (pattern[p] == u'[')
+                matches = matchesClass(text[t], pattern, next);
+            else
+                matches = sameLetter(text[t], pattern[p]);
+        } else if (p == pattern.size() && onlyBlanks(text.mid(t))) {
+            return true; // blanks at the end of the text do not count
         }
         if (matches) {
             ++t;

@@ -102,9 +102,12 @@ TableRefPtr QueryParser::parseJoined() {
     TableRefPtr left = parseTable();
     for (;;) {
         QString join;
-        if (accept("join") || accept("inner", "join")) join = "INNER";
-        else if (is("cross") && is("apply", 1)) throw notSupported("CROSS APPLY");
-        else if (accept("cross", "join")) join = "CROSS";
+        if (accept("join") || accept("inner", "join"))
+            join = "INNER";
+        else if (is("cross") && is("apply", 1))
+            throw notSupported("CROSS APPLY");
+        else if (accept("cross", "join"))
+            join = "CROSS";
         else if (is("left") || is("right") || is("full")) {
             join = take().text.toUpper();
             accept("outer");
@@ -146,7 +149,8 @@ TableRefPtr QueryParser::parseTable() {
     }
     table->name = takeTableName();
     if (is("(") && !is("nolock", 1)) {
-        static const QStringList hints{"readuncommitted", "updlock", "holdlock", "rowlock", "readpast", "tablock"};
+        static const QStringList hints{"readuncommitted", "updlock",  "holdlock",
+                                       "rowlock",         "readpast", "tablock"};
         if (!hints.contains(peek(1).text.toLower())) throw notSupported("table function " + table->name.name);
     }
     if (is("(")) parseHints();
@@ -165,9 +169,10 @@ void QueryParser::parseHints() {
     if (!accept("with") || !is("(")) {
         if (!is("(")) syntaxError();
     }
-    static const QStringList known{"nolock",  "readuncommitted", "readcommitted",  "repeatableread", "serializable",
-                                   "updlock", "holdlock",        "rowlock",        "paglock",        "tablock",
-                                   "xlock",   "tablockx",        "readcommittedlock", "nowait"};
+    static const QStringList known{
+        "nolock",  "readuncommitted", "readcommitted",     "repeatableread", "serializable",
+        "updlock", "holdlock",        "rowlock",           "paglock",        "tablock",
+        "xlock",   "tablockx",        "readcommittedlock", "nowait"};
     expect("(");
     do {
         if (is("index")) throw notSupported("table hint INDEX");

@@ -16,8 +16,10 @@ QString textOf(const void* characters, int bytes) {
 
 Value valueOf(sqlite3_value* value) {
     switch (sqlite3_value_type(value)) {
-    case SQLITE_INTEGER: return qint64(sqlite3_value_int64(value));
-    case SQLITE_FLOAT: return sqlite3_value_double(value);
+    case SQLITE_INTEGER:
+        return qint64(sqlite3_value_int64(value));
+    case SQLITE_FLOAT:
+        return sqlite3_value_double(value);
     case SQLITE_TEXT: {
         const auto* text = sqlite3_value_text(value);
         return textOf(text, sqlite3_value_bytes(value));
@@ -26,7 +28,8 @@ Value valueOf(sqlite3_value* value) {
         const auto* blob = static_cast<const char*>(sqlite3_value_blob(value));
         return QByteArray(blob, sqlite3_value_bytes(value));
     }
-    default: return {};
+    default:
+        return {};
     }
 }
 
@@ -41,8 +44,10 @@ bool losesConnection(int code) {
     case SQLITE_CORRUPT:
     case SQLITE_NOTADB:
     case SQLITE_CANTOPEN:
-    case SQLITE_READONLY: return true;
-    default: return false;
+    case SQLITE_READONLY:
+        return true;
+    default:
+        return false;
     }
 }
 
@@ -53,10 +58,18 @@ struct SqliteFile::Function {
     NativeFunction call;
 };
 
-bool Arguments::isNull(int index) const { return sqlite3_value_type(m_values[index]) == SQLITE_NULL; }
-qint64 Arguments::integer(int index) const { return sqlite3_value_int64(m_values[index]); }
-double Arguments::real(int index) const { return sqlite3_value_double(m_values[index]); }
-Value Arguments::value(int index) const { return valueOf(m_values[index]); }
+bool Arguments::isNull(int index) const {
+    return sqlite3_value_type(m_values[index]) == SQLITE_NULL;
+}
+qint64 Arguments::integer(int index) const {
+    return sqlite3_value_int64(m_values[index]);
+}
+double Arguments::real(int index) const {
+    return sqlite3_value_double(m_values[index]);
+}
+Value Arguments::value(int index) const {
+    return valueOf(m_values[index]);
+}
 QString Arguments::text(int index) const {
     const auto* text = sqlite3_value_text(m_values[index]);
     return textOf(text, sqlite3_value_bytes(m_values[index]));
@@ -70,8 +83,10 @@ SqliteStatement::~SqliteStatement() {
 }
 
 SqliteStatement& SqliteStatement::bind(int place, const Value& value) {
-    if (const auto* integer = std::get_if<qint64>(&value)) sqlite3_bind_int64(m_statement, place, *integer);
-    else if (const auto* real = std::get_if<double>(&value)) sqlite3_bind_double(m_statement, place, *real);
+    if (const auto* integer = std::get_if<qint64>(&value))
+        sqlite3_bind_int64(m_statement, place, *integer);
+    else if (const auto* real = std::get_if<double>(&value))
+        sqlite3_bind_double(m_statement, place, *real);
     else if (const auto* text = std::get_if<QString>(&value)) {
         const QByteArray utf8 = text->toUtf8();
         sqlite3_bind_text(m_statement, place, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
@@ -98,23 +113,31 @@ void SqliteStatement::reset() {
     sqlite3_reset(m_statement);
 }
 
-int SqliteStatement::columnCount() const { return sqlite3_column_count(m_statement); }
+int SqliteStatement::columnCount() const {
+    return sqlite3_column_count(m_statement);
+}
 bool SqliteStatement::isNull(int column) const {
     return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
 }
-qint64 SqliteStatement::integer(int column) const { return sqlite3_column_int64(m_statement, column); }
-Value SqliteStatement::value(int column) const { return valueOf(sqlite3_column_value(m_statement, column)); }
+qint64 SqliteStatement::integer(int column) const {
+    return sqlite3_column_int64(m_statement, column);
+}
+Value SqliteStatement::value(int column) const {
+    return valueOf(sqlite3_column_value(m_statement, column));
+}
 QString SqliteStatement::text(int column) const {
     const auto* text = sqlite3_column_text(m_statement, column);
     return textOf(text, sqlite3_column_bytes(m_statement, column));
 }
 
 SqliteFile::SqliteFile(const QString& path, Mode mode) : m_path(path) {
-    const int flags = SQLITE_OPEN_READWRITE | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
+    const int flags =
+        SQLITE_OPEN_READWRITE | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
     const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &m_database, flags, nullptr);
     if (code != SQLITE_OK) {
         sqlite3_close(m_database);
-        throw DbError(DbError::Unreachable, QString("The server file \"%1\" cannot be opened.").arg(path), {}, true);
+        throw DbError(DbError::Unreachable, QString("The server file \"%1\" cannot be opened.").arg(path), {},
+                      true);
     }
     sqlite3_extended_result_codes(m_database, 1);
     sqlite3_create_collation_v2(m_database, "T", SQLITE_UTF8, nullptr, compareTexts, nullptr);
@@ -132,12 +155,16 @@ void SqliteFile::fail(int code, const QString& message) {
     }
     switch (code & 0xff) {
     case SQLITE_BUSY:
-    case SQLITE_LOCKED: throw DbError(DbError::LockTimeout, "Lock request time out period exceeded.");
-    case SQLITE_CONSTRAINT: throw ConstraintError(message);
-    case SQLITE_FULL: throw DbError(1105, "Could not allocate space: the disk is full.");
+    case SQLITE_LOCKED:
+        throw DbError(DbError::LockTimeout, "Lock request time out period exceeded.");
+    case SQLITE_CONSTRAINT:
+        throw ConstraintError(message);
+    case SQLITE_FULL:
+        throw DbError(1105, "Could not allocate space: the disk is full.");
     default:
         throw DbError(losesConnection(code) ? int(DbError::Unreachable) : 0,
-                      QString("The server file \"%1\" failed: %2").arg(m_path, message), {}, losesConnection(code));
+                      QString("The server file \"%1\" failed: %2").arg(m_path, message), {},
+                      losesConnection(code));
     }
 }
 
@@ -162,19 +189,23 @@ Value SqliteFile::scalar(const QString& sql, const std::vector<Value>& values) {
     return statement.step() ? statement.value(0) : Value();
 }
 
-void SqliteFile::addFunction(const QString& name, int arguments, bool deterministic, NativeFunction function) {
+void SqliteFile::addFunction(const QString& name, int arguments, bool deterministic,
+                             NativeFunction function) {
     m_functions.push_back(std::make_unique<Function>(Function{this, std::move(function)}));
     sqlite3_create_function_v2(m_database, name.toUtf8().constData(), arguments,
                                SQLITE_UTF8 | (deterministic ? SQLITE_DETERMINISTIC : 0) | SQLITE_INNOCUOUS,
-                               m_functions.back().get(), &SqliteFile::callFunction, nullptr, nullptr, nullptr);
+                               m_functions.back().get(), &SqliteFile::callFunction, nullptr, nullptr,
+                               nullptr);
 }
 
 void SqliteFile::callFunction(sqlite3_context* context, int count, sqlite3_value** values) {
     const auto* function = static_cast<Function*>(sqlite3_user_data(context));
     try {
         const Value result = function->call(Arguments(count, values));
-        if (const auto* integer = std::get_if<qint64>(&result)) sqlite3_result_int64(context, *integer);
-        else if (const auto* real = std::get_if<double>(&result)) sqlite3_result_double(context, *real);
+        if (const auto* integer = std::get_if<qint64>(&result))
+            sqlite3_result_int64(context, *integer);
+        else if (const auto* real = std::get_if<double>(&result))
+            sqlite3_result_double(context, *real);
         else if (const auto* text = std::get_if<QString>(&result)) {
             const QByteArray utf8 = text->toUtf8();
             sqlite3_result_text(context, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
@@ -193,9 +224,15 @@ void SqliteFile::setLockTimeout(int milliseconds) {
     sqlite3_busy_timeout(m_database, milliseconds);
 }
 
-bool SqliteFile::inTransaction() const { return !sqlite3_get_autocommit(m_database); }
-qint64 SqliteFile::lastRowId() const { return sqlite3_last_insert_rowid(m_database); }
-qint64 SqliteFile::changes() const { return sqlite3_changes64(m_database); }
+bool SqliteFile::inTransaction() const {
+    return !sqlite3_get_autocommit(m_database);
+}
+qint64 SqliteFile::lastRowId() const {
+    return sqlite3_last_insert_rowid(m_database);
+}
+qint64 SqliteFile::changes() const {
+    return sqlite3_changes64(m_database);
+}
 
 bool SqliteFile::isGone() const {
     int moved = 0;

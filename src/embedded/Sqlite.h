@@ -1,7 +1,7 @@
 #pragma once
 
-#include "embedded/Value.h"
 #include "db/DbError.h"
+#include "embedded/Value.h"
 
 #include <functional>
 #include <memory>
@@ -51,7 +51,7 @@ public:
     ~SqliteStatement();
 
     SqliteStatement& bind(int place, const Value& value); ///< places count from 1
-    bool step(); ///< whether there is a row; throws DbError
+    bool step();                                          ///< whether there is a row; throws DbError
     void reset();
     int columnCount() const;
     bool isNull(int column) const;

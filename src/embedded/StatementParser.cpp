@@ -112,8 +112,8 @@ StatementPtr StatementParser::parseStatement() {
     if (is("fetch")) return parseFetch();
     if (is("with")) throw notSupported("common table expressions");
     if (first && isName()) return parseCall();
-    static const QStringList known{"backup", "restore", "dbcc",  "goto",   "waitfor", "merge", "bulk",
-                                   "kill",   "checkpoint", "shutdown", "reconfigure", "readtext"};
+    static const QStringList known{"backup", "restore", "dbcc",       "goto",     "waitfor",     "merge",
+                                   "bulk",   "kill",    "checkpoint", "shutdown", "reconfigure", "readtext"};
     if (known.contains(peek().text.toLower())) throw notSupported(peek().text.toUpper());
     syntaxError();
 }
@@ -214,8 +214,8 @@ StatementPtr StatementParser::parseDeclareCursor() {
 
 /// Every cursor reads a snapshot taken when it is opened, which serves all of these.
 void StatementParser::skipCursorOptions() {
-    static const QStringList options{"local",   "global",       "forward_only", "scroll",  "static",
-                                     "dynamic", "fast_forward", "read_only",    "keyset",  "type_warning"};
+    static const QStringList options{"local",   "global",       "forward_only", "scroll", "static",
+                                     "dynamic", "fast_forward", "read_only",    "keyset", "type_warning"};
     while (options.contains(peek().text.toLower())) take();
     if (is("optimistic") || is("scroll_locks")) throw notSupported("cursor option " + peek().text.toUpper());
 }
@@ -250,8 +250,10 @@ StatementPtr StatementParser::parseSet() {
         if (is("read") || is("committed") || is("uncommitted")) take();
         return statement(set);
     }
-    if (accept("-")) set.words.append("-" + take().text);
-    else set.words.append(take().text);
+    if (accept("-"))
+        set.words.append("-" + take().text);
+    else
+        set.words.append(take().text);
     return statement(set);
 }
 
@@ -292,9 +294,12 @@ StatementPtr StatementParser::parseTransaction() {
     TransactionStatement transaction;
     if (is("save")) throw notSupported("SAVE TRANSACTION");
     if (is("distributed", 1)) throw notSupported("DISTRIBUTED TRANSACTION");
-    if (accept("commit")) transaction.action = TransactionStatement::Commit;
-    else if (accept("rollback")) transaction.action = TransactionStatement::Rollback;
-    else expect("begin");
+    if (accept("commit"))
+        transaction.action = TransactionStatement::Commit;
+    else if (accept("rollback"))
+        transaction.action = TransactionStatement::Rollback;
+    else
+        expect("begin");
     if (!accept("transaction") && !accept("tran")) accept("work");
     if (isName() || peek().kind == Token::Variable) take(); // its name has no effect
     return statement(transaction);
@@ -307,9 +312,12 @@ QString StatementParser::takeCursorName() {
 
 StatementPtr StatementParser::parseCursor() {
     CursorStatement cursor;
-    if (accept("open")) cursor.action = CursorStatement::Open;
-    else if (accept("close")) cursor.action = CursorStatement::Close;
-    else cursor.action = (expect("deallocate"), CursorStatement::Deallocate);
+    if (accept("open"))
+        cursor.action = CursorStatement::Open;
+    else if (accept("close"))
+        cursor.action = CursorStatement::Close;
+    else
+        cursor.action = (expect("deallocate"), CursorStatement::Deallocate);
     cursor.cursor = takeCursorName();
     return statement(cursor);
 }
@@ -344,8 +352,10 @@ ExecuteStatement StatementParser::parseExecute() {
         call.resultVariable = take().text;
         take();
     }
-    if (peek().kind == Token::Variable) call.procedureVariable = take().text;
-    else call.procedure = takeObjectName();
+    if (peek().kind == Token::Variable)
+        call.procedureVariable = take().text;
+    else
+        call.procedure = takeObjectName();
     call.arguments = parseArguments();
     if (is("with") && is("recompile", 1)) take(), take();
     return call;

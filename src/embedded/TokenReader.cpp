@@ -57,8 +57,10 @@ QString TokenReader::takeName() {
 ObjectName TokenReader::takeObjectName() {
     QStringList parts{takeName()};
     while (accept(".")) {
-        if (is(".")) parts.append(QString());
-        else parts.append(takeName());
+        if (is("."))
+            parts.append(QString());
+        else
+            parts.append(takeName());
     }
     if (parts.size() > 3) throw notSupported("a name with a server: " + parts.join(u'.'));
     while (parts.size() < 3) parts.prepend(QString());
@@ -121,17 +123,22 @@ void TokenReader::syntaxError() const {
 bool TokenReader::isReserved(const QString& word) {
     static const QSet<QString> words = [] {
         const QString all =
-            "add all alter and any as asc authorization backup begin between break browse bulk by cascade case "
+            "add all alter and any as asc authorization backup begin between break browse bulk by cascade "
+            "case "
             "check checkpoint close clustered coalesce collate column commit compute constraint contains "
             "continue convert create cross current current_date current_time current_timestamp current_user "
-            "cursor database dbcc deallocate declare default delete deny desc disk distinct distributed double "
+            "cursor database dbcc deallocate declare default delete deny desc disk distinct distributed "
+            "double "
             "drop dump else end errlvl escape except exec execute exists exit external fetch file fillfactor "
             "for foreign freetext from full function goto grant group having holdlock identity "
             "identity_insert identitycol if in index inner insert intersect into is join key kill left like "
-            "lineno load merge national nocheck nonclustered not null nullif of off offsets on open option or "
+            "lineno load merge national nocheck nonclustered not null nullif of off offsets on open option "
+            "or "
             "order outer over percent pivot plan primary print proc procedure public raiserror read readtext "
-            "reconfigure references replication restore restrict return revert revoke right rollback rowcount "
-            "rowguidcol rule save schema select session_user set setuser shutdown some statistics system_user "
+            "reconfigure references replication restore restrict return revert revoke right rollback "
+            "rowcount "
+            "rowguidcol rule save schema select session_user set setuser shutdown some statistics "
+            "system_user "
             "table tablesample textsize then to top tran transaction trigger truncate tsequal union unique "
             "unpivot update updatetext use user values varying view waitfor when where while with writetext";
         const QStringList list = all.split(u' ');

@@ -19,32 +19,19 @@ struct Known {
 
 /// The first entry of a kind gives its written name.
 constexpr Known knownTypes[] = {
-    {"bit", Type::Bit, 104, 1},
-    {"tinyint", Type::TinyInt, 48, 1},
-    {"smallint", Type::SmallInt, 52, 2},
-    {"int", Type::Int, 56, 4},
-    {"integer", Type::Int, 56, 4},
-    {"bigint", Type::BigInt, 127, 8},
-    {"decimal", Type::Decimal, 106, 9},
-    {"numeric", Type::Decimal, 106, 9},
-    {"dec", Type::Decimal, 106, 9},
-    {"money", Type::Money, 60, 8},
-    {"smallmoney", Type::Money, 60, 8},
-    {"real", Type::Real, 59, 4},
-    {"float", Type::Float, 62, 8},
-    {"char", Type::Char, 175, 0},
-    {"varchar", Type::VarChar, 167, 0},
-    {"text", Type::VarChar, 167, 0},
-    {"nchar", Type::NChar, 239, 0},
-    {"nvarchar", Type::NVarChar, 231, 0},
-    {"sysname", Type::NVarChar, 231, 0},
-    {"ntext", Type::NVarChar, 231, 0},
-    {"date", Type::Date, 40, 3},
-    {"smalldatetime", Type::SmallDateTime, 58, 4},
-    {"datetime", Type::DateTime, 61, 8},
-    {"varbinary", Type::Binary, 165, 0},
-    {"binary", Type::Binary, 165, 0},
-    {"image", Type::Binary, 165, 0},
+    {"bit", Type::Bit, 104, 1},          {"tinyint", Type::TinyInt, 48, 1},
+    {"smallint", Type::SmallInt, 52, 2}, {"int", Type::Int, 56, 4},
+    {"integer", Type::Int, 56, 4},       {"bigint", Type::BigInt, 127, 8},
+    {"decimal", Type::Decimal, 106, 9},  {"numeric", Type::Decimal, 106, 9},
+    {"dec", Type::Decimal, 106, 9},      {"money", Type::Money, 60, 8},
+    {"smallmoney", Type::Money, 60, 8},  {"real", Type::Real, 59, 4},
+    {"float", Type::Float, 62, 8},       {"char", Type::Char, 175, 0},
+    {"varchar", Type::VarChar, 167, 0},  {"text", Type::VarChar, 167, 0},
+    {"nchar", Type::NChar, 239, 0},      {"nvarchar", Type::NVarChar, 231, 0},
+    {"sysname", Type::NVarChar, 231, 0}, {"ntext", Type::NVarChar, 231, 0},
+    {"date", Type::Date, 40, 3},         {"smalldatetime", Type::SmallDateTime, 58, 4},
+    {"datetime", Type::DateTime, 61, 8}, {"varbinary", Type::Binary, 165, 0},
+    {"binary", Type::Binary, 165, 0},    {"image", Type::Binary, 165, 0},
 };
 
 const Known& known(Type::Kind kind) {
@@ -78,8 +65,9 @@ Type Type::decimal(int precision, int scale) {
 
 Type Type::parse(const QString& name, const QStringList& arguments) {
     const QString lower = name.toLower();
-    const auto entry = std::find_if(std::begin(knownTypes), std::end(knownTypes),
-                                    [&lower](const Known& type) { return lower == QLatin1StringView(type.name); });
+    const auto entry =
+        std::find_if(std::begin(knownTypes), std::end(knownTypes),
+                     [&lower](const Known& type) { return lower == QLatin1StringView(type.name); });
     if (entry == std::end(knownTypes)) throw notSupported("type " + name);
     Type type = of(entry->kind);
     if (type.kind == Decimal) {
@@ -121,14 +109,21 @@ Type Type::unpacked(qint64 packed) {
 
 int Type::digits() const {
     switch (kind) {
-    case Bit: return 1;
-    case TinyInt: return 3;
-    case SmallInt: return 5;
-    case Int: return 10;
+    case Bit:
+        return 1;
+    case TinyInt:
+        return 3;
+    case SmallInt:
+        return 5;
+    case Int:
+        return precision > 0 ? precision : 10;
     case BigInt:
-    case Money: return 19;
-    case Decimal: return precision;
-    default: return 38;
+    case Money:
+        return 19;
+    case Decimal:
+        return precision;
+    default:
+        return 38;
     }
 }
 
@@ -137,8 +132,10 @@ Type Type::common(const Type& a, const Type& b) {
     if (b.kind == Null) return a;
     if (a.isText() && b.isText()) {
         Type type = a.kind >= b.kind ? a : b;
-        if (a.isUnicode() != b.isUnicode()) type.kind = NVarChar;
-        else if (a.kind != b.kind) type.kind = type.isUnicode() ? NVarChar : VarChar;
+        if (a.isUnicode() != b.isUnicode())
+            type.kind = NVarChar;
+        else if (a.kind != b.kind)
+            type.kind = type.isUnicode() ? NVarChar : VarChar;
         type.length = a.length == Max || b.length == Max ? Max : std::max(a.length, b.length);
         return type;
     }
@@ -148,8 +145,7 @@ Type Type::common(const Type& a, const Type& b) {
             return decimal(std::max(a.digits() - a.scale, b.digits() - b.scale) + scale, scale);
         }
         // Next to money a decimal keeps at least money's four places.
-        if (a.kind == Money || b.kind == Money)
-            return decimal(38, std::max(a.scale, b.scale));
+        if (a.kind == Money || b.kind == Money) return decimal(38, std::max(a.scale, b.scale));
     }
     const auto rank = [](const Type& type) {
         if (type.kind == Binary) return -2;

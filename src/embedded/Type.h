@@ -31,7 +31,7 @@ struct Type {
 
     Kind kind = Null;
     int length = 0;    ///< characters of a text (bytes of a binary); Max without limit
-    int precision = 0; ///< decimal only
+    int precision = 0; ///< of a decimal, and of an integer that is written out
     int scale = 0;     ///< decimal and money
 
     static Type of(Kind kind);
@@ -59,7 +59,7 @@ struct Type {
     int digits() const;
     /// The type that two operands of a comparison, CASE or UNION meet in.
     static Type common(const Type& a, const Type& b);
-    int systemNumber() const; ///< the number in syscolumns.xtype
+    int systemNumber() const;  ///< the number in syscolumns.xtype
     int storageLength() const; ///< bytes, as in syscolumns.length
 };
 

@@ -4,8 +4,8 @@
 #include "app/modCommonFunctions.h"
 #include "db/ColumnText.h"
 #include "db/DbError.h"
-#include "schedules/ScheduleStatus.h"
 #include "db/StoredTitle.h"
+#include "schedules/ScheduleStatus.h"
 
 clsSchedule::clsSchedule(Session& session) : m_session(session) {
     Clear();
@@ -19,6 +19,7 @@ void clsSchedule::Clear() {
     m_runDate = QDateTime::currentDateTime();
     m_ranDate = zeroDate();
     m_hasChanged = false;
+    m_loaded = {};
 }
 
 clsTemplate& clsSchedule::Template() {
@@ -61,6 +62,7 @@ clsSchedule::LoadResult clsSchedule::LoadSchedule(int id) {
     if (const QDateTime run = parseStoredDate(row.text("RunDate")); run.isValid()) m_runDate = run;
     if (const QDateTime ran = parseStoredDate(row.text("RanDate")); ran.isValid()) m_ranDate = ran;
     m_id = row.integer("ScheduleID");
+    m_loaded = ScheduleRow::read(row);
     return Loaded;
 }
 
@@ -74,6 +76,8 @@ clsSchedule::SaveResult clsSchedule::SaveSchedule(const QString& newTitle, bool 
 
     Transaction transaction(m_session.db());
     if (titleIsUsed(stored, insert)) return TitleExists;
+    if (!insert)
+        if (const SaveResult found = compareWithStoredRow(stored); found != Saved) return found;
     const int former = m_id;
     try {
         insert ? insertRow(stored) : updateRow(stored);
@@ -86,7 +90,28 @@ clsSchedule::SaveResult clsSchedule::SaveSchedule(const QString& newTitle, bool 
     }
     m_title = title;
     m_hasChanged = false;
+    m_loaded = wantedRow(stored);
+    if (insert) m_loaded.status = Pending;
     return Saved;
+}
+
+/// Saved when the row may be overwritten. It stays locked until the transaction ends, so that neither
+/// a user nor the engine comes in between.
+clsSchedule::SaveResult clsSchedule::compareWithStoredRow(const QString& storedTitle) {
+    const RecordSet rows = m_session.db().query(
+        sql("SELECT * FROM NorvaScheduler.dbo.[tblSchedule] WITH (UPDLOCK) WHERE ([ScheduleID] = {})", m_id));
+    if (rows.isEmpty()) return Gone;
+    m_found = ScheduleRow::read(rows.row(0));
+    const bool runs = m_found.status == Processing || isFinished(m_found.status);
+    if (runs && m_found.status != m_loaded.status) return RunMeanwhile;
+    // What is there already is no conflict: the reply to an earlier save may have been lost.
+    const bool same = m_found.decidesAs(m_loaded) || m_found.decidesAs(wantedRow(storedTitle));
+    return same ? Saved : ChangedMeanwhile;
+}
+
+ScheduleRow clsSchedule::wantedRow(const QString& storedTitle) {
+    return {storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate), m_loaded.status,
+            m_session.userName};
 }
 
 bool clsSchedule::titleIsUsed(const QString& storedTitle, bool insert) const {
@@ -111,13 +136,10 @@ void clsSchedule::insertRow(const QString& storedTitle) {
 }
 
 void clsSchedule::updateRow(const QString& storedTitle) {
-    const qint64 rows = m_session.db().execute(
+    m_session.db().execute(
         sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [ScheduleTitle] = {}, [TemplateID] = {}, [ProjectRef] = {}, "
             "[RunDate] = {}, [Username] = {} WHERE ([ScheduleID] = {})",
             storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate), m_session.userName, m_id));
-    if (rows == 0)
-        throw DbError(0, "This schedule was deleted by somebody else in the meantime. "
-                         "You can keep your work by saving it under a new title.");
 }
 
 int clsSchedule::GetStatus() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "schedules/ScheduleRow.h"
 #include "templates/clsTemplate.h"
 
 #include <QDateTime>
@@ -12,7 +13,14 @@ struct Session;
 class clsSchedule {
 public:
     enum LoadResult { Loaded = 0, NoId = -1, NotFound = -2, TemplateFailed = -3, NoProject = -4 };
-    enum SaveResult { Saved = 0, TitleExists = -1, TitleMissing = -2 };
+    enum SaveResult {
+        Saved = 0,
+        TitleExists = -1,
+        TitleMissing = -2,
+        ChangedMeanwhile = -3, ///< somebody else saved the row since it was loaded
+        RunMeanwhile = -4,     ///< the engine runs or has run the schedule since it was loaded
+        Gone = -5,             ///< somebody else deleted the row
+    };
 
     static constexpr int notStored = -1;
     static constexpr int longestTitle = 50; ///< characters, as typed
@@ -23,9 +31,14 @@ public:
     /// Stores when the schedule was run, and reads it back.
     void SetRanDate(const QDateTime& when);
     /// Inserts under `newTitle` when it is given or the schedule is not stored yet, else updates. With
-    /// `saveTemplate` the template is saved as well, in the same transaction. Throws DbError when the
-    /// row to update is gone or a text does not fit.
+    /// `saveTemplate` the template is saved as well, in the same transaction. A row that is no longer
+    /// as it was loaded is not overwritten. Throws DbError when a text does not fit.
     SaveResult SaveSchedule(const QString& newTitle, bool saveTemplate);
+    /// After ChangedMeanwhile: what the other user changed, in words, and who he is.
+    QStringList ForeignChanges() const { return m_found.changesSince(m_loaded); }
+    const QString& ForeignUser() const { return m_found.userName; }
+    /// After ChangedMeanwhile: the next save overwrites what was found then.
+    void acceptForeignChanges() { m_loaded = m_found; }
     /// On failure the object is left cleared, but for what was read before the failure.
     LoadResult LoadSchedule(int id);
     /// The stored status; 5 when the row is gone.
@@ -49,6 +62,8 @@ private:
     bool titleIsUsed(const QString& storedTitle, bool insert) const;
     void insertRow(const QString& storedTitle);
     void updateRow(const QString& storedTitle);
+    SaveResult compareWithStoredRow(const QString& storedTitle);
+    ScheduleRow wantedRow(const QString& storedTitle);
     void readRanDate();
 
     Session& m_session;
@@ -59,4 +74,6 @@ private:
     QDateTime m_runDate;
     QDateTime m_ranDate;
     bool m_hasChanged = false;
+    ScheduleRow m_loaded; ///< the row when it was loaded or saved last
+    ScheduleRow m_found;  ///< the row that stood against a save
 };

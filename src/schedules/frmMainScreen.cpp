@@ -4,6 +4,7 @@
 #include "app/SettingsStore.h"
 #include "app/Version.h"
 #include "app/frmHelp.h"
+#include "app/frmOptions.h"
 #include "app/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
@@ -242,7 +243,10 @@ void frmMainScreen::cmdManageTemplates_Click() {
 }
 
 void frmMainScreen::cmdOptions_Click() {
-    notYet("The options screen");
+    run("frmMainScreen.cmdOptions_Click", [this] {
+        frmOptions screen(m_context, this);
+        if (screen.Setup() == 0) screen.exec();
+    });
 }
 
 void frmMainScreen::cmdVersion_Click() {

@@ -6,6 +6,7 @@
 #include "schedules/ScheduleStatus.h"
 #include "schedules/clsSchedule.h"
 
+#include <QRegularExpression>
 #include <limits>
 
 int ReadScheduleStatus(Session& session, int scheduleId) {
@@ -43,6 +44,14 @@ void DeleteSchedule(Session& session, int scheduleId) {
     session.db().execute(sql("DELETE FROM NorvaScheduler.dbo.[tblLogs] WHERE ([ScheduleID] = {})", scheduleId));
     session.db().execute(sql("DELETE FROM NorvaScheduler.dbo.[tblSchedule] WHERE ([ScheduleID] = {})", scheduleId));
     transaction.commit();
+}
+
+QString scheduleTitleProblem(const QString& title) {
+    if (title.trimmed().isEmpty()) return "Please enter a schedule title";
+    static const QRegularExpression letterOrDigit("[A-Za-z0-9]");
+    if (!title.contains(letterOrDigit))
+        return "The schedule title must consist of at least one alpha-numeric character (A-Z or 0-9)";
+    return {};
 }
 
 QString dueText(const QDateTime& runDate, const QDateTime& now) {

@@ -17,6 +17,8 @@ void ResetSchedule(Session& session, int scheduleId);
 /// The schedule and its log, both or neither.
 void DeleteSchedule(Session& session, int scheduleId);
 
+/// What is wrong with a schedule title, in words; empty when nothing is. Its length is not looked at.
+QString scheduleTitleProblem(const QString& title);
 /// The status text of a pending schedule at a moment: "Pending" until its time has come, then how
 /// long it is overdue.
 QString dueText(const QDateTime& runDate, const QDateTime& now);

@@ -1,7 +1,8 @@
-#include "TestClasses.h"
-
 #include "db/Connection.h"
+#include "errorOf.h"
+#include "support/TestClass.h"
 
+#include <QTest>
 #include <deque>
 
 namespace {
@@ -126,7 +127,7 @@ private slots:
         {
             Transaction transaction(*m_connection);
             m_connection->execute(sql("w"));
-            QVERIFY(errorOf([&] { Transaction inner(*m_connection); }));
+            Transaction(*m_connection).commit(); // a part of the outer one
             transaction.commit();
         }
         QCOMPARE(m_script.log, QStringList({"begin", "w", "commit"}));
@@ -146,6 +147,17 @@ private slots:
         answers({std::nullopt, Refused});
         { Transaction undone(*m_connection); }
         QCOMPARE(m_script.log, QStringList({"begin", "rollback", "close"})); // which undoes it for sure
+    }
+
+    void anInnerFailureUndoesAll() {
+        QVERIFY(errorOf([&] {
+            Transaction transaction(*m_connection);
+            { Transaction inner(*m_connection); }
+            transaction.commit();
+        }));
+        QCOMPARE(m_script.log, QStringList({"begin", "rollback"}));
+        Transaction(*m_connection).commit();
+        QCOMPARE(m_script.log.mid(2), QStringList({"begin", "commit"}));
     }
 
     void aConnectionFoundLostAtBeginIsReopened() {
@@ -170,8 +182,6 @@ private slots:
     }
 };
 
-std::unique_ptr<QObject> connectionTest() {
-    return std::make_unique<ConnectionTest>();
-}
+static const AnnounceTest<ConnectionTest> announced;
 
 #include "ConnectionTest.moc"

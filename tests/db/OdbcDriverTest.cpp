@@ -1,6 +1,8 @@
-#include "TestClasses.h"
-
 #include "db/OdbcDriver.h"
+#include "errorOf.h"
+#include "support/TestClass.h"
+
+#include <QTest>
 
 namespace {
 
@@ -94,8 +96,6 @@ private slots:
     }
 };
 
-std::unique_ptr<QObject> odbcDriverTest() {
-    return std::make_unique<OdbcDriverTest>();
-}
+static const AnnounceTest<OdbcDriverTest> announced;
 
 #include "OdbcDriverTest.moc"

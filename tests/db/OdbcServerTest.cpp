@@ -1,8 +1,20 @@
-#include "TestClasses.h"
-
 #include "db/OdbcServer.h"
+#include "errorOf.h"
+#include "support/TestClass.h"
 
 #include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+/// The text in letters that reach a driver without wide functions whatever the locale is.
+Sql literal(const QString& text) {
+    QString escaped;
+    for (const QChar letter : text) escaped += QString("\\u%1").arg(letter.unicode(), 4, 16, QChar(u'0'));
+    return Sql::script("json_extract('[\"" + escaped + "\"]', '$[0]')");
+}
+
+} // namespace
 
 /// The ODBC session against a driver that needs no server. Its name is the one that Debian, and the
 /// driver's own installer elsewhere, register.
@@ -40,16 +52,16 @@ private slots:
         QTest::newRow("emoji") << "a😀b👩‍👩‍👧";
         for (const int length : {4094, 4095, 4096, 4097, 8190, 200'000}) // about the pieces' borders
             QTest::addRow("%d letters", length) << QString(length - 2, u'Ω') + "yz";
-        QTest::newRow("200,000 with emoji") << QString("Ω😀").repeated(100'000);
-        QTest::newRow("emoji across a border") << QString(4094, 'x') + "😀" + QString(4092, 'x') + "😀";
+        for (const int before : {4093, 4094, 4095})
+            QTest::addRow("emoji behind %d letters", before)
+                << QString(before, 'x') + "😀" + QString(4092, 'x') + "😀";
     }
 
     void textsArriveWhole() {
         QFETCH(QString, text);
-        m_server->execute(
-            Sql::script("INSERT INTO t VALUES ('" + QString(text).replace('\'', "''") + "', 1)"));
-        const RecordSet set = query(sql("SELECT a, n, a AS \"again Ω\" FROM t"));
-        QCOMPARE(set.columns(), QStringList({"a", "n", "again Ω"}));
+        m_server->execute(sql("INSERT INTO t VALUES ({}, 1)", literal(text)));
+        const RecordSet set = query(sql("SELECT a, n, a AS again FROM t"));
+        QCOMPARE(set.columns(), QStringList({"a", "n", "again"}));
         QCOMPARE(set.rowCount(), 1);
         QVERIFY(!set.row(0).isNull(0));
         QVERIFY(set.row(0).text(0) == text); // a comparison that would not print all of it
@@ -131,8 +143,6 @@ private slots:
     }
 };
 
-std::unique_ptr<QObject> odbcServerTest() {
-    return std::make_unique<OdbcServerTest>();
-}
+static const AnnounceTest<OdbcServerTest> announced;
 
 #include "OdbcServerTest.moc"

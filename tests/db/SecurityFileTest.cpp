@@ -1,9 +1,9 @@
-#include "TestClasses.h"
-
 #include "app/SecurityFile.h"
+#include "support/TestClass.h"
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTest>
 
 class SecurityFileTest : public QObject {
     Q_OBJECT
@@ -89,8 +89,6 @@ private slots:
     }
 };
 
-std::unique_ptr<QObject> securityFileTest() {
-    return std::make_unique<SecurityFileTest>();
-}
+static const AnnounceTest<SecurityFileTest> announced;
 
 #include "SecurityFileTest.moc"

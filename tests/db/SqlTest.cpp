@@ -1,9 +1,10 @@
-#include "TestClasses.h"
-
+#include "db/Sql.h"
 #include "db/ConnectionString.h"
 #include "db/RecordSet.h"
-#include "db/Sql.h"
+#include "errorOf.h"
+#include "support/TestClass.h"
 
+#include <QTest>
 #include <limits>
 
 class SqlTest : public QObject {
@@ -115,8 +116,6 @@ private slots:
     }
 };
 
-std::unique_ptr<QObject> sqlTest() {
-    return std::make_unique<SqlTest>();
-}
+static const AnnounceTest<SqlTest> announced;
 
 #include "SqlTest.moc"

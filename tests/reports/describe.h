@@ -1,44 +1,29 @@
 #pragma once
 
-#include "reports/clsReport.h"
+#include "reports/clsReportParameters.h"
 
 #include <QStringList>
 
 /// Every parameter as text, for comparing whole objects.
 inline QStringList describe(const clsReportParameters& p) {
-    QString days, bands;
-    QStringList centres;
-    for (int i = 1; i <= 7; ++i) days += p.DaySelected(i) ? 'Y' : 'N';
-    for (int i = 1; i <= 23; ++i) bands += p.DistanceBandSelected(i) ? 'Y' : 'N';
-    for (int i = 1; i <= 5; ++i) centres << p.CostCentre(i);
-    return {"days " + days,
-            "dates " + p.DateRangeStart().toString(Qt::ISODate) + ' '
-                + p.DateRangeEnd().toString(Qt::ISODate),
-            "times " + p.TimeRangeStart().toString() + ' ' + p.TimeRangeEnd().toString(),
-            QString("overnight %1").arg(p.TimeRangeOvernight()),
-            "bands " + bands,
-            QString("cost %1 %2").arg(p.CostRangeMinimum(), p.CostRangeMaximum()),
-            QString("amounts %1 %2").arg(p.CostRangeMinimumAmount()).arg(p.CostRangeMaximumAmount()),
-            QString("duration %1 %2").arg(p.DurationRangeMinimum(), p.DurationRangeMaximum()),
-            QString("amounts %1 %2").arg(p.DurationRangeMinimumAmount()).arg(p.DurationRangeMaximumAmount()),
-            "service " + p.ServiceNumber(),
-            "source bill " + p.SourceBillRef(),
-            "cost centres " + centres.join(u'|'),
-            QString("filters %1 %2").arg(p.CallFilter()).arg(p.AccountFilter()),
-            "to " + p.CallsToNumber(),
-            "not to " + p.CallsNotToNumber(),
-            "from " + p.CallsFromNumber(),
-            "repeat " + p.RepeatCallerThreshold(),
-            "bill " + p.LinkvaleBillNumber(),
-            QString("tagging %1 percentage %2").arg(p.CallTaggingSetting()).arg(p.CircuitsPercentage()),
-            "circuit " + p.SelectedCircuitID(),
-            "caption " + p.ReportCaption(),
-            "header " + p.ReportHeader(),
-            "user " + p.WPUserId(),
-            "classes " + p.CallClassParams(),
-            "bills " + p.BillIds(),
-            "lines " + p.LineSelection(),
-            QString("level %1").arg(p.CostCentreSummarySelectionLevel())};
+    QStringList texts;
+    const auto add = [&](const auto& value) { texts << QVariant::fromValue(value).toString(); };
+    for (int i = 1; i <= 7; ++i) add(p.DaySelected(i));
+    for (int i = 1; i <= 23; ++i) add(p.DistanceBandSelected(i));
+    for (int i = 1; i <= 5; ++i) add(p.CostCentre(i));
+    for (const QDate date : {p.DateRangeStart(), p.DateRangeEnd()}) add(date);
+    for (const QTime time : {p.TimeRangeStart(), p.TimeRangeEnd()}) add(time);
+    for (const qint64 number :
+         {p.CostRangeMinimumAmount(), p.CostRangeMaximumAmount(), p.DurationRangeMinimumAmount(),
+          p.DurationRangeMaximumAmount(), qint64(p.TimeRangeOvernight()), qint64(p.CallFilter()),
+          qint64(p.AccountFilter()), qint64(p.CallTaggingSetting()), qint64(p.CircuitsPercentage()),
+          qint64(p.CostCentreSummarySelectionLevel())})
+        add(number);
+    return texts << p.CostRangeMinimum() << p.CostRangeMaximum() << p.DurationRangeMinimum()
+                 << p.DurationRangeMaximum() << p.ServiceNumber() << p.SourceBillRef() << p.CallsToNumber()
+                 << p.CallsNotToNumber() << p.CallsFromNumber() << p.RepeatCallerThreshold()
+                 << p.LinkvaleBillNumber() << p.SelectedCircuitID() << p.ReportCaption() << p.ReportHeader()
+                 << p.WPUserId() << p.CallClassParams() << p.BillIds() << p.LineSelection();
 }
 
 /// Gives every parameter that all reports store a value other than its default. Texts hold what breaks

@@ -3,6 +3,7 @@
 #include "db/DbError.h"
 #include "db/Server.h"
 
+#include <functional>
 #include <memory>
 
 /// When a FaultyServer fails. Shared by every session that is opened with it.
@@ -29,20 +30,24 @@ public:
     }
     void begin() override { m_server->begin(); }
     void commit() override {
-        step([&] { return m_server->commit(), 0; });
+        try {
+            step([&] { return m_server->commit(), Results(); });
+        } catch (const DbError&) {
+            if (!m_fault.after) m_server->rollback(); // as every server does with a commit that fails
+            throw;
+        }
     }
     void rollback() override { m_server->rollback(); }
 
 private:
-    template <class Action>
-    auto step(Action action) {
+    Results step(const std::function<Results()>& action) {
         const bool fails = ++m_fault.taken == m_fault.step;
         if (fails && !m_fault.after) fail();
-        auto result = action();
+        Results results = action();
         if (fails) fail();
-        return result;
+        return results;
     }
-    [[noreturn]] void fail() { throw DbError(0, "Made to fail.", {}, m_fault.lost); }
+    [[noreturn]] void fail() const { throw DbError(0, "Made to fail.", {}, m_fault.lost); }
 
     std::unique_ptr<Server> m_server;
     Fault& m_fault;

@@ -1,0 +1,64 @@
+#include "BenchServer.h"
+#include "demo/SchedulerContent.h"
+#include "schedules/frmMainScreen.h"
+#include "ui/MessageBoxes.h"
+
+#include <QApplication>
+#include <benchmark/benchmark.h>
+
+/// A refresh of the main screen over N schedules of 500 templates, beside the bare reading of the same
+/// rows through the same connection.
+namespace {
+
+constexpr int templates = 500;
+constexpr int reportsPerTemplate = 20;
+
+BenchServer& serverWith(int schedules) {
+    static std::map<int, std::unique_ptr<BenchServer>> servers;
+    std::unique_ptr<BenchServer>& server = servers[schedules];
+    if (!server) {
+        server = std::make_unique<BenchServer>();
+        schedulerContent::fillSchedules(server->session.db(), schedules, templates, reportsPerTemplate);
+    }
+    return *server;
+}
+
+void bareReading(benchmark::State& state) {
+    Connection& db = serverWith(int(state.range(0))).session.db();
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(db.query(sql("SELECT * FROM NorvaScheduler.dbo.tblschedule WITH (NOLOCK)")));
+        benchmark::DoNotOptimize(db.query(sql("SELECT * FROM NorvaScheduler.dbo.tblTemplate WITH (NOLOCK)")));
+        benchmark::DoNotOptimize(db.query(sql("SELECT TemplateID, COUNT(*) FROM NorvaScheduler.dbo.tblTemplate_Report "
+                                              "WITH (NOLOCK) GROUP BY TemplateID")));
+    }
+}
+
+void refresh(benchmark::State& state) {
+    Session& session = serverWith(int(state.range(0))).session;
+    MessageBoxes messages;
+    ScreenContext context{session, messages};
+    frmMainScreen screen(context);
+    screen.resize(1366, 768);
+    screen.show();
+    QApplication::processEvents();
+    const qint64 before = session.db().statementCount();
+    for (auto _ : state) {
+        screen.FillScheduleList();
+        QApplication::processEvents();
+    }
+    state.counters["statements"] = double(session.db().statementCount() - before) / double(state.iterations());
+    state.counters["peakMiB"] = peakMemory();
+}
+
+} // namespace
+
+BENCHMARK(bareReading)->Arg(100)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(refresh)->Arg(100)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
+
+int main(int argc, char* argv[]) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}

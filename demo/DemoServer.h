@@ -1,0 +1,37 @@
+#pragma once
+
+#include "db/ConnectionString.h"
+
+#include <QDateTime>
+#include <functional>
+
+/// How much a demo server holds.
+struct DemoOptions {
+    int callRecords = 10'000;                     ///< over all projects
+    bool schedulerDatabase = true;                ///< false leaves NorvaScheduler to the first login
+    bool schedulerContent = true;                 ///< templates, schedules, logs, addresses and options
+    QDateTime now = QDateTime::currentDateTime(); ///< what the run dates lie around
+    std::function<void(const QString& step)> tell = [](const QString&) {};
+
+    /// Enough of everything for a test, made in a moment.
+    static DemoOptions small();
+};
+
+/// Makes the server that the demo and the tests run on: users, central databases, projects of every
+/// kind, and the scheduler database, made by the program's own routine and filled.
+class DemoServer {
+public:
+    static constexpr auto systemPassword = "demo-system-password"; ///< of "sa" on the embedded server
+    static constexpr auto loginPassword = "demo-admin-password";   ///< of QuorraAdmin
+    /// Where "SchDB.sql" and "DBOptions.sql" were when this was built.
+    static QString scriptsFolder();
+
+    /// Makes a new embedded server file, whole or not at all. Throws DbError or std::runtime_error.
+    static void build(const QString& path, const DemoOptions& options);
+    /// The same on a server that is there; `system` names it and a login that may do everything.
+    /// Databases and logins of the demo must not exist yet. Throws DbError.
+    static void populate(const ConnectionString& system, const DemoOptions& options);
+
+    /// How the program connects to the embedded server in this file.
+    static ConnectionString connectionString(const QString& path, const QString& database = "NorvaScheduler");
+};

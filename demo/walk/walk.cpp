@@ -1,0 +1,50 @@
+#include "app/Session.h"
+#include "app/openServer.h"
+#include "modMain.h"
+#include "schedules/frmMainScreen.h"
+#include "ui/MessageBoxes.h"
+#include "demo/walk/Road.h"
+
+#include <QApplication>
+#include <QProcess>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <cstdlib>
+
+/// Walks the program's typical road on a demo server, with the demo engine beside it:
+/// zelvan-scheduler-walk <demo folder> <picture folder>
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    if (argc != 3) qFatal("usage: zelvan-scheduler-walk <demo folder> <picture folder>");
+    const QTemporaryDir settings; // the walk must not meet, or change, what a user set
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
+
+    const QDir demo(QString::fromLocal8Bit(argv[1]));
+    const QString server = "file:" + demo.absoluteFilePath("server.db");
+    Session session(demo.absoluteFilePath("app"), openServer);
+    MessageBoxes messages;
+    ScreenContext context{session, messages};
+
+    QProcess engine;
+    engine.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    engine.start(QApplication::applicationDirPath() + "/zelvan-demo-engine", {server, "--seconds-per-run", "2"});
+
+    Walker walker(QString::fromLocal8Bit(argv[2]));
+    planRoad(walker, session, server);
+    int result = EXIT_FAILURE;
+    modMain program(context);
+    walker.start([&](bool passed) {
+        result = passed ? EXIT_SUCCESS : EXIT_FAILURE;
+        if (!passed) { // whatever screen is open, the walk is over
+            engine.kill();
+            engine.waitForFinished();
+            std::_Exit(result);
+        }
+        QApplication::quit();
+    });
+    if (program.start(application, {})) QApplication::exec();
+    program.endProgram();
+    engine.terminate();
+    engine.waitForFinished();
+    return result;
+}

@@ -1,0 +1,83 @@
+#include "app/frmOptions.h"
+
+#include "app/Session.h"
+#include "app/modOptions.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui/SlotGuard.h"
+#include "ui_frmOptions.h"
+
+#include <QDir>
+#include <QToolButton>
+
+frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
+    : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmOptions>()) {
+    m_ui->setupUi(this);
+    m_ui->lblNote->setText("The output path is the path as seen by the server.\r\n"
+                           "These settings are managed by the Administrator and are shown here for viewing only.");
+    uctFooter& footer = *m_ui->footer;
+    m_cmdSave = footer.add("Save", "&Save", "document-save", "Save the options");
+    QToolButton* cmdEmail = footer.add("Email", "E-&mail", "mail-message", "Edit the e-mail settings and address book");
+    footer.addStretch();
+    QToolButton* cmdExit = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
+    connect(m_cmdSave, &QToolButton::clicked, this, &frmOptions::cmdSave_Click);
+    connect(cmdEmail, &QToolButton::clicked, this, &frmOptions::cmdEmail_Click);
+    connect(cmdExit, &QToolButton::clicked, this, &frmOptions::reject);
+
+    const bool mayChange = mayChangeOptions(session());
+    m_ui->txtOutput->setReadOnly(!mayChange);
+    m_ui->chkExcel->setEnabled(mayChange);
+    m_ui->chkCSV->setEnabled(mayChange);
+    footer.setOffered(m_cmdSave, mayChange);
+    setMinimumWidth(fontMetrics().averageCharWidth() * 90);
+}
+
+frmOptions::~frmOptions() = default;
+
+int frmOptions::Setup() {
+    return guarded(context(), this, "frmOptions.Setup",
+                   [this] {
+                       ReadGlobalOptions(session());
+                       const GlobalOptions& options = session().options;
+                       m_ui->txtOutput->setText(options.outputPath);
+                       m_ui->chkExcel->setChecked(options.excel);
+                       m_ui->chkCSV->setChecked(options.csv);
+                   })
+               ? 0
+               : -1;
+}
+
+bool frmOptions::hasChanges() const {
+    const GlobalOptions& options = session().options;
+    return m_ui->txtOutput->text() != options.outputPath || m_ui->chkExcel->isChecked() != options.excel
+           || m_ui->chkCSV->isChecked() != options.csv;
+}
+
+void frmOptions::cmdSave_Click() {
+    guarded(context(), this, "frmOptions.cmdSave_Click", [this] { save(); });
+}
+
+void frmOptions::save() {
+    const GlobalOptions wanted{m_ui->txtOutput->text(), m_ui->chkExcel->isChecked(), m_ui->chkCSV->isChecked()};
+    if (!wanted.excel && !wanted.csv
+        && !messages().ask(this, "Please note that you do not have a default output option selected.\r"
+                                 "Do you wish to continue?"))
+        return;
+    if (wanted.outputPath.isEmpty() || !QDir(wanted.outputPath).exists()) {
+        messages().notice(this, "Selected output path does not exist.");
+        m_ui->txtOutput->setFocus();
+        return;
+    }
+    WaitCursor wait;
+    SaveGlobalOptions(session(), wanted);
+}
+
+void frmOptions::cmdEmail_Click() {
+    messages().notice(this, "The e-mail settings are not part of this version yet.");
+}
+
+bool frmOptions::mayClose() {
+    return !hasChanges()
+           || messages().ask(this, "Do you wish to cancel and lose any changes?", Messages::Plain,
+                             "Cancel without saving?");
+}

@@ -1,0 +1,56 @@
+#include "embedded/ConstraintErrors.h"
+
+namespace embedded {
+
+namespace {
+
+const QString raisedPrefix = "constraint ";
+
+/// The name inside SQLite's quotes.
+QString bareName(const QString& quoted) {
+    return quoted.mid(1).chopped(1).replace("\"\"", "\"");
+}
+
+/// The key that SQLite means by "table.column, table.column" or "index 'name'"; null when there is none.
+const Object* keyNamed(const Session& session, const QString& columns) {
+    for (const Database& database : session.catalog.databases())
+        for (const Object* key : session.catalog.objectsIn(database.id)) {
+            if (key->kind != Object::PrimaryKey && key->kind != Object::Unique && key->kind != Object::Index)
+                continue;
+            const Object* table = session.catalog.object(key->parent);
+            if (!table) continue;
+            QStringList names;
+            for (const QString& column : key->text.split(u'\n'))
+                names.append(bareName(table->storage) + '.' + column);
+            if (names.join(", ") == columns || columns.startsWith(QString("index 'ix%1_").arg(key->id)))
+                return key;
+        }
+    return nullptr;
+}
+
+} // namespace
+
+QString raisedBy(qint64 constraint) {
+    return raisedPrefix + QString::number(constraint);
+}
+
+DbError constraintError(const Session& session, const QString& message) {
+    if (message.startsWith(raisedPrefix)) {
+        const Object* constraint = session.catalog.object(message.mid(raisedPrefix.size()).toLongLong());
+        const QString kind = constraint && constraint->kind == Object::Check ? "CHECK" : "FOREIGN KEY";
+        return DbError(547, QString("The statement conflicted with the %1 constraint \"%2\".")
+                                .arg(kind, constraint ? constraint->name : QString()));
+    }
+    const Object* key = keyNamed(session, message.section(": ", 1));
+    const Object* table = key ? session.catalog.object(key->parent) : nullptr;
+    if (key && key->kind == Object::Index)
+        return DbError(2601,
+                       QString("Cannot insert duplicate key row in object 'dbo.%1' with unique index '%2'.")
+                           .arg(table->name, key->name));
+    return DbError(2627,
+                   QString("Violation of %1 constraint '%2'. Cannot insert duplicate key in object 'dbo.%3'.")
+                       .arg(key && key->kind == Object::Unique ? "UNIQUE KEY" : "PRIMARY KEY",
+                            key ? key->name : QString(), table ? table->name : QString()));
+}
+
+} // namespace embedded

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "embedded/Session.h"
+
+namespace embedded {
+
+/// The server's error (2627, 2601, 547) for SQLite's message about a refused row.
+DbError constraintError(const Session& session, const QString& message);
+
+/// What a trigger of ours raises for a constraint.
+QString raisedBy(qint64 constraint);
+
+} // namespace embedded

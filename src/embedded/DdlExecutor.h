@@ -1,0 +1,47 @@
+#pragma once
+
+#include "embedded/DmlTranslator.h"
+
+namespace embedded {
+
+/// The statements that change the catalogue: databases, tables, constraints, indexes, views, procedures.
+class DdlExecutor {
+public:
+    DdlExecutor(Session& session, const FunctionTable& functions)
+        : m_session(session), m_functions(functions) {}
+
+    void run(const CreateDatabaseStatement& statement);
+    void run(const AlterDatabaseStatement& statement);
+    void run(const CreateTableStatement& statement);
+    void run(const AlterTableStatement& statement);
+    void run(const TruncateStatement& statement);
+    void run(const DropStatement& statement);
+    void run(const CreateIndexStatement& statement);
+    void run(const CreateViewStatement& statement);
+    void run(const CreateProcedureStatement& statement);
+    void setIdentityInsert(const IdentityInsertStatement& statement);
+    /// A #table or table variable in the innermost frame.
+    void createTemporary(const QString& name, const TableDef& definition);
+
+private:
+    DmlTranslator translator() const { return {m_session, m_functions}; }
+    /// A copy, since the catalogue reads itself anew at each change.
+    Object tableNamed(const ObjectName& name) const;
+    const Database& databaseFor(const ObjectName& name) const;
+    void createModule(const ObjectName& name, Object::Kind kind, const QString& text, bool alter);
+    QString columnsForSqlite(const TableDef& definition) const;
+    void setSeed(const QString& storage, const TableDef& definition);
+    void addColumns(const Object& table, const TableDef& definition);
+    void alterColumn(const Object& table, const ColumnDef& definition);
+    void dropColumn(const Object& table, const QString& name);
+    void dropConstraint(const Object& table, const QString& name);
+    void dropTable(const ObjectName& name, bool ifExists);
+    void dropDatabase(const QString& name, bool ifExists);
+    void dropIndex(const ObjectName& name, bool ifExists);
+    static Column columnOf(const ColumnDef& definition);
+
+    Session& m_session;
+    const FunctionTable& m_functions;
+};
+
+} // namespace embedded

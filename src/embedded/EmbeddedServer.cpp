@@ -1,0 +1,100 @@
+#include "embedded/EmbeddedServer.h"
+
+#include "embedded/Errors.h"
+#include "embedded/Executor.h"
+#include "embedded/Security.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace embedded {
+
+namespace {
+
+constexpr int defaultLockTimeout = 10000;
+
+QString pathOf(const QString& dataSource) {
+    return dataSource.startsWith("file:", Qt::CaseInsensitive) ? dataSource.mid(5) : dataSource;
+}
+
+void prepareSession(SqliteFile& file) {
+    file.setLockTimeout(defaultLockTimeout);
+    file.run("PRAGMA synchronous = NORMAL");
+    file.run("PRAGMA recursive_triggers = OFF");
+    file.run("PRAGMA temp_store = MEMORY");
+}
+
+DbError noServer(const QString& path, const QString& reason) {
+    return DbError(DbError::Unreachable, QString("The server file \"%1\" %2.").arg(path, reason), {}, true);
+}
+
+} // namespace
+
+EmbeddedServer::EmbeddedServer(std::unique_ptr<Session> session)
+    : m_session(std::move(session)), m_executor(std::make_unique<Executor>(*m_session)) {}
+
+EmbeddedServer::~EmbeddedServer() = default;
+
+std::unique_ptr<EmbeddedServer> EmbeddedServer::open(const ConnectionString& connectionString) {
+    const QString path = pathOf(connectionString.dataSource);
+    if (!QFileInfo(path).isFile()) throw noServer(path, "does not exist");
+    auto session = std::make_unique<Session>(path);
+    try {
+        prepareSession(session->file);
+        if (!Catalog::isServerFile(session->file)) throw noServer(path, "is no server file");
+    } catch (const DbError& error) {
+        if (error.number() == DbError::LockTimeout) throw;
+        throw noServer(path, "is no server file");
+    }
+    session->processId = QCoreApplication::applicationPid();
+    const QString ownDefault = security::logIn(*session, connectionString.userId, connectionString.password);
+    session->catalog.refresh();
+    const QString wanted =
+        connectionString.initialCatalog.isEmpty() ? ownDefault : connectionString.initialCatalog;
+    if (!wanted.isEmpty()) {
+        const Database* database = session->catalog.database(wanted);
+        if (!database || !session->canEnter(*database))
+            throw DbError(
+                DbError::CannotOpenDatabase,
+                QString("Cannot open database \"%1\" requested by the login. The login failed.").arg(wanted));
+        session->database = database->id;
+    }
+    return std::unique_ptr<EmbeddedServer>(new EmbeddedServer(std::move(session)));
+}
+
+void EmbeddedServer::create(const QString& path, const QString& saPassword) {
+    if (QFileInfo::exists(path)) throw DbError(0, QString("The file \"%1\" exists already.").arg(path));
+    SqliteFile file(path, SqliteFile::Mode::Create);
+    prepareSession(file);
+    Catalog::createIn(file);
+    security::addAdministrator(file, "sa", saPassword);
+}
+
+Results EmbeddedServer::execute(const Sql& batch) {
+    try {
+        if (m_session->file.isGone()) throw noServer(m_session->file.path(), "is gone");
+        return m_executor->run(batch.text());
+    } catch (const DbError& error) {
+        throw DbError(error.number(), error.text(), batch.shown(), error.connectionLost());
+    }
+}
+
+void EmbeddedServer::begin() {
+    if (m_session->file.isGone()) throw noServer(m_session->file.path(), "is gone");
+    m_executor->beginTransaction();
+}
+
+void EmbeddedServer::commit() {
+    if (m_session->file.isGone()) throw noServer(m_session->file.path(), "is gone");
+    m_executor->commitTransaction();
+}
+
+void EmbeddedServer::rollback() {
+    if (m_session->transactionDepth > 0) m_executor->rollbackTransaction();
+}
+
+void EmbeddedServer::setLockTimeout(int milliseconds) {
+    m_session->file.setLockTimeout(milliseconds);
+}
+
+} // namespace embedded

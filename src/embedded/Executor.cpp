@@ -1,0 +1,499 @@
+#include "embedded/Executor.h"
+
+#include "embedded/Collation.h"
+#include "embedded/ConstraintErrors.h"
+#include "embedded/Conversion.h"
+#include "embedded/DdlExecutor.h"
+#include "embedded/Errors.h"
+#include "embedded/Security.h"
+#include "embedded/StatementParser.h"
+
+namespace embedded {
+
+Executor::Executor(Session& session) : m_session(session), m_functions(session), m_cursors(session) {
+    m_session.frames.emplace_back(); // the session's own: its #tables live from batch to batch
+}
+
+Results Executor::run(const QString& batch) {
+    m_results = {};
+    const Batch parsed = StatementParser(batch, m_session.quotedIdentifiers).parseBatch();
+    Frame& frame = m_session.frames.front();
+    frame.variables.clear();
+    try {
+        prepareStatement();
+        declareVariables(parsed.variables);
+        execute(parsed.statements);
+    } catch (const DbError& error) {
+        m_session.lastError = error.number();
+        if (m_session.abortOnError && m_session.file.inTransaction()) rollbackTransaction();
+        if (!m_session.file.inTransaction()) m_session.transactionDepth = 0;
+        leaveFrame();
+        throw;
+    }
+    leaveFrame();
+    return std::move(m_results);
+}
+
+Executor::Flow Executor::execute(const StatementList& statements) {
+    for (const StatementPtr& statement : statements)
+        if (const Flow flow = execute(*statement); flow != Flow::Next) return flow;
+    return Flow::Next;
+}
+
+Executor::Flow Executor::execute(const Statement& statement) {
+    prepareStatement();
+    try {
+        return dispatch(statement);
+    } catch (const ConstraintError& error) {
+        throw constraintError(m_session, error.text());
+    } catch (const DbError&) {
+        m_session.catalog.invalidate(); // the statement may have undone changes of it
+        throw;
+    }
+}
+
+void Executor::prepareStatement() {
+    m_session.catalog.refresh();
+    if (!m_session.catalog.databases().contains(m_session.database)) m_session.database = 1;
+    m_session.statementTime = QDateTime::currentDateTime();
+    m_session.statementTime.setTimeSpec(Qt::UTC); // the server's clock as it reads, without a zone
+}
+
+Executor::Flow Executor::dispatch(const Statement& statement) {
+    return std::visit([this](const auto& what) { return run(what); }, statement.what);
+}
+
+template <class T>
+Executor::Flow Executor::run(const T& statement) {
+    DdlExecutor(m_session, m_functions).run(statement);
+    return Flow::Next;
+}
+
+Executor::Flow Executor::run(const SecurityStatement& statement) {
+    security::run(m_session, statement);
+    return Flow::Next;
+}
+
+Executor::Flow Executor::run(const DeclareStatement& statement) {
+    for (const VariableDef& variable : statement.variables)
+        if (variable.initial)
+            m_session.variable(variable.name).value = evaluate(variable.initial, variable.type);
+    return Flow::Next;
+}
+
+Executor::Flow Executor::run(const AssignStatement& statement) {
+    const Type type = m_session.variable(statement.variable).type;
+    ExprPtr value = statement.value;
+    if (!statement.op.isEmpty()) {
+        auto current = std::make_shared<Expr>();
+        current->kind = Expr::Variable;
+        current->text = statement.variable;
+        auto combined = std::make_shared<Expr>();
+        combined->kind = Expr::Binary;
+        combined->text = statement.op;
+        combined->args = {current, value};
+        value = combined;
+    }
+    Variable& variable = m_session.variable(statement.variable);
+    const Variable* source = value->kind == Expr::Variable && !value->text.startsWith("@@")
+                                 ? &m_session.variable(value->text)
+                                 : nullptr;
+    if (source && !source->cursor.isNull())
+        variable.cursor = source->cursor;
+    else
+        variable.value = evaluate(value, type);
+    return Flow::Next;
+}
+
+Executor::Flow Executor::run(const IfStatement& statement) {
+    if (test(statement.condition)) return execute(*statement.then);
+    return statement.otherwise ? execute(*statement.otherwise) : Flow::Next;
+}
+
+Executor::Flow Executor::run(const WhileStatement& statement) {
+    while (test(statement.condition)) {
+        const Flow flow = execute(*statement.body);
+        if (flow == Flow::Break) break;
+        if (flow == Flow::Return) return flow;
+    }
+    return Flow::Next;
+}
+
+Executor::Flow Executor::run(const BlockStatement& statement) {
+    return execute(statement.statements);
+}
+
+Executor::Flow Executor::run(const TryStatement& statement) {
+    try {
+        return execute(statement.body);
+    } catch (const DbError& error) {
+        if (error.connectionLost()) throw;
+        m_session.lastError = error.number();
+        const std::optional<DbError> outer = std::exchange(m_session.frames.back().error, error);
+        const Flow flow = execute(statement.handler);
+        m_session.frames.back().error = outer;
+        return flow;
+    }
+}
+
+Executor::Flow Executor::run(const ReturnStatement& statement) {
+    if (statement.value) m_session.frames.back().returnValue = evaluate(statement.value, Type::of(Type::Int));
+    return Flow::Return;
+}
+
+Executor::Flow Executor::run(const PrintStatement& statement) {
+    evaluate(statement.text, Type::text(Type::Max, true)); // for its errors; messages are not shown
+    return Flow::Next;
+}
+
+/// RAISERROR's %s and %d are replaced in order; a severity up to 10 is a message, no error.
+Executor::Flow Executor::run(const RaiseStatement& statement) {
+    std::vector<QString> values;
+    for (const ExprPtr& expr : statement.arguments)
+        values.push_back(shown(evaluate(expr, Type::text(Type::Max, true)), Type::text(Type::Max, true)));
+    if (statement.isThrow) {
+        if (values.size() >= 2) throw DbError(values[0].toInt(), values[1]);
+        if (const auto& handled = m_session.frames.back().error) throw DbError(*handled);
+        throw DbError(10704, "To rethrow an error, a THROW statement must be used inside a CATCH block.");
+    }
+    QString text = values[0];
+    int number = 50000;
+    if (text.toInt() > 0) number = text.toInt();
+    for (std::size_t i = 3; i < values.size(); ++i) {
+        const qsizetype place = text.indexOf(u'%');
+        if (place >= 0) text.replace(place, 2, values[i]);
+    }
+    if (values.size() > 1 && values[1].toInt() <= 10) return Flow::Next;
+    throw DbError(number, text);
+}
+
+Executor::Flow Executor::run(const QueryStatement& statement) {
+    const ObjectName& into = statement.query->cores.front().into;
+    if (into.isEmpty())
+        select(*statement.query);
+    else
+        selectInto(*statement.query, into);
+    return Flow::Next;
+}
+
+void Executor::select(const Query& query) {
+    const Translation translation = translator().select(query);
+    if (!translation.targets.isEmpty()) return assign(translation);
+    m_results.sets.push_back(read(translation));
+}
+
+void Executor::selectInto(const Query& query, const ObjectName& target) {
+    Translation translation = translator().select(query);
+    CreateTableStatement create;
+    create.table = target;
+    for (qsizetype i = 0; i < translation.names.size(); ++i) {
+        if (translation.names[i].isEmpty())
+            throw DbError(
+                1038, "An object or column name is missing or empty: each column of SELECT INTO needs one.");
+        ColumnDef column;
+        column.name = translation.names[i];
+        column.type = translation.types[i].kind == Type::Null ? Type::of(Type::Int) : translation.types[i];
+        create.definition.columns.push_back(column);
+    }
+    DdlExecutor ddl(m_session, m_functions);
+    ddl.run(create);
+    InsertStatement insert;
+    insert.table = target;
+    auto plain = std::make_shared<Query>(query);
+    plain->cores.front().into = {};
+    insert.query = plain;
+    run(insert);
+}
+
+Executor::Flow Executor::run(const InsertStatement& statement) {
+    if (statement.execute) {
+        insertResults(statement);
+        return Flow::Next;
+    }
+    const Object* table = nullptr;
+    const Translation translation = translator().insert(statement, table);
+    write(translation, table);
+    return Flow::Next;
+}
+
+void Executor::insertResults(const InsertStatement& statement) {
+    Results outer;
+    std::swap(outer, m_results);
+    run(*statement.execute);
+    std::swap(outer, m_results);
+    Savepoint together(m_session.file);
+    qint64 count = 0;
+    for (const RecordSet& set : outer.sets) {
+        const Object* table = nullptr;
+        const QList<Type> types(set.columns().size(), Type::text(Type::Max, true));
+        const Translation translation = translator().insertRow(statement, types, table);
+        SqliteStatement insert = m_session.file.prepare(translation.sql);
+        for (qsizetype row = 0; row < set.rowCount(); ++row) {
+            for (int column = 0; column < types.size(); ++column) {
+                const QString& cell = set.cell(row, column);
+                insert.bind(column + 1, cell.isNull() ? Value() : Value(cell));
+            }
+            insert.step();
+            insert.reset();
+            ++count;
+        }
+        m_session.identity = table->identityColumn() ? Value(m_session.file.lastRowId()) : Value();
+    }
+    together.release();
+    m_session.rowCount = count;
+    if (!m_session.noCount) m_results.counts.push_back(count);
+}
+
+Executor::Flow Executor::run(const UpdateStatement& statement) {
+    write(translator().update(statement), nullptr);
+    return Flow::Next;
+}
+
+Executor::Flow Executor::run(const DeleteStatement& statement) {
+    write(translator().remove(statement), nullptr);
+    return Flow::Next;
+}
+
+void Executor::write(const Translation& translation, const Object* insertedInto) {
+    SqliteStatement statement = prepared(translation);
+    while (statement.step()) continue;
+    m_session.rowCount = m_session.file.changes();
+    if (!m_session.noCount) m_results.counts.push_back(m_session.rowCount);
+    if (!insertedInto) return;
+    if (!insertedInto->identityColumn())
+        m_session.identity = Value();
+    else if (m_session.rowCount > 0)
+        m_session.identity = m_session.file.lastRowId();
+}
+
+SqliteStatement Executor::prepared(const Translation& translation) {
+    SqliteStatement statement = m_session.file.prepare(translation.sql);
+    for (qsizetype i = 0; i < translation.variables.size(); ++i)
+        statement.bind(int(i) + 1, m_session.valueOf(translation.variables[i]));
+    return statement;
+}
+
+Value Executor::evaluate(const ExprPtr& expr, const Type& type) {
+    SqliteStatement statement = prepared(translator().single(expr, type));
+    return statement.step() ? statement.value(0) : Value();
+}
+
+bool Executor::test(const ExprPtr& condition) {
+    prepareStatement();
+    SqliteStatement statement = prepared(translator().test(condition));
+    return statement.step() && statement.integer(0) != 0;
+}
+
+/// Every row in turn; the last one's values stay. Without rows the variables keep what they had.
+void Executor::assign(const Translation& translation) {
+    SqliteStatement statement = prepared(translation);
+    m_session.rowCount = 0;
+    while (statement.step()) {
+        for (qsizetype i = 0; i < translation.targets.size(); ++i)
+            m_session.variable(translation.targets[i]).value = statement.value(int(i));
+        ++m_session.rowCount;
+    }
+}
+
+RecordSet Executor::read(const Translation& translation) {
+    SqliteStatement statement = prepared(translation);
+    const int columns = int(translation.types.size());
+    std::vector<bool> isPlain; // SQLite's own text is what the server would show
+    for (const Type& type : translation.types)
+        isPlain.push_back(type.isInteger() || type.isText() || type.kind == Type::DateTime
+                          || type.kind == Type::Null);
+    RecordSet set(translation.names);
+    qint64 rows = 0;
+    for (; statement.step(); ++rows)
+        for (int column = 0; column < columns; ++column) {
+            if (statement.isNull(column))
+                set.append(QString());
+            else if (isPlain[std::size_t(column)])
+                set.append(statement.text(column));
+            else
+                set.append(shown(statement.value(column), translation.types[column]));
+        }
+    m_session.rowCount = rows;
+    return set;
+}
+
+Executor::Flow Executor::run(const CursorStatement& statement) {
+    switch (statement.action) {
+    case CursorStatement::Declare: {
+        if (!statement.cursor.startsWith(u'@')) {
+            m_cursors.declare(collation::fold(statement.cursor), statement.query);
+            break;
+        }
+        Variable& variable = m_session.variable(statement.cursor);
+        if (variable.cursor.isNull()) throw DbError(16957, QString("%1 is no cursor.").arg(statement.cursor));
+        variable.cursor = statement.cursor + '#' + QString::number(++m_session.nextStorage);
+        m_cursors.declare(variable.cursor, statement.query);
+        break;
+    }
+    case CursorStatement::Open: {
+        Cursor& cursor = m_cursors.toOpen(cursorKey(statement.cursor));
+        std::swap(cursor.captured, m_session.frames.back().variables);
+        try {
+            const Translation translation = translator().select(*cursor.query);
+            SqliteStatement rows = prepared(translation);
+            cursor.types = translation.types;
+            cursor.columns = translation.names;
+            while (rows.step()) {
+                cursor.rows.emplace_back();
+                for (int i = 0; i < cursor.types.size(); ++i) cursor.rows.back().push_back(rows.value(i));
+            }
+        } catch (...) {
+            std::swap(cursor.captured, m_session.frames.back().variables);
+            throw;
+        }
+        std::swap(cursor.captured, m_session.frames.back().variables);
+        cursor.open = true;
+        cursor.at = -1;
+        break;
+    }
+    case CursorStatement::Fetch:
+        fetch(statement);
+        break;
+    case CursorStatement::Close:
+        m_cursors.close(cursorKey(statement.cursor));
+        break;
+    case CursorStatement::Deallocate:
+        m_cursors.deallocate(cursorKey(statement.cursor));
+        break;
+    }
+    return Flow::Next;
+}
+
+QString Executor::cursorKey(const QString& name) const {
+    if (!name.startsWith(u'@')) return collation::fold(name);
+    const QString cursor = m_session.variable(name).cursor;
+    if (cursor.isEmpty())
+        throw DbError(
+            16950, QString("The variable '%1' does not currently have a cursor allocated to it.").arg(name));
+    return cursor;
+}
+
+void Executor::fetch(const CursorStatement& statement) {
+    Cursor& cursor = m_cursors.opened(cursorKey(statement.cursor));
+    const std::vector<Value>* row = m_cursors.move(cursor, statement.direction);
+    if (statement.into.isEmpty()) {
+        RecordSet set(cursor.columns);
+        if (row)
+            for (std::size_t i = 0; i < row->size(); ++i)
+                set.append(shown((*row)[i], cursor.types[qsizetype(i)]));
+        m_results.sets.push_back(set);
+        return;
+    }
+    if (statement.into.size() != cursor.types.size())
+        throw DbError(
+            16924, "The number of variables declared in the INTO list must match that of selected columns.");
+    if (!row) return;
+    for (qsizetype i = 0; i < statement.into.size(); ++i) {
+        Variable& variable = m_session.variable(statement.into[i]);
+        variable.value = Conversion{cursor.types[i], variable.type}((*row)[std::size_t(i)]);
+    }
+}
+
+Executor::Flow Executor::run(const TransactionStatement& statement) {
+    switch (statement.action) {
+    case TransactionStatement::Begin:
+        beginTransaction();
+        break;
+    case TransactionStatement::Commit:
+        commitTransaction();
+        break;
+    case TransactionStatement::Rollback:
+        rollbackTransaction();
+        break;
+    }
+    return Flow::Next;
+}
+
+void Executor::beginTransaction() {
+    if (m_session.transactionDepth == 0) m_session.file.run("BEGIN IMMEDIATE");
+    ++m_session.transactionDepth;
+}
+
+void Executor::commitTransaction() {
+    if (m_session.transactionDepth == 0)
+        throw DbError(3902, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+    if (m_session.transactionDepth > 1) {
+        --m_session.transactionDepth;
+        return;
+    }
+    try {
+        m_session.file.run("COMMIT");
+    } catch (const DbError&) {
+        rollbackTransaction();
+        throw;
+    }
+    m_session.transactionDepth = 0;
+}
+
+void Executor::rollbackTransaction() {
+    if (m_session.transactionDepth == 0)
+        throw DbError(3903, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION.");
+    m_session.transactionDepth = 0;
+    if (m_session.file.inTransaction()) m_session.file.run("ROLLBACK");
+    m_session.catalog.invalidate();
+    // Temporary tables made in the transaction are gone with it.
+    for (Frame& frame : m_session.frames)
+        for (auto table = frame.tables.begin(); table != frame.tables.end();) {
+            const Value exists = m_session.file.scalar(
+                "SELECT count(*) FROM sqlite_temp_master WHERE name = ?1", {table->second.text});
+            table = std::get<qint64>(exists) ? std::next(table) : frame.tables.erase(table);
+        }
+}
+
+Executor::Flow Executor::run(const UseStatement& statement) {
+    m_session.database = m_session.databaseNamed(statement.database).id;
+    return Flow::Next;
+}
+
+Executor::Flow Executor::run(const IdentityInsertStatement& statement) {
+    DdlExecutor(m_session, m_functions).setIdentityInsert(statement);
+    return Flow::Next;
+}
+
+Executor::Flow Executor::run(const SetOptionStatement& statement) {
+    for (const QString& option : statement.options) setOption(option, statement.words.value(0).toUpper());
+    return Flow::Next;
+}
+
+void Executor::setOption(const QString& option, const QString& word) {
+    const bool on = word == "ON";
+    const auto refuseOff = [&] {
+        if (!on) throw notSupported("SET " + option + ' ' + word);
+    };
+    static const QSet<QString> withoutEffect{
+        "TRANSACTION",       "ARITHIGNORE", "NUMERIC_ROUNDABORT",     "TEXTSIZE",
+        "DEADLOCK_PRIORITY", "STATISTICS",  "CURSOR_CLOSE_ON_COMMIT", "ANSI_NULL_DFLT_ON"};
+    if (option == "NOCOUNT")
+        m_session.noCount = on;
+    else if (option == "XACT_ABORT")
+        m_session.abortOnError = on;
+    else if (option == "ANSI_NULLS")
+        m_session.ansiNulls = on;
+    else if (option == "QUOTED_IDENTIFIER")
+        m_session.quotedIdentifiers = on;
+    else if (option == "ANSI_PADDING" || option == "ANSI_WARNINGS" || option == "ARITHABORT"
+             || option == "CONCAT_NULL_YIELDS_NULL")
+        refuseOff();
+    else if (option == "LOCK_TIMEOUT")
+        m_session.file.setLockTimeout(word.toInt() < 0 ? 10000 : word.toInt());
+    else if (option == "DATEFIRST")
+        m_session.firstWeekday = std::clamp(word.toInt(), 1, 7);
+    else if (option == "DATEFORMAT" && (word == "MDY" || word == "DMY" || word == "YMD"))
+        m_session.dateOrder = word == "MDY"   ? dateText::Order::MonthDayYear
+                              : word == "DMY" ? dateText::Order::DayMonthYear
+                                              : dateText::Order::YearMonthDay;
+    else if (option == "LANGUAGE" && (word == "US_ENGLISH" || word == "ENGLISH")) {
+        m_session.firstWeekday = 7;
+        m_session.dateOrder = dateText::Order::MonthDayYear;
+    } else if (option == "ROWCOUNT" && word == "0")
+        return;
+    else if (!withoutEffect.contains(option))
+        throw notSupported("SET " + option + ' ' + word);
+}
+
+} // namespace embedded

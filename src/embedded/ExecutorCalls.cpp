@@ -1,0 +1,227 @@
+// The calls of Executor: procedures, EXEC ('…') and sp_executesql, each in a frame of its own.
+#include "embedded/Executor.h"
+
+#include "embedded/Collation.h"
+#include "embedded/Conversion.h"
+#include "embedded/DdlExecutor.h"
+#include "embedded/Errors.h"
+#include "embedded/StatementParser.h"
+#include "embedded/SystemProcedures.h"
+
+namespace embedded {
+
+Executor::Flow Executor::run(const ExecuteStatement& statement) {
+    if (statement.text) {
+        const Type type = Type::text(Type::Max, true);
+        std::vector<CallArgument> none;
+        runText(shown(evaluate(statement.text, type), type), {}, none);
+        return Flow::Next;
+    }
+    std::vector<CallArgument> arguments = evaluateArguments(statement.arguments);
+    ObjectName name = statement.procedure;
+    if (!statement.procedureVariable.isEmpty())
+        name = {{}, {}, shown(m_session.valueOf(statement.procedureVariable), Type::text(Type::Max, true))};
+
+    Value returned = qint64(0);
+    if (const Object* procedure = procedureNamed(name)) {
+        const Object copy = *procedure;
+        runProcedure(copy, arguments);
+        returned = m_session.frames.back().returnValue;
+        m_session.frames.back().returnValue = qint64(0);
+    } else if (collation::equal(name.name, "sp_executesql")) {
+        executeSql(arguments);
+    } else if (!systemProcedure(m_session, name.name, arguments, m_results)) {
+        throw DbError(DbError::NoSuchProcedure,
+                      QString("Could not find stored procedure '%1'.").arg(name.toString()));
+    }
+    for (const CallArgument& argument : arguments) {
+        if (argument.outputVariable.isEmpty()) continue;
+        Variable& target = m_session.variable(argument.outputVariable);
+        target.value = Conversion{argument.type, target.type}(argument.value);
+    }
+    if (!statement.resultVariable.isEmpty()) m_session.variable(statement.resultVariable).value = returned;
+    return Flow::Next;
+}
+
+std::vector<CallArgument> Executor::evaluateArguments(const std::vector<Argument>& arguments) {
+    std::vector<CallArgument> evaluated;
+    for (const Argument& argument : arguments) {
+        CallArgument call;
+        call.name = argument.name;
+        call.isDefault = !argument.value;
+        if (argument.value) {
+            const Translation translation = translator().single(argument.value, {});
+            SqliteStatement statement = prepared(translation);
+            if (statement.step()) call.value = statement.value(0);
+            call.type = translation.types[0];
+        }
+        if (argument.output) {
+            if (!argument.value || argument.value->kind != Expr::Variable)
+                throw DbError(179,
+                              "Cannot use the OUTPUT option when passing a constant to a stored procedure.");
+            call.outputVariable = argument.value->text;
+        }
+        evaluated.push_back(call);
+    }
+    return evaluated;
+}
+
+/// In the given or current database; a name that begins with sp_ also in master.
+const Object* Executor::procedureNamed(const ObjectName& name) {
+    if (!name.schema.isEmpty() && !collation::equal(name.schema, "dbo")) return nullptr;
+    const Object* found = m_session.catalog.object(m_session.databaseNamed(name.database).id, name.name);
+    if (!found && name.name.startsWith("sp_", Qt::CaseInsensitive))
+        found = m_session.catalog.object(1, name.name);
+    return found && found->kind == Object::Procedure ? found : nullptr;
+}
+
+std::shared_ptr<const Batch> Executor::parsedProcedure(const Object& procedure) {
+    auto& known = m_procedures[procedure.id];
+    if (!known.second || known.first != procedure.text)
+        known = {procedure.text,
+                 std::make_shared<Batch>(StatementParser(procedure.text, true).parseProcedureText())};
+    return known.second;
+}
+
+void Executor::runProcedure(const Object& procedure, std::vector<CallArgument>& arguments) {
+    const std::shared_ptr<const Batch> body = parsedProcedure(procedure);
+    runNested(*body, body->parameters, arguments, procedure.database, procedure.name);
+}
+
+void Executor::executeSql(std::vector<CallArgument>& arguments) {
+    if (arguments.empty())
+        throw DbError(201,
+                      "Procedure or function 'sp_executesql' expects parameter '@statement', which was not "
+                      "supplied.");
+    const Type type = Type::text(Type::Max, true);
+    const QString text = shown(Conversion{arguments[0].type, type}(arguments[0].value), type);
+    std::vector<Parameter> parameters;
+    if (arguments.size() > 1) {
+        const QString list = shown(Conversion{arguments[1].type, type}(arguments[1].value), type);
+        parameters = StatementParser(list, true).parseParameterList();
+    }
+    std::vector<CallArgument> passed(
+        arguments.begin() + qsizetype(std::min<std::size_t>(2, arguments.size())), arguments.end());
+    runText(text, parameters, passed);
+    std::copy(passed.begin(), passed.end(), arguments.end() - qsizetype(passed.size()));
+}
+
+void Executor::runText(const QString& text, const std::vector<Parameter>& parameters,
+                       std::vector<CallArgument>& arguments) {
+    const Batch batch = StatementParser(text, m_session.quotedIdentifiers).parseBatch();
+    runNested(batch, parameters, arguments, m_session.database, "sp_executesql");
+    m_session.frames.back().returnValue = qint64(0);
+}
+
+void Executor::runNested(const Batch& batch, const std::vector<Parameter>& parameters,
+                         std::vector<CallArgument>& arguments, qint64 database, const QString& name) {
+    if (m_session.frames.size() > 32)
+        throw DbError(
+            217, "Maximum stored procedure, function, trigger, or view nesting level exceeded (limit 32).");
+    if (arguments.size() > parameters.size())
+        throw DbError(8144, QString("Procedure or function %1 has too many arguments specified.").arg(name));
+    Frame frame;
+    std::vector<std::size_t> places; // the parameter that each argument goes to
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::size_t place = i;
+        if (!arguments[i].name.isEmpty()) {
+            place = 0;
+            while (place < parameters.size()
+                   && !collation::equal(parameters[place].variable.name, arguments[i].name))
+                ++place;
+            if (place == parameters.size())
+                throw DbError(
+                    8145, QString("%1 is not a parameter for procedure %2.").arg(arguments[i].name, name));
+        }
+        places.push_back(place);
+    }
+    for (std::size_t p = 0; p < parameters.size(); ++p) {
+        const VariableDef& parameter = parameters[p].variable;
+        Variable variable{parameter.type, {}, {}};
+        const auto given = std::find(places.begin(), places.end(), p);
+        const CallArgument* argument =
+            given == places.end() ? nullptr : &arguments[std::size_t(given - places.begin())];
+        if (argument && !argument->isDefault) {
+            variable.value = Conversion{argument->type, parameter.type}(argument->value);
+            if (!argument->outputVariable.isEmpty() && !parameters[p].output)
+                throw DbError(8162,
+                              QString("The formal parameter \"%1\" was not declared as an OUTPUT parameter.")
+                                  .arg(parameter.name));
+        } else if (parameter.initial) {
+            variable.value = evaluate(parameter.initial, parameter.type);
+        } else {
+            throw DbError(
+                201, QString("Procedure or function '%1' expects parameter '%2', which was not supplied.")
+                         .arg(name, parameter.name));
+        }
+        frame.variables[collation::fold(parameter.name)] = variable;
+    }
+
+    m_session.frames.push_back(std::move(frame));
+    const qint64 formerDatabase = std::exchange(m_session.database, database);
+    const bool noCount = m_session.noCount, abortOnError = m_session.abortOnError,
+               ansiNulls = m_session.ansiNulls;
+    const auto leave = [&] {
+        leaveFrame();
+        m_session.database = formerDatabase;
+        m_session.noCount = noCount;
+        m_session.abortOnError = abortOnError;
+        m_session.ansiNulls = ansiNulls;
+    };
+    try {
+        declareVariables(batch.variables);
+        execute(batch.statements);
+    } catch (...) {
+        leave();
+        throw;
+    }
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        if (arguments[i].outputVariable.isEmpty()) continue;
+        const VariableDef& parameter = parameters[places[i]].variable;
+        arguments[i].value = m_session.variable(parameter.name).value;
+        arguments[i].type = parameter.type;
+    }
+    const Value returned = m_session.frames.back().returnValue;
+    leave();
+    m_session.frames.back().returnValue = returned;
+}
+
+void Executor::declareVariables(const std::vector<VariableDef>& variables) {
+    Frame& frame = m_session.frames.back();
+    for (const VariableDef& definition : variables) {
+        const QString key = collation::fold(definition.name);
+        if (frame.variables.count(key) || frame.tables.count(key))
+            throw DbError(134,
+                          QString("The variable name '%1' has already been declared.").arg(definition.name));
+        if (definition.table)
+            DdlExecutor(m_session, m_functions).createTemporary(definition.name, *definition.table);
+        else
+            frame.variables[key] = {definition.type, {}, definition.isCursor ? QString("") : QString()};
+    }
+}
+
+/// Ends a frame: its table variables, #tables and cursors go with it. The session's own frame stays,
+/// and keeps its #tables and named cursors.
+void Executor::leaveFrame() {
+    Frame& frame = m_session.frames.back();
+    const bool isOwn = m_session.frames.size() == 1;
+    for (auto table = frame.tables.begin(); table != frame.tables.end();) {
+        if (isOwn && table->first.startsWith(u'#')) {
+            ++table;
+            continue;
+        }
+        m_session.file.run("DROP TABLE IF EXISTS " + table->second.storage);
+        table = frame.tables.erase(table);
+    }
+    QStringList kept;
+    for (const QString& cursor : frame.cursors) {
+        if (isOwn && !cursor.startsWith(u'@'))
+            kept.append(cursor);
+        else
+            m_session.cursors.erase(cursor);
+    }
+    frame.cursors = kept;
+    if (!isOwn) m_session.frames.pop_back();
+}
+
+} // namespace embedded

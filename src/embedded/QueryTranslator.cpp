@@ -1,0 +1,337 @@
+#include "embedded/QueryTranslator.h"
+
+#include "embedded/Collation.h"
+#include "embedded/Errors.h"
+#include "embedded/StatementParser.h"
+#include "embedded/SystemViews.h"
+
+namespace embedded {
+
+Translation QueryTranslator::select(const Query& query) {
+    Translation translation;
+    for (const SelectItem& item : query.cores.front().items) {
+        if (item.variable.isEmpty()) continue;
+        translation.targets.append(item.variable);
+        m_assigned.insert(collation::fold(item.variable));
+        m_session.variable(item.variable);
+    }
+    if (!translation.targets.isEmpty()
+        && translation.targets.size() != qsizetype(query.cores.front().items.size()))
+        throw DbError(141, "A SELECT statement that assigns a value to a variable must not be combined with "
+                           "data-retrieval operations.");
+    translation.sql = assemble(query, translation.types, translation.names);
+    if (translation.sql.contains("ts_variable(") && !query.orderBy.empty())
+        throw notSupported("SELECT … ORDER BY that reads a variable while it assigns it");
+    translation.variables = variables();
+    return translation;
+}
+
+Translation QueryTranslator::single(const ExprPtr& expr, const Type& type) {
+    m_scopes.emplace_back();
+    const Typed typed = value(expr);
+    m_scopes.pop_back();
+    const Type target = type.kind == Type::Null ? typed.type : type;
+    return {"SELECT " + convert(typed, target), variables(), {target}, {QString()}, {}};
+}
+
+Translation QueryTranslator::test(const ExprPtr& condition) {
+    m_scopes.emplace_back();
+    const QString sql = "SELECT CASE WHEN " + this->condition(condition) + " THEN 1 ELSE 0 END";
+    m_scopes.pop_back();
+    return {sql, variables(), {Type::of(Type::Int)}, {QString()}, {}};
+}
+
+QString QueryTranslator::subquery(const Query& query, QList<Type>& types) {
+    for (const SelectCore& select : query.cores)
+        for (const SelectItem& item : select.items)
+            if (!item.variable.isEmpty()) throw DbError(102, "Incorrect syntax near '='.");
+    QStringList names;
+    return assemble(query, types, names);
+}
+
+QString QueryTranslator::assemble(const Query& query, QList<Type>& types, QStringList& names) {
+    const bool compound = query.cores.size() > 1;
+    std::vector<Core> cores;
+    QString order;
+    for (const SelectCore& select : query.cores) {
+        m_scopes.emplace_back();
+        cores.push_back(core(select));
+        if (cores.size() == query.cores.size()) order = orderBy(query, cores.front(), compound);
+        m_scopes.pop_back();
+    }
+    names = cores.front().names;
+    types.clear();
+    for (const Typed& item : cores.front().items) types.append(item.type);
+    for (const Core& other : cores) {
+        if (other.items.size() != types.size())
+            throw DbError(
+                205, "All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal "
+                     "number of expressions in their target lists.");
+        for (qsizetype i = 0; i < types.size(); ++i) types[i] = Type::common(types[i], other.items[i].type);
+    }
+    QString sql;
+    for (std::size_t c = 0; c < cores.size(); ++c) {
+        const Core& part = cores[c];
+        QStringList items;
+        for (qsizetype i = 0; i < types.size(); ++i) {
+            Typed item = part.items[i];
+            if (const QString converted = convert(item, types[i]); converted != item.sql)
+                item = {converted, types[i]};
+            const QString name = names[i].isEmpty() ? QString() : " AS " + sqliteName(names[i]);
+            items.append(collated(item) + name);
+        }
+        QString text = part.head + items.join(u',') + part.tail;
+        if (part.top) {
+            if (!compound) text += order;
+            text += " LIMIT " + convert(value(part.top), Type::of(Type::BigInt));
+            if (compound) text = "SELECT * FROM (" + text + ')';
+        }
+        if (c > 0) sql += query.cores[c].unionAll ? " UNION ALL " : " UNION ";
+        sql += text;
+    }
+    return !compound && cores.front().top ? sql : sql + order;
+}
+
+QueryTranslator::Core QueryTranslator::core(const SelectCore& select) {
+    Core core;
+    core.distinct = select.distinct;
+    core.top = select.top;
+    core.head = select.distinct ? "SELECT DISTINCT " : "SELECT ";
+    const QString tables = from(select.from);
+    if (!tables.isEmpty()) core.tail += " FROM " + tables;
+    if (select.where) {
+        core.tail += " WHERE " + condition(select.where);
+        if (m_scopes.back().aggregated)
+            throw DbError(147, "An aggregate may not appear in the WHERE clause.");
+    }
+    if (!select.groupBy.empty()) {
+        QStringList keys;
+        QStringList collatedKeys;
+        for (const ExprPtr& expr : select.groupBy) {
+            const Typed key = value(expr);
+            keys.append(key.sql);
+            // A bare number would mean a place in the select list to SQLite.
+            collatedKeys.append(expr->kind == Expr::Number ? '(' + key.sql + "+0)" : collated(key));
+        }
+        core.tail += " GROUP BY " + collatedKeys.join(u',');
+        m_scopes.back().groupKeys = QSet<QString>(keys.begin(), keys.end());
+    }
+    m_scopes.back().ungrouped.clear();
+    for (const SelectItem& item : select.items) {
+        if (item.expr->kind == Expr::Star) {
+            addStar(*item.expr, core);
+            continue;
+        }
+        Typed typed = value(item.expr);
+        if (!item.variable.isEmpty()) {
+            const Type target = m_session.typeOf(item.variable);
+            typed = {convert(typed, target), target};
+        }
+        core.items.append(typed);
+        core.names.append(nameOf(item));
+    }
+    if (select.having) core.tail += " HAVING " + condition(select.having);
+    const bool grouped = !select.groupBy.empty() || m_scopes.back().aggregated || select.having;
+    if (grouped) checkGrouping(m_scopes.back().ungrouped);
+    if (grouped && select.groupBy.empty()) m_scopes.back().aggregated = true;
+    return core;
+}
+
+void QueryTranslator::checkGrouping(const QStringList& ungrouped) const {
+    if (ungrouped.isEmpty()) return;
+    throw DbError(
+        8120, QString("Column '%1' is invalid in the select list because it is not contained in either an "
+                      "aggregate function or the GROUP BY clause.")
+                  .arg(ungrouped.first()));
+}
+
+QString QueryTranslator::nameOf(const SelectItem& item) {
+    if (!item.alias.isEmpty()) return item.alias;
+    return item.expr->kind == Expr::Column ? item.expr->parts.last() : QString();
+}
+
+void QueryTranslator::addStar(const Expr& star, Core& core) {
+    bool found = false;
+    for (const Source& source : m_scopes.back().sources) {
+        if (!star.parts.isEmpty() && !collation::equal(star.parts.last(), source.label)) continue;
+        found = true;
+        for (const Column& column : source.columns) {
+            core.items.append({source.alias + '.' + sqliteName(column.name), column.type, true});
+            core.names.append(column.name);
+            m_scopes.back().ungrouped.append(column.name);
+        }
+    }
+    if (found) return;
+    if (star.parts.isEmpty()) throw DbError(263, "Must specify table to select from.");
+    throw DbError(107,
+                  QString("The column prefix '%1' does not match with a table name or alias name used in the "
+                          "query.")
+                      .arg(star.parts.join(u'.')));
+}
+
+QString QueryTranslator::orderBy(const Query& query, const Core& core, bool compound) {
+    QStringList keys;
+    for (const OrderItem& item : query.orderBy) {
+        qsizetype place = -1;
+        const Expr& expr = *item.expr;
+        if (expr.kind == Expr::Number) {
+            place = expr.text.toInt() - 1;
+            if (place < 0 || place >= core.items.size())
+                throw DbError(
+                    108, QString("The ORDER BY position number %1 is out of range of the number of items in "
+                                 "the select list.")
+                             .arg(expr.text));
+        } else if (expr.kind == Expr::Column && expr.parts.size() == 1) {
+            for (qsizetype i = 0; i < core.names.size() && place < 0; ++i)
+                if (collation::equal(core.names[i], expr.parts[0])) place = i;
+        }
+        QString key;
+        if (place < 0) {
+            if (compound)
+                throw DbError(
+                    104, "ORDER BY items must appear in the select list if the statement contains a UNION, "
+                         "INTERSECT or EXCEPT operator.");
+            const qsizetype before = m_scopes.back().ungrouped.size();
+            const Typed typed = value(item.expr);
+            if (m_scopes.back().aggregated || !m_scopes.back().groupKeys.isEmpty())
+                checkGrouping(m_scopes.back().ungrouped.mid(before));
+            for (qsizetype i = 0; i < core.items.size(); ++i)
+                if (core.items[i].sql == typed.sql) place = i;
+            if (core.distinct && place < 0)
+                throw DbError(
+                    145, "ORDER BY items must appear in the select list if SELECT DISTINCT is specified.");
+            key = collated(typed);
+        }
+        if (place >= 0) key = QString::number(place + 1);
+        keys.append(key + (item.descending ? " DESC" : ""));
+    }
+    return keys.isEmpty() ? QString() : " ORDER BY " + keys.join(u',');
+}
+
+Source& QueryTranslator::addSource(const QString& label, bool aliased, const QList<Column>& columns) {
+    for (const Source& other : m_scopes.back().sources)
+        if (aliased && other.isAliased && collation::equal(other.label, label))
+            throw DbError(1011,
+                          QString("The correlation name '%1' is specified multiple times in a FROM clause.")
+                              .arg(label));
+    m_scopes.back().sources.push_back({nextAlias(), label, aliased, {}, columns, nullptr});
+    return m_scopes.back().sources.back();
+}
+
+QString QueryTranslator::from(const std::vector<TableRefPtr>& tables) {
+    QStringList texts;
+    for (const TableRefPtr& ref : tables) texts.append(table(*ref));
+    // A comma binds looser than JOIN there, but not in SQLite.
+    if (texts.size() > 1)
+        for (QString& text : texts)
+            if (text.contains(" JOIN ")) text = '(' + text + ')';
+    return texts.join(u',');
+}
+
+QString QueryTranslator::table(const TableRef& ref) {
+    if (ref.kind == TableRef::Join) {
+        const QString left = table(*ref.left);
+        QString right = table(*ref.right);
+        if (ref.right->kind == TableRef::Join) right = '(' + right + ')';
+        QString text = left + ' ' + ref.join + " JOIN " + right;
+        if (ref.on) text += " ON " + condition(ref.on);
+        return text;
+    }
+    if (ref.kind == TableRef::Named) return named(ref);
+
+    // A derived table sees nothing of the tables beside it.
+    Scope own = std::move(m_scopes.back());
+    m_scopes.pop_back();
+    QList<Type> types;
+    QStringList names;
+    const QString sql = assemble(*ref.query, types, names);
+    m_scopes.push_back(std::move(own));
+    if (!ref.columns.isEmpty()) {
+        if (ref.columns.size() != names.size())
+            throw DbError(8158, QString("'%1' has a wrong number of columns.").arg(ref.alias));
+    }
+    QList<Column> columns;
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        if (names[i].isEmpty() && ref.columns.isEmpty())
+            throw DbError(
+                8155,
+                QString("No column name was specified for column %1 of '%2'.").arg(i + 1).arg(ref.alias));
+        columns.append({names[i], types[i], true, false, {}});
+    }
+    if (ref.columns.isEmpty()) return '(' + sql + ") AS " + addSource(ref.alias, true, columns).alias;
+    QStringList renamed;
+    for (qsizetype i = 0; i < columns.size(); ++i) {
+        columns[i].name = ref.columns[i];
+        renamed.append(sqliteName(ref.columns[i]));
+    }
+    const QString inner = "WITH w(" + renamed.join(u',') + ") AS (" + sql + ") SELECT * FROM w";
+    return '(' + inner + ") AS " + addSource(ref.alias, true, columns).alias;
+}
+
+QString QueryTranslator::named(const TableRef& ref) {
+    const QString label = ref.alias.isEmpty() ? ref.name.name : ref.alias;
+    const bool aliased = !ref.alias.isEmpty();
+    if (const Object* temporary = m_session.temporary(ref.name.name)) {
+        Source& source = addSource(label, aliased, temporary->columns);
+        source.object = temporary;
+        return temporary->storage + " AS " + source.alias;
+    }
+    if (ref.name.name.startsWith(u'@'))
+        throw DbError(1087, QString("Must declare the table variable \"%1\".").arg(ref.name.name));
+    const Database& database = ref.name.database.isEmpty()
+                                   ? *m_session.catalog.databases().constFind(m_database)
+                                   : m_session.databaseNamed(ref.name.database);
+    const bool ownSchema = ref.name.schema.isEmpty() || collation::equal(ref.name.schema, "dbo");
+    const Object* object = ownSchema ? m_session.catalog.object(database.id, ref.name.name) : nullptr;
+    QString text;
+    QList<Column> columns;
+    if (object && object->kind == Object::Table) {
+        text = object->storage;
+        columns = object->columns;
+    } else if (object && object->kind == Object::View) {
+        text = '(' + view(*object, columns) + ')';
+    } else if (const auto system = systemView(ref.name.schema, ref.name.name, database)) {
+        text = '(' + system->sql + ')';
+        columns = system->columns;
+    } else {
+        throw invalidObject(ref.name.toString());
+    }
+    Source& source = addSource(label, aliased, columns);
+    source.database = collation::fold(database.name);
+    source.object = object;
+    return text + " AS " + source.alias;
+}
+
+QString QueryTranslator::view(const Object& object, QList<Column>& columns) {
+    if (++m_viewDepth > 32) throw DbError(4403, QString("View '%1' names itself.").arg(object.name));
+    const QueryPtr query = StatementParser(object.text, true).parseViewText();
+    std::vector<Scope> outer;
+    outer.swap(m_scopes);
+    const qint64 database = std::exchange(m_database, object.database);
+    QList<Type> types;
+    QStringList names;
+    const QString sql = assemble(*query, types, names);
+    m_database = database;
+    outer.swap(m_scopes);
+    --m_viewDepth;
+    for (qsizetype i = 0; i < names.size(); ++i) columns.append({names[i], types[i], true, false, {}});
+    return sql;
+}
+
+const Object& QueryTranslator::writable(const ObjectName& name) {
+    if (const Object* temporary = m_session.temporary(name.name)) return *temporary;
+    if (name.name.startsWith(u'@'))
+        throw DbError(1087, QString("Must declare the table variable \"%1\".").arg(name.name));
+    const Database& database = m_session.databaseNamed(name.database);
+    const bool ownSchema = name.schema.isEmpty() || collation::equal(name.schema, "dbo");
+    const Object* object = ownSchema ? m_session.catalog.object(database.id, name.name) : nullptr;
+    if (object && object->kind == Object::View) throw notSupported("writing to a view");
+    if (!object || object->kind != Object::Table) {
+        if (systemView(name.schema, name.name, database))
+            throw DbError(259, "Ad hoc updates to system catalogs are not allowed.");
+        throw invalidObject(name.toString());
+    }
+    return *object;
+}
+
+} // namespace embedded

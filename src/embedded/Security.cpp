@@ -1,0 +1,163 @@
+#include "embedded/Security.h"
+
+#include "embedded/Collation.h"
+#include "embedded/Errors.h"
+
+#include <sodium.h>
+
+namespace embedded::security {
+
+namespace {
+
+QString hashOf(const QString& password) {
+    if (sodium_init() < 0) throw DbError(0, "The cipher library cannot be used.");
+    char hash[crypto_pwhash_STRBYTES];
+    const QByteArray utf8 = password.toUtf8();
+    if (crypto_pwhash_str(hash, utf8.constData(), static_cast<unsigned long long>(utf8.size()),
+                          crypto_pwhash_OPSLIMIT_MIN, crypto_pwhash_MEMLIMIT_MIN)
+        != 0)
+        throw DbError(0, "The password could not be stored: out of memory.");
+    return QString::fromLatin1(hash);
+}
+
+bool matches(const QString& hash, const QString& password) {
+    if (sodium_init() < 0) return false;
+    const QByteArray stored = hash.toLatin1();
+    const QByteArray utf8 = password.toUtf8();
+    return crypto_pwhash_str_verify(stored.constData(), utf8.constData(),
+                                    static_cast<unsigned long long>(utf8.size()))
+           == 0;
+}
+
+void addLogin(SqliteFile& file, const QString& name, const QString& password, const QString& database) {
+    file.run(R"(INSERT INTO "~logins" (name, hash, default_database) VALUES (?1, ?2, ?3))",
+             {name, hashOf(password), database});
+}
+
+bool loginExists(SqliteFile& file, const QString& name) {
+    return std::get<qint64>(file.scalar(R"(SELECT count(*) FROM "~logins" WHERE name = ?1)", {name})) > 0;
+}
+
+void requireLogin(SqliteFile& file, const QString& name) {
+    if (!loginExists(file, name))
+        throw DbError(15151,
+                      QString("Cannot find the login '%1', because it does not exist or you do not have "
+                              "permission.")
+                          .arg(name));
+}
+
+void changeMember(Session& session, const SecurityStatement& statement, bool add) {
+    require(session, "sysadmin");
+    const QString role = knownRole(statement.role);
+    if (!loginExists(session.file, statement.name))
+        throw DbError(
+            15007, QString("'%1' is not a valid login or you do not have permission.").arg(statement.name));
+    session.file.run(R"(DELETE FROM "~members" WHERE role = ?1 AND login = ?2)", {role, statement.name});
+    if (add) session.file.run(R"(INSERT INTO "~members" VALUES (?1, ?2))", {role, statement.name});
+}
+
+void createLogin(Session& session, const SecurityStatement& statement) {
+    require(session, "securityadmin");
+    if (loginExists(session.file, statement.name))
+        throw DbError(15025, QString("The server principal '%1' already exists.").arg(statement.name));
+    if (statement.password.isEmpty())
+        throw DbError(15116, "Password validation failed: the password is empty.");
+    addLogin(session.file, statement.name, statement.password, statement.defaultDatabase);
+}
+
+void alterLogin(Session& session, const SecurityStatement& statement) {
+    requireLogin(session.file, statement.name);
+    // Everybody may change the own password.
+    if (!collation::equal(session.login, statement.name)) require(session, "securityadmin");
+    if (!statement.password.isEmpty())
+        session.file.run(R"(UPDATE "~logins" SET hash = ?2 WHERE name = ?1)",
+                         {statement.name, hashOf(statement.password)});
+    if (!statement.defaultDatabase.isEmpty())
+        session.file.run(R"(UPDATE "~logins" SET default_database = ?2 WHERE name = ?1)",
+                         {statement.name, statement.defaultDatabase});
+}
+
+void dropLogin(Session& session, const SecurityStatement& statement) {
+    require(session, "securityadmin");
+    requireLogin(session.file, statement.name);
+    if (collation::equal(session.login, statement.name))
+        throw DbError(
+            15434,
+            QString("Could not drop login '%1' as the user is currently logged in.").arg(statement.name));
+    session.file.run(R"(DELETE FROM "~members" WHERE login = ?1)", {statement.name});
+    session.file.run(R"(DELETE FROM "~logins" WHERE name = ?1)", {statement.name});
+}
+
+} // namespace
+
+QStringList serverRoles() {
+    return {"sysadmin",     "securityadmin", "serveradmin", "setupadmin",
+            "processadmin", "diskadmin",     "dbcreator",   "bulkadmin"};
+}
+
+QString knownRole(const QString& role) {
+    for (const QString& known : serverRoles())
+        if (collation::equal(known, role)) return known;
+    throw DbError(15412, QString("'%1' is not a known fixed role.").arg(role));
+}
+
+void require(const Session& session, const char* role) {
+    if (!session.isInRole(role))
+        throw DbError(15247, "User does not have permission to perform this action.");
+}
+
+void run(Session& session, const SecurityStatement& statement) {
+    Savepoint together(session.file);
+    switch (statement.action) {
+    case SecurityStatement::CreateLogin:
+        createLogin(session, statement);
+        break;
+    case SecurityStatement::AlterLogin:
+        alterLogin(session, statement);
+        break;
+    case SecurityStatement::DropLogin:
+        dropLogin(session, statement);
+        break;
+    case SecurityStatement::AddMember:
+        changeMember(session, statement, true);
+        break;
+    case SecurityStatement::DropMember:
+        changeMember(session, statement, false);
+        break;
+    case SecurityStatement::CreateUser:
+        // A login that is not kept out may enter every database, so a user only lifts a DENY.
+        requireLogin(session.file, statement.role);
+        session.catalog.setDenied(session.database, statement.role, false);
+        break;
+    case SecurityStatement::DropUser:
+    case SecurityStatement::Deny:
+        require(session, "securityadmin");
+        session.catalog.setDenied(session.database, statement.name, true);
+        break;
+    case SecurityStatement::Allow:
+        require(session, "securityadmin");
+        session.catalog.setDenied(session.database, statement.name, false);
+        break;
+    }
+    together.release();
+}
+
+void addAdministrator(SqliteFile& file, const QString& login, const QString& password) {
+    addLogin(file, login, password, {});
+    file.run(R"(INSERT INTO "~members" VALUES ('sysadmin', ?1))", {login});
+}
+
+QString logIn(Session& session, const QString& login, const QString& password) {
+    SqliteStatement row =
+        session.file.prepare(R"(SELECT name, hash, default_database FROM "~logins" WHERE name = ?1)");
+    row.bind(1, login);
+    if (!row.step() || !matches(row.text(1), password))
+        throw DbError(DbError::LoginFailed, QString("Login failed for user '%1'.").arg(login));
+    session.login = row.text(0);
+    SqliteStatement roles = session.file.prepare(R"(SELECT role FROM "~members" WHERE login = ?1)");
+    roles.bind(1, login);
+    while (roles.step()) session.roles.insert(collation::fold(roles.text(0)));
+    return row.text(2);
+}
+
+} // namespace embedded::security

@@ -1,0 +1,182 @@
+#include "embedded/Collation.h"
+#include "embedded/Errors.h"
+#include "embedded/FunctionTable.h"
+#include "embedded/Registry.h"
+#include "embedded/TokenReader.h"
+
+namespace embedded {
+
+namespace {
+
+const Type integerType = Type::of(Type::Int);
+const Type nameType = Type::text(128, true);
+
+class NameText : public TokenReader {
+public:
+    explicit NameText(const QString& text) : TokenReader(text, true) {}
+    ObjectName read() {
+        const ObjectName name = takeObjectName();
+        if (!atEnd()) syntaxError();
+        return name;
+    }
+};
+
+/// The object a text names, in its database or the current one; null when there is none.
+const Object* objectNamed(const Session& session, const QString& text) {
+    ObjectName name;
+    try {
+        name = NameText(text).read();
+    } catch (const DbError&) {
+        return nullptr; // a text that is no name names nothing
+    }
+    if (const Object* temporary = session.temporary(name.name)) return temporary;
+    const Database* database =
+        name.database.isEmpty() ? &session.currentDatabase() : session.catalog.database(name.database);
+    if (!database || !session.canEnter(*database)) return nullptr;
+    if (!name.schema.isEmpty() && !collation::equal(name.schema, "dbo")) return nullptr;
+    return session.catalog.object(database->id, name.name);
+}
+
+Value objectId(const Session& session, const Arguments& a) {
+    const Object* object = objectNamed(session, a.text(0));
+    if (!object) return {};
+    if (a.count() > 1 && !collation::equal(Catalog::typeCode(object->kind), a.text(1))) return {};
+    return object->id;
+}
+
+Value objectProperty(const Session& session, const Arguments& a) {
+    const Object* object = session.catalog.object(a.integer(0));
+    if (!object || object->database != session.database) return {};
+    const QString property = a.text(1).toLower();
+    const auto isKind = [object](Object::Kind kind) { return Value(qint64(object->kind == kind)); };
+    if (property == "isusertable" || property == "istable") return isKind(Object::Table);
+    if (property == "isprocedure") return isKind(Object::Procedure);
+    if (property == "isview") return isKind(Object::View);
+    if (property == "isprimarykey") return isKind(Object::PrimaryKey);
+    if (property == "isuniquecnst") return isKind(Object::Unique);
+    if (property == "isforeignkey") return isKind(Object::ForeignKey);
+    if (property == "ischeckcnst") return isKind(Object::Check);
+    if (property == "isdefaultcnst") return isKind(Object::Default);
+    if (property == "istrigger" || property == "issystemtable" || property == "ismsshipped") return qint64(0);
+    if (property == "tablehasidentity") return qint64(object->identityColumn() != nullptr);
+    throw notSupported("OBJECTPROPERTY " + a.text(1));
+}
+
+Value columnLength(const Session& session, const Arguments& a) {
+    const Object* table = objectNamed(session, a.text(0));
+    const Column* column = table ? table->column(a.text(1)) : nullptr;
+    return column ? Value(qint64(column->type.storageLength())) : Value();
+}
+
+Value databaseId(const Session& session, const Arguments& a) {
+    if (a.count() == 0) return session.database;
+    const Database* database = session.catalog.database(a.text(0));
+    return database ? Value(database->id) : Value();
+}
+
+Value databaseName(const Session& session, const Arguments& a) {
+    const qint64 id = a.count() == 0 ? session.database : a.integer(0);
+    const auto database = session.catalog.databases().constFind(id);
+    return database == session.catalog.databases().constEnd() ? Value() : Value(database->name);
+}
+
+Value serverProperty(Session& session, const Arguments& a) {
+    const QString property = a.text(0).toLower();
+    if (property == "instancename") return {}; // the default instance has none
+    if (property == "servername" || property == "machinename") return session.valueOf("@@servername");
+    if (property == "collation") return QString("Latin1_General_CI_AS");
+    if (property == "edition") return QString("Embedded");
+    if (property == "productversion") return QString("10.0.0.0");
+    if (property == "productlevel") return QString("RTM");
+    if (property == "issingleuser" || property == "isclustered" || property == "isintegratedsecurityonly")
+        return QString("0");
+    const QString key = "SOFTWARE\\Microsoft\\MSSQLServer\\MSSQLServer";
+    if (property == "instancedefaultdatapath")
+        return registry::read(session.file, "HKEY_LOCAL_MACHINE", key, "DefaultData");
+    if (property == "instancedefaultlogpath")
+        return registry::read(session.file, "HKEY_LOCAL_MACHINE", key, "DefaultLog");
+    throw notSupported("SERVERPROPERTY " + a.text(0));
+}
+
+Value identityOf(Session& session, const Arguments& a) {
+    const Object* table = objectNamed(session, a.text(0));
+    if (!table || !table->identityColumn()) return {};
+    const QString bare = table->storage.mid(1).chopped(1).replace("\"\"", "\"");
+    return session.file.scalar("SELECT seq FROM sqlite_sequence WHERE name = ?1", {bare});
+}
+
+Value isRoleMember(Session& session, const Arguments& a) {
+    const QString login = a.count() > 1 ? a.text(1) : session.login;
+    return session.file.scalar(
+        R"(SELECT count(*) > 0 FROM "~members" WHERE login = ?1 AND role IN (?2, 'sysadmin'))",
+        {login, a.text(0)});
+}
+
+Value dataLength(const Arguments& a) {
+    const Type type = Type::unpacked(a.integer(1));
+    if (const Value value = a.value(0); std::holds_alternative<QByteArray>(value))
+        return qint64(std::get<QByteArray>(value).size());
+    if (type.isText()) return qint64(a.text(0).size() * (type.isUnicode() ? 2 : 1));
+    return qint64(type.storageLength());
+}
+
+void addErrorFunctions(FunctionTable& table, Session& session) {
+    Session* state = &session;
+    const auto handled = [state]() -> const DbError* {
+        for (auto frame = state->frames.rbegin(); frame != state->frames.rend(); ++frame)
+            if (frame->error) return &*frame->error;
+        return nullptr;
+    };
+    table.add("error_number", {"", always(integerType), [handled](const Arguments&) -> Value {
+                                   return handled() ? Value(qint64(handled()->number())) : Value();
+                               }});
+    table.add("error_message", {"", always(Type::text(4000, true)), [handled](const Arguments&) -> Value {
+                                    return handled() ? Value(handled()->text()) : Value();
+                                }});
+    for (const char* name : {"error_severity", "error_state"})
+        table.add(name, {"", always(integerType), [handled, name](const Arguments&) -> Value {
+                             return handled() ? Value(qint64(QString(name) == "error_state" ? 1 : 16))
+                                              : Value();
+                         }});
+}
+
+} // namespace
+
+void addServerFunctions(FunctionTable& table, Session& session) {
+    Session* state = &session;
+    const auto with = [state](Value (*function)(const Session&, const Arguments&)) {
+        return NativeFunction([state, function](const Arguments& a) { return function(*state, a); });
+    };
+    const auto changing = [state](Value (*function)(Session&, const Arguments&)) {
+        return NativeFunction([state, function](const Arguments& a) { return function(*state, a); });
+    };
+    table.add("object_id", {"t[t", always(integerType), with(objectId)});
+    table.add("object_name", {"i", always(nameType), [state](const Arguments& a) -> Value {
+                                  const Object* object = state->catalog.object(a.integer(0));
+                                  return object ? Value(object->name) : Value();
+                              }});
+    table.add("objectproperty", {"it", always(integerType), with(objectProperty)});
+    table.add("col_length", {"tt", always(integerType), with(columnLength)});
+    table.add("db_id", {"[t", always(integerType), with(databaseId)});
+    table.add("db_name", {"[i", always(nameType), with(databaseName)});
+    table.add("has_dbaccess", {"t", always(integerType), [state](const Arguments& a) -> Value {
+                                   const Database* database = state->catalog.database(a.text(0));
+                                   return database ? Value(qint64(state->canEnter(*database))) : Value();
+                               }});
+    table.add("serverproperty", {"t", always(nameType), changing(serverProperty)});
+    table.add("ident_current", {"t", always(Type::decimal(38, 0)), changing(identityOf)});
+    table.add("scope_identity",
+              {"", always(Type::decimal(38, 0)), [state](const Arguments&) { return state->identity; }});
+    table.add("is_srvrolemember", {"t[t", always(integerType), changing(isRoleMember)});
+    for (const char* name : {"suser_sname", "suser_name", "system_user"})
+        table.add(name, {"", always(nameType), [state](const Arguments&) { return state->login; }});
+    for (const char* name : {"user_name", "current_user", "session_user", "user"})
+        table.add(name, {"", always(nameType), [](const Arguments&) { return QString("dbo"); }});
+    table.add("host_name",
+              {"", always(nameType), [](const Arguments&) { return QSysInfo::machineHostName(); }});
+    table.add("app_name", {"", always(nameType), [](const Arguments&) { return QString("Scheduler"); }});
+    table.add("datalength", {"y", always(integerType), dataLength});
+    addErrorFunctions(table, session);
+}
+
+} // namespace embedded

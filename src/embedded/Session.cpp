@@ -1,0 +1,73 @@
+#include "embedded/Session.h"
+
+#include "embedded/Collation.h"
+#include "embedded/Errors.h"
+
+namespace embedded {
+
+bool Session::canEnter(const Database& target) const {
+    return roles.contains("sysadmin") || !target.denied.contains(collation::fold(login));
+}
+
+const Database& Session::databaseNamed(const QString& name) const {
+    if (name.isEmpty()) return currentDatabase();
+    const Database* found = catalog.database(name);
+    if (!found) throw noSuchDatabase(name);
+    if (!canEnter(*found))
+        throw DbError(
+            916, QString("The server principal \"%1\" is not able to access the database \"%2\" under the "
+                         "current security context.")
+                     .arg(login, found->name));
+    return *found;
+}
+
+const Object* Session::temporary(const QString& name) const {
+    const QString key = collation::fold(name);
+    // A procedure sees its callers' #tables, but only its own table variables.
+    for (auto frame = frames.rbegin(); frame != frames.rend(); ++frame) {
+        const auto found = frame->tables.find(key);
+        if (found != frame->tables.end()) return &found->second;
+        if (name.startsWith(u'@')) break;
+    }
+    return nullptr;
+}
+
+Variable& Session::variable(const QString& name) {
+    if (!frames.empty()) {
+        const auto found = frames.back().variables.find(collation::fold(name));
+        if (found != frames.back().variables.end()) return found->second;
+    }
+    throw DbError(137, QString("Must declare the scalar variable \"%1\".").arg(name));
+}
+
+Value Session::valueOf(const QString& name) {
+    if (!name.startsWith("@@")) return variable(name).value;
+    const QString key = name.mid(2).toLower();
+    if (key == "identity") return identity;
+    if (key == "rowcount") return rowCount;
+    if (key == "error") return qint64(lastError);
+    if (key == "fetch_status") return qint64(fetchStatus);
+    if (key == "trancount") return qint64(transactionDepth);
+    if (key == "servername") return QString("EMBEDDED");
+    if (key == "version") return QString("Scheduler embedded server");
+    if (key == "spid") return processId;
+    if (key == "datefirst") return qint64(firstWeekday);
+    if (key == "nestlevel") return qint64(frames.size() - 1);
+    if (key == "max_precision") return qint64(38);
+    if (key == "language") return QString("us_english");
+    throw notSupported(name);
+}
+
+Type Session::typeOf(const QString& name) {
+    if (!name.startsWith("@@")) {
+        const Variable& found = variable(name);
+        if (!found.cursor.isNull()) throw DbError(16924, QString("%1 is a cursor, not a value.").arg(name));
+        return found.type;
+    }
+    const QString key = name.mid(2).toLower();
+    if (key == "identity") return Type::decimal(38, 0);
+    if (key == "servername" || key == "version" || key == "language") return Type::text(300, true);
+    return Type::of(Type::Int);
+}
+
+} // namespace embedded

@@ -1,0 +1,93 @@
+#include "projects/ProjectList.h"
+
+#include "app/Session.h"
+#include "db/DbError.h"
+
+namespace {
+
+/// HasCC is 1 where the cost-centre table is missing: the analysis product reads it so, too.
+Sql createProjectListProcedure() {
+    const Sql noProjects
+        = sql("'QXSpNum', 'NorvaTallymere', 'Northwind', 'pubs', 'tempdb', 'CostCentres', 'Master', 'Model', 'msdb', "
+              "'TrendDb', 'QXCcts', 'InterSite', 'NorvaQuorraPellar', 'VWT', 'NorvaMorvane'");
+    return sql(
+        "CREATE PROCEDURE spGetProjectList\r\n"
+        "@ArchivesOnly BIT\r\n"
+        "AS\r\n"
+        "SET NOCOUNT ON\r\n"
+        "DECLARE @Status BIT\r\n"
+        "DECLARE @LastError INT\r\n"
+        "DECLARE @Csr CURSOR\r\n"
+        "DECLARE @DBName VARCHAR(100)\r\n"
+        "DECLARE @sql NVARCHAR(2000)\r\n"
+        "DECLARE @myTable        TABLE ( [name] VARCHAR (100) , [HasCC] BIT )\r\n"
+        "DECLARE @Count int\r\n"
+        "DECLARE @BillAccount VARCHAR(100)\r\n"
+        "DECLARE @CCtable VARCHAR(100)\r\n"
+        "IF @ArchivesOnly = 0\r\n"
+        "SET @Csr = CURSOR FAST_FORWARD FOR\r\n"
+        "SELECT CONVERT(VARCHAR(100),[name])\r\n"
+        "From master.dbo.sysdatabases\r\n"
+        "WHERE [name] NOT IN ({})\r\n"
+        "AND charindex('ARCHIVE',Upper(name)) = 0 and has_dbaccess(name) = 1\r\n"
+        "ELSE\r\n"
+        "SET @Csr = CURSOR FAST_FORWARD FOR\r\n"
+        "SELECT CONVERT(VARCHAR(100),[name])\r\n"
+        "From master.dbo.sysdatabases\r\n"
+        "WHERE [name] NOT IN ({})\r\n"
+        "AND charindex('ARCHIVE',Upper(name)) > 0 and has_dbaccess(name) = 1\r\n"
+        "OPEN @Csr\r\n"
+        "FETCH NEXT FROM @Csr INTO @DBName\r\n"
+        "WHILE @@FETCH_STATUS = 0\r\n"
+        "BEGIN\r\n"
+        "SET @sql = N'USE [' + REPLACE(@DBName, ']', ']]') + N'] SELECT @Found = COUNT(*) FROM sysobjects "
+        "WHERE [name] = ''Tbl50'''\r\n"
+        "EXEC sp_executesql @sql, N'@Found INT OUTPUT', @Found = @Count OUTPUT\r\n"
+        "IF @Count > 0\r\n"
+        "BEGIN\r\n"
+        "SET @BillAccount = NULL\r\n"
+        "SET @sql = N'USE [' + REPLACE(@DBName, ']', ']]') + N'] SELECT TOP 1 @Account = UnitabAccount FROM dbo.Tbl50'\r\n"
+        "EXEC sp_executesql @sql, N'@Account VARCHAR(100) OUTPUT', @Account = @BillAccount OUTPUT\r\n"
+        "SET @CCtable = @BillAccount + '_Tblcc'\r\n"
+        "SELECT @Count = COUNT(*) FROM CostCentres.dbo.sysobjects WHERE [name] = @CCtable\r\n"
+        "SET @Status = 0\r\n"
+        "IF @Count = 0 SET @Status = 1\r\n"
+        "INSERT INTO @myTable ([name], [HasCC]) VALUES (@DBName, @Status)\r\n"
+        "END\r\n"
+        "FETCH NEXT FROM @Csr INTO @DBName\r\n"
+        "END\r\n"
+        "CLOSE @Csr\r\n"
+        "DEALLOCATE @Csr\r\n"
+        "SELECT * FROM @myTable\r\n",
+        noProjects, noProjects);
+}
+
+/// Another user may make the same procedure in the same moment: then his, which is the same, is used.
+void makeProcedure(Connection& db) {
+    db.execute(sql("If Exists(Select Name from sysobjects Where Name = 'spGetProjectList') Drop Procedure spGetProjectList"));
+    try {
+        db.execute(createProjectListProcedure());
+    } catch (const DbError& error) {
+        if (error.number() != DbError::AlreadyExists) throw;
+    }
+}
+
+} // namespace
+
+ProjectList loadProjectList(Session& session) {
+    DefaultDatabase scheduler(session.db(), "NorvaScheduler");
+    makeProcedure(session.db());
+    const RecordSet rows = session.db().query(sql("spGetProjectList 0"));
+    ProjectList list;
+    for (const Row row : rows) {
+        const QString name = row.text("name");
+        if (!row.flag("HasCC")) {
+            list.names << name;
+            continue;
+        }
+        list.leftOut << name;
+        session.log.write("Load Database List", 1,
+                          name + " appears to have no cost centres or is corrupt.  This project will not be listed");
+    }
+    return list;
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringList>
+
+struct Session;
+
+/// The analysis projects of the server that its login can open, archives apart.
+struct ProjectList {
+    QStringList names;   ///< in the server's order
+    QStringList leftOut; ///< databases whose account has no cost-centre table
+};
+
+/// Lists the projects through the procedure spGetProjectList, which is made anew first; the number of
+/// statements does not depend on the number of databases. Projects that are left out are written to
+/// the error log. The default database is restored. Throws DbError.
+ProjectList loadProjectList(Session& session);

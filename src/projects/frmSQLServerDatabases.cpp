@@ -1,0 +1,92 @@
+#include "projects/frmSQLServerDatabases.h"
+
+#include "app/Session.h"
+#include "projects/ProjectList.h"
+#include "projects/modProjects.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui/SlotGuard.h"
+#include "ui_frmSQLServerDatabases.h"
+
+#include <QToolButton>
+
+frmSQLServerDatabases::frmSQLServerDatabases(ScreenContext& context, QWidget* parent)
+    : QDialog(parent), m_context(context), m_ui(std::make_unique<Ui::frmSQLServerDatabases>()) {
+    m_ui->setupUi(this);
+    m_ui->header->setNote("Select a project");
+    m_ui->List1->setColumns({{"Project"}}, "Projects");
+    m_ui->List1->setEmptyText("No project on this server can be opened.");
+    QToolButton* cmdOpen = m_ui->footer->add("Open", "&Open", "document-open", "Open the selected project");
+    m_ui->footer->addStretch();
+    QToolButton* cmdCancel = m_ui->footer->add("Cancel", "&Cancel", "dialog-cancel", "Close without choosing a project");
+    connect(cmdOpen, &QToolButton::clicked, this, &frmSQLServerDatabases::lblOpen_Click);
+    connect(cmdCancel, &QToolButton::clicked, this, &QDialog::reject);
+    connect(m_ui->List1, &uctListView::rowActivated, this, &frmSQLServerDatabases::lblOpen_Click);
+    connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &frmSQLServerDatabases::txtSearch_Change);
+    connect(m_ui->txtSearch, &QLineEdit::returnPressed, this, &frmSQLServerDatabases::lblOpen_Click);
+    resize(fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 26);
+}
+
+frmSQLServerDatabases::~frmSQLServerDatabases() = default;
+
+int frmSQLServerDatabases::Setup() {
+    ProjectList list;
+    const bool filled = guarded(m_context, this, "frmSQLServerDatabases.Setup", [&] {
+        WaitCursor wait;
+        list = loadProjectList(m_context.session);
+    });
+    if (!filled) return -1;
+    m_projects = list.names;
+    std::vector<ListRow> rows;
+    for (int i = 0; i < m_projects.size(); ++i) rows.push_back({i, {m_projects[i]}});
+    m_ui->List1->setRows(std::move(rows));
+    m_ui->List1->selectId(int(m_projects.indexOf(m_context.session.project.database)));
+    if (!list.leftOut.isEmpty())
+        m_context.messages.notice(
+            parentWidget(), QString("Some imported projects appear to have no cost centres or are corrupt.  These are listed "
+                                    "in the log file (%1).  Please contact your Administrator.")
+                                .arg(m_context.session.log.path()));
+    return 0;
+}
+
+QString frmSQLServerDatabases::selectedProject() const {
+    const std::optional<int> selected = m_ui->List1->selectedId();
+    return selected ? m_projects[*selected] : QString();
+}
+
+void frmSQLServerDatabases::lblOpen_Click() {
+    if (selectedProject().isEmpty())
+        m_context.messages.notice(this, "You must select a project in the list before clicking open.");
+    else
+        accept();
+}
+
+void frmSQLServerDatabases::txtSearch_Change(const QString& text) {
+    if (text.isEmpty()) return;
+    for (int i = 0; i < m_projects.size(); ++i) {
+        if (!m_projects[i].startsWith(text, Qt::CaseInsensitive)) continue;
+        m_ui->List1->selectId(i);
+        return;
+    }
+}
+
+bool useProject(ScreenContext& context, QWidget* parent, const QString& database) {
+    Session& session = context.session;
+    const CurrentProject former = session.project;
+    bool usable = false;
+    guarded(context, parent, "frmSQLServerDatabases.OpenProject", [&] {
+        WaitCursor wait;
+        openProject(session, database);
+        CheckForCurrentUnitabAccountField(session, true);
+        usable = masterCostCentresExist(session);
+        if (!usable) context.messages.notice(parent, "No master Cost Centre entries can be found for this project.");
+    });
+    if (!usable) session.project = former;
+    return usable;
+}
+
+bool chooseProject(ScreenContext& context, QWidget* parent) {
+    frmSQLServerDatabases screen(context, parent);
+    return screen.Setup() == 0 && screen.exec() == QDialog::Accepted
+           && useProject(context, parent, screen.selectedProject());
+}

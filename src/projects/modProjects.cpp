@@ -1,0 +1,96 @@
+#include "projects/modProjects.h"
+
+#include "app/Session.h"
+#include "db/DbError.h"
+
+namespace {
+
+/// A column that projects of some ages lack.
+QString optional(const RecordSet& rows, const char* column) {
+    return rows.columns().contains(QLatin1StringView(column), Qt::CaseInsensitive) ? rows.row(0).text(column)
+                                                                                   : QString();
+}
+
+QDate dateOf(const QString& datetime) {
+    return QDate::fromString(datetime.left(10), Qt::ISODate);
+}
+
+/// The first and the last day of the project's bills; where the bills do not say, of its calls.
+void readBillDates(Connection& db, CurrentProject& project) {
+    const Name database(project.database);
+    RecordSet dates;
+    try {
+        dates = db.query(sql("SELECT MIN(BillStart), MAX(BillEnd) FROM {}.dbo.Tbl50 WITH (NOLOCK)", database));
+    } catch (const DbError& error) {
+        if (error.number() != DbError::InvalidColumn) throw;
+        dates = db.query(sql("SELECT MIN([Date]), MAX([Date]) FROM {}.dbo.TblCallRecords WITH (NOLOCK)", database));
+    }
+    if (dates.isEmpty()) return;
+    project.defaultStart = dateOf(dates.cell(0, 0));
+    project.defaultEnd = dateOf(dates.cell(0, 1));
+}
+
+bool holdsWisperaEvents(Connection& db, const QString& database) {
+    try {
+        return !db.query(sql("SELECT TOP 1 UserID FROM {}.dbo.TblWisperaEvents WITH (NOLOCK)", Name(database))).isEmpty();
+    } catch (const DbError& error) {
+        if (error.number() != DbError::InvalidObject) throw;
+        return false;
+    }
+}
+
+} // namespace
+
+void openProject(Session& session, const QString& database) {
+    Connection& db = session.db();
+    const RecordSet bill
+        = db.query(sql("SELECT TOP 1 * FROM {}.dbo.Tbl50 WITH (NOLOCK) ORDER BY BillID", Name(database)));
+    if (bill.isEmpty())
+        throw DbError(0, QString("The project '%1' holds no bills yet.").arg(database));
+
+    CurrentProject project;
+    project.database = database;
+    project.unitabAccount = bill.row(0).text("UnitabAccount");
+    const int billType = optional(bill, "BillType").toInt();
+    project.billType = billType >= 1 && billType <= 4 ? billType : 1;
+    readBillDates(db, project);
+    project.wispera = holdsWisperaEvents(db, database);
+    project.useDefaultDates = session.project.useDefaultDates;
+    project.refreshBillDates = session.project.refreshBillDates;
+    session.project = project;
+}
+
+void CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement) {
+    Connection& db = session.db();
+    const Name project(session.project.database);
+    if (db.scalar(sql("SELECT Count(*) FROM {}.dbo.tbl50 Where CurrentUnitabAccount = '' or CurrentUnitabAccount is null ",
+                      project))
+            .toInt()
+        == 0)
+        return;
+    if (inOneStatement) {
+        const QString account = db.scalar(sql("select Top 1 * from {}.dbo.Tbl50 order by BillID", project));
+        db.execute(sql("Update {}.dbo.Tbl50 Set UnitabAccount = {}, CurrentUnitabAccount = UnitabAccount ", project, account));
+        return;
+    }
+    const RecordSet bills = db.query(sql("select * from {}.dbo.Tbl50 ", project));
+    const QString account = bills.cell(0, 0);
+    Transaction transaction(db);
+    for (const Row bill : bills)
+        db.execute(sql("Update {}.dbo.Tbl50 Set UnitabAccount = {}, CurrentUnitabAccount = {} Where RecID = {}", project,
+                       account, bill.text("UnitabAccount"), bill.integer("RecID")));
+    transaction.commit();
+}
+
+bool masterCostCentresExist(Session& session) {
+    Connection& db = session.db();
+    const Name project(session.project.database);
+    DefaultDatabase inProject(db, session.project.database);
+    db.query(sql("SELECT LocID,Flags From {}.dbo.Tbl50 order by RecID", project)); // a project that cannot answer this is broken
+    const QString account = db.scalar(sql("SELECT UnitabAccount From {}.dbo.Tbl50", project));
+    const QString table = "[dbo]." + Name(account + "_TblCC").quoted();
+    return db.scalar(sql("if exists (select * from dbo.sysobjects where id = object_id({}) and "
+                         "OBJECTPROPERTY(id, N'IsUserTable') = 1) Select 'Yes' Else Select 'No'",
+                         table))
+           == "Yes";
+}

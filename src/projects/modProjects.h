@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+struct Session;
+
+/// Makes a project the session's current one and reads its account, bill type, default dates and
+/// Wispera flag. Throws DbError, with the former project still current, when it cannot be read.
+void openProject(Session& session, const QString& database);
+
+/// The one-time repair of a project whose bills do not hold their current account: every bill keeps
+/// its former account in CurrentUnitabAccount and takes the account of the project's first bill, in
+/// one statement or row by row.
+void CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement);
+
+/// Whether the current project has a cost-centre table of its account. The default database is restored.
+bool masterCostCentresExist(Session& session);

@@ -1,0 +1,74 @@
+#include "schedules/ProjectHistory.h"
+
+#include "app/CommandLine.h"
+#include "app/CsvLine.h"
+#include "app/Session.h"
+#include "app/modCommonFunctions.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QStringDecoder>
+
+namespace projectHistory {
+
+namespace {
+
+constexpr qint64 largestFile = 64 * 1024; // bytes; fifteen names never come near it
+constexpr int longestName = 128;
+
+QString path(const Session& session) {
+    return session.log.file("CallHistory.csv");
+}
+
+bool isPlainName(const QString& name) {
+    return !name.trimmed().isEmpty() && name.size() <= longestName
+           && std::none_of(name.begin(), name.end(), [](QChar letter) { return letter < ' '; });
+}
+
+/// Nothing when a line is not one that remember() writes.
+std::optional<QList<Entry>> parse(const QByteArray& content) {
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8(content);
+    if (utf8.hasError()) return {};
+    QList<Entry> entries;
+    for (const QString& line : text.split('\n')) {
+        if (line.trimmed().isEmpty()) continue;
+        const QStringList fields = splitCommandLine(line.trimmed());
+        if (fields.size() != 2 || !isPlainName(fields[0])) return {};
+        const QDateTime lastUsed = parseStoredDate(fields[1]);
+        if (!lastUsed.isValid()) return {};
+        entries << Entry{fields[0], lastUsed};
+    }
+    return entries;
+}
+
+} // namespace
+
+QList<Entry> read(const Session& session) {
+    QFile file(path(session));
+    if (!file.exists()) return {};
+    const auto ignored = [&](const QString& why) {
+        session.log.write("ProjectHistory.Read", 1, file.fileName() + " is ignored: " + why);
+        return QList<Entry>();
+    };
+    if (!file.open(QIODevice::ReadOnly)) return ignored(file.errorString());
+    if (file.size() > largestFile) return ignored(QString("it holds %1 bytes").arg(file.size()));
+    const std::optional<QList<Entry>> entries = parse(file.readAll());
+    return entries ? entries->first(qMin<qsizetype>(entries->size(), mostEntries)) : ignored("it is damaged");
+}
+
+void remember(const Session& session, const QString& project, const QDateTime& when) {
+    if (!isPlainName(project)) return;
+    QList<Entry> entries = read(session);
+    entries.removeIf(
+        [&](const Entry& entry) { return entry.project.compare(project, Qt::CaseInsensitive) == 0; });
+    entries.prepend({project, when});
+    QByteArray content;
+    for (const Entry& entry : entries.first(qMin<qsizetype>(entries.size(), mostEntries)))
+        content += csvLine({entry.project, storedDate(entry.lastUsed)}).toUtf8() + "\r\n";
+    QSaveFile file(path(session));
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+        session.log.write("ProjectHistory.Remember", 1, file.errorString());
+}
+
+} // namespace projectHistory

@@ -1,0 +1,18 @@
+#include "schedules/ScheduleRow.h"
+
+#include "app/modCommonFunctions.h"
+#include "db/StoredTitle.h"
+
+ScheduleRow ScheduleRow::read(const Row& row) {
+    return {row.text("ScheduleTitle"), row.integer("TemplateID"), row.text("ProjectRef"),
+            row.text("RunDate"),       row.integer("Status"),     row.text("Username")};
+}
+
+QStringList ScheduleRow::changesSince(const ScheduleRow& earlier) const {
+    QStringList changes;
+    if (title != earlier.title) changes << QString("the title is now '%1'").arg(shownTitle(title));
+    if (project != earlier.project) changes << QString("the project is now '%1'").arg(project);
+    if (templateId != earlier.templateId) changes << "it has another template";
+    if (runDate != earlier.runDate) changes << "the run date is now " + shownStoredDate(runDate);
+    return changes;
+}

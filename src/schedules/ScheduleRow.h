@@ -1,0 +1,23 @@
+#pragma once
+
+#include "db/RecordSet.h"
+
+/// What a user decides about a schedule, in the form in which tblSchedule holds it, and how far it is.
+struct ScheduleRow {
+    QString title;
+    int templateId = -1;
+    QString project;
+    QString runDate;
+    int status = 0;
+    QString userName; ///< who saved it last
+
+    static ScheduleRow read(const Row& row);
+
+    /// Whether the user's decisions are the same; status and user are not among them.
+    bool decidesAs(const ScheduleRow& other) const {
+        return title == other.title && templateId == other.templateId && project == other.project
+               && runDate == other.runDate;
+    }
+    /// In words, what this row decides otherwise than an earlier one: "the title is now 'March'".
+    QStringList changesSince(const ScheduleRow& earlier) const;
+};

@@ -1,0 +1,438 @@
+#include "schedules/frmSchedule.h"
+
+#include "app/Session.h"
+#include "app/modCommonFunctions.h"
+#include "db/DbError.h"
+#include "projects/frmSQLServerDatabases.h"
+#include "projects/modProjectUpdate.h"
+#include "schedules/ProjectHistory.h"
+#include "schedules/ScheduleChoices.h"
+#include "schedules/ScheduleStatus.h"
+#include "schedules/TemplateScreens.h"
+#include "schedules/modScheduler.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui/Palette.h"
+#include "ui/SlotGuard.h"
+#include "ui_frmSchedule.h"
+
+#include <QScopedValueRollback>
+#include <QScreen>
+#include <QShortcut>
+#include <QToolButton>
+
+namespace {
+
+const QString selectProject = "Please select a project";
+
+void setTextColour(QWidget& widget, const QColor& colour) {
+    QPalette colours = widget.palette();
+    colours.setColor(QPalette::WindowText, colour);
+    widget.setPalette(colours);
+}
+
+} // namespace
+
+frmSchedule::frmSchedule(ScreenContext& screenContext, QWidget* parent)
+    : ScreenDialog(screenContext, parent), m_ui(std::make_unique<Ui::frmSchedule>()), m_schedule(session()) {
+    m_ui->setupUi(this);
+    m_ui->lstHistory->setColumns({{"Project"}, {"Last used", ListColumn::Date}}, "ProjectHistory");
+    m_ui->lstHistory->setEmptyText("The projects that you choose are kept here.");
+    m_ui->dtRunOn->setLocale(QLocale::c()); // English month names, whatever the desktop's language
+    m_ui->dtRunOnTime->setLocale(QLocale::c());
+    m_ui->paneUpdate->hide();
+    setTextColour(*m_ui->lblProjectProblem, Palette::problem());
+    buildFooter();
+    connectControls();
+    fitToScreen();
+}
+
+frmSchedule::~frmSchedule() = default;
+
+void frmSchedule::buildFooter() {
+    uctFooter& footer = *m_ui->footer;
+    QToolButton* cmdSave = footer.add("Save", "&Save", "document-save", "Save the schedule (Ctrl+S)");
+    m_cmdSaveAs =
+        footer.add("SaveAs", "Sa&ve As", "document-save-as", "Save as a new schedule under another title");
+    m_cmdDelete = footer.add("Delete", "De&lete Schedule", "edit-delete", "Delete this schedule and its log");
+    footer.addStretch();
+    QToolButton* cmdExit = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
+    connect(cmdSave, &QToolButton::clicked, this, &frmSchedule::cmdSave_Click);
+    connect(m_cmdSaveAs, &QToolButton::clicked, this, &frmSchedule::cmdSaveAs_Click);
+    connect(m_cmdDelete, &QToolButton::clicked, this, &frmSchedule::cmdDelete_Click);
+    connect(cmdExit, &QToolButton::clicked, this, &frmSchedule::reject);
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this,
+            &frmSchedule::cmdSave_Click);
+}
+
+void frmSchedule::connectControls() {
+    connect(m_ui->txtTitle, &QLineEdit::textChanged, this, &frmSchedule::txtTitle_Change);
+    connect(m_ui->txtTitle, &QLineEdit::returnPressed, this, &frmSchedule::cmdSave_Click);
+    connect(m_ui->cmdOpen, &QPushButton::clicked, this, &frmSchedule::cmdOpen_Click);
+    connect(m_ui->lstHistory, &uctListView::rowActivated, this, &frmSchedule::chooseFromHistory);
+    connect(m_ui->lstHistory, &QTreeView::clicked, this,
+            [this](const QModelIndex& index) { chooseFromHistory(index.data(ListModel::IdRole).toInt()); });
+    connect(m_ui->cmbTemplate, &QComboBox::currentIndexChanged, this, &frmSchedule::cmbTemplate_Click);
+    connect(m_ui->cmdEditTemplate, &QPushButton::clicked, this, &frmSchedule::cmdEditTemplate_Click);
+    connect(m_ui->cmdAddTemplate, &QPushButton::clicked, this, &frmSchedule::cmdAddTemplate_Click);
+    connect(m_ui->cmdReports, &QPushButton::clicked, this, &frmSchedule::cmdReports_Click);
+    connect(m_ui->cmdCCSub, &QPushButton::clicked, this, &frmSchedule::cmdCCSub_Click);
+    connect(m_ui->dtRunOn, &QDateEdit::dateChanged, this, &frmSchedule::dtRunOn_Change);
+    connect(m_ui->dtRunOnTime, &QTimeEdit::timeChanged, this, &frmSchedule::dtRunOn_Change);
+}
+
+void frmSchedule::fitToScreen() {
+    const QSize wanted(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 30);
+    resize(wanted.boundedTo(screen()->availableSize() * 0.95));
+}
+
+void frmSchedule::run(const char* slot, const std::function<void()>& body) {
+    guarded(context(), this, slot, body);
+}
+
+int frmSchedule::Setup(int scheduleId) {
+    int result = 0;
+    const bool done = guarded(context(), parentWidget(), "frmSchedule.Setup", [&] {
+        if (scheduleId != clsSchedule::notStored)
+            result = m_schedule.LoadSchedule(scheduleId);
+        else
+            m_schedule.Clear();
+        if (result != clsSchedule::Loaded) {
+            session().log.write("frmSchedule.Setup", 1,
+                                QString("Schedule %1 could not be loaded (%2).").arg(scheduleId).arg(result));
+            return;
+        }
+        const bool stored = m_schedule.ID() != clsSchedule::notStored;
+        if (stored) openStoredProject();
+        m_ui->footer->setOffered(m_cmdSaveAs, stored);
+        m_ui->footer->setOffered(m_cmdDelete, stored);
+        m_ui->header->setNote(stored ? "Edit a schedule" : "Add a schedule");
+        RefreshForm();
+        m_schedule.setHasChanged(false);
+    });
+    return done ? result : -1;
+}
+
+/// The account of the project decides which templates are offered.
+void frmSchedule::openStoredProject() {
+    const QString& database = m_schedule.ProjectFile();
+    m_projectProblem = projectProblem(session(), database);
+    if (!m_projectProblem.isEmpty()) {
+        messages().notice(parentWidget(),
+                          m_projectProblem + " You can choose another project for this schedule.");
+    } else if (!makeProjectCurrent()) {
+        m_projectProblem = QString("The project '%1' cannot be used.").arg(database);
+    }
+}
+
+void frmSchedule::RefreshForm() {
+    m_ready = false;
+    fillTemplates();
+    m_ui->txtTitle->setText(m_schedule.Title());
+    showTitleLength();
+    showProject();
+    fillHistory();
+    m_ui->dtRunOn->setDate(m_schedule.RunDate().date());
+    m_ui->dtRunOnTime->setTime(m_schedule.RunDate().time());
+    m_ready = true;
+}
+
+void frmSchedule::showTitleLength() {
+    const qsizetype length = m_ui->txtTitle->text().size();
+    m_ui->lblTitleLength->setText(QString("%1 of %2").arg(length).arg(clsSchedule::longestTitle));
+    setTextColour(*m_ui->lblTitleLength,
+                  length > clsSchedule::longestTitle ? Palette::problem() : Palette::subtleText());
+}
+
+void frmSchedule::showProject() {
+    m_ui->txtProject->setText(isProjectChosen() ? m_schedule.ProjectFile() : selectProject);
+    m_ui->txtProject->setCursorPosition(0);
+    m_ui->lblProjectProblem->setText(m_projectProblem);
+    m_ui->lblProjectProblem->setVisible(!m_projectProblem.isEmpty());
+}
+
+void frmSchedule::fillHistory() {
+    std::vector<ListRow> rows;
+    for (const projectHistory::Entry& entry : projectHistory::read(session()))
+        rows.push_back({int(rows.size()), {entry.project, shownDate(entry.lastUsed)}});
+    m_ui->lstHistory->setRows(std::move(rows));
+}
+
+void frmSchedule::fillTemplates() {
+    const QScopedValueRollback filling(m_ready, false);
+    // A project that is gone leaves the account of the schedule's template.
+    const QString account =
+        isProjectChosen() ? session().project.unitabAccount : m_schedule.Template().UnitabAccount();
+    QComboBox& list = *m_ui->cmbTemplate;
+    list.clear();
+    if (!account.isEmpty())
+        for (const TemplateHeader& header : templatesOfAccount(session(), account))
+            list.addItem(header.title, header.id);
+    list.setPlaceholderText(account.isEmpty()   ? "Select a project first"
+                            : list.count() == 0 ? "There is no template for this project yet"
+                                                : "Select a template");
+    selectTemplate();
+}
+
+void frmSchedule::selectTemplate() {
+    m_ui->cmbTemplate->setCurrentIndex(m_ui->cmbTemplate->findData(m_schedule.Template().ID()));
+    m_ui->cmdEditTemplate->setEnabled(m_ui->cmbTemplate->currentIndex() >= 0);
+}
+
+bool frmSchedule::isProjectChosen() const {
+    return !m_schedule.ProjectFile().isEmpty() && m_projectProblem.isEmpty();
+}
+
+bool frmSchedule::makeProjectCurrent() {
+    return session().project.database == m_schedule.ProjectFile()
+           || useProject(context(), this, m_schedule.ProjectFile());
+}
+
+void frmSchedule::cmdOpen_Click() {
+    run("frmSchedule.cmdOpen_Click", [this] {
+        if (chooseProject(context(), this)) takeCurrentProject();
+    });
+}
+
+void frmSchedule::chooseFromHistory(int row) {
+    run("frmSchedule.lstHistory_Click", [&] {
+        const QString database = m_ui->lstHistory->textOf(row, 0);
+        if (isProjectChosen() && database == m_schedule.ProjectFile()) return; // the second click of two
+        const QString problem = projectProblem(session(), database);
+        if (!problem.isEmpty())
+            messages().notice(this, problem);
+        else if (useProject(context(), this, database))
+            takeCurrentProject();
+    });
+}
+
+void frmSchedule::takeCurrentProject() {
+    const QString& database = session().project.database;
+    if (database != m_schedule.ProjectFile()) m_schedule.setProjectFile(database);
+    m_projectProblem.clear();
+    projectHistory::remember(session(), database);
+    showProject();
+    fillHistory();
+    fillTemplates();
+}
+
+void frmSchedule::cmbTemplate_Click() {
+    if (!m_ready || m_ui->cmbTemplate->currentIndex() < 0) return;
+    run("frmSchedule.cmbTemplate_Click", [this] {
+        auto chosen = std::make_unique<clsTemplate>(session().db(), session().project);
+        if (chosen->LoadTemplate(m_ui->cmbTemplate->currentData().toInt())) {
+            m_schedule.setTemplate(std::move(chosen));
+        } else {
+            messages().notice(this, "This template has been deleted by somebody else in the meantime.");
+            fillTemplates();
+        }
+    });
+    selectTemplate();
+}
+
+void frmSchedule::txtTitle_Change() {
+    showTitleLength();
+    if (m_ready) m_schedule.setTitle(m_ui->txtTitle->text());
+}
+
+void frmSchedule::dtRunOn_Change() {
+    if (m_ready) m_schedule.setRunDate({m_ui->dtRunOn->date(), m_ui->dtRunOnTime->time()});
+}
+
+void frmSchedule::CalledBack() {
+    run("frmSchedule.CalledBack", [this] {
+        const int id = m_schedule.Template().ID();
+        const bool changed = m_schedule.HasChanged();
+        auto reloaded = std::make_unique<clsTemplate>(session().db(), session().project);
+        if (id != -1) reloaded->LoadTemplate(id);
+        m_schedule.setTemplate(std::move(reloaded));
+        m_schedule.setHasChanged(changed);
+        if (isProjectChosen() && !makeProjectCurrent())
+            m_projectProblem = "The project cannot be used any more.";
+        showProject();
+        fillTemplates();
+    });
+}
+
+bool frmSchedule::refused(const QString& text, QWidget* field) {
+    messages().notice(this, text);
+    field->setFocus();
+    return false;
+}
+
+bool frmSchedule::checkTitle(const QString& title) {
+    const QString problem = scheduleTitleProblem(title);
+    return problem.isEmpty() || refused(problem, m_ui->txtTitle);
+}
+
+bool frmSchedule::checkProject() {
+    return isProjectChosen() || refused(selectProject, m_ui->cmdOpen);
+}
+
+bool frmSchedule::checkTemplate() {
+    return m_ui->cmbTemplate->currentIndex() >= 0 || refused("Please select a template", m_ui->cmbTemplate);
+}
+
+bool frmSchedule::checkRunDate() {
+    return m_schedule.RunDate().date() >= QDate::currentDate()
+           || refused("The scheduled run date must be after todays date", m_ui->dtRunOn);
+}
+
+void frmSchedule::cmdSave_Click() {
+    run("frmSchedule.cmdSave_Click", [this] {
+        if (checkTitle(m_schedule.Title()) && checkProject() && checkTemplate() && checkRunDate()) save({});
+    });
+}
+
+void frmSchedule::cmdSaveAs_Click() {
+    run("frmSchedule.cmdSaveAs_Click", [this] {
+        if (!checkProject() || !checkTemplate()) return;
+        const QString proposed = m_newTitle.isEmpty() ? m_schedule.Title() : m_newTitle;
+        const QString title =
+            messages().input(this, "Please enter a new schedule title", proposed).value_or(QString());
+        if (title.isEmpty()) return;
+        m_newTitle = title;
+        if (checkTitle(title)) save(title);
+    });
+}
+
+void frmSchedule::save(const QString& newTitle) {
+    if (m_saving) return;
+    const QScopedValueRollback saving(m_saving, true);
+    bool stored = false;
+    {
+        WaitCursor wait;
+        stored = prepareProject() && isTemplateThere() && store(newTitle);
+    }
+    if (stored) callBackAndClose();
+}
+
+/// The project may have vanished since it was chosen, and an older one has to be brought up to date.
+bool frmSchedule::prepareProject() {
+    const QString problem = projectProblem(session(), m_schedule.ProjectFile());
+    if (!problem.isEmpty()) return refused(problem + " Please choose another project.", m_ui->cmdOpen);
+    if (!makeProjectCurrent()) return false;
+    addTimeBandColumns(session());
+    const auto hideProgress = qScopeGuard([this] { m_ui->paneUpdate->hide(); });
+    updateTimeBands(
+        session(), true, [this](const QString& question) { return messages().ask(this, question); },
+        [this](int step, int steps) { showUpdateStep(step, steps); });
+    return true;
+}
+
+void frmSchedule::showUpdateStep(int step, int steps) {
+    m_ui->lblUpdate->setText(QString("Updating the project, step %1 of %2").arg(step).arg(steps));
+    m_ui->prgUpdate->setRange(0, steps);
+    m_ui->prgUpdate->setValue(step - 1);
+    m_ui->paneUpdate->show();
+    m_ui->scroll->ensureWidgetVisible(m_ui->paneUpdate);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+bool frmSchedule::isTemplateThere() {
+    if (readTemplateType(session(), m_schedule.Template().ID())) return true;
+    fillTemplates();
+    return refused(
+        "This template has been deleted by somebody else in the meantime. Please select another one.",
+        m_ui->cmbTemplate);
+}
+
+/// What stands against the save is told or asked; nothing that was entered is lost.
+bool frmSchedule::store(const QString& newTitle) {
+    clsSchedule::SaveResult result = clsSchedule::Saved;
+    try {
+        result = m_schedule.SaveSchedule(newTitle, false);
+    } catch (const DbError& error) {
+        if (error.number() != DbError::TextTooLong) throw;
+        return refused(error.text(), m_ui->txtTitle);
+    }
+    switch (result) {
+    case clsSchedule::Saved:
+        return true;
+    case clsSchedule::TitleMissing:
+        return refused("Please enter a schedule title", m_ui->txtTitle);
+    case clsSchedule::TitleExists:
+        return refused("Title already exists, please rename the schedule", m_ui->txtTitle);
+    case clsSchedule::RunMeanwhile:
+        tellRunMeanwhile();
+        return false;
+    case clsSchedule::Gone:
+        return messages().ask(this, "This schedule was deleted by somebody else in the meantime.\n\n"
+                                    "Do you want to save it as a new schedule?")
+               && store(m_schedule.Title());
+    case clsSchedule::ChangedMeanwhile: {
+        const QString question = "This schedule was changed by '%1' while you were editing it: %2.\n\n"
+                                 "Do you want to overwrite these changes with yours?";
+        if (!messages().ask(this,
+                            question.arg(m_schedule.ForeignUser(), m_schedule.ForeignChanges().join("; "))))
+            return false;
+        m_schedule.acceptForeignChanges();
+        return store(newTitle);
+    }
+    }
+    messages().notice(this, "Error saving schedule");
+    return false;
+}
+
+void frmSchedule::tellRunMeanwhile() {
+    const QString what = m_schedule.GetStatus() == Processing ? "started to run" : "run";
+    messages().notice(
+        this, QString("The engine has %1 this schedule while you were editing it, so your changes were "
+                      "not saved.\n\nYou can keep them as a new schedule with Save As.")
+                  .arg(what));
+}
+
+void frmSchedule::cmdDelete_Click() {
+    run("frmSchedule.cmdDelete_Click", [this] {
+        if (!messages().ask(this, "are you sure you want to delete this schedule?")) return;
+        {
+            WaitCursor wait;
+            DeleteSchedule(session(), m_schedule.ID());
+        }
+        callBackAndClose();
+    });
+}
+
+bool frmSchedule::mayClose() {
+    if (m_saving) return false;
+    return !m_schedule.HasChanged() || messages().ask(this, "Are you sure you want to cancel your changes?");
+}
+
+void frmSchedule::cmdEditTemplate_Click() {
+    run("frmSchedule.cmdEditTemplate_Click", [this] {
+        if (!checkProject()) return;
+        const int id = m_schedule.Template().ID();
+        if (readTemplateType(session(), id).value_or(0) == 0)
+            openTemplateEditor(context(), this, id, "Error Loading Template");
+        else
+            openSubProjects(context(), this, id, "Error Loading " + m_schedule.Template().Title());
+    });
+}
+
+void frmSchedule::cmdAddTemplate_Click() {
+    run("frmSchedule.cmdAddTemplate_Click", [this] {
+        if (checkProject()) openTemplateEditor(context(), this, -1, "Error Loading Template");
+    });
+}
+
+void frmSchedule::cmdReports_Click() {
+    run("frmSchedule.cmdReports_Click", [this] {
+        if (checkProject() && checkTemplate())
+            openTemplateEditor(context(), this, m_schedule.Template().ID(),
+                               "Error Loading " + m_schedule.Template().Title());
+    });
+}
+
+/// Edits the selected template when it is one of sub-projects, else makes a new one.
+void frmSchedule::cmdCCSub_Click() {
+    run("frmSchedule.cmdCCSub_Click", [this] {
+        if (session().userLevel == 4) {
+            messages().notice(this, "'Cost Centre Sub Project' schedules are not allowed for level 4 users.");
+            return;
+        }
+        if (!checkProject()) return;
+        const bool edit = m_ui->cmbTemplate->currentIndex() >= 0 && m_schedule.Template().TemplateType() != 0;
+        openSubProjects(context(), this, edit ? m_schedule.Template().ID() : -1,
+                        "Error Loading " + (edit ? m_schedule.Template().Title() : QString("Template")));
+    });
+}

@@ -1,0 +1,265 @@
+#include "schedules/frmScheduleView.h"
+
+#include "app/Session.h"
+#include "db/DbError.h"
+#include "schedules/ScheduleStatus.h"
+#include "schedules/modScheduler.h"
+#include "ui/Cursors.h"
+#include "ui/Icons.h"
+#include "ui/Messages.h"
+#include "ui/Palette.h"
+#include "ui/SlotGuard.h"
+#include "ui_frmScheduleView.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QFile>
+#include <QHeaderView>
+#include <QSaveFile>
+#include <QScreen>
+#include <QToolButton>
+
+namespace {
+
+/// One line of the list or the clipboard, which break at no other place.
+QString inOneLine(QString text) {
+    return text.replace('\r', ' ').replace('\n', ' ').replace('\t', ' ');
+}
+
+/// The first 50 characters, without half a letter at the end.
+QString asCopyTitle(const QString& typed) {
+    QString title = typed.trimmed().left(clsSchedule::longestTitle);
+    if (!title.isEmpty() && title.back().isHighSurrogate()) title.chop(1);
+    return title;
+}
+
+void makeBold(QLabel& label) {
+    QFont font = label.font();
+    font.setBold(true);
+    label.setFont(font);
+}
+
+} // namespace
+
+frmScheduleView::frmScheduleView(ScreenContext& screenContext, QWidget* parent)
+    : ScreenDialog(screenContext, parent),
+      m_ui(std::make_unique<Ui::frmScheduleView>()),
+      m_schedule(session()) {
+    m_ui->setupUi(this);
+    for (QLabel* label : {m_ui->lblScheduleTitleHeader, m_ui->lblProjectHeader, m_ui->lblTemplateHeader,
+                          m_ui->lblDateHeader, m_ui->lblStatusHeader, m_ui->lblLogHeader})
+        makeBold(*label);
+    for (QLabel* label :
+         {m_ui->lblScheduleTitle, m_ui->lblProject, m_ui->lblTemplate, m_ui->lblDate, m_ui->lblStatus}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        label->setWordWrap(true);
+    }
+    m_ui->lblDiagnostics->setVisible(session().diagnostics);
+    buildFooter();
+    buildList();
+    const QSize wanted(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 36);
+    resize(wanted.boundedTo(screen()->availableSize() * 0.95));
+}
+
+frmScheduleView::~frmScheduleView() = default;
+
+void frmScheduleView::buildFooter() {
+    uctFooter& footer = *m_ui->footer;
+    const auto add = [&](const char* name, const char* caption, const char* iconName, const char* toolTip,
+                         auto slot) {
+        connect(footer.add(name, caption, iconName, toolTip), &QToolButton::clicked, this, slot);
+    };
+    add("SaveAs", "Save &As", "document-save-as", "Save this schedule as a new schedule",
+        &frmScheduleView::cmdSaveAs_Click);
+    add("Delete", "&Delete Schedule", "edit-delete", "Delete this schedule",
+        &frmScheduleView::cmdDelete_Click);
+    add("SaveLog", "Save &Log", "document-export", "Save the log as a CSV file",
+        &frmScheduleView::cmdSaveLog_Click);
+    footer.addStretch();
+    add("Exit", "&Back", "go-previous", "Return to the previous screen", &frmScheduleView::reject);
+}
+
+void frmScheduleView::buildList() {
+    m_ui->lstLog->setColumns({{"Schedule Report"}, {"Details"}}, "ScheduleLog");
+    m_ui->lstLog->header()->resizeSection(0, fontMetrics().averageCharWidth() * 45);
+    m_ui->splitter->setStretchFactor(0, 4);
+    m_ui->splitter->setStretchFactor(1, 1);
+    m_ui->splitter->remember("ScheduleLog");
+    connect(m_ui->lstLog, &uctListView::selectedIdChanged, this, &frmScheduleView::lstLog_Click);
+    connect(m_ui->chkErrorsOnly, &QCheckBox::toggled, this, &frmScheduleView::fillLog);
+    connect(m_ui->txtFind, &QLineEdit::textChanged, m_ui->lstLog, &uctListView::setFilterWords);
+
+    auto* copy = new QAction("Copy", this);
+    copy->setShortcut(QKeySequence::Copy);
+    copy->setShortcutContext(Qt::WidgetShortcut);
+    connect(copy, &QAction::triggered, this, &frmScheduleView::copyLog);
+    m_ui->lstLog->addAction(copy);
+    m_ui->lstLog->setContextMenuPolicy(Qt::ActionsContextMenu);
+}
+
+int frmScheduleView::Setup(int scheduleId) {
+    int result = 0;
+    const bool done = guarded(context(), parentWidget(), "frmScheduleView.Setup", [&] {
+        WaitCursor wait;
+        m_scheduleId = scheduleId;
+        result = m_schedule.LoadSchedule(scheduleId);
+        if (result != clsSchedule::Loaded) {
+            session().log.write("frmScheduleView.Setup", 1,
+                                QString("Schedule %1 could not be loaded (%2).").arg(scheduleId).arg(result));
+            return;
+        }
+        m_log = readScheduleLog(session(), scheduleId, m_schedule.Template());
+        fillLabels();
+        fillLog();
+        selectFirstError();
+    });
+    return done ? result : -1;
+}
+
+void frmScheduleView::fillLabels() {
+    m_ui->lblScheduleTitle->setText(m_schedule.Title());
+    m_ui->lblProject->setText(shortenedProject(m_schedule.ProjectFile()));
+    m_ui->lblProject->setToolTip(m_schedule.ProjectFile());
+    m_ui->lblTemplate->setText(m_schedule.Template().Title());
+    m_ui->lblDate->setText(ranText(m_schedule.RunDate(), m_schedule.RanDate()));
+    const int status = m_schedule.GetStatus();
+    m_ui->lblStatus->setText(logStatusText(status));
+    m_ui->lblSummary->setText(logSummary(m_log));
+    if (status != CompletedWithErrors) return;
+    QPalette colours = palette();
+    colours.setColor(QPalette::WindowText, Palette::problem());
+    m_ui->lblStatus->setPalette(colours);
+    m_ui->lblSummary->setPalette(colours);
+}
+
+void frmScheduleView::fillLog() {
+    const bool errorsOnly = m_ui->chkErrorsOnly->isChecked();
+    const QIcon errorIcon = icon("dialog-error");
+    QColor errorBackground = Palette::problem();
+    errorBackground.setAlpha(32);
+    std::vector<ListRow> rows;
+    for (const LogEntry& entry : m_log) {
+        if (errorsOnly && !entry.isError()) continue;
+        ListRow row{entry.id, {inOneLine(entry.reportName), inOneLine(entry.details())}};
+        if (entry.isError()) {
+            row.icon = errorIcon;
+            row.background = errorBackground;
+        }
+        rows.push_back(std::move(row));
+    }
+    m_ui->lstLog->setEmptyText(m_log.empty() ? "The run of this schedule left no log."
+                                             : "The log holds no error.");
+    m_ui->lstLog->setRows(std::move(rows));
+}
+
+void frmScheduleView::selectFirstError() {
+    const auto error =
+        std::find_if(m_log.begin(), m_log.end(), [](const LogEntry& entry) { return entry.isError(); });
+    if (error != m_log.end()) m_ui->lstLog->selectId(error->id);
+}
+
+/// The log is ordered by its keys.
+const LogEntry* frmScheduleView::entryOf(int logId) const {
+    const auto found = std::lower_bound(m_log.begin(), m_log.end(), logId,
+                                        [](const LogEntry& entry, int id) { return entry.id < id; });
+    return found != m_log.end() && found->id == logId ? &*found : nullptr;
+}
+
+void frmScheduleView::lstLog_Click() {
+    guarded(context(), this, "frmScheduleView.lstLog_Click", [this] {
+        const LogEntry* entry = entryOf(m_ui->lstLog->selectedId().value_or(0));
+        m_ui->txtDetails->setPlainText(entry ? entry->reportName + '\n' + entry->details() : QString());
+        if (session().diagnostics)
+            m_ui->lblDiagnostics->setText(entry ? diagnosticLine(session(), entry->reportId) : QString());
+    });
+}
+
+void frmScheduleView::copyLog() {
+    QStringList lines;
+    const auto add = [&](const LogEntry& entry) {
+        lines << inOneLine(entry.reportName) + '\t' + inOneLine(entry.details());
+    };
+    const QList<int> selected = m_ui->lstLog->selectedIds();
+    for (const int id : selected) add(*entryOf(id));
+    if (selected.isEmpty())
+        for (const LogEntry& entry : m_log) add(entry);
+    QGuiApplication::clipboard()->setText(lines.join('\n'));
+}
+
+void frmScheduleView::cmdSaveLog_Click() {
+    guarded(context(), this, "frmScheduleView.cmdSaveLog_Click", [this] {
+        QString path = messages().saveFile(this, QDir::homePath(), "CSV files (*.csv)");
+        if (path.isEmpty()) return;
+        if (QFileInfo(path).suffix().isEmpty()) path += ".csv";
+        if (QFile::exists(path)
+            && !messages().ask(this,
+                               QString("The file '%1' exists already. Do you want to replace it?").arg(path)))
+            return;
+        // The mark at the beginning tells spreadsheet programs that the text is UTF-8.
+        const QByteArray content = "\xEF\xBB\xBF" + logAsCsv(m_log).toUtf8();
+        QSaveFile file(path);
+        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+            messages().notice(this, QString("The file '%1' could not be written.").arg(path), Messages::Plain,
+                              {}, file.errorString());
+    });
+}
+
+void frmScheduleView::cmdSaveAs_Click() {
+    guarded(context(), this, "frmScheduleView.cmdSaveAs_Click", [this] {
+        const QString typed =
+            messages()
+                .input(this, "Please enter a new schedule title (note: this will create a new "
+                             "active schedule)")
+                .value_or(QString());
+        const QString title = asCopyTitle(typed);
+        if (title.isEmpty() || !saveCopy(title)) return;
+        warnOfImmediateRun();
+        callBackAndClose();
+    });
+}
+
+/// Copies the schedule as it is stored now, which may differ from what the screen read.
+bool frmScheduleView::saveCopy(const QString& title) {
+    WaitCursor wait;
+    QString problem = scheduleTitleProblem(title);
+    if (problem.isEmpty() && m_schedule.LoadSchedule(m_scheduleId) != clsSchedule::Loaded) {
+        messages().notice(this, "Error saving schedule", Messages::Plain, {},
+                          "The schedule or its template has been deleted by somebody else in the meantime.");
+        return false;
+    }
+    if (problem.isEmpty()) {
+        switch (m_schedule.SaveSchedule(title, false)) {
+        case clsSchedule::Saved:
+            return true;
+        case clsSchedule::TitleMissing:
+            problem = "Please enter a schedule title";
+            break;
+        case clsSchedule::TitleExists:
+            problem = "Title already exists, please rename the schedule";
+            break;
+        default:
+            problem = "Error saving schedule";
+        }
+    }
+    messages().notice(this, problem);
+    return false;
+}
+
+void frmScheduleView::warnOfImmediateRun() {
+    constexpr int hour = 3600;
+    if (m_schedule.RunDate() >= QDateTime::currentDateTime().addSecs(hour)) return;
+    messages().notice(this, "The new schedule will run immediately when scheduler is started.\n"
+                            "If this is not intended please amend the schedule's run date.");
+}
+
+void frmScheduleView::cmdDelete_Click() {
+    guarded(context(), this, "frmScheduleView.cmdDelete_Click", [this] {
+        if (!messages().ask(this, "Are you sure you want to delete this schedule?")) return;
+        {
+            WaitCursor wait;
+            DeleteSchedule(session(), m_scheduleId);
+        }
+        callBackAndClose();
+    });
+}

@@ -1,0 +1,61 @@
+#include "templates/NumberFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+#include <QStringDecoder>
+#include <algorithm>
+#include <stdexcept>
+
+namespace numberFile {
+
+namespace {
+
+constexpr qint64 LargestFile = 64 * 1024 * 1024;
+
+[[noreturn]] void refuse(const QString& path, const QString& reason) {
+    throw std::runtime_error(
+        QString("The file \"%1\" %2").arg(QDir::toNativeSeparators(path), reason).toStdString());
+}
+
+/// UTF-16 by its mark, UTF-8 where the bytes are valid as such, else the Western code page of older files.
+QString decoded(const QByteArray& bytes) {
+    const auto marked = QStringConverter::encodingForData(bytes);
+    QStringDecoder decoder(marked.value_or(QStringConverter::Utf8));
+    const QString text = decoder(bytes);
+    return decoder.hasError() ? QString::fromLatin1(bytes) : text;
+}
+
+/// Control characters other than those that part lines, pages and columns, or end a file.
+bool isBinary(const QString& text) {
+    return std::ranges::any_of(text, [](QChar letter) {
+        return letter < u' ' && letter != u'\t' && letter != u'\r' && letter != u'\n' && letter != u'\f'
+               && letter != u'\x1a';
+    });
+}
+
+} // namespace
+
+QStringList read(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) refuse(path, "cannot be read: " + file.errorString());
+    if (file.size() > LargestFile) refuse(path, "is too large for a list of telephone numbers.");
+    QString text = decoded(file.readAll());
+    if (isBinary(text)) refuse(path, "is not a list of telephone numbers: it holds no plain text.");
+    text.replace('\r', '\n').replace('\f', '\n').remove(u'\x1a');
+    QStringList numbers;
+    for (QString line : text.split('\n')) {
+        line.remove('"').remove(' ').remove('\t');
+        if (!line.isEmpty()) numbers << line;
+    }
+    return numbers;
+}
+
+void write(const QString& path, const QStringList& numbers) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) refuse(path, "cannot be written: " + file.errorString());
+    for (const QString& number : numbers) file.write(number.toUtf8() + "\r\n");
+    if (!file.commit()) refuse(path, "cannot be written: " + file.errorString());
+}
+
+} // namespace numberFile

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QStringList>
+
+/// Files of telephone numbers, one on each line.
+namespace numberFile {
+
+/// The lines without double quotes and blanks; empty ones are left out. Throws std::runtime_error, in
+/// words for the user, for a file that cannot be read, is no text or is far too large.
+QStringList read(const QString& path);
+/// Writes the file whole or leaves the former one as it was; throws std::runtime_error.
+void write(const QString& path, const QStringList& numbers);
+
+} // namespace numberFile

@@ -1,0 +1,55 @@
+#include "templates/NumberList.h"
+
+#include "app/Session.h"
+
+namespace {
+
+constexpr int CalledNoLength = 20;
+
+} // namespace
+
+NumberList::NumberList(Session& session)
+    : NumberTable(CalledNoLength),
+      m_session(session),
+      m_project(session.project.database),
+      m_table(session.userName + "_TblCallsTo"),
+      m_connection(session.db().another(session.project.database)) {}
+
+void NumberList::CreateTblCallsTo() {
+    const Name table(m_table);
+    DefaultDatabase inProject(m_session.db(), m_session.project.database);
+    m_session.db().execute(sql(
+        "if exists (select * from dbo.sysobjects where id = object_id({}) and "
+        "OBJECTPROPERTY(id, N'IsUserTable') = 1) drop table [dbo].{}\r\n"
+        "CREATE TABLE [dbo].{} ([CalledNo] [varchar] (20) COLLATE Latin1_General_CI_AS NULL) ON [PRIMARY]",
+        "[dbo]." + table.quoted(), table, table));
+}
+
+NumberTable::LeftOut NumberList::SetupNumbers(const QString& list, const Progress& progress) {
+    QStringList numbers;
+    for (const QString& piece : list.split(','))
+        if (const QString number = piece.trimmed(); !number.isEmpty()) numbers << number;
+    const Fitting usable = fitting(numbers);
+    replace(usable.numbers, progress);
+    return usable.leftOut;
+}
+
+Sql NumberList::selectNumbers() const {
+    return sql("SELECT CalledNo FROM {}.dbo.{}", m_project, Name(m_table));
+}
+
+Sql NumberList::deleteAll() const {
+    return sql("DELETE FROM {}.dbo.{}", m_project, Name(m_table));
+}
+
+Sql NumberList::deleteOne(const QString& number) const {
+    return sql("DELETE FROM {}.dbo.{} WHERE CalledNo = {}", m_project, Name(m_table), number);
+}
+
+Sql NumberList::insertInto() const {
+    return sql("INSERT INTO {}.dbo.{} (CalledNo) VALUES ", m_project, Name(m_table));
+}
+
+Sql NumberList::values(const QString& number) const {
+    return sql("({})", number);
+}

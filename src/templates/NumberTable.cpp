@@ -1,0 +1,101 @@
+#include "templates/NumberTable.h"
+
+#include "db/ColumnText.h"
+#include "db/DbError.h"
+
+#include <QSet>
+#include <algorithm>
+
+namespace {
+
+constexpr qsizetype RowsPerStatement = 500; // the server takes a thousand at most
+
+void requireNumber(const QString& number, int maxLength) {
+    requireFits("telephone number", number, maxLength, CodePage::Latin1252);
+}
+
+bool isStorable(const QString& number, int maxLength) {
+    try {
+        requireNumber(number, maxLength);
+        return true;
+    } catch (const DbError&) {
+        return false;
+    }
+}
+
+} // namespace
+
+QString NumberTable::LeftOut::text(int maxLength) const {
+    QStringList reasons;
+    const auto add = [&](int count, const QString& one, const QString& many) {
+        if (count > 0) reasons << QString("%1 %2").arg(count).arg(count == 1 ? one : many);
+    };
+    const QString length = QString(" longer than %1 characters").arg(maxLength);
+    add(tooLong, "is" + length, "are" + length);
+    add(foreignLetters, "holds letters that the database cannot store",
+        "hold letters that the database cannot store");
+    add(duplicates, "is a duplicate", "are duplicates");
+    return reasons.join(", ");
+}
+
+QStringList NumberTable::numbers() {
+    QStringList numbers;
+    for (const Row row : connection().query(selectNumbers()))
+        if (!row.isNull(0)) numbers << row.text(0);
+    return numbers;
+}
+
+void NumberTable::add(const QString& number) {
+    requireNumber(number, m_maxLength);
+    connection().execute(sql("{}{}", insertInto(), values(number)));
+}
+
+void NumberTable::clear() {
+    connection().execute(deleteAll());
+}
+
+void NumberTable::remove(const QString& number) {
+    connection().execute(deleteOne(number));
+}
+
+bool NumberTable::contains(const QString& number) {
+    const QStringList all = numbers();
+    return std::ranges::any_of(all,
+                               [&](const QString& each) { return numberKey(each) == numberKey(number); });
+}
+
+NumberTable::Fitting NumberTable::fitting(const QStringList& numbers) const {
+    Fitting result;
+    QSet<QString> known;
+    for (const QString& number : numbers) {
+        if (number.size() > m_maxLength) {
+            ++result.leftOut.tooLong;
+        } else if (!isStorable(number, m_maxLength)) {
+            ++result.leftOut.foreignLetters;
+        } else if (known.contains(numberKey(number))) {
+            ++result.leftOut.duplicates;
+        } else {
+            known.insert(numberKey(number));
+            result.numbers << number;
+        }
+    }
+    return result;
+}
+
+void NumberTable::replace(const QStringList& numbers, const Progress& progress) {
+    Transaction transaction(connection());
+    connection().execute(deleteAll());
+    insert(numbers, progress);
+    transaction.commit();
+}
+
+void NumberTable::insert(const QStringList& numbers, const Progress& progress) {
+    const int total = int(numbers.size());
+    for (qsizetype first = 0; first < numbers.size(); first += RowsPerStatement) {
+        progress(int(first), total);
+        QList<Sql> rows;
+        for (const QString& number : numbers.mid(first, RowsPerStatement)) rows << values(number);
+        connection().execute(sql("{}{}", insertInto(), Sql::join(rows, sql(", "))));
+    }
+    progress(total, total);
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "db/Connection.h"
+
+#include <QStringList>
+#include <functional>
+
+/// A list of telephone numbers in a table of the server. Every change is written at once; two numbers
+/// that differ in letter case only are the same. All functions throw DbError.
+class NumberTable {
+public:
+    /// What a list that was brought in had too much of.
+    struct LeftOut {
+        int tooLong = 0;
+        int foreignLetters = 0; ///< letters that the column's code page lacks
+        int duplicates = 0;
+
+        int total() const { return tooLong + foreignLetters + duplicates; }
+        /// "3 are longer than 20 characters, 1 is a duplicate"; empty when nothing was left out.
+        QString text(int maxLength) const;
+    };
+    struct Fitting {
+        QStringList numbers;
+        LeftOut leftOut;
+    };
+    /// Called now and then while many numbers are written.
+    using Progress = std::function<void(int done, int total)>;
+
+    explicit NumberTable(int maxLength) : m_maxLength(maxLength) {}
+    NumberTable(const NumberTable&) = delete;
+    NumberTable& operator=(const NumberTable&) = delete;
+    virtual ~NumberTable() = default;
+
+    int maxLength() const { return m_maxLength; }
+    /// In the order in which they were added.
+    QStringList numbers();
+    /// Whether the list holds the number now, whoever added it.
+    bool contains(const QString& number);
+    /// Refuses a number that does not fit. Does not look for duplicates.
+    void add(const QString& number);
+    void clear();
+    void remove(const QString& number);
+    /// The numbers that fit the table, without duplicates.
+    Fitting fitting(const QStringList& numbers) const;
+    /// Replaces the list by fitting numbers: all of them, or, after a failure, the list is as it was.
+    void replace(const QStringList& numbers, const Progress& progress);
+
+protected:
+    virtual Connection& connection() = 0;
+    virtual Sql selectNumbers() const = 0;
+    virtual Sql deleteAll() const = 0;
+    virtual Sql deleteOne(const QString& number) const = 0;
+    virtual Sql insertInto() const = 0;                  ///< "INSERT INTO … (…) VALUES "
+    virtual Sql values(const QString& number) const = 0; ///< "(…)"
+
+private:
+    void insert(const QStringList& numbers, const Progress& progress);
+
+    int m_maxLength;
+};
+
+/// What numbers are compared by.
+inline QString numberKey(const QString& number) {
+    return number.trimmed().toCaseFolded();
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "reports/clsReport.h"
+
+#include <QStringList>
+#include <optional>
+
+/// What stands against parameters as they were entered, in words for the user.
+namespace parameterChecks {
+
+inline constexpr int CaptionLength = 50;
+inline constexpr int HeaderLength = 200;
+
+/// Empty when the text can be used.
+QString captionFault(const QString& caption);
+QString headerFault(const QString& header);
+/// Empty for an amount, or for no text at all.
+QString amountFault(const QString& text);
+
+struct Fault {
+    QString text;
+    bool information = false; ///< shown with the information icon
+};
+
+/// The first thing that forbids saving `parameters` for the report. `entry` is the report's catalogue
+/// entry, null when it has none; `sourceBills` are the references that may be chosen.
+std::optional<Fault> firstFault(const clsReport& report, const CatalogueEntry* entry,
+                                const clsReportParameters& parameters, const QStringList& sourceBills);
+
+/// Refuses texts that their columns could not hold later; throws DbError.
+void requireTextsFit(const clsReportParameters& parameters);
+
+} // namespace parameterChecks

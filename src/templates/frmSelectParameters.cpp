@@ -1,0 +1,275 @@
+#include "templates/frmSelectParameters.h"
+
+#include "app/Session.h"
+#include "templates/ParameterChecks.h"
+#include "templates/frmRangeSel.h"
+#include "templates/uctAccounts.h"
+#include "templates/uctBillNumber.h"
+#include "templates/uctCallClasses.h"
+#include "templates/uctDates.h"
+#include "templates/uctDistance.h"
+#include "templates/uctExclusions.h"
+#include "templates/uctLineChoice.h"
+#include "templates/uctNumbers.h"
+#include "templates/uctTextChoice.h"
+#include "templates/uctThresholds.h"
+#include "templates/uctTimes.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui/SlotGuard.h"
+#include "ui/uctFrameHeader.h"
+#include "ui_frmSelectParameters.h"
+
+#include <QScreen>
+#include <QScrollBar>
+#include <QToolButton>
+
+frmSelectParameters::frmSelectParameters(ScreenContext& context, QWidget* parent)
+    : ScreenDialog(context, parent),
+      m_ui(std::make_unique<Ui::frmSelectParameters>()),
+      m_lists(context.session.db(), context.session.project) {
+    m_ui->setupUi(this);
+    uctFooter& footer = *m_ui->footer;
+    const auto button = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
+                            auto slot) {
+        connect(footer.add(name, caption, icon, toolTip), &QToolButton::clicked, this, slot);
+    };
+    button("Save", "&Save", "document-save", "Use these parameters for the report",
+           &frmSelectParameters::cmdSave_Click);
+    button("ReportCaption", "Ca&ption", "draw-text", "Enter the caption of the report",
+           &frmSelectParameters::cmdReportCaption_Click);
+    button("ReportHeader", "H&eader", "format-text-bold", "Enter the header of the report",
+           &frmSelectParameters::cmdReportHeader_Click);
+    footer.addStretch();
+    button("Cancel", "Ca&ncel", "dialog-cancel", "Close and keep the former parameters",
+           &frmSelectParameters::reject);
+
+    const int letter = fontMetrics().averageCharWidth();
+    m_ui->lstGroups->setMinimumWidth(letter * 26);
+    m_ui->splitter->setSizes({letter * 30, letter * 100});
+    m_ui->splitter->setStretchFactor(1, 1);
+    m_ui->splitter->remember("SelectParameters");
+    connect(m_ui->lstGroups, &QListWidget::currentRowChanged, this, [this](int row) { goTo(row, false); });
+    connect(m_ui->lstGroups, &QListWidget::itemActivated, this,
+            [this](QListWidgetItem* item) { goTo(m_ui->lstGroups->row(item), true); });
+    resize(QSize(letter * 135, fontMetrics().height() * 36).boundedTo(screen()->availableSize()));
+}
+
+frmSelectParameters::~frmSelectParameters() = default;
+
+int frmSelectParameters::Setup(clsReport& report, int templateId) {
+    return guarded(context(), this, "frmSelectParameters.Setup",
+                   [&] {
+                       WaitCursor wait;
+                       const int type = report.ReportType();
+                       m_report = &report;
+                       m_entry = catalogueEntry(type, report.ReportSubType(),
+                                                ListChoice::forLookUp(type, session().project.wispera));
+                       m_working = report.Parameters()->Clone();
+                       m_ui->header->setNote(m_entry ? m_entry->titleText() : report.GetReportTitle());
+                       if (m_entry) buildGroups({context(), report, *m_entry, m_lists, templateId});
+                       m_ui->lblNoGroups->setVisible(m_groups.empty());
+                       m_ui->splitter->widget(0)->setHidden(m_groups.empty());
+                       static_cast<QVBoxLayout*>(m_ui->groups->layout())->addStretch();
+                       RefreshParams();
+                       m_ui->lstGroups->setCurrentRow(0);
+                   })
+               ? 0
+               : -1;
+}
+
+void frmSelectParameters::buildGroups(const EditedReport& report) {
+    const CatalogueEntry& entry = report.entry;
+    if (uctNumbers::isFor(report.report)) {
+        auto* numbers = new uctNumbers(report, this);
+        connect(numbers, &uctNumbers::editRequested, this, &frmSelectParameters::cmdCalls_Click);
+        add("FrameNumbers", "Telephone numbers", numbers);
+    }
+    if (entry.offers(CallDatesGroup)) add("FrameDates", "Call dates and days", new uctDates(report, this));
+    if (entry.offers(CallHoursGroup)) add("FrameTimes", "Call hours", new uctTimes(report, this));
+    buildLineGroups(report);
+    if (entry.offers(ThresholdsGroup)) add("FrameThresholds", "Thresholds", new uctThresholds(report, this));
+    if (entry.offers(AccountsGroup))
+        add("FrameCC", "Accounts and cost centres", new uctAccounts(report, this));
+    buildChoiceGroups(report);
+    if (entry.offers(ExclusionsGroup))
+        add("frameExclusions", "Excluded numbers", new uctExclusions(report, this));
+    const bool classes = report.report.ReportType() == CallReport && entry.offers(CallClassesGroup);
+    if (classes && m_lists.hasUnclassedCalls())
+        add("FrameCallClasses", "Call classes", new uctCallClasses(report, this));
+}
+
+/// The kinds of line decide which distance bands there are. The choice of lines is stored first,
+/// because storing another one unselects every band.
+void frmSelectParameters::buildLineGroups(const EditedReport& report) {
+    uctLineChoice* lines = nullptr;
+    if (!report.entry.lines.empty()) add("FrameMob", "Calls from", lines = new uctLineChoice(report, this));
+    if (report.report.ReportType() == CircuitReport || !report.entry.offers(DistanceBandsGroup)) return;
+    auto* bands = new uctDistance(report, this);
+    add("FrameDistance", "Distance bands", bands);
+    if (lines) connect(lines, &uctLineChoice::callFilterChanged, bands, &uctDistance::tickSuiting);
+}
+
+void frmSelectParameters::buildChoiceGroups(const EditedReport& report) {
+    const CatalogueEntry& entry = report.entry;
+    const bool circuits = report.report.ReportType() == CircuitReport;
+    if (entry.offers(BillNumberGroup)) add("FrameLinkvale", "Bill number", new uctBillNumber(report, this));
+    if (entry.offers(circuits ? PercentageGroup : CircuitIdGroup))
+        add("FrameCircuits", "Comparison", makePercentage(report, this));
+    if (circuits && entry.offers(CircuitIdGroup))
+        add("FrameSelectedCircuit", "Selected circuit", makeSelectedCircuit(report, this));
+    if (entry.offers(SourceBillGroup))
+        add("frameSourceBill", "Source bill reference", m_sourceBill = makeSourceBill(report, this));
+    if (entry.offers(WisperaUserGroup)) add("FrameWPParams", "Wispera user", makeWisperaUser(report, this));
+}
+
+void frmSelectParameters::add(const QString& name, const QString& title, uctParameterGroup* group) {
+    auto* frame = new QFrame(m_ui->groups);
+    frame->setObjectName(name);
+    auto* header = new uctFrameHeader(frame);
+    header->setTitle(title);
+    auto* column = new QVBoxLayout(frame);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2);
+    column->addWidget(header);
+    column->addWidget(group);
+    header->attach(group, "Parameters/" + name);
+    m_ui->groups->layout()->addWidget(frame);
+    auto* item = new QListWidgetItem(title, m_ui->lstGroups);
+    m_groups.push_back({group, frame, item});
+    connect(group, &uctParameterGroup::changed, this, [this, item, title] {
+        m_changed = true;
+        item->setText(title + "  *");
+        QFont font = item->font();
+        font.setBold(true);
+        item->setFont(font);
+    });
+}
+
+void frmSelectParameters::goTo(int group, bool focus) {
+    if (group < 0) return;
+    const Group& wanted = m_groups[std::size_t(group)];
+    wanted.frame->findChild<uctFrameHeader*>()->setOpen(true);
+    m_ui->groups->layout()->activate();
+    m_ui->scrGroups->verticalScrollBar()->setValue(wanted.frame->y());
+    if (!focus) return;
+    for (QWidget* next = wanted.widget->nextInFocusChain(); wanted.widget->isAncestorOf(next);
+         next = next->nextInFocusChain()) {
+        if (!next->isEnabled() || !next->isVisible() || !(next->focusPolicy() & Qt::TabFocus)) continue;
+        next->setFocus(Qt::TabFocusReason);
+        return;
+    }
+}
+
+void frmSelectParameters::RefreshParams() {
+    uctDistance* bands = nullptr;
+    uctLineChoice* lines = nullptr;
+    for (const Group& group : m_groups) {
+        group.widget->refresh(*m_working);
+        if (auto* found = qobject_cast<uctDistance*>(group.widget)) bands = found;
+        if (auto* found = qobject_cast<uctLineChoice*>(group.widget)) lines = found;
+    }
+    // A report is not made for every kind of line, and then starts with another one than it holds.
+    if (bands && lines && lines->callFilter() != m_working->CallFilter())
+        bands->tickSuiting(lines->callFilter());
+    showTexts();
+}
+
+void frmSelectParameters::showTexts() {
+    const auto shown = [](const QString& text) { return text.isEmpty() ? QString("(none)") : text; };
+    m_ui->lblReportCaption->setText(shown(m_working->ReportCaption()));
+    m_ui->lblReportHeader->setText(shown(m_working->ReportHeader()));
+}
+
+void frmSelectParameters::cmdSave_Click() {
+    guarded(context(), this, "frmSelectParameters.cmdSave_Click", [this] { save(); });
+}
+
+void frmSelectParameters::save() {
+    for (const Group& group : m_groups) group.widget->store(*m_working);
+    const QStringList sourceBills = m_sourceBill ? m_sourceBill->choices() : QStringList();
+    if (const auto fault = parameterChecks::firstFault(*m_report, m_entry, *m_working, sourceBills)) {
+        messages().notice(this, fault->text, fault->information ? Messages::Information : Messages::Plain);
+        return;
+    }
+    parameterChecks::requireTextsFit(*m_working);
+    m_report->setParameters(m_working);
+    callBackAndClose();
+}
+
+std::optional<QString> frmSelectParameters::askText(const QString& prompt, QString text,
+                                                    QString (*fault)(const QString&)) {
+    while (const auto answer = messages().input(this, prompt, text)) {
+        const QString problem = fault(*answer);
+        if (problem.isEmpty()) return answer;
+        messages().notice(this, problem);
+        text = *answer;
+    }
+    return {};
+}
+
+void frmSelectParameters::cmdReportCaption_Click() {
+    const auto caption = askText("Please enter a report caption (max 50 characters)",
+                                 m_working->ReportCaption(), parameterChecks::captionFault);
+    if (!caption) return;
+    m_working->setReportCaption(*caption);
+    m_changed = true;
+    showTexts();
+}
+
+void frmSelectParameters::cmdReportHeader_Click() {
+    const auto header = askText("Please enter a report header (max 200 characters)",
+                                m_working->ReportHeader(), parameterChecks::headerFault);
+    if (!header) return;
+    m_working->setReportHeader(*header);
+    m_changed = true;
+    showTexts();
+}
+
+void frmSelectParameters::cmdCalls_Click() {
+    guarded(context(), this, "frmSelectParameters.cmdCalls_Click", [this] {
+        switch (m_report->ReportSubType()) {
+        case CallsToNumberReport:
+            editNumbers("Calls to", "CalledBackCallsTo");
+            break;
+        case CallsFromNumberReport:
+            editNumbers("Calls from", "CalledBackCallsFrom");
+            break;
+        default:
+            editNumbers("Calls not to", "CalledBackCallsNotTo");
+        }
+    });
+}
+
+void frmSelectParameters::editNumbers(const QString& title, const QString& routine) {
+    frmRangeSel screen(context(), this);
+    if (screen.SetupNumbers(numbersOf(*m_report, *m_working), title) != 0) return;
+    screen.SetCallback(this, routine);
+    m_rangeSel = &screen;
+    screen.exec();
+    m_rangeSel = nullptr;
+    m_groups.front().widget->refresh(*m_working);
+}
+
+void frmSelectParameters::CalledBackCallsTo() {
+    m_working->setCallsToNumber(m_rangeSel->numbers());
+    emit m_groups.front().widget->changed();
+}
+
+void frmSelectParameters::CalledBackCallsFrom() {
+    m_working->setCallsFromNumber(m_rangeSel->numbers());
+    emit m_groups.front().widget->changed();
+}
+
+void frmSelectParameters::CalledBackCallsNotTo() {
+    m_working->setCallsNotToNumber(m_rangeSel->numbers());
+    emit m_groups.front().widget->changed();
+}
+
+bool frmSelectParameters::mayClose() {
+    return !m_changed || messages().ask(this, "Are you sure you want to cancel your changes?");
+}
+
+void frmSelectParameters::reject() {
+    if (mayClose()) QDialog::reject(); // the caller is told of saved parameters only
+}

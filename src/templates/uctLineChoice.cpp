@@ -1,0 +1,69 @@
+#include "templates/uctLineChoice.h"
+
+#include "app/Session.h"
+#include "reports/CallFilter.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QRadioButton>
+
+namespace {
+
+/// All mobiles have no letter of their own: a report that covers mobiles can be narrowed to them.
+bool runsFor(const CatalogueEntry& entry, int callFilter) {
+    switch (callFilter) {
+    case AllLinesAndMobiles:
+    case AllMobiles:
+        return entry.runsFor('M');
+    case AllLines:
+        return entry.runsFor('L');
+    case AllLinesDataOnly:
+        return entry.runsFor('D');
+    default:
+        return entry.runsFor('V');
+    }
+}
+
+} // namespace
+
+uctLineChoice::uctLineChoice(const EditedReport& report, QWidget* parent)
+    : uctParameterGroup(report, parent), m_optMob(new QButtonGroup(this)) {
+    auto* grid = new QGridLayout(this);
+    for (const int filter : {AllLinesAndMobiles, AllLines, AllMobiles, AllLinesDataOnly, AllLinesVoiceOnly}) {
+        auto* option = new QRadioButton(callFilterName(filter), this);
+        option->setObjectName(QString("OptMob%1").arg(filter));
+        option->setEnabled(runsFor(report.entry, filter));
+        if (!option->isEnabled()) option->setToolTip("This report is not made for these lines");
+        m_optMob->addButton(option, filter);
+        grid->addWidget(option, filter / 3, filter % 3);
+    }
+    grid->setColumnStretch(3, 1);
+    connect(m_optMob, &QButtonGroup::idClicked, this, [this](int filter) {
+        edited();
+        emit callFilterChanged(filter);
+    });
+}
+
+int uctLineChoice::callFilter() const {
+    return m_optMob->checkedId();
+}
+
+void uctLineChoice::load(const clsReportParameters& parameters) {
+    const bool mobileReport = editedReport().report.ReportType() == MobileReport;
+    int filter = mobileReport ? int(AllLinesAndMobiles) : parameters.CallFilter();
+    const auto isOffered = [this](int each) {
+        return m_optMob->button(each) && m_optMob->button(each)->isEnabled();
+    };
+    for (int other = AllLinesAndMobiles; !isOffered(filter) && other <= AllLinesVoiceOnly; ++other)
+        if (isOffered(other)) filter = other;
+    m_optMob->button(filter)->setChecked(true);
+}
+
+void uctLineChoice::store(clsReportParameters& parameters) const {
+    if (callFilter() == parameters.CallFilter()) return;
+    parameters.setCallFilter(callFilter());
+    // That unselected every band; a report without a choice of bands takes all that the lines have.
+    const auto [first, last] =
+        distanceBands::suiting(callFilter(), editedReport().context.session.project.billType);
+    for (int band = first; band <= last; ++band) parameters.setDistanceBandSelected(band, true);
+}

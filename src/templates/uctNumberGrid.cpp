@@ -1,0 +1,195 @@
+#include "templates/uctNumberGrid.h"
+
+#include "app/Session.h"
+#include "templates/GroupParts.h"
+#include "templates/NumberFile.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui/SlotGuard.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QLocale>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStringListModel>
+
+namespace {
+
+const QString fileFilter = "Comma Separated Files (*.CSV);;View All Files (*.*)";
+constexpr int ManyNumbers = 2000; // fewer are written before a progress bar could be seen
+
+} // namespace
+
+uctNumberGrid::uctNumberGrid(QWidget* parent)
+    : QWidget(parent),
+      m_number(new QLineEdit(this)),
+      m_grid(new QListView(this)),
+      m_model(new QStringListModel(this)),
+      m_hint(groupParts::hint(this)),
+      m_count(groupParts::hint(this)),
+      m_progress(new QProgressBar(this)) {
+    m_number->setObjectName("txtNumber");
+    m_number->setPlaceholderText("Type a number and press Enter");
+    m_number->installEventFilter(this);
+    auto* caption = new QLabel("Telephone &number", this);
+    caption->setBuddy(m_number);
+    auto* add = new QPushButton("&Add", this);
+    add->setObjectName("cmdAdd");
+    add->setAutoDefault(false);
+    add->setToolTip("Add the number to the list");
+
+    m_grid->setObjectName("DBGrid1");
+    m_grid->setModel(m_model);
+    m_grid->setUniformItemSizes(true);
+    m_grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_grid->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_grid->setAlternatingRowColors(true);
+    m_grid->setAccessibleName("Telephone numbers");
+    m_grid->installEventFilter(this);
+    m_count->setObjectName("lblCount");
+    m_hint->hide();
+    m_progress->hide();
+
+    auto* row = new QHBoxLayout;
+    row->addWidget(caption);
+    row->addWidget(m_number, 1);
+    row->addWidget(add);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addLayout(row);
+    column->addWidget(m_hint);
+    column->addWidget(m_grid, 1);
+    column->addWidget(m_progress);
+    column->addWidget(m_count);
+    connect(add, &QPushButton::clicked, this, &uctNumberGrid::cmdAdd_Click);
+}
+
+void uctNumberGrid::attach(ScreenContext& context, NumberTable& table, const QString& screen) {
+    m_context = &context;
+    m_table = &table;
+    m_screen = screen.toLatin1();
+}
+
+void uctNumberGrid::setHint(const QString& hint) {
+    m_hint->setText(hint);
+    m_hint->show();
+    m_grid->setToolTip(hint);
+}
+
+void uctNumberGrid::refresh() {
+    m_model->setStringList(m_table->numbers());
+    showCount();
+}
+
+QStringList uctNumberGrid::numbers() const {
+    return m_model->stringList();
+}
+
+QStringList uctNumberGrid::selectedNumbers() const {
+    QStringList numbers;
+    for (const QModelIndex& index : m_grid->selectionModel()->selectedIndexes())
+        numbers << index.data().toString();
+    return numbers;
+}
+
+void uctNumberGrid::showCount() {
+    const int count = m_model->rowCount();
+    m_count->setText(count == 1 ? "1 number" : QLocale(QLocale::English).toString(count) + " numbers");
+}
+
+NumberTable::Progress uctNumberGrid::progress() {
+    return [this](int done, int total) {
+        m_progress->setVisible(total >= ManyNumbers && done < total);
+        m_progress->setMaximum(total);
+        m_progress->setValue(done);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    };
+}
+
+void uctNumberGrid::cmdAdd_Click() {
+    guarded(*m_context, window(), (m_screen + ".DBGrid1_BeforeUpdate").constData(), [this] { addTyped(); });
+    m_number->setFocus();
+    m_number->selectAll();
+}
+
+void uctNumberGrid::addTyped() {
+    const QString number = m_number->text().trimmed();
+    if (number.isEmpty()) return;
+    if (m_table->contains(number)) {
+        m_context->messages.notice(window(), "This entry would create duplicate telephone numbers. "
+                                             "This value can not be entered in the grid.");
+        return;
+    }
+    m_table->add(number);
+    const int row = m_model->rowCount();
+    m_model->insertRow(row);
+    m_model->setData(m_model->index(row), number);
+    m_grid->setCurrentIndex(m_model->index(row));
+    m_number->clear();
+    showCount();
+    emit numberAdded(number);
+    emit changed();
+}
+
+bool uctNumberGrid::loadFile() {
+    const QString path =
+        m_context->messages.openFile(window(), m_context->session.paths.ProjectFolder(), fileFilter);
+    return !path.isEmpty() && ReadCalledNos(path);
+}
+
+bool uctNumberGrid::ReadCalledNos(const QString& path) {
+    NumberTable::Fitting found;
+    qsizetype lines = 0;
+    {
+        WaitCursor wait;
+        const QStringList read = numberFile::read(path);
+        lines = read.size();
+        found = m_table->fitting(read);
+        if (!found.numbers.isEmpty()) {
+            m_table->replace(found.numbers, progress());
+            refresh();
+        }
+    }
+    const QString reasons = found.leftOut.text(m_table->maxLength());
+    if (found.numbers.isEmpty())
+        m_context->messages.notice(window(),
+                                   "The file holds no usable telephone numbers. The list is as it was.",
+                                   Messages::Plain, {}, reasons);
+    else if (!reasons.isEmpty())
+        m_context->messages.notice(window(), QString("%1 of the file's %2 lines were left out: %3.")
+                                                 .arg(found.leftOut.total())
+                                                 .arg(lines)
+                                                 .arg(reasons));
+    return !found.numbers.isEmpty();
+}
+
+void uctNumberGrid::saveFile() {
+    const QString path =
+        m_context->messages.saveFile(window(), m_context->session.paths.ProjectFolder(), fileFilter);
+    if (path.isEmpty()) return;
+    if (QFile::exists(path)
+        && !m_context->messages.ask(window(), "File already exists, do you want to continue?"))
+        return;
+    WaitCursor wait;
+    numberFile::write(path, m_table->numbers());
+}
+
+bool uctNumberGrid::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (watched == m_number && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
+            cmdAdd_Click();
+            return true;
+        }
+        if (watched == m_grid && key == Qt::Key_Delete) {
+            emit deletePressed();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "templates/NumberTable.h"
+#include "ui/ScreenContext.h"
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+class QListView;
+class QProgressBar;
+class QStringListModel;
+
+/// The grid of a screen that edits a list of telephone numbers: a box to type numbers into, the
+/// numbers below it, and the list's way from and to files.
+class uctNumberGrid : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit uctNumberGrid(QWidget* parent = nullptr);
+
+    /// What the grid shows and changes; all of it must outlive the grid. `screen` names the screen in
+    /// the error log.
+    void attach(ScreenContext& context, NumberTable& table, const QString& screen);
+    void setHint(const QString& hint);
+    /// Reads the table anew.
+    void refresh();
+    QStringList numbers() const;
+    QStringList selectedNumbers() const;
+    /// Shows how far the writing of many numbers is, and keeps the screen painted.
+    NumberTable::Progress progress();
+
+    /// Asks for a file and reads it: see ReadCalledNos. False when nothing was read.
+    bool loadFile();
+    /// Replaces the list by the file's numbers and tells of those left out. A file that holds none, or
+    /// cannot be read, leaves the list as it was.
+    bool ReadCalledNos(const QString& path);
+    /// Asks for a file and writes the list into it, one number on each line.
+    void saveFile();
+
+signals:
+    void changed(); ///< a number was added
+    void numberAdded(const QString& number);
+    void deletePressed();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void cmdAdd_Click();
+    void addTyped();
+    void showCount();
+
+    ScreenContext* m_context = nullptr;
+    NumberTable* m_table = nullptr;
+    QByteArray m_screen;
+    QLineEdit* m_number;
+    QListView* m_grid;
+    QStringListModel* m_model;
+    QLabel* m_hint;
+    QLabel* m_count;
+    QProgressBar* m_progress;
+};

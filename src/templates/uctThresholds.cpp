@@ -1,0 +1,114 @@
+#include "templates/uctThresholds.h"
+
+#include "templates/GroupParts.h"
+#include "templates/ParameterChecks.h"
+#include "ui/Messages.h"
+
+#include <QApplication>
+#include <QEvent>
+#include <QGridLayout>
+#include <QLineEdit>
+#include <QTimer>
+#include <stdexcept>
+
+namespace {
+
+bool isAmount(const QLineEdit* box) {
+    return parameterChecks::amountFault(box->text()).isEmpty();
+}
+
+/// Keeps any text; one that is no amount is told of at saving.
+void storeAmount(clsReportParameters& parameters, void (clsReportParameters::*set)(const QString&),
+                 const QLineEdit* box) {
+    try {
+        (parameters.*set)(box->text());
+    } catch (const std::invalid_argument&) {
+    }
+}
+
+} // namespace
+
+uctThresholds::uctThresholds(const EditedReport& report, QWidget* parent)
+    : uctParameterGroup(report, parent),
+      m_cost(makePair("txtCost", "cost")),
+      m_duration(makePair("txtDuration", "duration")),
+      m_problem(groupParts::problem(this)) {
+    m_problem->setObjectName("lblThresholds");
+    auto* grid = new QGridLayout(this);
+    const auto addRow = [&](int row, const QString& caption, const Pair& pair) {
+        auto* label = new QLabel(caption, this);
+        label->setBuddy(pair.lower);
+        grid->addWidget(label, row, 0);
+        grid->addWidget(pair.lower, row, 1);
+        grid->addWidget(new QLabel("and", this), row, 2);
+        grid->addWidget(pair.higher, row, 3);
+    };
+    addRow(0, "Cost bet&ween (£)", m_cost);
+    addRow(1, "Du&ration between (minutes)", m_duration);
+    grid->addWidget(groupParts::hint(this, "An empty box sets no limit."), 2, 0, 1, 5);
+    grid->addWidget(m_problem, 3, 0, 1, 5);
+    grid->setColumnStretch(4, 1);
+}
+
+uctThresholds::Pair uctThresholds::makePair(const QString& name, const QString& word) {
+    const auto makeBox = [&](int place, const QString& which) {
+        auto* box = new QLineEdit(this);
+        box->setObjectName(name + QString::number(place));
+        box->setAccessibleName(QString("%1 %2").arg(which, word));
+        box->setMaximumWidth(fontMetrics().averageCharWidth() * 16);
+        box->installEventFilter(this);
+        connect(box, &QLineEdit::textChanged, this, [this] {
+            showProblem();
+            edited();
+        });
+        return box;
+    };
+    return {makeBox(0, "Lower"), makeBox(1, "Higher"), word};
+}
+
+void uctThresholds::load(const clsReportParameters& parameters) {
+    m_cost.lower->setText(parameters.CostRangeMinimum());
+    m_cost.higher->setText(parameters.CostRangeMaximum());
+    m_duration.lower->setText(parameters.DurationRangeMinimum());
+    m_duration.higher->setText(parameters.DurationRangeMaximum());
+    showProblem();
+}
+
+void uctThresholds::store(clsReportParameters& parameters) const {
+    storeAmount(parameters, &clsReportParameters::setCostRangeMinimum, m_cost.lower);
+    storeAmount(parameters, &clsReportParameters::setCostRangeMaximum, m_cost.higher);
+    storeAmount(parameters, &clsReportParameters::setDurationRangeMinimum, m_duration.lower);
+    storeAmount(parameters, &clsReportParameters::setDurationRangeMaximum, m_duration.higher);
+}
+
+void uctThresholds::showProblem() {
+    QString problem;
+    for (const QLineEdit* box : {m_duration.higher, m_duration.lower, m_cost.higher, m_cost.lower})
+        if (!isAmount(box)) problem = parameterChecks::amountFault(box->text());
+    groupParts::showProblem(m_problem, problem);
+}
+
+bool uctThresholds::eventFilter(QObject* watched, QEvent* event) {
+    const bool staysInWindow = event->type() == QEvent::FocusOut
+                               && static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason
+                               && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason;
+    if (staysInWindow) {
+        const bool ofCost = watched == m_cost.lower || watched == m_cost.higher;
+        // A box opened in the middle of the focus change would swallow the click that caused it.
+        QTimer::singleShot(0, this, [this, ofCost] { leave(ofCost ? m_cost : m_duration); });
+    }
+    return uctParameterGroup::eventFilter(watched, event);
+}
+
+void uctThresholds::leave(const Pair& pair) {
+    const QWidget* now = QApplication::focusWidget();
+    const bool cancels = now && now->objectName() == "cmdCancel";
+    if (!isVisible() || now == pair.lower || now == pair.higher || cancels) return;
+    if (pair.higher->text().isEmpty() || !isAmount(pair.lower) || !isAmount(pair.higher)) return;
+    if (('0' + pair.higher->text()).toDouble() > ('0' + pair.lower->text()).toDouble()) return;
+    editedReport().context.messages.notice(
+        window(),
+        QString("For the '%1 between' threshold, the second value must be greater than the first value.\r\n"
+                "Please ammend the value.")
+            .arg(pair.word));
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "templates/uctParameterGroup.h"
+
+class QLabel;
+class QLineEdit;
+
+/// Cost and duration thresholds, a pair of boxes each.
+class uctThresholds : public uctParameterGroup {
+    Q_OBJECT
+
+public:
+    uctThresholds(const EditedReport& report, QWidget* parent);
+    void store(clsReportParameters& parameters) const override;
+
+protected:
+    void load(const clsReportParameters& parameters) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    struct Pair {
+        QLineEdit* lower;
+        QLineEdit* higher;
+        QString word; ///< "cost"
+    };
+    Pair makePair(const QString& name, const QString& word);
+    void leave(const Pair& pair);
+    void showProblem();
+
+    Pair m_cost;
+    Pair m_duration;
+    QLabel* m_problem;
+};

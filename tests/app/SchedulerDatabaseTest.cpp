@@ -1,0 +1,134 @@
+#include "db/SchedulerDatabase.h"
+#include "db/ServerDefaults.h"
+#include "support/TestClass.h"
+#include "support/TestProgram.h"
+
+#include <QTest>
+
+/// Creation and upgrades of the scheduler database, from every older state.
+class SchedulerDatabaseTest : public QObject {
+    Q_OBJECT
+
+    static constexpr const char* laterColumns[]
+        = {"Distance15", "Distance16", "Distance17", "Distance18", "Distance19", "Distance20", "Distance21",
+           "Distance22", "Distance23", "UserId",     "CallClassParams", "LineSelection", "BillIds", "CostCentreLevel"};
+
+    /// An old table: only the columns that every version had and those of `later` that are set.
+    static void makeOldReportTable(Connection& db, int later) {
+        db.execute(sql("DROP TABLE tblTemplate_Report"));
+        db.execute(sql("CREATE TABLE tblTemplate_Report (ReportID int IDENTITY(1,1) PRIMARY KEY, TemplateID int, "
+                       "Distance14 bit NOT NULL DEFAULT 0)"));
+        for (int i = 0; i < int(std::size(laterColumns)); ++i)
+            if (later & (1 << i))
+                db.execute(sql("ALTER TABLE tblTemplate_Report ADD {} [varchar] (30) NULL", Name(laterColumns[i])));
+        db.execute(sql("INSERT INTO tblTemplate_Report (TemplateID, Distance14) VALUES (1, 1), (1, 0)"));
+    }
+
+private slots:
+    void anySubsetOfLaterColumnsComesOutWhole_data() {
+        QTest::addColumn<int>("later");
+        QTest::newRow("none") << 0;
+        QTest::newRow("bands to 17") << 0b111;
+        QTest::newRow("bands to 23") << 0b111111111;
+        QTest::newRow("every other one") << 0b01010101010101;
+        QTest::newRow("the others") << 0b10101010101010;
+        QTest::newRow("all but the first") << 0b11111111111110;
+        QTest::newRow("only the last") << 0b10000000000000;
+        QTest::newRow("all") << 0b11111111111111;
+    }
+
+    void anySubsetOfLaterColumnsComesOutWhole() {
+        QFETCH(int, later);
+        TestProgram program;
+        program.logIn();
+        Connection& db = program.session.db();
+        makeOldReportTable(db, later);
+        for (int run = 1; run <= 2; ++run) { // the second run finds nothing to do
+            upgradeAtLogin(db);
+            upgradeAtMainScreen(db);
+            const RecordSet rows = db.query(sql("SELECT * FROM tblTemplate_Report ORDER BY ReportID"));
+            for (const char* column : laterColumns) QVERIFY(rows.column(column) >= 0);
+            const bool moved = !(later & 1);
+            QCOMPARE(rows.row(0).flag("Distance14"), !moved);
+            if (moved) QVERIFY(rows.row(0).flag("Distance17") && !rows.row(1).flag("Distance17"));
+            if (!(later & (1 << 3))) QCOMPARE(rows.row(0).text("Distance18"), QString("0"));
+            if (!(later & (1 << 9))) QCOMPARE(rows.row(0).text("UserId"), QString(""));
+            if (!(later & (1 << 13))) QCOMPARE(rows.row(1).text("CostCentreLevel"), QString("1"));
+            // What a user has set since must not be moved again.
+            if (run == 1 && moved) {
+                db.execute(sql("UPDATE tblTemplate_Report SET Distance14 = 1, Distance17 = 0"));
+                upgradeAtLogin(db);
+                QCOMPARE(db.scalar(sql("SELECT MIN(CAST(Distance14 AS int)) FROM tblTemplate_Report")), QString("1"));
+                db.execute(sql("UPDATE tblTemplate_Report SET Distance14 = 0, Distance17 = 2 - ReportID"));
+            }
+        }
+    }
+
+    void aBrokenUpgradeLeavesNoHalfMove() {
+        TestProgram program;
+        program.logIn();
+        Connection& db = program.session.db();
+        for (int k = 1; k <= 12; ++k) {
+            makeOldReportTable(db, 0);
+            program.fault.arm(k);
+            try {
+                upgradeAtLogin(db);
+            } catch (const DbError&) {
+            }
+            program.fault.arm(0);
+            upgradeAtLogin(db);
+            const RecordSet row = db.query(sql("SELECT Distance14, Distance17 FROM tblTemplate_Report ORDER BY ReportID"));
+            QVERIFY2(!row.row(0).flag(0) && row.row(0).flag(1), qPrintable(QString::number(k)));
+        }
+    }
+
+    void exclusionsWithoutTemplateDisappear() {
+        TestProgram program;
+        program.logIn();
+        Connection& db = program.session.db();
+        const QString kept = db.scalar(sql("SELECT MIN(TemplateID) FROM NorvaScheduler.dbo.tblTemplate"));
+        db.execute(sql("DROP TABLE TblExcludedNumbers"));
+        upgradeAtLogin(db);
+        db.execute(sql("INSERT INTO TblExcludedNumbers (TemplateID, TelNo) VALUES ({}, '1'), (-1, '2'), (99999, '3')",
+                       kept.toInt()));
+        upgradeAtLogin(db);
+        QCOMPARE(db.scalar(sql("SELECT COUNT(*) FROM TblExcludedNumbers")), QString("1"));
+        QCOMPARE(db.scalar(sql("SELECT TelNo FROM TblExcludedNumbers")), QString("1"));
+    }
+
+    void serverDefaults_data() {
+        QTest::addColumn<QByteArray>("ini");
+        QTest::addColumn<QString>("dataFile");
+        QTest::addColumn<QString>("logFolder");
+        QTest::newRow("from the server") << QByteArray() << "*" << "*";
+        QTest::newRow("from the file") << QByteArray("DATA=E:\\Data\r\nLog=F:\\Logs\\\r\nDATAEXTENSION=\r\nOTHER=x\r\n")
+                                       << "E:\\Data\\|.dbf" << "F:\\Logs\\";
+        QTest::newRow("other extensions") << QByteArray("DATA=/var/data=1/\nDATAEXTENSION=.mdf\n")
+                                          << "/var/data=1/|.mdf" << "";
+    }
+
+    void serverDefaults() {
+        QFETCH(QByteArray, ini);
+        QFETCH(QString, dataFile);
+        QFETCH(QString, logFolder);
+        TestProgram program;
+        program.logIn();
+        if (!ini.isEmpty()) {
+            QFile file(program.appFile("DefaultPaths.ini"));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(ini) > 0);
+        }
+        for (int run = 0; run < 2; ++run) { // the procedure is replaced by the second run
+            const ServerDefaults defaults = readServerDefaults(program.session.db(), program.session.paths.AppFolder());
+            if (dataFile == "*") {
+                QVERIFY(defaults.dataFolder.endsWith('\\') && defaults.logFolder.endsWith('\\'));
+                continue;
+            }
+            QCOMPARE(defaults.dataFolder + '|' + defaults.dataExtension, dataFile);
+            QCOMPARE(defaults.logFolder, logFolder);
+            QCOMPARE(defaults.logExtension, QString(".lbf"));
+        }
+    }
+};
+
+static const AnnounceTest<SchedulerDatabaseTest> announced;
+#include "SchedulerDatabaseTest.moc"

@@ -1,0 +1,148 @@
+#include "app/CommandLine.h"
+#include "app/ScriptRunner.h"
+#include "app/modOptions.h"
+#include "db/DbError.h"
+#include "support/TestClass.h"
+#include "support/TestProgram.h"
+
+#include <QTest>
+
+/// The files beside the application: error log, folder settings, scripts.
+class StartUpFilesTest : public QObject {
+    Q_OBJECT
+
+    static void write(const QString& path, const QByteArray& content) {
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    }
+    static QByteArray read(const QString& path) {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+private slots:
+    void errorLogRollsOverAboveAMillionBytes_data() {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<bool>("rollsOver");
+        QTest::newRow("a million") << 1'000'000 << false;
+        QTest::newRow("one more") << 1'000'001 << true;
+    }
+
+    void errorLogRollsOverAboveAMillionBytes() {
+        QFETCH(int, size);
+        QFETCH(bool, rollsOver);
+        const QTemporaryDir folder;
+        ErrorLog log;
+        log.setFolder(folder.path() + "//");
+        QCOMPARE(QFileInfo(log.path()).fileName(), QString("_ZelvanSchedulerError.log"));
+        log.setUserName("anna");
+        write(log.path(), QByteArray(size, 'x'));
+        write(log.backupPath(), "an older log");
+        log.write("frmX.cmdY_Click", 208, "Invalid \"name\", twice");
+        QCOMPARE(QFileInfo(log.backupPath()).size(), rollsOver ? size : 12);
+        const QByteArray last = rollsOver ? read(log.path()) : read(log.path()).mid(size);
+        QVERIFY2(last.endsWith("\"frmX.cmdY_Click\",208,\"Invalid \"\"name\"\", twice\"\r\n"), last.constData());
+    }
+
+    void errorLogMarksFatalErrors() {
+        const QTemporaryDir folder;
+        ErrorLog log;
+        log.setFolder(folder.path());
+        log.setUserName("../../etc/x"); // must not lead out of the folder
+        log.write("plain line");
+        for (const int number : {-1, 7, 61, 68, 9, 11, 17}) log.write("context", number, "text");
+        QCOMPARE(QFileInfo(log.path()).path(), folder.path());
+        const QList<QByteArray> lines = read(log.path()).split('\n');
+        QCOMPARE(lines[0], QByteArray("\"plain line\"\r"));
+        for (int i = 1; i <= 7; ++i) QCOMPARE(lines[i].startsWith("\"****** FATAL ERROR \","), i <= 4);
+    }
+
+    void foldersAreKept() {
+        const QTemporaryDir folder;
+        cPathControl paths(folder.path() + '/');
+        QCOMPARE(paths.ProjectFolder(), folder.path() + "/Projects");
+        QCOMPARE(paths.BackupFolder(), folder.path() + "/Projects/Backup");
+        QVERIFY(paths.CanWriteToNorvaQXAppPath());
+        QVERIFY(!QFile::exists(paths.appFile("Test.dat")));
+        paths.setSystemFolder(folder.path() + "/System/");
+        QVERIFY(paths.SavePathSettingsFile());
+        QCOMPARE(cPathControl(folder.path()).SystemFolder(), folder.path() + "/System");
+        write(paths.appFile("Paths.txt"), "nonsense\r\nBackupFolder\r\nProjectFolder=/elsewhere/=x\r\n");
+        QCOMPARE(cPathControl(folder.path()).ProjectFolder(), QString("/elsewhere/=x"));
+    }
+
+    void workingFilesAreCopied() {
+        const QTemporaryDir from;
+        const QTemporaryDir to;
+        QVERIFY(QDir(from.path()).mkpath("Log/2026") && QDir(from.path()).mkpath("Other"));
+        for (const char* file : {"a.txt", "b.MDB", "c.exe", "Log/2026/d.xyz", "Other/e.txt"})
+            write(from.filePath(file), file);
+        write(to.filePath("a.txt"), "older");
+        QCOMPARE(cPathControl(from.path()).CopyFilesAndFolders(from.path(), to.path()), 0);
+        QCOMPARE(read(to.filePath("a.txt")), QByteArray("a.txt"));
+        QVERIFY(QFile::exists(to.filePath("b.MDB")) && QFile::exists(to.filePath("Log/2026/d.xyz")));
+        QVERIFY(!QFile::exists(to.filePath("c.exe")) && !QFile::exists(to.filePath("Other/e.txt")));
+    }
+
+    void commandLineFields_data() {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QStringList>("fields");
+        QTest::newRow("empty") << "" << QStringList{""};
+        QTest::newRow("three") << "anna,pass word,host,1433" << QStringList{"anna", "pass word", "host", "1433"};
+        QTest::newRow("quoted comma") << "anna,\"a,b\",\"host,1433\"" << QStringList{"anna", "a,b", "host,1433"};
+        QTest::newRow("quote in quotes") << "anna,\"a\"\"b\",s" << QStringList{"anna", "a\"b", "s"};
+        QTest::newRow("drop") << "-d" << QStringList{"-d"};
+    }
+
+    void commandLineFields() {
+        QFETCH(QString, line);
+        QFETCH(QStringList, fields);
+        QCOMPARE(splitCommandLine(line), fields);
+    }
+
+    void scriptsRunInBatches() {
+        TestProgram program;
+        program.logIn();
+        Connection& db = program.session.db();
+        const QString jobs = program.appFile("jobs.sql");
+        QCOMPARE(runJobs(db, program.session.paths.AppFolder()), QString()); // nothing there, nothing done
+        write(jobs, "CREATE TABLE jobs (x int)\r\ngo\r\nINSERT INTO jobs\r\nVALUES (1)\r\nGo\r\n\r\nGO\r\n"
+                    "INSERT INTO jobs VALUES (2)");
+        QCOMPARE(runJobs(db, program.session.paths.AppFolder()), QString());
+        QVERIFY(!QFile::exists(jobs));
+        QCOMPARE(db.scalar(sql("SELECT SUM(x) FROM jobs")), QString("3"));
+
+        write(jobs, "INSERT INTO jobs VALUES (4)\nGO\nINSERT INTO nowhere VALUES (1)\nGO\nINSERT INTO jobs VALUES (8)\n");
+        QVERIFY(runJobs(db, program.session.paths.AppFolder()).contains("batch 2"));
+        QVERIFY(!QFile::exists(jobs));
+        QCOMPARE(db.scalar(sql("SELECT SUM(x) FROM jobs")), QString("7"));
+        QVERIFY_EXCEPTION_THROWN(runScript(db, program.appFile("none.sql")), DbError);
+    }
+
+    void optionsAreReadAndLogged_data() {
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<QByteArray>("outputs");
+        const QString set = "UPDATE NorvaScheduler.dbo.tblOptions SET OutputPath = N'D:\\Out', ";
+        QTest::newRow("both") << set + "Excel = 1, CSV = 1" << QByteArray("Excel, CSV");
+        QTest::newRow("one") << set + "Excel = 0, CSV = 1" << QByteArray("CSV");
+        QTest::newRow("none") << set + "Excel = 0, CSV = 0" << QByteArray("None");
+        QTest::newRow("no row") << "DELETE FROM NorvaScheduler.dbo.tblOptions" << QByteArray("None");
+    }
+
+    void optionsAreReadAndLogged() {
+        QFETCH(QString, change);
+        QFETCH(QByteArray, outputs);
+        TestProgram program;
+        program.logIn();
+        program.other().execute(Sql::script(change));
+        ReadGlobalOptions(program.session);
+        const QByteArray path = change.startsWith("UPDATE") ? "D:\\Out" : "";
+        QVERIFY2(read(program.session.log.path())
+                     .endsWith("\"Reading Global Options\"\r\n\"Output Path        : " + path
+                               + "\"\r\n\"Default Output     : " + outputs + "\"\r\n"),
+                 read(program.session.log.path()).constData());
+    }
+};
+
+static const AnnounceTest<StartUpFilesTest> announced;
+#include "StartUpFilesTest.moc"

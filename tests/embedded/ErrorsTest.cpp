@@ -1,0 +1,185 @@
+#include "ServerFile.h"
+#include "support/TestClass.h"
+
+#include <QTest>
+
+/// Error numbers as the real server's, and refusals of what this one does not know.
+class ErrorsTest : public QObject {
+    Q_OBJECT
+
+    ServerFile m_file;
+    std::unique_ptr<Server> m_server = m_file.open();
+
+private slots:
+    void initTestCase() {
+        m_server->execute(Sql::script("create database d"));
+        m_server->execute(Sql::script("use d"));
+        m_server->execute(
+            Sql::script("create table t (id int primary key, name varchar(5) not null default 'x', "
+                        "tiny tinyint check (tiny <> 7), day datetime, d decimal(5,2))"));
+        m_server->execute(Sql::script("create table child (id int identity, parent int references t)"));
+        m_server->execute(Sql::script("create unique index ux on t (name)"));
+        m_server->execute(Sql::script("insert t (id, name) values (1, 'a')"));
+        m_server->execute(Sql::script("insert child values (1)"));
+        m_server->execute(Sql::script("create proc p @a int as select @a"));
+    }
+
+    void number_data() {
+        QTest::addColumn<QString>("batch");
+        QTest::addColumn<int>("number");
+        const auto row = [](int number, const char* batch) {
+            QTest::addRow("%d %s", number, batch) << batch << number;
+        };
+        row(102, "select * frm t");
+        row(102, "select 1 +");
+        row(102, "insert t values (1");
+        row(156, "select from t");
+        row(156, "select * from table");
+        row(102, "begin select 1");
+        row(105, "select 'open");
+        row(113, "select 1 /* open");
+        row(4145, "select 1 where id");
+        row(207, "select nothing from t");
+        row(207, "update t set nothing = 1");
+        row(207, "insert t (nothing) values (1)");
+        row(208, "select * from nothing");
+        row(208, "delete other.t");
+        row(209, "select id from t a, t b");
+        row(4104, "select b.id from t a");
+        row(911, "use nothing");
+        row(911, "select * from nothing.dbo.t");
+        row(2812, "exec nothing");
+        row(2812, "nothing 1");
+        row(201, "exec p");
+        row(8144, "exec p 1, 2");
+        row(8145, "exec p @b = 1");
+        row(137, "select @nothing");
+        row(137, "set @nothing = 1");
+        row(1087, "select * from @nothing");
+        row(134, "declare @a int declare @a int");
+        row(2714, "create table T (a int)");
+        row(2714, "create proc T as select 1");
+        row(2705, "create table w (a int, A int)");
+        row(2705, "alter table t add Name int");
+        row(1801, "create database D");
+        row(3701, "drop table nothing");
+        row(3701, "drop proc nothing");
+        row(3701, "drop database nothing");
+        row(3702, "drop database d");
+        row(3726, "drop table t");
+        row(4902, "alter table nothing add a int");
+        row(4901, "alter table t add a int not null");
+        row(8152, "insert t (id, name) values (2, 'abcdef')");
+        row(8152, "update t set name = 'abcdef'");
+        row(0, "begin tran insert t (id, name) values (2, 'abcde   ') rollback");
+        row(245, "insert t (id) values ('1.5')");
+        row(245, "select * from t where id = 'x'");
+        row(245, "select 1 + 'x'");
+        row(8114, "insert t (id, d) values (2, 'x')");
+        row(8115, "insert t (id, d) values (2, 1000)");
+        row(220, "insert t (id, tiny) values (2, 256)");
+        row(8115, "select 2147483647 + 1");
+        row(241, "insert t (id, day) values (2, 'tomorrow')");
+        row(241, "select * from t where day > 'x'");
+        row(242, "insert t (id, day) values (2, '31 Feb 2008')");
+        row(242, "insert t (id, day) values (2, '17000101')");
+        row(515, "insert t (name) values ('b')");
+        row(515, "update t set name = null");
+        row(544, "insert child (id) values (1)");
+        row(8102, "update child set id = 5");
+        row(547, "insert child values (99)");
+        row(547, "delete t");
+        row(547, "update t set id = 5");
+        row(547, "insert t (id, name, tiny) values (3, 'c', 7)");
+        row(2627, "insert t (id, name) values (1, 'b')");
+        row(2601, "insert t (id, name) values (2, 'A ')");
+        row(1505,
+            "begin tran insert t (id, name) values (2, 'b') create unique index uy on t (tiny) rollback");
+        row(8134, "select 1 / 0");
+        row(8134, "select 1.5 % 0");
+        row(8117, "select sum(name) from t");
+        row(8120, "select id, count(*) from t");
+        row(8120, "select id from t group by name");
+        row(145, "select distinct name from t order by id");
+        row(205, "select 1 union select 1, 2");
+        row(116, "select (select 1, 2)");
+        row(110, "insert t (id) values (1, 2)");
+        row(213, "insert t values (1)");
+        row(121, "insert t (id) select 1, 2");
+        row(3902, "commit");
+        row(3903, "rollback");
+        row(16916, "open nothing");
+        row(16917, "declare c cursor for select 1 fetch next from c");
+        row(50000, "raiserror('own %s', 16, 1, 'error')");
+        row(0, "raiserror('only a message', 10, 1)");
+        row(259, "delete sysobjects");
+        row(537, "select left('a', -1)");
+        row(15007, "exec sp_addsrvrolemember 'nobody', 'dbcreator'");
+        row(15412, "exec sp_helpsrvrolemember 'none'");
+    }
+
+    void number() {
+        QFETCH(QString, batch);
+        QFETCH(int, number);
+        const QString before = rowsOf(*m_server, "select count(*) from d.dbo.t");
+        QCOMPARE(errorNumber(*m_server, batch), number);
+        if (rowsOf(*m_server, "select @@trancount") != "0") m_server->execute(Sql::script("rollback"));
+        m_server->execute(Sql::script("use d"));
+        QCOMPARE(rowsOf(*m_server, "select count(*) from d.dbo.t"), before);
+    }
+
+    void refusal_data() {
+        QTest::addColumn<QString>("batch");
+        QTest::addColumn<QString>("named");
+        const auto row = [](const char* batch, const char* named) { QTest::newRow(batch) << batch << named; };
+        row("select top 10 percent id from t", "TOP … PERCENT");
+        row("select soundex('a')", "function SOUNDEX");
+        row("select dbo.own(1)", "function dbo.own");
+        row("merge t using t", "MERGE");
+        row("with w as (select 1 a) select * from w", "common table expressions");
+        row("select row_number() over (order by id) from t", "OVER");
+        row("select 1 except select 2", "EXCEPT");
+        row("select * from t for xml auto", "FOR XML");
+        row("create trigger x on t for insert as select 1", "CREATE TRIGGER");
+        row("create function f() returns int as begin return 1 end", "CREATE FUNCTION");
+        row("create table w (a as 1)", "computed columns");
+        row("create table w (a sql_variant)", "type sql_variant");
+        row("create table w (a varchar(5) collate Latin1_General_BIN)", "collation Latin1_General_BIN");
+        row("select * from linked.d.dbo.t", "a name with a server: linked.d.dbo.t");
+        row("select id from t where id > all (select 1)", "ALL in a comparison");
+        row("backup database d to disk = 'x'", "BACKUP");
+        row("dbcc checkdb", "DBCC");
+        row("goto somewhere", "GOTO");
+        row("waitfor delay '00:00:01'", "WAITFOR");
+        row("grant select on t to x", "GRANT SELECT");
+        row("set rowcount 5", "SET ROWCOUNT 5");
+        row("update t set name = 'x' where current of c", "WHERE CURRENT OF");
+        row("delete t output deleted.id", "OUTPUT");
+        row("select serverproperty('LicenseType')", "SERVERPROPERTY LicenseType");
+        row("select @@cpu_busy", "@@cpu_busy");
+    }
+
+    void refusal() {
+        QFETCH(QString, batch);
+        QFETCH(QString, named);
+        try {
+            m_server->execute(Sql::script(batch));
+            QFAIL("It was not refused.");
+        } catch (const DbError& error) {
+            QCOMPARE(error.text(), "not supported by the embedded server: " + named);
+        }
+    }
+
+    void statementIsShownWithoutItsSecrets() {
+        try {
+            m_server->execute(sql("select * from nothing where password = {}", Secret{"hidden"}));
+            QFAIL("There is no such table.");
+        } catch (const DbError& error) {
+            QCOMPARE(error.statement(), "select * from nothing where password = N'***'");
+        }
+    }
+};
+
+static const AnnounceTest<ErrorsTest> announced;
+
+#include "ErrorsTest.moc"

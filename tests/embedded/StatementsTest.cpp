@@ -1,0 +1,214 @@
+#include "ServerFile.h"
+#include "support/TestClass.h"
+
+#include <QTest>
+
+/// Scripts of several statements, each on a database of its own.
+class StatementsTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<ServerFile> m_file;
+    std::unique_ptr<Server> m_server;
+
+private slots:
+    void init() {
+        m_file = std::make_unique<ServerFile>();
+        m_server = m_file->open();
+        m_server->execute(Sql::script("create database d create database [a.b] create database [x]]y]"));
+        m_server->execute(Sql::script("use d"));
+        m_server->execute(Sql::script("create table t (id int identity(1,1) primary key, name varchar(10) "
+                                      "null, amount money default 5, "
+                                      "[Date] datetime, done bit not null default 0)"));
+        m_server->execute(
+            Sql::script("insert t (name, [Date]) values ('one', '2008/03/31'), ('Two', '20080401')"));
+    }
+    void cleanup() { m_server.reset(); }
+
+    void script_data() {
+        QTest::addColumn<QString>("script");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const char* script, const char* expected) {
+            QTest::newRow(name) << script << expected;
+        };
+        row("star", "select * from t where NAME = 'ONE  '", "1|one|5.0000|2008-03-31 00:00:00.000|0");
+        row("date against text", "select name from t where [Date] >= '2008/04/01'", "Two");
+        row("prefixes", "select t.name, dbo.t.id, d.dbo.t.id from d..t where d.dbo.[t].[id] = 2", "Two|2|2");
+        row("correlated",
+            "select id, (select count(*) from d.dbo.t where d.dbo.t.id < x.id) from t x order by id desc",
+            "2|1;1|0");
+        row("joins",
+            "select a.id, b.id from t a left join t b on b.id = a.id + 1 right join (select 2 k) c on 1 = 1 "
+            "order by a.id",
+            "1|2;2|NULL");
+        row("group",
+            "select left(name, 1) x, count(*) n from t group by left(name, 1) having count(*) > 0 order by x "
+            "desc",
+            "T|1;o|1");
+        row("top", "declare @n int set @n = 1 select top (@n) id from t order by id desc", "2");
+        row("union", "select id from t union all select 9 union select 9 order by id desc", "9;2;1");
+        row("in subquery", "select id from t where name not in (select name from t where id = 1)", "2");
+        row("identity",
+            "insert t (name) values ('x') insert into t (name) select name from t where id < 3 "
+            "select @@identity, scope_identity(), ident_current('t'), @@rowcount",
+            "5|5|5|2");
+        row("identity is not reused",
+            "delete from t where id = 2 insert t (name) values ('x') select max(id) from t", "3");
+        row("identity insert",
+            "set identity_insert t on insert t (id, name) values (50, 'x') set identity_insert t off "
+            "insert t (name) values ('y') select max(id) from t",
+            "51");
+        row("seed",
+            "create table s (i int identity(100, 1)) insert s default values insert s default values "
+            "truncate table s select count(*) from s",
+            "0");
+        row("defaults",
+            "insert t (name, amount, done) values ('x', default, 1) select amount, done, [Date] from t where "
+            "id = 3",
+            "5.0000|1|NULL");
+        row("update all at once",
+            "update t set name = amount, amount = id select name, amount from t where id = 2", "5.00|2.0000");
+        row("update from",
+            "update t set name = x.n from t join (select 2 i, 'new' n) x on x.i = t.id select name from t",
+            "one;new");
+        row("update alias",
+            "update a set a.name = b.name from t a, t b where a.id = 1 and b.id = 2 select name from t",
+            "Two;Two");
+        row("delete from",
+            "delete t from t inner join t b on b.id = t.id where b.name = 'one' select id from t", "2");
+        row("select into", "select id, name + '!' as n into u from t select n from u where id = 2", "Two!");
+        row("insert exec", "insert t (name) exec('select name from t') select count(*) from t", "4");
+        row("temporary table",
+            "create table #x (a int primary key, b varchar(5)) insert #x select id, name from t "
+            "select b from #x where b = 'TWO'",
+            "Two");
+        row("table variable",
+            "declare @v table (a int identity, b varchar(5)) insert @v (b) values ('p') "
+            "select v.a, b from @v v",
+            "1|p");
+        row("while",
+            "declare @i int, @s varchar(20) select @i = 0, @s = '' while 1 = 1 begin set @i = @i + 1 "
+            "if @i = 2 continue if @i > 4 break set @s = @s + str(@i, 1) end select @s",
+            "134");
+        row("concatenation over rows",
+            "declare @s varchar(50) set @s = '' select @s = @s + name + ',' from t select @s", "one,Two,");
+        row("no row keeps the variable",
+            "declare @s int set @s = 7 select @s = id from t where id = 99 select @s", "7");
+        row("cursor",
+            "declare @n varchar(10), @all varchar(50) set @all = '' declare c cursor local fast_forward for "
+            "select name from t order by id desc open c fetch next from c into @n while @@fetch_status = 0 "
+            "begin set @all = @all + @n fetch next from c into @n end close c deallocate c select @all",
+            "Twoone");
+        row("output parameters",
+            "declare @c int exec sp_executesql N'use master select @c = @p + count(*) from d.dbo.t', "
+            "N'@p int, @c int output', 10, @c = @c output select @c, db_name()",
+            "12|d");
+        row("catch", "begin try select 1/0 end try begin catch select error_number() end catch", "8134");
+        row("rollback",
+            "begin tran begin tran insert t (name) values ('x') commit rollback select count(*), @@trancount "
+            "from t",
+            "2|0");
+        row("ansi nulls",
+            "set ansi_nulls off insert t (name) values (null) select count(*) from t where name = null", "1");
+        row("schema in between",
+            "alter table t add extra int null update t set extra = id select sum(extra) from t", "3");
+        row("not null with default",
+            "alter table t add [flag] [Bit] NOT NULL DEFAULT 0 select distinct flag from t", "0");
+        row("default on new rows only",
+            "alter table t add lvl smallint default 1 insert t (name) values ('x') "
+            "select lvl from t",
+            "NULL;NULL;1");
+        row("alter column",
+            "alter table t alter column name varchar(20) insert t (name) values ('longer than ten') "
+            "select col_length('t', 'name'), count(*) from t",
+            "20|3");
+        row("drop column",
+            "alter table t drop column name select count(*) from syscolumns where id = object_id('t')", "4");
+        row("view",
+            "exec('create view v as select id k, name from t where id > 1') select v.name from d.dbo.v where "
+            "k = 2",
+            "Two");
+        row("procedure",
+            "exec('create proc p @a int, @b varchar(5) = ''def'', @c int output as set @c = @a * 2 select @b "
+            "return 7') declare @r int, @o int exec @r = p @c = @o output, @a = 4 select @r, @o",
+            "7|8");
+        row("catalogue",
+            "select count(*) from sysobjects join syscolumns on sysobjects.id = syscolumns.id where "
+            "sysobjects.name = 'T' and syscolumns.name = 'NAME'",
+            "1");
+        row("other database's catalogue",
+            "create table [a.b].dbo.b (i int) select name from [A.B].dbo.sysobjects "
+            "where xtype = 'U' and id = object_id(N'[a.b].[dbo].[b]')",
+            "b");
+        row("names with dots differ",
+            "create table [a.b].dbo.[c] (i int) create table [x]]y].dbo.[b.c] (i int) "
+            "insert [x]]y]..[b.c] values (1) select count(*) from [a.b]..c",
+            "0");
+        row("hostile names",
+            "create table [s]]e'l \"x-1] ([a b'] int, [from] int) insert [s]]e'l \"x-1] ([a b']) values (3) "
+            "select [a b'] from d.dbo.[s]]e'l \"x-1]",
+            "3");
+        row("unique takes one null",
+            "create table u (a int null unique) insert u values (null), (1) select count(*) from u", "2");
+        row("cascade",
+            "create table p2 (id int primary key) create table c2 (p int references p2 (id) on delete "
+            "cascade) "
+            "insert p2 values (1), (2) insert c2 values (1), (2) delete p2 where id = 1 select p from c2",
+            "2");
+        row("names of columns",
+            "select count(*) from information_schema.columns where table_name = 't' and is_nullable = 'no'",
+            "2");
+        row("long text and other letters",
+            "create table n (a nvarchar(max)) insert n values (replicate(N'Ω😀', 3000)) "
+            "select len(a) from n",
+            "9000");
+    }
+
+    void script() {
+        QFETCH(QString, script);
+        QFETCH(QString, expected);
+        QCOMPARE(rowsOf(*m_server, script), expected);
+    }
+
+    void countsAreReportedPerStatement() {
+        const QString batch = "update t set done = 1 delete t where id = 1 select 1";
+        const Results loud = m_server->execute(Sql::script(batch));
+        QCOMPARE(loud.counts, (std::vector<qint64>{2, 1}));
+        const Results quiet =
+            m_server->execute(Sql::script("set nocount on update t set done = 1 set nocount off"));
+        QVERIFY(quiet.counts.empty());
+    }
+
+    void columnNamesComeAlong() {
+        const Results results =
+            m_server->execute(Sql::script("select id, NAME as n, count(*), x = 1 from t group by id, name"));
+        QCOMPARE(results.sets[0].columns(), (QStringList{"id", "n", "", "x"}));
+    }
+
+    /// What ran before a failing statement stays; what failed leaves nothing behind.
+    void failureInTheMiddle() {
+        QCOMPARE(errorNumber(*m_server,
+                             "insert t (name) values ('kept') "
+                             "insert t (name) select 'far too long a text' union all select 'x' select 1"),
+                 8152);
+        QCOMPARE(rowsOf(*m_server, "select count(*) from t"), "3");
+        QCOMPARE(errorNumber(*m_server, "create table z (a int, check (b > 0))"), 207);
+        QCOMPARE(rowsOf(*m_server, "select count(*) from sysobjects where name = 'z'"), "0");
+        QCOMPARE(rowsOf(*m_server, "create table z (a int) select count(*) from z"), "0");
+        QCOMPARE(errorNumber(*m_server, "set xact_abort on begin tran delete t select 1/0"), 8134);
+        QCOMPARE(rowsOf(*m_server, "set xact_abort off select count(*), @@trancount from t"), "3|0");
+    }
+
+    void cachedProcedureFollowsItsText() {
+        m_server->execute(Sql::script("create proc p as select 1 a"));
+        QCOMPARE(rowsOf(*m_server, "p"), "1");
+        m_server->execute(Sql::script("drop proc p"));
+        m_server->execute(Sql::script("create proc p as select name from later"));
+        QCOMPARE(errorNumber(*m_server, "exec p"), 208);
+        m_server->execute(Sql::script("create table later (name int)"));
+        QCOMPARE(rowsOf(*m_server, "exec d..p"), "");
+    }
+};
+
+static const AnnounceTest<StatementsTest> announced;
+
+#include "StatementsTest.moc"

@@ -1,0 +1,228 @@
+#include "describe.h"
+#include "support/TestClass.h"
+
+#include <QTest>
+#include <stdexcept>
+
+using Change = void (*)(clsReportParameters&);
+
+class ParametersTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void defaultsFollowTheProject() {
+        CurrentProject project;
+        const clsReportParameters plain(project);
+        QCOMPARE(plain.DateRangeStart(), QDate(2000, 1, 1));
+        QCOMPARE(plain.DateRangeEnd(), QDate(2020, 12, 31));
+        QCOMPARE(plain.CallFilter(), 0);
+        QCOMPARE(plain.AccountFilter(), 2);
+        QVERIFY(plain.HasChanged() && plain.DistanceBandSelected(23) && plain.DaySelected(7));
+
+        project.billType = 4;
+        project.defaultEnd = QDate(2025, 6, 30);
+        const clsReportParameters idc(project);
+        QCOMPARE(idc.CallFilter(), 1);
+        QVERIFY(idc.DistanceBandSelected(18));
+        QCOMPARE(idc.DateRangeStart(), QDate(2000, 1, 1));
+        QCOMPARE(idc.DateRangeEnd(), QDate(2025, 6, 30));
+    }
+
+    void clearKeepsThreeFields() {
+        const CurrentProject project;
+        clsReportParameters parameters(project);
+        fillAll(parameters);
+        parameters.Clear();
+        clsReportParameters expected(project);
+        expected.setLineSelection(parameters.LineSelection());
+        expected.setCallClassParams("A|B");
+        expected.setCostCentreSummarySelectionLevel(3);
+        QCOMPARE(describe(parameters), describe(expected));
+    }
+
+    void filtersClearWhatDependsOnThem() {
+        const CurrentProject project;
+        clsReportParameters parameters(project);
+        fill(parameters);
+        parameters.setAccountFilter(5);
+        QCOMPARE(parameters.CostCentre(1), "Zürich 1");
+        parameters.setAccountFilter(3);
+        QVERIFY(parameters.ServiceNumber().isEmpty());
+        for (int level = 1; level <= 5; ++level) QVERIFY(parameters.CostCentre(level).isEmpty());
+        parameters.setCallFilter(parameters.CallFilter());
+        for (int band = 1; band <= 23; ++band) QVERIFY(!parameters.DistanceBandSelected(band));
+    }
+
+    void thresholdsBecomeAmounts_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<qint64>("amount");
+        QTest::newRow("empty") << "" << qint64(0);
+        QTest::newRow("leading point") << ".5" << qint64(5000);
+        QTest::newRow("trailing point") << "7." << qint64(70000);
+        QTest::newRow("five decimals") << "12.34567" << qint64(123457);
+        QTest::newRow("large") << "900000000000000" << qint64(9000000000000000000);
+        const qint64 refused = -1;
+        for (const char* text :
+             {"1000000000000000", "1,5", "1.2.3", "-1", "1e3", "x10", "1 000", "1\n", "٣", "inf", "nan"})
+            QTest::newRow(text) << QString(text) << refused;
+        QTest::newRow("absurdly large") << QString(400, '9') << refused;
+    }
+
+    void thresholdsBecomeAmounts() {
+        QFETCH(QString, text);
+        QFETCH(qint64, amount);
+        const CurrentProject project;
+        clsReportParameters parameters(project);
+        parameters.setCostRangeMaximum("2");
+        if (amount < 0) {
+            QVERIFY_EXCEPTION_THROWN(parameters.setCostRangeMaximum(text), std::invalid_argument);
+            amount = 20000;
+        } else {
+            parameters.setCostRangeMaximum(text);
+        }
+        QCOMPARE(parameters.CostRangeMaximum(), text);
+        QCOMPARE(parameters.CostRangeMaximumAmount(), amount);
+        // Opening such a report for editing, which clones it, is how the text gets corrected.
+        QCOMPARE(describe(*parameters.Clone()), describe(parameters));
+    }
+
+    void indexesAreChecked() {
+        const CurrentProject project;
+        clsReportParameters parameters(project);
+        const QStringList before = describe(parameters);
+        for (const int index : {-1, 0, 24, INT_MIN, INT_MAX}) {
+            QVERIFY_EXCEPTION_THROWN(parameters.setDaySelected(index, false), std::out_of_range);
+            QVERIFY_EXCEPTION_THROWN(parameters.setDistanceBandSelected(index, false), std::out_of_range);
+            QVERIFY_EXCEPTION_THROWN(parameters.setCostCentre(index, "x"), std::out_of_range);
+        }
+        QVERIFY_EXCEPTION_THROWN(parameters.DaySelected(8), std::out_of_range);
+        QVERIFY_EXCEPTION_THROWN(parameters.CostCentre(6), std::out_of_range);
+        QCOMPARE(describe(parameters), before);
+    }
+
+    void projectDatesReplaceStoredOnes() {
+        CurrentProject project;
+        clsReportParameters parameters(project);
+        parameters.setDateRangeStart(QDate(2010, 1, 1));
+        parameters.setDateRangeEnd(QDate(2010, 2, 2));
+        project.refreshBillDates = [&] { project.defaultStart = QDate(2026, 1, 1); };
+
+        project.useDefaultDates = true;
+        QCOMPARE(parameters.DateRangeStart(), QDate(2010, 1, 1)); // no project is chosen
+        project.database = "P";
+        QCOMPARE(parameters.DateRangeStart(), QDate(2026, 1, 1));
+        QCOMPARE(parameters.DateRangeEnd(), QDate(2010, 2, 2)); // the project's is not known
+        const auto copy = parameters.Clone();
+        project.useDefaultDates = false;
+        QCOMPARE(parameters.DateRangeStart(), QDate(2010, 1, 1));
+        QCOMPARE(copy->DateRangeStart(), QDate(2026, 1, 1));
+    }
+
+    void cloneCopiesEverything() {
+        const CurrentProject project;
+        clsReportParameters parameters(project);
+        fillAll(parameters);
+        const auto copy = parameters.Clone();
+        QCOMPARE(describe(*copy), describe(parameters));
+        copy->setServiceNumber("other");
+        QVERIFY(parameters.ServiceNumber() != "other");
+    }
+
+    void bandsHaveNames() {
+        for (int band = 1; band <= 23; ++band)
+            QCOMPARE(clsReportParameters::DistanceBandByName(clsReportParameters::DistanceBandToName(band)),
+                     band);
+        QCOMPARE(clsReportParameters::DistanceBandToName(14), "Mobile to Mobile On-Net");
+        QCOMPARE(clsReportParameters::DistanceBandToName(18), "Domestic On-net");
+        for (const char* name : {"line to local", "Domestic On-Net", "", " Line to Local"})
+            QCOMPARE(clsReportParameters::DistanceBandByName(name), 0);
+        for (const int index : {0, 24, -1}) QVERIFY(clsReportParameters::DistanceBandToName(index).isEmpty());
+    }
+
+    void summary_data() {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QString>("options");
+        QTest::addColumn<Change>("change");
+        QTest::addColumn<QString>("expected");
+        const auto row = [](int type, const QString& options, const QString& expected, Change change) {
+            QTest::newRow(qPrintable(options + " " + expected)) << type << options << change << expected;
+        };
+        row(2, "YYYYYNNNNNYN LMVD ECP", "Overnight:Not Selected", [](auto&) {});
+        row(2, "NNNNNNNN", "", [](auto& p) { fill(p); });
+        row(2, "NNNYNNNN ECP", "Cost(£)>.5, Cost(£)<100.25, Duration(mins)>1, Duration(mins)<60",
+            [](auto& p) { fill(p); });
+        row(2, "YNNN ECP", "Days:Mon Tue Wed Thu Fri Sat", [](auto& p) { p.setDaySelected(1, false); });
+        row(2, "YNNN ECP", "Days:None", [](auto& p) {
+            for (int day = 1; day <= 7; ++day) p.setDaySelected(day, false);
+        });
+        row(2, "YYNN ECP",
+            "Dates From 29.02.2008 To 31.12.2020, Times From 00:00 To 08:30, Overnight:Selected",
+            [](auto& p) {
+                p.setDateRangeStart(QDate(2008, 2, 29));
+                p.setTimeRangeEnd(QTime(8, 30));
+                p.setTimeRangeOvernight(true);
+            });
+        row(2, "NNYN LMVD ECP", "Distance Bands:[], Calls From:All Mobiles",
+            [](auto& p) { p.setCallFilter(2); });
+        row(2, "NNYN ECP", "Distance Bands:[Line to Local, Line to Mobile]", [](auto& p) {
+            p.setCallFilter(1);
+            for (const int band : {1, 3, 6, 20}) p.setDistanceBandSelected(band, true);
+        });
+        row(2, "NNYN ECP", "", [](auto& p) {
+            p.setCallFilter(2);
+            for (int band = 6; band <= 17; ++band) p.setDistanceBandSelected(band, true);
+        });
+        row(4, "NNNNNYNN ECP", "Account Filter:Selected Bill No:All", [](auto&) {});
+        row(4, "NNNNNNNN ECP", "Account Filter:Selected Bill No:B7",
+            [](auto& p) { p.setLinkvaleBillNumber("B7"); });
+        row(2, "NNNNY ECP", "Account Filter:Multi Level Cost Centres Selected : CC2 = North, CC5 = Desk",
+            [](auto& p) {
+                p.setAccountFilter(0);
+                p.setCostCentre(2, "North");
+                p.setCostCentre(5, "Desk");
+            });
+        row(2, "NNNNY ECP", "Account Filter:Cost Centre 4 = Desk", [](auto& p) {
+            p.setAccountFilter(6);
+            p.setCostCentre(4, "Desk");
+        });
+        row(2, "NNNNY ECP", "Account Filter:Service Number = 0123", chooseNumber);
+        row(3, "NNYNY ECP", "Account Filter:Circuit ID = 0123, Compare Percentage:0%", chooseNumber);
+        row(2, "NNNNY ECP", "Account Filter:", [](auto& p) { p.setAccountFilter(8); });
+        row(1, "NNNNNNNY ECP", "Source Bill Ref:S1", [](auto& p) { p.setSourceBillRef("S1"); });
+    }
+
+    void summary() {
+        QFETCH(int, type);
+        QFETCH(QString, options);
+        QFETCH(Change, change);
+        QFETCH(QString, expected);
+        CurrentProject project;
+        clsReportParameters parameters(project);
+        change(parameters);
+        QCOMPARE(parameters.ParameterSummary(type, options), expected);
+        project.useDefaultDates = true;
+        QCOMPARE(parameters.ParameterSummary(type, options).contains("Project Default Dates"),
+                 options.startsWith(u'Y'));
+    }
+
+private:
+    static void chooseNumber(clsReportParameters& parameters) {
+        parameters.setAccountFilter(1);
+        parameters.setServiceNumber("0123");
+    }
+
+    static void fillAll(clsReportParameters& parameters) {
+        fill(parameters);
+        parameters.setCallsToNumber("to");
+        parameters.setCallsNotToNumber("not to");
+        parameters.setCallsFromNumber("from");
+        parameters.setRepeatCallerThreshold("3");
+        parameters.setLinkvaleBillNumber("B1");
+        parameters.setCircuitsPercentage(25);
+        parameters.setSelectedCircuitID("C1");
+    }
+};
+
+static const AnnounceTest<ParametersTest> announced;
+
+#include "ParametersTest.moc"

@@ -1,0 +1,149 @@
+#include "reports/clsReports_Collection.h"
+#include "reports/clsStrings.h"
+#include "support/TestClass.h"
+
+#include <QTest>
+#include <stdexcept>
+
+class ReportsTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void titlesCarryTheirValue_data() {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("subType");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("plain") << 2 << 161 << "Call Summary Reports - All Calls Summary";
+        QTest::newRow("to") << 2 << 142 << "General Reports - Calls To Number 'to'";
+        QTest::newRow("from") << 2 << 143 << "General Reports - Calls From Number 'from'";
+        QTest::newRow("not to") << 2 << 146 << "General Reports - Calls Not To Number 'not'";
+        QTest::newRow("in no list") << 2 << 160 << "Unknown Report '9'";
+        QTest::newRow("circuit") << 3 << 326 << "Circuit Details - Selected Circuit 'C1'";
+        QTest::newRow("circuit invoice") << 3 << 311 << "Billing - Private Circuit Invoice";
+        QTest::newRow("not in a Linkvale list") << 2 << 116 << "100 Most Expensive - Roamed From Mobile";
+        QTest::newRow("Wispera without its flag") << 2 << 131 << "Unknown Report";
+        QTest::newRow("mobile list") << 5 << 142 << "Unknown Report 'to'";
+    }
+
+    void titlesCarryTheirValue() {
+        QFETCH(int, type);
+        QFETCH(int, subType);
+        CurrentProject project;
+        project.billType = 2;
+        clsReport report = reportOf(project, type, subType);
+        report.Parameters()->setCallsToNumber("to");
+        report.Parameters()->setCallsFromNumber("from");
+        report.Parameters()->setCallsNotToNumber("not");
+        report.Parameters()->setRepeatCallerThreshold("9");
+        report.Parameters()->setSelectedCircuitID("C1");
+        QTEST(report.GetReportTitle(), "title");
+    }
+
+    void outputsFollowTheCatalogue() {
+        const CurrentProject project;
+        const auto allowed = [&](int type, int subType) {
+            clsReport report = reportOf(project, type, subType);
+            report.setOutputExcel(true);
+            report.setOutputCSV(true);
+            report.setOutputPrint(true);
+            const auto outputs = [&] {
+                return QString(report.OutputExcel() ? "E" : "") + (report.OutputCSV() ? "C" : "")
+                       + (report.OutputPrint() ? "P" : "");
+            };
+            const QString text = report.GetParameterOptions() + ':' + outputs();
+            report.setReportType(1);
+            report.setReportSubType(211); // allows all, but what was read as not allowed stays off
+            return text.section(u':', 1) == outputs() ? text : "switched on again";
+        };
+        QCOMPARE(allowed(2, 141), "YYYYYNNNNYYY LMVD CP:CP");
+        QCOMPARE(allowed(2, 164), "NNNNYNNNNNNN LMV EP:EP");
+        QCOMPARE(allowed(1, 211), "NNNNNNNN ECP:ECP");
+        QCOMPARE(allowed(2, 999), "NNNNNNNN:");
+        QCOMPARE(allowed(5, 161), "NNNNNNNN:");
+    }
+
+    void gateFollowsTheProject() {
+        const auto passes = [](int type, int subType, int position, int billType) {
+            CurrentProject project;
+            project.billType = billType;
+            return reportOf(project, type, subType).ValidateParameter(position, "Sales") == "Sales";
+        };
+        QVERIFY(passes(1, 221, 5, 1) && !passes(1, 211, 5, 1));
+        QVERIFY(passes(2, 113, 3, 4) && !passes(2, 113, 3, 0));
+        QVERIFY(passes(2, 116, 5, 1) && !passes(2, 116, 5, 2));
+        QVERIFY(passes(3, 321, 3, 2)); // circuits do not depend on the project
+        QVERIFY(!passes(5, 161, 5, 1));
+    }
+
+    void restrictedSelectionIsChecked() {
+        const CurrentProject project;
+        const auto added = [&](int type, int subType, int accountFilter) {
+            const auto parameters = std::make_shared<clsReportParameters>(project);
+            parameters->setAccountFilter(accountFilter);
+            parameters->setCostCentre(1, "Sales");
+            QString key;
+            clsReports_Collection(project).Add(0, parameters, type, subType, true, true, true, key);
+            return QString::number(parameters->AccountFilter()) + parameters->CostCentre(1);
+        };
+        QCOMPARE(added(2, 161, 8), "8Sales");
+        QCOMPARE(added(2, 1460, 8), "8Sales");
+        QCOMPARE(added(2, 164, 8), "2");
+        QCOMPARE(added(2, INT_MAX, 8), "2");
+        QCOMPARE(added(2, 164, 7), "7Sales");
+        QCOMPARE(added(1, 221, 8), "8Sales");
+    }
+
+    void collectionKeepsKeysApart() {
+        const CurrentProject project;
+        clsReports_Collection reports(project);
+        const auto add = [&](int id, QString key) {
+            reports.Add(id, std::make_shared<clsReportParameters>(project), 2, 161, true, false, true, key);
+            return key;
+        };
+        QCOMPARE(add(10, ""), "ID0");
+        QCOMPARE(add(11, ""), "ID1");
+        QCOMPARE(add(12, ""), "ID2");
+        reports.Remove("id1");
+        const QString third = add(13, ""); // "ID2" is taken by the report that is now second
+        QVERIFY(third != "ID2");
+        QCOMPARE(reports.Item(third).ID(), 13);
+        QVERIFY(add(14, "id2").compare("ID2", Qt::CaseInsensitive) != 0);
+        QCOMPARE(add(15, "ID1"), "ID1"); // free again
+
+        QList<int> ids;
+        for (const clsReport& report : reports) ids << report.ID();
+        QCOMPARE(ids, QList<int>({10, 12, 13, 14, 15}));
+        reports.Remove(1);
+        QCOMPARE(reports.Item(1).ID(), 12);
+        QCOMPARE(reports.Key(1), "ID2");
+        for (const int position : {0, 5, -1})
+            QVERIFY_EXCEPTION_THROWN(reports.Remove(position), std::out_of_range);
+        QVERIFY_EXCEPTION_THROWN(reports.Item("ID0"), std::out_of_range);
+        reports.Clear();
+        QCOMPARE(add(1, ""), "ID0");
+    }
+
+    void stringsMakeLists() {
+        clsStrings strings;
+        QCOMPARE(strings.AsStringList(",", ""), "");
+        strings.SetFromStringList({" a ", "", "  ", "b"});
+        QCOMPARE(strings.AsStringList(",", "'"), "'a','b'");
+        strings.Item(2).Value = "c";
+        strings.Delete(1);
+        QCOMPARE(strings.AsStringList(",", ""), "c");
+        QVERIFY_EXCEPTION_THROWN(strings.Delete(2), std::out_of_range);
+        QVERIFY_EXCEPTION_THROWN(strings.Item(0), std::out_of_range);
+    }
+
+private:
+    static clsReport reportOf(const CurrentProject& project, int type, int subType) {
+        clsReport report(project);
+        report.setReportType(type);
+        report.setReportSubType(subType);
+        return report;
+    }
+};
+
+static const AnnounceTest<ReportsTest> announced;
+
+#include "ReportsTest.moc"

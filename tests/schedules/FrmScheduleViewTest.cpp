@@ -1,0 +1,209 @@
+#include "schedules/frmScheduleView.h"
+
+#include "Screens.h"
+#include "db/DbError.h"
+#include "support/TestClass.h"
+#include "ui/uctListView.h"
+
+#include <QCheckBox>
+#include <QClipboard>
+#include <QFile>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QPlainTextEdit>
+
+namespace {
+
+struct View : ScheduleScreen<frmScheduleView> {
+    using ScheduleScreen::ScheduleScreen;
+
+    void log(int schedule, int report, int code, const QString& description, const QString& name = {}) {
+        db().execute(
+            sql("INSERT INTO NorvaScheduler.dbo.tblLogs (ScheduleID, ReportID, ErrorCode, ErrorDescription, "
+                "ReportName) VALUES ({}, {}, {}, {}, {})",
+                schedule, report, code, description, name));
+    }
+    int reportId() {
+        return db()
+            .scalar(
+                sql("SELECT MIN(ReportID) FROM NorvaScheduler.dbo.tblTemplate_Report WHERE TemplateID = {}",
+                    templateOf("BW10023")))
+            .toInt();
+    }
+    uctListView& list() { return control<uctListView>("lstLog"); }
+    QString text(const QString& label) { return control<QLabel>(label).text(); }
+    QStringList entries() {
+        QStringList entries;
+        const QAbstractItemModel& model = *list().model();
+        for (int i = 0; i < model.rowCount(); ++i)
+            entries << model.index(i, 0).data().toString() + '|' + model.index(i, 1).data().toString();
+        return entries;
+    }
+    /// A run with one good report, one that failed, one deleted since, and a reset.
+    int addRun() {
+        const int id = add("Run", CompletedWithErrors, QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
+        log(id, reportId(), 0, "");
+        log(id, reportId(), 17, "No calls,\r\n\"none\" at all", "  Dear calls ");
+        log(id, 999'999, 0, "");
+        log(id, -1, -1, "Status reset by user");
+        return id;
+    }
+};
+
+} // namespace
+
+/// The log view of a schedule that was run.
+class FrmScheduleViewTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void showsWhatFailedAndWhy() {
+        View view;
+        QCOMPARE(view.show(view.addRun()), 0);
+        QCOMPARE(view.text("lblScheduleTitle"), QString("Run"));
+        QCOMPARE(view.text("lblProject"), QString("Brightwater"));
+        QCOMPARE(view.text("lblDate"), QString("02 Mar 2026 09:01 (Delayed 1 Min)"));
+        QCOMPARE(view.text("lblStatus"), QString("Errors occurred"));
+        QCOMPARE(view.text("lblSummary"),
+                 QString("1 of 3 reports failed; the schedule itself reported an error"));
+        const QStringList entries = view.entries();
+        QCOMPARE(entries.size(), 4);
+        QVERIFY2(entries[0].contains(" - ") && entries[0].endsWith("|ErrorCode #0:"), qPrintable(entries[0]));
+        QCOMPARE(entries[1], QString("Dear calls|ErrorCode #17:No calls,  \"none\" at all"));
+        QCOMPARE(entries[2], QString("(deleted Report)|ErrorCode #0:"));
+        QCOMPARE(entries[3], QString("Schedule|ErrorCode #-1:Status reset by user"));
+        // The first failure is selected and can be read in full.
+        QVERIFY(view.control<QPlainTextEdit>("txtDetails")
+                    .toPlainText()
+                    .startsWith("Dear calls\nErrorCode #17:"));
+        view.control<QCheckBox>("chkErrorsOnly").setChecked(true);
+        QCOMPARE(view.entries(), QStringList({entries[1], entries[3]}));
+    }
+
+    void theLogCanBeCopiedAndSaved() {
+        View view;
+        view.show(view.addRun());
+        QTest::keyClick(&view.list(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(),
+                 QString("Dear calls\tErrorCode #17:No calls,  \"none\" at all"));
+        ListViewUnselect(view.list());
+        QTest::keyClick(&view.list(), Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text().count('\n'), 3);
+
+        const QString path = view.program.appFile("log.csv");
+        view.program.messages.pick(view.program.appFile("log")); // without its ending
+        view.press("cmdSaveLog");
+        for (const bool replace : {false, true}) {
+            view.program.messages.pick(path);
+            view.program.messages.answer(replace);
+            view.press("cmdSaveLog");
+        }
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QString csv = QString::fromUtf8(file.readAll());
+        QVERIFY2(csv.contains("\"Dear calls\",\"17\",\"No calls,\r\n\"\"none\"\" at all\"\r\n"),
+                 qPrintable(csv));
+        view.shown();
+        view.program.messages.pick("/nowhere/at/all.csv");
+        view.press("cmdSaveLog");
+        QCOMPARE(view.shown(), QStringList("The file '/nowhere/at/all.csv' could not be written."));
+    }
+
+    void aCopyIsCutAndWarnsWhenItRunsAtOnce_data() {
+        QTest::addColumn<int>("minutes"); // from now to its run date
+        QTest::addColumn<bool>("warns");
+        QTest::newRow("past") << -60 << true;
+        QTest::newRow("within the hour") << 58 << true;
+        QTest::newRow("two hours ahead") << 120 << false;
+    }
+
+    void aCopyIsCutAndWarnsWhenItRunsAtOnce() {
+        QFETCH(int, minutes);
+        QFETCH(bool, warns);
+        View view;
+        view.show(view.add("Run", Completed, QDateTime::currentDateTime().addSecs(minutes * 60)));
+        view.program.messages.type("  " + QString(60, 'c'));
+        view.press("cmdSaveAs");
+        const QStringList shown = view.shown();
+        QCOMPARE(shown[0],
+                 QString("Please enter a new schedule title (note: this will create a new active schedule)"));
+        QCOMPARE(shown.size(), warns ? 2 : 1);
+        if (warns)
+            QCOMPARE(shown[1], QString("The new schedule will run immediately when scheduler is started.\n"
+                                       "If this is not intended please amend the schedule's run date."));
+        QVERIFY(view.closedWithCallback());
+        QCOMPARE(view.rows(), QStringList({"Run|Brightwater|4|Amelia.Hart",
+                                           QString(50, 'c') + "|Brightwater|0|QuorraAdmin"}));
+    }
+
+    void aCopyThatIsRefusedKeepsTheView() {
+        View view;
+        const int id = view.add("Run", Completed, QDateTime::currentDateTime());
+        view.show(id);
+        for (const auto& typed :
+             {std::optional<QString>(), std::optional<QString>("  "), std::optional<QString>("RUN")}) {
+            view.program.messages.type(typed);
+            view.press("cmdSaveAs");
+        }
+        QCOMPARE(view.shown().filter("Title already exists, please rename the schedule").size(), 1);
+        view.db().execute(sql("DELETE FROM NorvaScheduler.dbo.tblSchedule"));
+        view.program.messages.type("Copy");
+        view.press("cmdSaveAs");
+        QCOMPARE(view.shown().last(), QString("Error saving schedule"));
+        QVERIFY(view.rows().isEmpty() && view.screen->isVisible());
+        QCOMPARE(view.show(id), int(clsSchedule::NotFound));
+    }
+
+    void deletesScheduleAndLogTogether() {
+        View view;
+        const int id = view.addRun();
+        for (int step = 1; !view.rows().isEmpty(); ++step) {
+            view.caller.calls = 0;
+            view.show(id);
+            view.program.messages.answer(true);
+            view.program.fault.arm(step);
+            view.press("cmdDelete");
+            view.program.fault.arm(0);
+            const int rows = int(view.rows().size());
+            QCOMPARE(view.db().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs")).toInt(),
+                     rows * 4);
+            QCOMPARE(view.screen->isVisible(), rows == 1);
+            QVERIFY(step < 10);
+        }
+        QVERIFY(view.closedWithCallback());
+        QVERIFY(view.shown().size() > 3);
+    }
+
+    void diagnosticsTellTheKeys() {
+        View view;
+        const int id = view.addRun();
+        view.show(id);
+        QVERIFY(!view.control<QLabel>("lblDiagnostics").isVisible());
+        view.program.session.diagnostics = true;
+        view.show(id);
+        QVERIFY2(
+            view.text("lblDiagnostics").startsWith(QString("Report-ID:%1 Report-Type:").arg(view.reportId())),
+            qPrintable(view.text("lblDiagnostics")));
+        view.list().selectId(view.list().model()->index(3, 0).data(ListModel::IdRole).toInt());
+        QCOMPARE(view.text("lblDiagnostics"), QString("System log"));
+    }
+
+    void aLongLogTakesNoMoreStatements() {
+        View view;
+        const int id = view.addRun();
+        const auto statements = [&] {
+            const qint64 before = view.program.session.db().statementCount();
+            view.show(id);
+            return view.program.session.db().statementCount() - before;
+        };
+        const qint64 few = statements();
+        Transaction transaction(view.db());
+        for (int i = 0; i < 1000; ++i) view.log(id, view.reportId(), i % 2, "x");
+        transaction.commit();
+        QCOMPARE(statements(), few);
+        QCOMPARE(view.list().model()->rowCount(), 1004);
+    }
+};
+
+static const AnnounceTest<FrmScheduleViewTest> announce;
+#include "FrmScheduleViewTest.moc"

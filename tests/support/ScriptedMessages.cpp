@@ -1,0 +1,37 @@
+#include "support/ScriptedMessages.h"
+
+#include <QTest>
+
+namespace {
+
+template <class T>
+T next(QQueue<T>& script, const QString& box, const T& none) {
+    if (!script.isEmpty()) return script.dequeue();
+    QTest::qFail(qPrintable("no answer was scripted for: " + box), __FILE__, __LINE__);
+    return none;
+}
+
+} // namespace
+
+void ScriptedMessages::notice(QWidget*, const QString& text, Icon, const QString&, const QString& details) {
+    m_shown << text;
+    m_lastDetails = details;
+}
+
+bool ScriptedMessages::ask(QWidget*, const QString& text, Icon, const QString&) {
+    m_shown << text;
+    return next(m_answers, text, false);
+}
+
+std::optional<QString> ScriptedMessages::input(QWidget*, const QString& prompt, const QString&) {
+    m_shown << prompt;
+    return next(m_inputs, prompt, std::optional<QString>());
+}
+
+QString ScriptedMessages::openFile(QWidget*, const QString&, const QString& filter) {
+    return next(m_files, filter, QString());
+}
+
+QString ScriptedMessages::saveFile(QWidget*, const QString&, const QString& filter) {
+    return next(m_files, filter, QString());
+}

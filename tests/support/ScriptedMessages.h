@@ -1,0 +1,35 @@
+#pragma once
+
+#include "ui/Messages.h"
+
+#include <QQueue>
+#include <QStringList>
+
+/// Answers from a script and records the exact texts. A box that the script has no answer for fails
+/// the test; the answers left over are the test's to check with `finished()`.
+class ScriptedMessages : public Messages {
+public:
+    void answer(bool yes) { m_answers.enqueue(yes); }
+    void type(const std::optional<QString>& text) { m_inputs.enqueue(text); }
+    void pick(const QString& file) { m_files.enqueue(file); }
+
+    /// Texts of all boxes since the last call, in order.
+    QStringList takeShown() { return std::exchange(m_shown, {}); }
+    /// The details of the last notice.
+    const QString& lastDetails() const { return m_lastDetails; }
+    bool finished() const { return m_answers.isEmpty() && m_inputs.isEmpty() && m_files.isEmpty(); }
+
+    void notice(QWidget* parent, const QString& text, Icon icon, const QString& title,
+                const QString& details) override;
+    bool ask(QWidget* parent, const QString& text, Icon icon, const QString& title) override;
+    std::optional<QString> input(QWidget* parent, const QString& prompt, const QString& text) override;
+    QString openFile(QWidget* parent, const QString& folder, const QString& filter) override;
+    QString saveFile(QWidget* parent, const QString& folder, const QString& filter) override;
+
+private:
+    QStringList m_shown;
+    QString m_lastDetails;
+    QQueue<bool> m_answers;
+    QQueue<std::optional<QString>> m_inputs;
+    QQueue<QString> m_files;
+};
