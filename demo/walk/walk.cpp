@@ -30,7 +30,7 @@ int main(int argc, char* argv[]) {
     engine.start(QApplication::applicationDirPath() + "/zelvan-demo-engine", {server, "--seconds-per-run", "2"});
 
     Walker walker(QString::fromLocal8Bit(argv[2]));
-    planRoad(walker, session, server);
+    planRoad(walker, server);
     int result = EXIT_FAILURE;
     modMain program(context);
     walker.start([&](bool passed) {

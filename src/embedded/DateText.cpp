@@ -147,9 +147,11 @@ QDateTime tryParse(const QString& text, Order order) {
 }
 
 QDateTime fromStored(const QString& stored) {
-    QDateTime date = QDateTime::fromString(stored.left(10) + 'T' + stored.mid(11), Qt::ISODateWithMs);
-    date.setTimeSpec(Qt::UTC);
-    return date;
+    // In no zone at all: a local one would lose the hour that daylight saving skips.
+    const QStringView text(stored);
+    const auto number = [text](qsizetype at, qsizetype length) { return text.mid(at, length).toInt(); };
+    return QDateTime(QDate(number(0, 4), number(5, 2), number(8, 2)),
+                     QTime(number(11, 2), number(14, 2), number(17, 2), number(20, 3)), Qt::UTC);
 }
 
 QString toStored(const QDateTime& date, const Type& type) {

@@ -6,6 +6,7 @@
 #include "embedded/DdlExecutor.h"
 #include "embedded/Errors.h"
 #include "embedded/Security.h"
+#include "embedded/SessionOptions.h"
 #include "embedded/StatementParser.h"
 
 namespace embedded {
@@ -195,14 +196,20 @@ void Executor::selectInto(const Query& query, const ObjectName& target) {
         column.type = translation.types[i].kind == Type::Null ? Type::of(Type::Int) : translation.types[i];
         create.definition.columns.push_back(column);
     }
-    DdlExecutor ddl(m_session, m_functions);
-    ddl.run(create);
     InsertStatement insert;
     insert.table = target;
     auto plain = std::make_shared<Query>(query);
     plain->cores.front().into = {};
     insert.query = plain;
-    run(insert);
+    Savepoint together(m_session.file);
+    DdlExecutor(m_session, m_functions).run(create);
+    try {
+        run(insert);
+    } catch (const DbError&) {
+        m_session.frames.back().tables.erase(collation::fold(target.name));
+        throw;
+    }
+    together.release();
 }
 
 Executor::Flow Executor::run(const InsertStatement& statement) {
@@ -456,44 +463,9 @@ Executor::Flow Executor::run(const IdentityInsertStatement& statement) {
 }
 
 Executor::Flow Executor::run(const SetOptionStatement& statement) {
-    for (const QString& option : statement.options) setOption(option, statement.words.value(0).toUpper());
+    for (const QString& option : statement.options)
+        setOption(m_session, option, statement.words.value(0).toUpper());
     return Flow::Next;
-}
-
-void Executor::setOption(const QString& option, const QString& word) {
-    const bool on = word == "ON";
-    const auto refuseOff = [&] {
-        if (!on) throw notSupported("SET " + option + ' ' + word);
-    };
-    static const QSet<QString> withoutEffect{
-        "TRANSACTION",       "ARITHIGNORE", "NUMERIC_ROUNDABORT",     "TEXTSIZE",
-        "DEADLOCK_PRIORITY", "STATISTICS",  "CURSOR_CLOSE_ON_COMMIT", "ANSI_NULL_DFLT_ON"};
-    if (option == "NOCOUNT")
-        m_session.noCount = on;
-    else if (option == "XACT_ABORT")
-        m_session.abortOnError = on;
-    else if (option == "ANSI_NULLS")
-        m_session.ansiNulls = on;
-    else if (option == "QUOTED_IDENTIFIER")
-        m_session.quotedIdentifiers = on;
-    else if (option == "ANSI_PADDING" || option == "ANSI_WARNINGS" || option == "ARITHABORT"
-             || option == "CONCAT_NULL_YIELDS_NULL")
-        refuseOff();
-    else if (option == "LOCK_TIMEOUT")
-        m_session.file.setLockTimeout(word.toInt() < 0 ? 10000 : word.toInt());
-    else if (option == "DATEFIRST")
-        m_session.firstWeekday = std::clamp(word.toInt(), 1, 7);
-    else if (option == "DATEFORMAT" && (word == "MDY" || word == "DMY" || word == "YMD"))
-        m_session.dateOrder = word == "MDY"   ? dateText::Order::MonthDayYear
-                              : word == "DMY" ? dateText::Order::DayMonthYear
-                                              : dateText::Order::YearMonthDay;
-    else if (option == "LANGUAGE" && (word == "US_ENGLISH" || word == "ENGLISH")) {
-        m_session.firstWeekday = 7;
-        m_session.dateOrder = dateText::Order::MonthDayYear;
-    } else if (option == "ROWCOUNT" && word == "0")
-        return;
-    else if (!withoutEffect.contains(option))
-        throw notSupported("SET " + option + ' ' + word);
 }
 
 } // namespace embedded

@@ -60,7 +60,6 @@ private:
     template <class T>
     Flow run(const T& statement);
 
-    void setOption(const QString& option, const QString& word);
     DmlTranslator translator() { return {m_session, m_functions}; }
     SqliteStatement prepared(const Translation& translation);
     Value evaluate(const ExprPtr& expr, const Type& type);

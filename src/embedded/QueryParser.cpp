@@ -166,9 +166,7 @@ ObjectName QueryParser::takeTableName() {
 
 /// Hints steer locking and plans, which do not change what a statement yields here.
 void QueryParser::parseHints() {
-    if (!accept("with") || !is("(")) {
-        if (!is("(")) syntaxError();
-    }
+    accept("with");
     static const QStringList known{
         "nolock",  "readuncommitted", "readcommitted",     "repeatableread", "serializable",
         "updlock", "holdlock",        "rowlock",           "paglock",        "tablock",

@@ -246,25 +246,26 @@ QString QueryTranslator::table(const TableRef& ref) {
     QStringList names;
     const QString sql = assemble(*ref.query, types, names);
     m_scopes.push_back(std::move(own));
-    if (!ref.columns.isEmpty()) {
-        if (ref.columns.size() != names.size())
-            throw DbError(8158, QString("'%1' has a wrong number of columns.").arg(ref.alias));
-    }
+    if (!ref.columns.isEmpty() && ref.columns.size() != names.size())
+        throw DbError(8158, QString("'%1' has a wrong number of columns.").arg(ref.alias));
     QList<Column> columns;
+    QStringList quoted;
+    QSet<QString> seen;
     for (qsizetype i = 0; i < names.size(); ++i) {
-        if (names[i].isEmpty() && ref.columns.isEmpty())
+        const QString name = ref.columns.isEmpty() ? names[i] : ref.columns[i];
+        if (name.isEmpty())
             throw DbError(
                 8155,
                 QString("No column name was specified for column %1 of '%2'.").arg(i + 1).arg(ref.alias));
-        columns.append({names[i], types[i], true, false, {}});
+        if (seen.contains(collation::fold(name)))
+            throw DbError(
+                8156, QString("The column '%1' was specified multiple times for '%2'.").arg(name, ref.alias));
+        seen.insert(collation::fold(name));
+        columns.append({name, types[i], true, false, {}});
+        quoted.append(sqliteName(name));
     }
-    if (ref.columns.isEmpty()) return '(' + sql + ") AS " + addSource(ref.alias, true, columns).alias;
-    QStringList renamed;
-    for (qsizetype i = 0; i < columns.size(); ++i) {
-        columns[i].name = ref.columns[i];
-        renamed.append(sqliteName(ref.columns[i]));
-    }
-    const QString inner = "WITH w(" + renamed.join(u',') + ") AS (" + sql + ") SELECT * FROM w";
+    const QString inner =
+        ref.columns.isEmpty() ? sql : "WITH w(" + quoted.join(u',') + ") AS (" + sql + ") SELECT * FROM w";
     return '(' + inner + ") AS " + addSource(ref.alias, true, columns).alias;
 }
 
@@ -298,7 +299,7 @@ QString QueryTranslator::named(const TableRef& ref) {
     }
     Source& source = addSource(label, aliased, columns);
     source.database = collation::fold(database.name);
-    source.object = object;
+    if (object && object->kind == Object::Table) source.object = object;
     return text + " AS " + source.alias;
 }
 

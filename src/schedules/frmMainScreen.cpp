@@ -10,6 +10,8 @@
 #include "db/SchedulerDatabase.h"
 #include "schedules/ScheduleList.h"
 #include "schedules/ScheduleStatus.h"
+#include "schedules/frmSchedule.h"
+#include "schedules/frmScheduleView.h"
 #include "schedules/modScheduler.h"
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
@@ -19,6 +21,7 @@
 #include "ui_frmMainScreen.h"
 
 #include <QCloseEvent>
+#include <QLineEdit>
 #include <QToolButton>
 #include <chrono>
 
@@ -39,7 +42,8 @@ QLabel* subtleLabel(const QString& name, const QString& text, QWidget* parent) {
 
 ListRow listRow(const ScheduleListRow& schedule) {
     ListRow row{schedule.id, {schedule.title, statusText(schedule.status), schedule.shownDate}};
-    row.toolTip = schedule.problem;
+    row.toolTip = schedule.problem.isEmpty() ? "Project: " + schedule.project : schedule.problem;
+    row.keywords = schedule.project + '\n' + schedule.templateTitle;
     if (isFinished(schedule.status)) return row;
     row.texts << schedule.contents << schedule.templateTitle;
     row.background = schedule.subProjects ? Palette::multiSelectCostCentre() : QColor();
@@ -53,6 +57,7 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     m_ui->setupUi(this);
     upgradeAtMainScreen(m_context.session.db());
     ReadGlobalOptions(m_context.session);
+    resize(fontMetrics().averageCharWidth() * 180, fontMetrics().height() * 40);
     m_ui->header->setNote(
         QString("%1 on %2").arg(m_context.session.userName, m_context.session.serverName));
     buildFooter();
@@ -89,19 +94,23 @@ void frmMainScreen::buildFooter() {
 }
 
 void frmMainScreen::buildLists() {
-    m_ui->lstSchedules->setColumns({{"Schedule Title"},
-                                    {"Status"},
-                                    {"Due To Run", ListColumn::Date},
-                                    {"Reports/Sub Projects"},
-                                    {"Template"}},
+    m_ui->lstSchedules->setColumns({{"Schedule Title", ListColumn::Text, 44},
+                                    {"Status", ListColumn::Text, 46},
+                                    {"Due To Run", ListColumn::Date, 24},
+                                    {"Reports/Sub Projects", ListColumn::Text, 26},
+                                    {"Template", ListColumn::Text, 30}},
                                    "PendingSchedules");
     m_ui->lstSchedules->setEmptyText("No schedule is waiting. Add Schedule makes one.");
-    m_ui->lstFinished->setColumns({{"Schedule Title"}, {"Status"}, {"Date/Time Ran", ListColumn::Date}},
+    m_ui->lstFinished->setColumns({{"Schedule Title", ListColumn::Text, 44},
+                                   {"Status", ListColumn::Text, 46},
+                                   {"Date/Time Ran", ListColumn::Date, 24}},
                                   "CompletedSchedules");
     m_ui->lstFinished->setEmptyText("No schedule has been run yet.");
 
     m_ui->hdrSchedules->addWidget(subtleLabel("lblSchedulesTitleSort", sortHint, this));
     m_ui->hdrFinished->addWidget(subtleLabel("lblFinishedTitleSort", sortHint, this));
+    m_ui->hdrSchedules->addWidget(filterBox("txtFilterSchedules", *m_ui->lstSchedules));
+    m_ui->hdrFinished->addWidget(filterBox("txtFilterFinished", *m_ui->lstFinished));
     auto* key = new uctColourKey("Colour Key", this);
     key->setToolTip("Colour key for the pending schedule types");
     key->add("lblKeyStandard", "Standard Schedule", Palette::standardSchedule());
@@ -111,6 +120,18 @@ void frmMainScreen::buildLists() {
     m_ui->hdrFinished->attach(m_ui->lstFinished, "CompletedSchedules", m_ui->paneFinished);
     connectList(*m_ui->lstSchedules, false);
     connectList(*m_ui->lstFinished, true);
+}
+
+QLineEdit* frmMainScreen::filterBox(const QString& name, uctListView& list) {
+    auto* box = new QLineEdit(this);
+    box->setObjectName(name);
+    box->setPlaceholderText("Filter");
+    box->setClearButtonEnabled(true);
+    box->setAccessibleName("Filter " + list.accessibleName());
+    box->setToolTip("Shows only schedules that hold these words in title, status, template or project");
+    box->setFixedWidth(fontMetrics().averageCharWidth() * 28);
+    connect(box, &QLineEdit::textChanged, &list, &uctListView::setFilterWords);
+    return box;
 }
 
 void frmMainScreen::connectList(uctListView& list, bool finished) {
@@ -195,8 +216,24 @@ void frmMainScreen::notYet(const QString& what) {
     m_context.messages.notice(this, what + " is not part of this version yet.");
 }
 
+template <class Screen>
+void frmMainScreen::openScreen(int id, const QString& failure) {
+    Screen screen(m_context, this);
+    int result = 0;
+    {
+        WaitCursor wait;
+        result = screen.Setup(id);
+    }
+    if (result != 0) {
+        m_context.messages.notice(this, failure);
+        return;
+    }
+    screen.SetCallback(this, "Calledback");
+    screen.exec();
+}
+
 void frmMainScreen::cmdAdd_Click() {
-    notYet("Adding schedules");
+    run("frmMainScreen.cmdAdd_Click", [this] { openScreen<frmSchedule>(clsSchedule::notStored, "Error loading add schedule"); });
 }
 
 void frmMainScreen::cmdEdit_Click() {
@@ -210,8 +247,8 @@ void frmMainScreen::editSchedule(int id) {
     switch (ReadScheduleStatus(m_context.session, id)) {
     case Processing: resetSchedule(id); break;
     case CompletedWithErrors:
-    case Completed: notYet("The log of a schedule"); break;
-    default: notYet("Editing schedules");
+    case Completed: openScreen<frmScheduleView>(id, "Error loading schedule information"); break;
+    default: openScreen<frmSchedule>(id, "Error loading schedule information");
     }
 }
 

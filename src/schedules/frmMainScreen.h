@@ -8,7 +8,7 @@
 #include <functional>
 #include <memory>
 
-class QToolButton;
+class QLineEdit;
 class uctListView;
 struct ScheduleListRow;
 namespace Ui {
@@ -53,11 +53,15 @@ private slots:
 private:
     void buildFooter();
     void buildLists();
+    QLineEdit* filterBox(const QString& name, uctListView& list);
     void connectList(uctListView& list, bool finished);
     void showRows(const std::vector<ScheduleListRow>& rows);
     void selectRow(bool finished);
     void editSchedule(int id);
     void resetSchedule(int id);
+    /// Sets a child screen up and shows it; tells the failure when it cannot be set up.
+    template <class Screen>
+    void openScreen(int id, const QString& failure);
     void savePlacement() const;
     void run(const char* slot, const std::function<void()>& body);
     void notYet(const QString& what);

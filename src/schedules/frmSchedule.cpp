@@ -36,11 +36,18 @@ void setTextColour(QWidget& widget, const QColor& colour) {
 frmSchedule::frmSchedule(ScreenContext& screenContext, QWidget* parent)
     : ScreenDialog(screenContext, parent), m_ui(std::make_unique<Ui::frmSchedule>()), m_schedule(session()) {
     m_ui->setupUi(this);
-    m_ui->lstHistory->setColumns({{"Project"}, {"Last used", ListColumn::Date}}, "ProjectHistory");
+    m_ui->lstHistory->setColumns({{"Project", ListColumn::Text, 45}, {"Last used", ListColumn::Date}},
+                                 "ProjectHistory");
     m_ui->lstHistory->setEmptyText("The projects that you choose are kept here.");
+    // The list gives way first where the screen is small.
+    m_ui->lstHistory->setMinimumHeight(fontMetrics().height() * 6);
+    m_ui->lstHistory->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     m_ui->dtRunOn->setLocale(QLocale::c()); // English month names, whatever the desktop's language
     m_ui->dtRunOnTime->setLocale(QLocale::c());
     m_ui->paneUpdate->hide();
+    QPalette readOnly = m_ui->txtProject->palette();
+    readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
+    m_ui->txtProject->setPalette(readOnly);
     setTextColour(*m_ui->lblProjectProblem, Palette::problem());
     buildFooter();
     connectControls();

@@ -14,7 +14,6 @@
 #include <QAction>
 #include <QClipboard>
 #include <QFile>
-#include <QHeaderView>
 #include <QSaveFile>
 #include <QScreen>
 #include <QToolButton>
@@ -49,11 +48,13 @@ frmScheduleView::frmScheduleView(ScreenContext& screenContext, QWidget* parent)
     for (QLabel* label : {m_ui->lblScheduleTitleHeader, m_ui->lblProjectHeader, m_ui->lblTemplateHeader,
                           m_ui->lblDateHeader, m_ui->lblStatusHeader, m_ui->lblLogHeader})
         makeBold(*label);
-    for (QLabel* label :
-         {m_ui->lblScheduleTitle, m_ui->lblProject, m_ui->lblTemplate, m_ui->lblDate, m_ui->lblStatus}) {
-        label->setTextFormat(Qt::PlainText);
-        label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        label->setWordWrap(true);
+    for (int line = 0; line < m_ui->layoutLabels->rowCount(); ++line) {
+        auto* value = qobject_cast<QLabel*>(m_ui->layoutLabels->itemAtPosition(line, 1)->widget());
+        value->setTextFormat(Qt::PlainText);
+        value->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        value->setWordWrap(true);
+        for (const int column : {0, 1}) // a value may take several lines
+            m_ui->layoutLabels->itemAtPosition(line, column)->setAlignment(Qt::AlignTop);
     }
     m_ui->lblDiagnostics->setVisible(session().diagnostics);
     buildFooter();
@@ -81,10 +82,11 @@ void frmScheduleView::buildFooter() {
 }
 
 void frmScheduleView::buildList() {
-    m_ui->lstLog->setColumns({{"Schedule Report"}, {"Details"}}, "ScheduleLog");
-    m_ui->lstLog->header()->resizeSection(0, fontMetrics().averageCharWidth() * 45);
+    m_ui->txtDetails->setMinimumHeight(fontMetrics().height() * 3);
+    m_ui->lstLog->setColumns({{"Schedule Report", ListColumn::Text, 50}, {"Details"}}, "ScheduleLog");
     m_ui->splitter->setStretchFactor(0, 4);
     m_ui->splitter->setStretchFactor(1, 1);
+    m_ui->splitter->setSizes({4000, 1000});
     m_ui->splitter->remember("ScheduleLog");
     connect(m_ui->lstLog, &uctListView::selectedIdChanged, this, &frmScheduleView::lstLog_Click);
     connect(m_ui->chkErrorsOnly, &QCheckBox::toggled, this, &frmScheduleView::fillLog);
@@ -135,17 +137,16 @@ void frmScheduleView::fillLabels() {
 
 void frmScheduleView::fillLog() {
     const bool errorsOnly = m_ui->chkErrorsOnly->isChecked();
-    const QIcon errorIcon = icon("dialog-error");
+    const QIcon errorIcon = icon("emblem-error");
+    const QIcon successIcon = icon("emblem-success");
     QColor errorBackground = Palette::problem();
     errorBackground.setAlpha(32);
     std::vector<ListRow> rows;
     for (const LogEntry& entry : m_log) {
         if (errorsOnly && !entry.isError()) continue;
         ListRow row{entry.id, {inOneLine(entry.reportName), inOneLine(entry.details())}};
-        if (entry.isError()) {
-            row.icon = errorIcon;
-            row.background = errorBackground;
-        }
+        row.icon = entry.isError() ? errorIcon : successIcon;
+        if (entry.isError()) row.background = errorBackground;
         rows.push_back(std::move(row));
     }
     m_ui->lstLog->setEmptyText(m_log.empty() ? "The run of this schedule left no log."

@@ -38,7 +38,8 @@ frmBillSelection::frmBillSelection(ScreenContext& context, QWidget* parent)
     footer.addStretch();
     connect(footer.add("Cancel", "&Cancel", "dialog-cancel", "Close and keep the former choice"),
             &QToolButton::clicked, this, &frmBillSelection::reject);
-    resize(QSize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 28).boundedTo(screen()->availableSize()));
+    resize(QSize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 28)
+               .boundedTo(screen()->availableSize()));
 }
 
 frmBillSelection::~frmBillSelection() = default;

@@ -35,7 +35,8 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
         guarded(this->context(), this, "frmExcludeNumbers.DBGrid1_AfterUpdate",
                 [&] { tellOfOthers(number); });
     });
-    resize(QSize(fontMetrics().averageCharWidth() * 76, fontMetrics().height() * 30).boundedTo(screen()->availableSize()));
+    resize(QSize(fontMetrics().averageCharWidth() * 76, fontMetrics().height() * 30)
+               .boundedTo(screen()->availableSize()));
 }
 
 frmExcludeNumbers::~frmExcludeNumbers() = default;

@@ -27,7 +27,8 @@ frmRangeSel::frmRangeSel(ScreenContext& context, QWidget* parent)
     connect(m_ui->grid, &uctNumberGrid::deletePressed, this, [this] {
         guarded(this->context(), this, "frmRangeSel.DBGrid1_Delete", [this] { deleteSelected(); });
     });
-    resize(QSize(fontMetrics().averageCharWidth() * 72, fontMetrics().height() * 28).boundedTo(screen()->availableSize()));
+    resize(QSize(fontMetrics().averageCharWidth() * 72, fontMetrics().height() * 28)
+               .boundedTo(screen()->availableSize()));
 }
 
 frmRangeSel::~frmRangeSel() = default;

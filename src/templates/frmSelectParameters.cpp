@@ -29,6 +29,20 @@ frmSelectParameters::frmSelectParameters(ScreenContext& context, QWidget* parent
       m_ui(std::make_unique<Ui::frmSelectParameters>()),
       m_lists(context.session.db(), context.session.project) {
     m_ui->setupUi(this);
+    const int letter = fontMetrics().averageCharWidth();
+    m_ui->lstGroups->setMinimumWidth(letter * 26);
+    m_ui->splitter->setSizes({letter * 30, letter * 100});
+    m_ui->splitter->setStretchFactor(1, 1);
+    m_ui->splitter->remember("SelectParameters");
+    connect(m_ui->lstGroups, &QListWidget::currentRowChanged, this, [this](int row) { goTo(row, false); });
+    connect(m_ui->lstGroups, &QListWidget::itemActivated, this,
+            [this](QListWidgetItem* item) { goTo(m_ui->lstGroups->row(item), true); });
+    resize(QSize(letter * 135, fontMetrics().height() * 36).boundedTo(screen()->availableSize()));
+}
+
+frmSelectParameters::~frmSelectParameters() = default;
+
+void frmSelectParameters::buildFooter() {
     uctFooter& footer = *m_ui->footer;
     const auto button = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
                             auto slot) {
@@ -43,19 +57,7 @@ frmSelectParameters::frmSelectParameters(ScreenContext& context, QWidget* parent
     footer.addStretch();
     button("Cancel", "Ca&ncel", "dialog-cancel", "Close and keep the former parameters",
            &frmSelectParameters::reject);
-
-    const int letter = fontMetrics().averageCharWidth();
-    m_ui->lstGroups->setMinimumWidth(letter * 26);
-    m_ui->splitter->setSizes({letter * 30, letter * 100});
-    m_ui->splitter->setStretchFactor(1, 1);
-    m_ui->splitter->remember("SelectParameters");
-    connect(m_ui->lstGroups, &QListWidget::currentRowChanged, this, [this](int row) { goTo(row, false); });
-    connect(m_ui->lstGroups, &QListWidget::itemActivated, this,
-            [this](QListWidgetItem* item) { goTo(m_ui->lstGroups->row(item), true); });
-    resize(QSize(letter * 135, fontMetrics().height() * 36).boundedTo(screen()->availableSize()));
 }
-
-frmSelectParameters::~frmSelectParameters() = default;
 
 int frmSelectParameters::Setup(clsReport& report, int templateId) {
     return guarded(context(), this, "frmSelectParameters.Setup",
@@ -71,6 +73,7 @@ int frmSelectParameters::Setup(clsReport& report, int templateId) {
                        m_ui->lblNoGroups->setVisible(m_groups.empty());
                        m_ui->splitter->widget(0)->setHidden(m_groups.empty());
                        static_cast<QVBoxLayout*>(m_ui->groups->layout())->addStretch();
+                       buildFooter(); // after the groups, which the Tab key reaches before
                        RefreshParams();
                        m_ui->lstGroups->setCurrentRow(0);
                    })
@@ -78,63 +81,69 @@ int frmSelectParameters::Setup(clsReport& report, int templateId) {
                : -1;
 }
 
+template <class GroupWidget, class... Arguments>
+GroupWidget* frmSelectParameters::add(const QString& name, const QString& title,
+                                      const Arguments&... arguments) {
+    auto* frame = new QFrame(m_ui->groups);
+    frame->setObjectName(name);
+    auto* header = new uctFrameHeader(frame);
+    header->setTitle(title);
+    auto* group = new GroupWidget(arguments..., frame);
+    header->attach(group, "Parameters/" + name);
+    auto* column = new QVBoxLayout(frame);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(2);
+    column->addWidget(header);
+    column->addWidget(group);
+    m_ui->groups->layout()->addWidget(frame);
+    announce(group, frame, title);
+    return group;
+}
+
 void frmSelectParameters::buildGroups(const EditedReport& report) {
     const CatalogueEntry& entry = report.entry;
     if (uctNumbers::isFor(report.report)) {
-        auto* numbers = new uctNumbers(report, this);
+        auto* numbers = add<uctNumbers>("FrameNumbers", "Telephone numbers", report);
         connect(numbers, &uctNumbers::editRequested, this, &frmSelectParameters::cmdCalls_Click);
-        add("FrameNumbers", "Telephone numbers", numbers);
     }
-    if (entry.offers(CallDatesGroup)) add("FrameDates", "Call dates and days", new uctDates(report, this));
-    if (entry.offers(CallHoursGroup)) add("FrameTimes", "Call hours", new uctTimes(report, this));
+    if (entry.offers(CallDatesGroup)) add<uctDates>("FrameDates", "Call dates and days", report);
+    if (entry.offers(CallHoursGroup)) add<uctTimes>("FrameTimes", "Call hours", report);
     buildLineGroups(report);
-    if (entry.offers(ThresholdsGroup)) add("FrameThresholds", "Thresholds", new uctThresholds(report, this));
-    if (entry.offers(AccountsGroup))
-        add("FrameCC", "Accounts and cost centres", new uctAccounts(report, this));
+    if (entry.offers(ThresholdsGroup)) add<uctThresholds>("FrameThresholds", "Thresholds", report);
+    if (entry.offers(AccountsGroup)) add<uctAccounts>("FrameCC", "Accounts and cost centres", report);
     buildChoiceGroups(report);
-    if (entry.offers(ExclusionsGroup))
-        add("frameExclusions", "Excluded numbers", new uctExclusions(report, this));
+    if (entry.offers(ExclusionsGroup)) add<uctExclusions>("frameExclusions", "Excluded numbers", report);
     const bool classes = report.report.ReportType() == CallReport && entry.offers(CallClassesGroup);
     if (classes && m_lists.hasUnclassedCalls())
-        add("FrameCallClasses", "Call classes", new uctCallClasses(report, this));
+        add<uctCallClasses>("FrameCallClasses", "Call classes", report);
 }
 
 /// The kinds of line decide which distance bands there are. The choice of lines is stored first,
 /// because storing another one unselects every band.
 void frmSelectParameters::buildLineGroups(const EditedReport& report) {
     uctLineChoice* lines = nullptr;
-    if (!report.entry.lines.empty()) add("FrameMob", "Calls from", lines = new uctLineChoice(report, this));
+    if (!report.entry.lines.empty()) lines = add<uctLineChoice>("FrameMob", "Calls from", report);
     if (report.report.ReportType() == CircuitReport || !report.entry.offers(DistanceBandsGroup)) return;
-    auto* bands = new uctDistance(report, this);
-    add("FrameDistance", "Distance bands", bands);
+    auto* bands = add<uctDistance>("FrameDistance", "Distance bands", report);
     if (lines) connect(lines, &uctLineChoice::callFilterChanged, bands, &uctDistance::tickSuiting);
 }
 
 void frmSelectParameters::buildChoiceGroups(const EditedReport& report) {
     const CatalogueEntry& entry = report.entry;
     const bool circuits = report.report.ReportType() == CircuitReport;
-    if (entry.offers(BillNumberGroup)) add("FrameLinkvale", "Bill number", new uctBillNumber(report, this));
+    if (entry.offers(BillNumberGroup)) add<uctBillNumber>("FrameLinkvale", "Bill number", report);
     if (entry.offers(circuits ? PercentageGroup : CircuitIdGroup))
-        add("FrameCircuits", "Comparison", makePercentage(report, this));
+        add<uctTextChoice>("FrameCircuits", "Comparison", report, percentageField());
     if (circuits && entry.offers(CircuitIdGroup))
-        add("FrameSelectedCircuit", "Selected circuit", makeSelectedCircuit(report, this));
+        add<uctTextChoice>("FrameSelectedCircuit", "Selected circuit", report, circuitField(m_lists));
     if (entry.offers(SourceBillGroup))
-        add("frameSourceBill", "Source bill reference", m_sourceBill = makeSourceBill(report, this));
-    if (entry.offers(WisperaUserGroup)) add("FrameWPParams", "Wispera user", makeWisperaUser(report, this));
+        m_sourceBill =
+            add<uctTextChoice>("frameSourceBill", "Source bill reference", report, sourceBillField(m_lists));
+    if (entry.offers(WisperaUserGroup))
+        add<uctTextChoice>("FrameWPParams", "Wispera user", report, wisperaUserField(m_lists));
 }
 
-void frmSelectParameters::add(const QString& name, const QString& title, uctParameterGroup* group) {
-    auto* frame = new QFrame(m_ui->groups);
-    frame->setObjectName(name);
-    auto* header = new uctFrameHeader(frame);
-    header->setTitle(title);
-    auto* column = new QVBoxLayout(frame);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(2);
-    column->addWidget(header);
-    column->addWidget(group);
-    header->attach(group, "Parameters/" + name);
-    m_ui->groups->layout()->addWidget(frame);
+void frmSelectParameters::announce(uctParameterGroup* group, QWidget* frame, const QString& title) {
     auto* item = new QListWidgetItem(title, m_ui->lstGroups);
     m_groups.push_back({group, frame, item});
     connect(group, &uctParameterGroup::changed, this, [this, item, title] {

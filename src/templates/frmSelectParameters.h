@@ -59,7 +59,11 @@ private:
     void buildGroups(const EditedReport& report);
     void buildLineGroups(const EditedReport& report);
     void buildChoiceGroups(const EditedReport& report);
-    void add(const QString& frame, const QString& title, uctParameterGroup* group);
+    /// Adds a group, made from `arguments` and its parent, in a frame of this object name.
+    template <class GroupWidget, class... Arguments>
+    GroupWidget* add(const QString& frame, const QString& title, const Arguments&... arguments);
+    void announce(uctParameterGroup* group, QWidget* frame, const QString& title);
+    void buildFooter();
     void goTo(int group, bool focus);
     void save();
     void showTexts();

@@ -45,50 +45,47 @@ void uctTextChoice::store(clsReportParameters& parameters) const {
     m_field.set(parameters, m_box->currentText().trimmed());
 }
 
-uctTextChoice* makePercentage(const EditedReport& report, QWidget* parent) {
-    return new uctTextChoice(
-        report,
-        {"CmbPercent",
-         "Percenta&ge for comparison",
-         {},
-         {},
-         {"0", "1", "2", "5", "10", "15", "20", "25", "30", "40", "50"},
-         false,
-         [](const clsReportParameters& p) { return QString::number(p.CircuitsPercentage()); },
-         [](clsReportParameters& p, const QString& text) { p.setCircuitsPercentage(quint8(text.toInt())); }},
-        parent);
+uctTextChoice::Field percentageField() {
+    return {
+        "CmbPercent",
+        "Percenta&ge for comparison",
+        {},
+        {},
+        {"0", "1", "2", "5", "10", "15", "20", "25", "30", "40", "50"},
+        false,
+        [](const clsReportParameters& p) { return QString::number(p.CircuitsPercentage()); },
+        [](clsReportParameters& p, const QString& text) { p.setCircuitsPercentage(quint8(text.toInt())); }};
 }
 
-uctTextChoice* makeSelectedCircuit(const EditedReport& report, QWidget* parent) {
-    return new uctTextChoice(
-        report,
-        {"cmbCircuit",
-         "C&ircuit",
-         {},
-         "This project holds no list of circuits: please type the circuit's identifier.",
-         report.lists.circuits(),
-         true,
-         [](const clsReportParameters& p) { return p.SelectedCircuitID(); },
-         [](clsReportParameters& p, const QString& text) { p.setSelectedCircuitID(text); }},
-        parent);
+uctTextChoice::Field circuitField(const ProjectLists& lists) {
+    return {"cmbCircuit",
+            "C&ircuit",
+            {},
+            "This project holds no list of circuits: please type the circuit's identifier.",
+            lists.circuits(),
+            true,
+            [](const clsReportParameters& p) { return p.SelectedCircuitID(); },
+            [](clsReportParameters& p, const QString& text) { p.setSelectedCircuitID(text); }};
 }
 
-uctTextChoice* makeSourceBill(const EditedReport& report, QWidget* parent) {
-    return new uctTextChoice(
-        report,
-        {"cmbSourceBill", "Source b&ill reference", "Leave the box empty for all source bills.",
-         "This project holds no source bill references: all source bills are reported.",
-         report.lists.sourceBills(), true, [](const clsReportParameters& p) { return p.SourceBillRef(); },
-         [](clsReportParameters& p, const QString& text) { p.setSourceBillRef(text); }},
-        parent);
+uctTextChoice::Field sourceBillField(const ProjectLists& lists) {
+    return {"cmbSourceBill",
+            "Source b&ill reference",
+            "Leave the box empty for all source bills.",
+            "This project holds no source bill references: leave the box empty.",
+            lists.sourceBills(),
+            true,
+            [](const clsReportParameters& p) { return p.SourceBillRef(); },
+            [](clsReportParameters& p, const QString& text) { p.setSourceBillRef(text); }};
 }
 
-uctTextChoice* makeWisperaUser(const EditedReport& report, QWidget* parent) {
-    return new uctTextChoice(report,
-                             {"cmbWisperaUser", "Wispera user &ID", "Leave the box empty for all users.",
-                              "This project holds no Wispera users. Leave the box empty for all users.",
-                              report.lists.wisperaUsers(), true,
-                              [](const clsReportParameters& p) { return p.WPUserId(); },
-                              [](clsReportParameters& p, const QString& text) { p.setWPUserId(text); }},
-                             parent);
+uctTextChoice::Field wisperaUserField(const ProjectLists& lists) {
+    return {"cmbWisperaUser",
+            "Wispera user &ID",
+            "Leave the box empty for all users.",
+            "This project holds no Wispera users. Leave the box empty for all users.",
+            lists.wisperaUsers(),
+            true,
+            [](const clsReportParameters& p) { return p.WPUserId(); },
+            [](clsReportParameters& p, const QString& text) { p.setWPUserId(text); }};
 }

@@ -33,8 +33,8 @@ private:
     QComboBox* m_box;
 };
 
-/// The groups of this kind.
-uctTextChoice* makePercentage(const EditedReport& report, QWidget* parent);
-uctTextChoice* makeSelectedCircuit(const EditedReport& report, QWidget* parent);
-uctTextChoice* makeSourceBill(const EditedReport& report, QWidget* parent);
-uctTextChoice* makeWisperaUser(const EditedReport& report, QWidget* parent);
+/// The fields that there are.
+uctTextChoice::Field percentageField();
+uctTextChoice::Field circuitField(const ProjectLists& lists);
+uctTextChoice::Field sourceBillField(const ProjectLists& lists);
+uctTextChoice::Field wisperaUserField(const ProjectLists& lists);

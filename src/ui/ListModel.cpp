@@ -138,7 +138,8 @@ bool ListOrder::lessThan(const QModelIndex& left, const QModelIndex& right) cons
 }
 
 bool ListOrder::filterAcceptsRow(int sourceRow, const QModelIndex&) const {
-    const QString texts = m_source->rows()[std::size_t(sourceRow)].texts.join('\n');
+    const ListRow& row = m_source->rows()[std::size_t(sourceRow)];
+    const QString texts = row.texts.join('\n') + '\n' + row.keywords;
     return std::all_of(m_words.begin(), m_words.end(),
                        [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); });
 }

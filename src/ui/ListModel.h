@@ -8,12 +8,13 @@
 #include <variant>
 #include <vector>
 
-/// A column of a list: its caption and how its texts sort.
+/// A column of a list: its caption, how its texts sort, how wide it is at first.
 struct ListColumn {
     enum Kind { Text, Number, Date }; ///< dates in the form "dd mmm yyyy Hh:Nn"
 
     QString caption;
     Kind kind = Text;
+    int width = 20; ///< in characters, until the user sets another
 };
 
 /// A row of a list, keyed by its record's ID.
@@ -23,10 +24,11 @@ struct ListRow {
     QColor background{}; ///< invalid: the list's own
     QIcon icon{};
     QString toolTip{};
+    QString keywords{}; ///< found by the filter, not shown
 
     bool operator==(const ListRow& other) const {
         return id == other.id && texts == other.texts && background == other.background
-               && toolTip == other.toolTip && icon.cacheKey() == other.icon.cacheKey();
+               && toolTip == other.toolTip && keywords == other.keywords && icon.cacheKey() == other.icon.cacheKey();
     }
 };
 

@@ -34,10 +34,14 @@ bool MessageBoxes::ask(QWidget* parent, const QString& text, Icon icon, const QS
 }
 
 std::optional<QString> MessageBoxes::input(QWidget* parent, const QString& prompt, const QString& text) {
-    bool accepted = false;
-    const QString answer = QInputDialog::getText(parent, QApplication::applicationDisplayName(), prompt,
-                                                 QLineEdit::Normal, text, &accepted);
-    return accepted ? std::optional(answer) : std::nullopt;
+    QInputDialog dialog(parent);
+    dialog.setObjectName("QInputDialog");
+    dialog.setWindowTitle(QApplication::applicationDisplayName());
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(text);
+    dialog.setMinimumWidth(dialog.fontMetrics().averageCharWidth() * 60);
+    NormalCursor pointer;
+    return dialog.exec() == QDialog::Accepted ? std::optional(dialog.textValue()) : std::nullopt;
 }
 
 QString MessageBoxes::openFile(QWidget* parent, const QString& folder, const QString& filter) {

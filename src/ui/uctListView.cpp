@@ -30,6 +30,9 @@ void uctListView::setColumns(std::vector<ListColumn> columns, const QString& key
 }
 
 void uctListView::restoreWidths(const QString& key) {
+    const int character = fontMetrics().averageCharWidth();
+    for (int i = 0; i < m_model->columnCount(); ++i)
+        header()->resizeSection(i, m_model->columnList()[std::size_t(i)].width * character);
     header()->restoreState(QByteArray::fromBase64(getSetting("VWT", "Columns", key, "").toLatin1()));
     header()->setSortIndicatorShown(false); // the caption carries the mark
     connect(header(), &QHeaderView::sectionResized, this, [this, key](int, int, int) {

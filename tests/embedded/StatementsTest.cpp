@@ -154,6 +154,96 @@ private slots:
             "cascade) "
             "insert p2 values (1), (2) insert c2 values (1), (2) delete p2 where id = 1 select p from c2",
             "2");
+        row("add and drop constraints",
+            "alter table t add constraint ck check (id < 4) alter table t add constraint df default 'none' "
+            "for name "
+            "insert t default values alter table t drop constraint ck alter table t drop constraint df "
+            "insert t default values select name from t where id > 2",
+            "none;NULL");
+        row("checks let null pass",
+            "create table k (a int null check (a > 1)) insert k values (null) select count(*) from k", "1");
+        row("set null",
+            "create table p2 (id int primary key) create table c2 (p int references p2 on delete set null) "
+            "insert p2 values (1) insert c2 values (1) delete p2 select p from c2",
+            "NULL");
+        row("index comes and goes",
+            "create index ix on t (name) drop index t.ix create unique index ix on t (name, id) "
+            "drop index ix on t select count(*) from t where name = 'two'",
+            "1");
+        row("view on a view",
+            "exec('create view v as select id, name from t') exec('create view w as select id from v') "
+            "exec('alter view v as select id * 10 id from t') select sum(id) from w",
+            "30");
+        row("altered procedure",
+            "exec('create proc p as select 1 a') exec('alter proc p as select 2 a') exec p", "2");
+        row("procedure by variable",
+            "exec('create proc [p q] @a int as return @a') declare @n varchar(9), @r int set @n = "
+            "'[p q]' exec @r = [p q] 3 select @r",
+            "3");
+        row("procedure in another database",
+            "use [a.b] exec('create proc p as select db_name() n') use d exec [a.b].dbo.p", "a.b");
+        row("insert exec of a procedure",
+            "exec('create proc p as select 7 a select 8') create table #x (a int) "
+            "insert #x exec p select sum(a) from #x",
+            "15");
+        row("procedures see the caller's #tables",
+            "create table #x (a int) exec('insert #x values (4)') select a from #x", "4");
+        row("their own #tables end with them",
+            "exec('create table #y (a int)') select object_id('tempdb..#y')", "NULL");
+        row("return ends the procedure only",
+            "exec('create proc p as return 1 select 1/0') exec p select 'on'", "on");
+        row("nested catch",
+            "begin try begin try raiserror('in', 16, 1) end try begin catch throw 50001, 'out', 1 end catch "
+            "end try begin catch select error_number(), error_message() end catch",
+            "50001|out");
+        row("scrolling cursor",
+            "declare @a int, @b int declare c scroll cursor for select id from t open c fetch last from c "
+            "into @a fetch prior from c into @b fetch prior from c into @b close c deallocate c "
+            "select @a, @b, @@fetch_status",
+            "2|1|-1");
+        row("cursor keeps its variables' values",
+            "declare @n int, @x int set @n = 2 declare c cursor for select id from t "
+            "where id = @n set @n = 1 open c fetch c into @x close c deallocate c select @x",
+            "2");
+        row("order of day and month",
+            "set dateformat dmy select cast('01/04/2008' as datetime), datepart(mm, '1-4-2008') "
+            "set dateformat mdy",
+            "2008-04-01 00:00:00.000|4");
+        row("first day of the week",
+            "set datefirst 1 declare @d int set @d = datepart(dw, '20080401') set datefirst 7 select @d",
+            "2");
+        row("an hour that summer time skips",
+            "select dateadd(hh, 1, '2008-03-30 01:30'), cast('2008-03-30 02:30' as datetime)",
+            "2008-03-30 02:30:00.000|2008-03-30 02:30:00.000");
+        row("dates in a column compare",
+            "select count(*) from t where [Date] between '1 Mar 2008' and '2008-03-31T23:59:59'", "1");
+        row("a text column beside numbers",
+            "create table n (a varchar(5)) insert n values ('07'), ('8') select a from n where "
+            "a = 7 or a in (8, 9)",
+            "07;8");
+        row("in with dates", "select id from t where [Date] in ('2008/04/01', '20090101')", "2");
+        row("derived table sees the outer query",
+            "select id from t x where exists (select 1 from (select id from t where id > "
+            "x.id) y)",
+            "1");
+        row("union in a subquery", "select id from t where id in (select 1 union all select 5)", "1");
+        row("union joins types", "select 1 union all select 2.5 union all select null", "1.0;2.5;NULL");
+        row("top in a union", "select * from (select top 1 id from t order by id desc) a union all select 9",
+            "2;9");
+        row("delete top", "delete top (1) from t select count(*) from t", "1");
+        row("system tables by their newer names",
+            "select o.name, c.name from sys.tables o join sys.columns c on c.object_id = "
+            "o.object_id where c.is_identity = 1",
+            "t|id");
+        row("plus equals",
+            "declare @s varchar(9) set @s = 'a' set @s += 'b' update t set amount += 1.5 where id = 1 select "
+            "@s, "
+            "amount from t where id = 1",
+            "ab|6.5000");
+        row("declared inside what is skipped", "if 1 = 2 begin declare @z int end set @z = 4 select @z", "4");
+        row("statements without separators", "declare @a int;set @a=1;;select @a+1 b where(@a=1)", "2");
+        row("comments", "select /* one /* two */ 'x' */ 1 -- 'three\r\n + 1", "2");
+        row("quoted names", "select \"name\" as \"a\"\"b\" from \"t\" where \"id\" = 1", "one");
         row("names of columns",
             "select count(*) from information_schema.columns where table_name = 't' and is_nullable = 'no'",
             "2");

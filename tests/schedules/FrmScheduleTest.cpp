@@ -287,8 +287,10 @@ private slots:
             QVERIFY2(editor.templates().count() > 0, qPrintable(editor.shown().join('\n')));
             editor.templates().setCurrentIndex(0);
             editor.type("March");
+            const bool asks = !project.contains(']'); // that one holds no calls
+            if (asks) editor.program.messages.answer(true);
             editor.press("cmdSave");
-            QCOMPARE(editor.shown(), QStringList());
+            QCOMPARE(editor.shown().size(), asks ? 1 : 0);
             QCOMPARE(editor.rows(), QStringList("March|" + project + "|0|QuorraAdmin"));
         }
     }
@@ -364,7 +366,7 @@ private slots:
         QFETCH(bool, after);
         QFETCH(bool, lost);
         Editor editor;
-        editor.chooseRecent("Brightwater"); // its update is done before the sweep
+        editor.chooseRecent("Brightwater"); // which needs no update
         int failures = 0;
         for (int step = 1;; ++step) {
             QVERIFY(step < 50);
@@ -381,7 +383,6 @@ private slots:
             fault.after = after;
             fault.lost = lost;
             fault.arm(step);
-            // An older project asks for its update, which may as well wait.
             editor.press("cmdSave");
             const bool reached = fault.taken >= step;
             fault.arm(0);

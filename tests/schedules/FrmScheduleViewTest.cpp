@@ -184,6 +184,7 @@ private slots:
         QVERIFY2(
             view.text("lblDiagnostics").startsWith(QString("Report-ID:%1 Report-Type:").arg(view.reportId())),
             qPrintable(view.text("lblDiagnostics")));
+        ListViewUnselect(view.list());
         view.list().selectId(view.list().model()->index(3, 0).data(ListModel::IdRole).toInt());
         QCOMPARE(view.text("lblDiagnostics"), QString("System log"));
     }

@@ -54,6 +54,8 @@ struct ScheduleScreen {
         const int result = screen->Setup(scheduleId);
         screen->SetCallback(&caller, "Calledback");
         screen->show();
+        screen->activateWindow();
+        [this] { QVERIFY(QTest::qWaitForWindowActive(screen.get())); }(); // shortcuts work nowhere else
         return result;
     }
     template <class Widget>

@@ -1,0 +1,43 @@
+#include "embedded/SessionOptions.h"
+
+#include "embedded/Errors.h"
+
+namespace embedded {
+
+void setOption(Session& session, const QString& option, const QString& word) {
+    const bool on = word == "ON";
+    const auto refuseOff = [&] {
+        if (!on) throw notSupported("SET " + option + ' ' + word);
+    };
+    static const QSet<QString> withoutEffect{
+        "TRANSACTION",       "ARITHIGNORE", "NUMERIC_ROUNDABORT",     "TEXTSIZE",
+        "DEADLOCK_PRIORITY", "STATISTICS",  "CURSOR_CLOSE_ON_COMMIT", "ANSI_NULL_DFLT_ON"};
+    if (option == "NOCOUNT")
+        session.noCount = on;
+    else if (option == "XACT_ABORT")
+        session.abortOnError = on;
+    else if (option == "ANSI_NULLS")
+        session.ansiNulls = on;
+    else if (option == "QUOTED_IDENTIFIER")
+        session.quotedIdentifiers = on;
+    else if (option == "ANSI_PADDING" || option == "ANSI_WARNINGS" || option == "ARITHABORT"
+             || option == "CONCAT_NULL_YIELDS_NULL")
+        refuseOff();
+    else if (option == "LOCK_TIMEOUT")
+        session.file.setLockTimeout(word.toInt() < 0 ? 10000 : word.toInt());
+    else if (option == "DATEFIRST")
+        session.firstWeekday = std::clamp(word.toInt(), 1, 7);
+    else if (option == "DATEFORMAT" && (word == "MDY" || word == "DMY" || word == "YMD"))
+        session.dateOrder = word == "MDY"   ? dateText::Order::MonthDayYear
+                            : word == "DMY" ? dateText::Order::DayMonthYear
+                                            : dateText::Order::YearMonthDay;
+    else if (option == "LANGUAGE" && (word == "US_ENGLISH" || word == "ENGLISH")) {
+        session.firstWeekday = 7;
+        session.dateOrder = dateText::Order::MonthDayYear;
+    } else if (option == "ROWCOUNT" && word == "0")
+        return;
+    else if (!withoutEffect.contains(option))
+        throw notSupported("SET " + option + ' ' + word);
+}
+
+} // namespace embedded

@@ -1,0 +1,288 @@
+#include "params/Editor.h"
+#include "support/TestClass.h"
+#include "templates/ExcludedNumbers.h"
+#include "templates/frmExcludeNumbers.h"
+#include "templates/frmRangeSel.h"
+#include "templates/uctNumberGrid.h"
+
+#include <QListView>
+#include <QTemporaryDir>
+
+namespace {
+
+const QString duplicate = "This entry would create duplicate telephone numbers. "
+                          "This value can not be entered in the grid.";
+
+QStringList column(Connection& db, const Sql& query) {
+    QStringList texts;
+    for (const Row row : db.query(query)) texts << row.text(0);
+    return texts;
+}
+
+QStringList grid(QWidget& screen) {
+    return child<uctNumberGrid>(screen, "grid").numbers();
+}
+
+} // namespace
+
+/// The two screens that edit telephone numbers, and their files.
+class NumbersTest : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_folder;
+
+    QString file(const QByteArray& content) {
+        const QString path = m_folder.filePath("numbers.csv");
+        QFile out(path);
+        if (!out.open(QIODevice::WriteOnly) || out.write(content) != content.size()) qFatal("no file");
+        return path;
+    }
+    static QStringList excluded(Office& office, int templateId) {
+        return column(
+            office.db(),
+            sql("SELECT TelNo FROM NorvaScheduler.dbo.TblExcludedNumbers WHERE TemplateID = {}", templateId));
+    }
+    static void exclude(Office& office, int templateId, const QStringList& numbers) {
+        for (const QString& number : numbers)
+            office.db().execute(
+                sql("INSERT INTO NorvaScheduler.dbo.TblExcludedNumbers (TemplateID, TelNo) VALUES ({}, {})",
+                    templateId, number));
+    }
+
+private slots:
+    void listGoesThroughTheWorkingTable() {
+        Office office("Maeve.O'Connor");
+        frmRangeSel screen(office.program.context);
+        screen.SetCallback(&office.caller, "calledback");
+        QCOMPARE(screen.SetupNumbers(" 01234,  0567 ,,01234", "Calls to"), 0);
+        QCOMPARE(office.shown(), QStringList{"The list held numbers that cannot be used: 1 is a duplicate."});
+        screen.show();
+        type(screen, "txtNumber", "0567");
+        QCOMPARE(office.shown(), QStringList{duplicate});
+        type(screen, "txtNumber", "'; [x]");
+        type(screen, "txtNumber", QString(10'000, '7'));
+        QCOMPARE(office.shown(),
+                 QStringList{"The telephone number is too long: 10000 characters were entered, 20 fit."});
+        QCOMPARE(child<QLineEdit>(screen, "txtNumber").text().size(),
+                 10'000); // what was typed is still there
+        type(screen, "txtNumber", "Ω");
+        QCOMPARE(office.shown().size(), 1);
+        QCOMPARE(column(office.db(), sql("SELECT CalledNo FROM Brightwater.dbo.[Maeve.O'Connor_TblCallsTo]")),
+                 (QStringList{"01234", "0567", "'; [x]"}));
+        press(screen, "cmdOk");
+        QCOMPARE(screen.numbers(), "01234, 0567, '; [x]");
+        QCOMPARE(office.caller.calls, 1);
+        QVERIFY(!screen.isVisible());
+        QCOMPARE(office.program.session.db().defaultDatabase(), "NorvaScheduler");
+    }
+
+    void emptyListIsNotTaken() {
+        Office office;
+        frmRangeSel screen(office.program.context);
+        QCOMPARE(screen.SetupNumbers("1,2,3", "Calls from"), 0);
+        screen.show();
+        child<QListView>(screen, "DBGrid1")
+            .setCurrentIndex(child<QListView>(screen, "DBGrid1").model()->index(1, 0));
+        QTest::keyClick(&child(screen, "DBGrid1"), Qt::Key_Delete);
+        QCOMPARE(grid(screen), (QStringList{"1", "3"}));
+        press(screen, "cmdDelete");
+        press(screen, "cmdOk");
+        QCOMPARE(office.shown(), QStringList{"No Telephone numbers have been entered."});
+        QVERIFY(screen.isVisible());
+        office.program.messages.answer(true);
+        press(screen, "cmdCancel");
+        QVERIFY(!screen.isVisible());
+        QCOMPARE(screen.numbers(), "");
+    }
+
+    void files_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("numbers");
+        QTest::addColumn<QString>("message");
+        const QStringList before{"1", "2"};
+        QTest::newRow("quotes and blanks")
+            << QByteArray("\"01234 567\"\r\n\r\n 0 5 6 \n") << QStringList{"01234567", "056"} << "";
+        QTest::newRow("old line ends") << QByteArray("12\r34\r") << QStringList{"12", "34"} << "";
+        QTest::newRow("UTF-8 mark") << QByteArray("\xEF\xBB\xBF"
+                                                  "12\n")
+                                    << QStringList{"12"} << "";
+        QTest::newRow("UTF-16") << QByteArray("\xFF\xFE"
+                                              "1\0"
+                                              "2\0",
+                                              6)
+                                << QStringList{"12"} << "";
+        QTest::newRow("Western letters") << QByteArray("caf\xE9\n") << QStringList{"café"} << "";
+        QTest::newRow("half broken")
+            << "77\n" + QByteArray(30, '8') + "\n\xCE\xA9\n77\n99\n"
+            << QStringList{"77", "99"}
+            << "3 of the file's 5 lines were left out: 1 is longer than 20 characters, 1 holds "
+               "letters that the database cannot store, 1 is a duplicate.";
+        QTest::newRow("binary") << QByteArray("MZ\x90\0\x03\n12\n", 8) << before << "holds no plain text";
+        QTest::newRow("empty") << QByteArray("\n\n") << before
+                               << "The file holds no usable telephone numbers. The list is as it was.";
+    }
+    void files() {
+        QFETCH(const QByteArray, content);
+        QFETCH(const QStringList, numbers);
+        QFETCH(const QString, message);
+        Office office;
+        frmRangeSel screen(office.program.context);
+        QCOMPARE(screen.SetupNumbers("1,2", "Calls to"), 0);
+        office.program.messages.pick(file(content));
+        press(screen, "cmdLoad");
+        const QStringList shown = office.shown();
+        QVERIFY2(message.isEmpty() ? shown.isEmpty() : shown.value(0).contains(message),
+                 qPrintable(shown.join('\n')));
+        QCOMPARE(grid(screen), numbers);
+        QCOMPARE(column(office.db(), sql("SELECT CalledNo FROM Brightwater.dbo.QuorraAdmin_TblCallsTo")),
+                 numbers);
+    }
+
+    void missingFile() {
+        Office office;
+        frmRangeSel screen(office.program.context);
+        QCOMPARE(screen.SetupNumbers("1,2", "Calls to"), 0);
+        office.program.messages.pick(m_folder.filePath("none.csv"));
+        press(screen, "cmdLoad");
+        QVERIFY(office.shown().value(0).contains("cannot be read"));
+        office.program.messages.pick(m_folder.filePath("no such folder/out.csv"));
+        press(screen, "cmdSave");
+        QVERIFY(office.shown().value(0).contains("cannot be written"));
+        QCOMPARE(grid(screen), (QStringList{"1", "2"}));
+    }
+
+    void savedFileAndOverwriting() {
+        Office office;
+        frmRangeSel screen(office.program.context);
+        QCOMPARE(screen.SetupNumbers("01234, café", "Calls to"), 0);
+        const QString path = file("old");
+        office.program.messages.pick(path);
+        office.program.messages.answer(false);
+        press(screen, "cmdSave");
+        QCOMPARE(office.shown(), QStringList{"File already exists, do you want to continue?"});
+        office.program.messages.pick(path);
+        office.program.messages.answer(true);
+        press(screen, "cmdSave");
+        office.program.messages.pick(path);
+        press(screen, "cmdDelete");
+        press(screen, "cmdLoad");
+        QCOMPARE(grid(screen), (QStringList{"01234", "café"}));
+    }
+
+    void hundredThousandNumbers() {
+        QByteArray content;
+        for (int i = 0; i < 100'000; ++i) content += QByteArray::number(1'000'000'000 + i) + '\n';
+        Office office;
+        frmRangeSel screen(office.program.context);
+        QCOMPARE(screen.SetupNumbers("", "Calls to"), 0);
+        office.program.messages.pick(file(content));
+        const qint64 before = office.program.fault.taken;
+        press(screen, "cmdLoad");
+        QCOMPARE(grid(screen).size(), 100'000);
+        QVERIFY(office.program.fault.taken - before < 300); // many rows in one statement
+        press(screen, "cmdOk");
+        QCOMPARE(screen.numbers().count(','), 99'999);
+    }
+
+    /// Whichever statement of a load fails, the list on the server and in the grid is as before.
+    void everyFailureOfALoad() {
+        Office office;
+        QByteArray content;
+        for (int i = 0; i < 1200; ++i) content += QByteArray::number(5000 + i) + '\n';
+        const QString path = file(content);
+        exclude(office, 7, {"1", "2"});
+        frmRangeSel range(office.program.context);
+        QCOMPARE(range.SetupNumbers("1,2", "Calls to"), 0);
+        frmExcludeNumbers exclusions(office.program.context);
+        QCOMPARE(exclusions.Setup(7), 0);
+        for (QWidget* screen : {static_cast<QWidget*>(&range), static_cast<QWidget*>(&exclusions)}) {
+            int failures = 0;
+            for (int step = 1; step <= 5; ++step) { // delete, three inserts, commit
+                office.program.messages.pick(path);
+                office.program.fault.arm(step);
+                press(*screen, "cmdLoad");
+                failures += office.shown() == QStringList{"Made to fail."};
+                QCOMPARE(grid(*screen), (QStringList{"1", "2"}));
+                QCOMPARE(
+                    column(office.db(), sql("SELECT CalledNo FROM Brightwater.dbo.QuorraAdmin_TblCallsTo"))
+                        .size(),
+                    screen == &range ? 2 : 1200);
+                QCOMPARE(excluded(office, 7), (QStringList{"1", "2"}));
+            }
+            QCOMPARE(failures, 5);
+            office.program.fault.arm(0);
+            office.program.messages.pick(path);
+            press(*screen, "cmdLoad");
+            QCOMPARE(grid(*screen).size(), 1200);
+        }
+        QCOMPARE(excluded(office, 7).size(), 1200);
+    }
+
+    void failureWhileOpening() {
+        Office office;
+        for (int step = 1; step <= 5; ++step) {
+            frmRangeSel screen(office.program.context);
+            office.program.fault.arm(step);
+            QCOMPARE(screen.SetupNumbers("1", "Calls to"), -1);
+            QCOMPARE(office.shown(), QStringList{"Made to fail."});
+            QCOMPARE(office.program.session.db().defaultDatabase(), "NorvaScheduler");
+        }
+    }
+
+    void exclusionsOfANewTemplate() {
+        Office office;
+        exclude(office, -1, {"0800"});
+        exclude(office, 7, {"0800", "0900"});
+        frmExcludeNumbers screen(office.program.context);
+        screen.SetCallback(&office.caller, "CalledBack");
+        QCOMPARE(screen.Setup(-1), 0);
+        QCOMPARE(grid(screen), QStringList{"0800"});
+        exclude(office, -1, {"0700"}); // by another program, while the screen is open
+        type(screen, "txtNumber", "0700");
+        QCOMPARE(office.shown(), QStringList{duplicate});
+        type(screen, "txtNumber", QString(25, '3'));
+        QCOMPARE(excluded(office, -1), (QStringList{"0800", "0700", QString(25, '3')}));
+
+        child<QListView>(screen, "DBGrid1")
+            .setCurrentIndex(child<QListView>(screen, "DBGrid1").model()->index(0, 0));
+        office.program.messages.answer(false);
+        press(screen, "cmdDeletedSelected");
+        office.program.messages.answer(true);
+        press(screen, "cmdDeletedSelected");
+        QCOMPARE(office.shown(), QStringList(2, "Do you wish to delete '0800' from the Exclusion List ?"));
+        QVERIFY(!excluded(office, -1).contains("0800"));
+        office.program.messages.answer(true);
+        press(screen, "cmdDelete");
+        QCOMPARE(office.shown(), QStringList{"Do you wish to delete all numbers from the Exclusion List ?"});
+        QCOMPARE(excluded(office, -1), QStringList());
+        QCOMPARE(excluded(office, 7), (QStringList{"0800", "0900"}));
+        press(screen, "cmdOk");
+        QCOMPARE(office.caller.calls, 1);
+    }
+
+    /// Cancel undoes what was written meanwhile, or keeps the screen open when it cannot.
+    void cancelledExclusions() {
+        Office office;
+        exclude(office, 7, {"1", "2"});
+        frmExcludeNumbers screen(office.program.context);
+        QCOMPARE(screen.Setup(7), 0);
+        screen.show();
+        type(screen, "txtNumber", "3");
+        office.program.messages.answer(true);
+        press(screen, "cmdDelete");
+        office.program.messages.answer(true);
+        office.program.fault.arm(2);
+        press(screen, "cmdCancel");
+        QVERIFY(screen.isVisible());
+        office.program.fault.arm(0);
+        office.program.messages.answer(true);
+        press(screen, "cmdCancel");
+        QVERIFY(!screen.isVisible());
+        QCOMPARE(excluded(office, 7), (QStringList{"1", "2"}));
+        QVERIFY(office.program.messages.finished());
+    }
+};
+
+static const AnnounceTest<NumbersTest> announced;
+
+#include "NumbersTest.moc"
