@@ -1,4 +1,5 @@
 #include "app/Session.h"
+#include "app/SettingsStore.h"
 #include "app/openServer.h"
 #include "modMain.h"
 #include "schedules/frmMainScreen.h"
@@ -12,12 +13,13 @@
 #include <cstdlib>
 
 /// Walks the program's typical road on a demo server, with the demo engine beside it:
-/// zelvan-scheduler-walk <demo folder> <picture folder>
+/// zelvan-scheduler-walk <demo folder> <picture folder> [light|dark]
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
-    if (argc != 3) qFatal("usage: zelvan-scheduler-walk <demo folder> <picture folder>");
+    if (argc < 3) qFatal("usage: zelvan-scheduler-walk <demo folder> <picture folder> [light|dark]");
     const QTemporaryDir settings; // the walk must not meet, or change, what a user set
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
+    if (argc > 3) saveSetting("VWT", "Appearance", "Palette", QString::fromLocal8Bit(argv[3]));
 
     const QDir demo(QString::fromLocal8Bit(argv[1]));
     const QString server = "file:" + demo.absoluteFilePath("server.db");

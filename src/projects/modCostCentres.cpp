@@ -72,7 +72,8 @@ Sql insertAllocation(const Table& into, const QString& account, const Table& fro
 }
 
 /// Adds to the user's copy what the master gained. The procedure declares a cursor that is never
-/// opened: other programs look for it in the procedure's text.
+/// opened: other programs look for it in the procedure's text. A cursor outlives its procedure on a
+/// server whose cursors are global, so it is given back, or the next run would find its name taken.
 void ensureAllNumbers(Connection& db, const Session& session, const Table& master, const Table& copy) {
     const QString& account = session.project.unitabAccount;
     const QString lacking
@@ -81,7 +82,7 @@ void ensureAllNumbers(Connection& db, const Session& session, const Table& maste
     const Sql condition = lackingNumbers(copy, sql("@billaccount"));
     runProcedure(db, sql("sysobjects"), session.userName + "_EnsureAllNumbers",
                  sql("Declare csrCC Cursor for Select CostCentre1,CostCentre2,CostCentre3,CostCentre4,CostCentre5,"
-                     "TelNo, SourceAccount From {} {}\r\n{}",
+                     "TelNo, SourceAccount From {} {}\r\n{}\r\nDeallocate csrCC",
                      copy.sqlName(), condition, insertAllocation(copy, account, master, condition)),
                  account);
 }

@@ -76,7 +76,7 @@ public:
     }
 
     void addAccounts() {
-        if (m_parameters.AccountFilter() != AllAccounts) m_pieces << "Account Filter:" + accountText();
+        if (m_parameters.AccountFilter() != AllAccounts) m_pieces << "Account Filter:" + accountFilterText(m_parameters, m_reportType);
     }
 
     void addPercentage() {
@@ -98,25 +98,6 @@ public:
 private:
     void addThreshold(const QString& caption, const QString& threshold) {
         if (!threshold.isEmpty()) m_pieces << caption + threshold;
-    }
-
-    QString accountText() const {
-        const int filter = m_parameters.AccountFilter();
-        if (filter == SeveralCostCentreLevels) {
-            QStringList chosen;
-            for (int level = 1; level <= 5; ++level)
-                if (const QString& costCentre = m_parameters.CostCentre(level); !costCentre.isEmpty())
-                    chosen << QString("CC%1 = ").arg(level) + costCentre;
-            return "Multi Level Cost Centres Selected : " + chosen.join(", ");
-        }
-        if (filter == OneServiceNumber)
-            return (m_reportType == CircuitReport ? "Circuit ID = " : "Service Number = ")
-                   + m_parameters.ServiceNumber();
-        if (filter >= CostCentreLevel1 && filter <= CostCentreLevel5) {
-            const int level = filter - CostCentreLevel1 + 1;
-            return QString("Cost Centre %1 = ").arg(level) + m_parameters.CostCentre(level);
-        }
-        return {};
     }
 
     const clsReportParameters& m_parameters;
@@ -145,4 +126,24 @@ QString parameterSummary(const clsReportParameters& parameters, const CurrentPro
     if (offers(SourceBillGroup)) pieces.addSourceBill();
     if (words.size() > 2) pieces.addCalls(); // with kinds of line there are three words
     return pieces.joined();
+}
+
+QString accountFilterText(const clsReportParameters& parameters, int reportType) {
+    const int filter = parameters.AccountFilter();
+    if (filter == AllAccounts) return "All Accounts";
+    if (filter == SeveralCostCentreLevels) {
+        QStringList chosen;
+        for (int level = 1; level <= 5; ++level)
+            if (const QString& costCentre = parameters.CostCentre(level); !costCentre.isEmpty())
+                chosen << QString("CC%1 = ").arg(level) + costCentre;
+        return "Multi Level Cost Centres Selected : " + chosen.join(", ");
+    }
+    if (filter == OneServiceNumber)
+        return (reportType == CircuitReport ? "Circuit ID = " : "Service Number = ")
+               + parameters.ServiceNumber();
+    if (filter >= CostCentreLevel1 && filter <= CostCentreLevel5) {
+        const int level = filter - CostCentreLevel1 + 1;
+        return QString("Cost Centre %1 = ").arg(level) + parameters.CostCentre(level);
+    }
+    return {};
 }

@@ -9,3 +9,6 @@ struct CurrentProject;
 /// joined by ", ". Dates and times stand in the desktop's short forms, years in four digits.
 QString parameterSummary(const clsReportParameters& parameters, const CurrentProject& project, int reportType,
                          const QString& options);
+
+/// "All Accounts", "Cost Centre 2 = Sales"; empty for a selection that this has no words for.
+QString accountFilterText(const clsReportParameters& parameters, int reportType);

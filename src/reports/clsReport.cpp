@@ -1,25 +1,33 @@
 #include "reports/clsReport.h"
 
-namespace {
-
-/// The list that stored reports are looked up in holds no mobile reports: those are known only to the
-/// editor that offers them.
-const CatalogueEntry* storedEntry(int reportType, int reportSubType, ListChoice choice) {
-    return reportType == MobileReport ? nullptr : catalogueEntry(reportType, reportSubType, choice);
-}
-
-} // namespace
-
 clsReport::clsReport(const CurrentProject& project)
     : m_project(&project), m_parameters(std::make_shared<clsReportParameters>(project)) {}
 
+/// The lists that stored reports are named from hold no mobile reports.
 const CatalogueEntry* clsReport::lookedUpEntry() const {
-    return storedEntry(m_reportType, m_reportSubType,
-                       ListChoice::forLookUp(m_reportType, m_project->wispera));
+    if (m_reportType == MobileReport) return nullptr;
+    return catalogueEntry(m_reportType, m_reportSubType,
+                          ListChoice::forLookUp(m_reportType, m_project->wispera));
+}
+
+const CatalogueEntry* clsReport::offeredEntry() const {
+    return catalogueEntry(m_reportType, m_reportSubType,
+                          ListChoice::forProject(m_reportType, m_project->billType, m_project->wispera));
+}
+
+const CatalogueEntry* clsReport::Entry() const {
+    return catalogueEntry(m_reportType, m_reportSubType, ListChoice::forLookUp(m_reportType, true));
 }
 
 QString clsReport::GetReportTitle() const {
-    const CatalogueEntry* entry = lookedUpEntry();
+    return titleOf(lookedUpEntry());
+}
+
+QString clsReport::ShownTitle() const {
+    return titleOf(Entry());
+}
+
+QString clsReport::titleOf(const CatalogueEntry* entry) const {
     const QString title = entry ? entry->titleText() : "Unknown Report";
     const auto withValue = [&](const QString& value) { return title + " '" + value + "'"; };
     switch (m_reportSubType) {
@@ -44,13 +52,12 @@ QString clsReport::GetParameterOptions() const {
 }
 
 QString clsReport::ValidateParameter(int position, const QString& value) const {
-    const auto choice = ListChoice::forProject(m_reportType, m_project->billType, m_project->wispera);
-    const CatalogueEntry* entry = storedEntry(m_reportType, m_reportSubType, choice);
+    const CatalogueEntry* entry = offeredEntry();
     return entry && entry->offers(position) ? value : QString();
 }
 
 bool clsReport::keepIfAllowed(bool& output, char letter) {
-    const CatalogueEntry* entry = lookedUpEntry();
-    output = output && entry && entry->allowsOutput(letter);
+    const CatalogueEntry* entry = Entry();
+    if (entry && !entry->allowsOutput(letter)) output = false;
     return output;
 }

@@ -12,6 +12,13 @@ public:
     /// "General Reports - Calls To Number '01234'": the catalogue's title, with the value that the
     /// report carries if it is one of the five that carry one; "Unknown Report" without an entry.
     QString GetReportTitle() const;
+    /// The report's entry in any of the lists, those of mobile and Wispera reports included whatever the
+    /// current project is; null when no list holds it.
+    const CatalogueEntry* Entry() const;
+    /// The title as editors show it: like GetReportTitle(), but by Entry().
+    QString ShownTitle() const;
+    /// Whether the list that the current project offers holds the report.
+    bool IsOffered() const { return offeredEntry() != nullptr; }
     /// The key of its row as last loaded; 0 or less for a report not yet saved.
     int ID() const { return m_id; }
     void setID(int id) { m_id = id; }
@@ -26,7 +33,8 @@ public:
         m_parameters = std::move(parameters);
     }
 
-    /// Reading an output that the catalogue does not allow for the report switches it off for good.
+    /// Reading an output that the catalogue does not allow for the report switches it off for good. The
+    /// outputs of a report that no list holds stay as they are.
     bool OutputExcel() { return keepIfAllowed(m_outputExcel, 'E'); }
     void setOutputExcel(bool output) { m_outputExcel = output; }
     bool OutputPrint() { return keepIfAllowed(m_outputPrint, 'P'); }
@@ -44,6 +52,8 @@ public:
 
 private:
     const CatalogueEntry* lookedUpEntry() const;
+    const CatalogueEntry* offeredEntry() const;
+    QString titleOf(const CatalogueEntry* entry) const;
     bool keepIfAllowed(bool& output, char letter);
 
     const CurrentProject* m_project;

@@ -54,6 +54,15 @@ void clsReports_Collection::Clear() {
     m_usedKeys.clear();
 }
 
+void clsReports_Collection::Move(int from, int to) {
+    const auto moved = m_reports.begin() + std::ptrdiff_t(place(from));
+    const auto target = m_reports.begin() + std::ptrdiff_t(place(to));
+    if (moved < target)
+        std::rotate(moved, moved + 1, target + 1);
+    else
+        std::rotate(target, moved, moved + 1);
+}
+
 std::size_t clsReports_Collection::place(const QString& key) const {
     const auto found = std::ranges::find_if(
         m_reports, [&](const Keyed& keyed) { return keyed.key.compare(key, Qt::CaseInsensitive) == 0; });

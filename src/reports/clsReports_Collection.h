@@ -24,6 +24,8 @@ public:
     void Remove(const QString& key) { removeAt(place(key)); }
     void Remove(int position) { removeAt(place(position)); }
     void Clear();
+    /// Puts the report at one position to another; those between move up or down by one.
+    void Move(int from, int to);
 
 private:
     struct Keyed {

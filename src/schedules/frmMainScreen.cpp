@@ -129,7 +129,8 @@ QLineEdit* frmMainScreen::filterBox(const QString& name, uctListView& list) {
     box->setClearButtonEnabled(true);
     box->setAccessibleName("Filter " + list.accessibleName());
     box->setToolTip("Shows only schedules that hold these words in title, status, template or project");
-    box->setFixedWidth(fontMetrics().averageCharWidth() * 28);
+    box->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
+    box->setMaximumWidth(fontMetrics().averageCharWidth() * 28);
     connect(box, &QLineEdit::textChanged, &list, &uctListView::setFilterWords);
     return box;
 }

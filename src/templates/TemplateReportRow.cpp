@@ -135,6 +135,12 @@ std::shared_ptr<clsReportParameters> readParameters(const Row& row, const Curren
     return parameters;
 }
 
+/// What the report does not offer is written empty. A report that the current project does not know
+/// (it belongs to another one, or to another version of the catalogue) is written back as it was.
+QString ifOffered(const clsReport& report, int group, const QString& value) {
+    return report.IsOffered() ? report.ValidateParameter(group, value) : value;
+}
+
 std::optional<QString> singleValue(const clsReport& report) {
     const clsReportParameters& parameters = *report.Parameters();
     switch (report.ReportSubType()) {
@@ -147,7 +153,7 @@ std::optional<QString> singleValue(const clsReport& report) {
     case RepeatCallerReport:
         return parameters.RepeatCallerThreshold();
     case SelectedCircuitReport:
-        return report.ValidateParameter(CircuitIdGroup, parameters.SelectedCircuitID());
+        return ifOffered(report, CircuitIdGroup, parameters.SelectedCircuitID());
     default:
         return std::nullopt;
     }
@@ -156,7 +162,7 @@ std::optional<QString> singleValue(const clsReport& report) {
 std::optional<QString> circuitPercentage(const clsReport& report) {
     if (report.ReportType() != CircuitReport) return std::nullopt;
     const QString percentage = QString::number(report.Parameters()->CircuitsPercentage());
-    const QString offered = report.ValidateParameter(PercentageGroup, percentage);
+    const QString offered = ifOffered(report, PercentageGroup, percentage);
     return offered.isEmpty() ? std::nullopt : std::optional(offered);
 }
 
@@ -198,7 +204,7 @@ void addReports(const RecordSet& rows, const CurrentProject& project, clsReports
 ColumnValues columns(clsReport& report) {
     using enum CodePage;
     const clsReportParameters& parameters = *report.Parameters();
-    ColumnValues columns(" of the report '" + report.GetReportTitle() + "'");
+    ColumnValues columns(" of the report '" + report.ShownTitle() + "'");
     columns.add("ReportType", report.ReportType());
     columns.add("ReportSubType", report.ReportSubType());
     columns.add("OutputExcel", report.OutputExcel());
@@ -215,7 +221,7 @@ ColumnValues columns(clsReport& report) {
     columns.addText("ServiceNo", "service number", parameters.ServiceNumber(), 50, Unicode);
     for (int level = 1; level <= 5; ++level)
         columns.addText(QString("CC%1").arg(level), QString("cost centre of level %1").arg(level),
-                        report.ValidateParameter(AccountsGroup, parameters.CostCentre(level)), 30, Unicode);
+                        ifOffered(report, AccountsGroup, parameters.CostCentre(level)), 30, Unicode);
     columns.add("CallFilter", parameters.CallFilter());
     columns.add("CallsToNumber", singleValue(report));
     if (report.ReportType() == InvoiceReport)

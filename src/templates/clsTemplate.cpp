@@ -13,6 +13,14 @@ void runInBatches(Connection& connection, const QList<Sql>& statements) {
         connection.run(Sql::join(statements.mid(from, RowsPerBatch), sql("\n")));
 }
 
+bool sameCells(const RecordSet& left, const RecordSet& right) {
+    if (left.columns() != right.columns() || left.rowCount() != right.rowCount()) return false;
+    for (qsizetype row = 0; row < left.rowCount(); ++row)
+        for (int column = 0; column < left.columns().size(); ++column)
+            if (left.cell(row, column) != right.cell(row, column)) return false;
+    return true;
+}
+
 } // namespace
 
 clsTemplate::clsTemplate(Connection& connection, const CurrentProject& project)
@@ -22,6 +30,7 @@ void clsTemplate::Clear() {
     const int type = m_header.templateType;
     m_header = {};
     m_header.templateType = type;
+    m_loaded.reset();
     m_reports.Clear();
     m_ccs.Clear();
     m_printReportDefs = false;
@@ -39,7 +48,7 @@ void clsTemplate::setCCSubType(qint16 type) {
     if (type == 2) m_ccs.Clear();
 }
 
-clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle) {
+clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenChanged whenChanged) {
     TemplateHeader header = m_header;
     if (!newTitle.isEmpty()) {
         header.id = -1;
@@ -59,6 +68,7 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle) {
     if (titleIsUsed(header)) return TitleUsed;
 
     Transaction transaction(m_connection);
+    if (header.id != -1 && whenChanged == KeepTheirs && isChangedSinceLoad()) return ChangedMeanwhile;
     header.id = writeHeader(header, headerColumns);
     if (header.isOrdinary())
         replaceReports(header.id, reportRows);
@@ -67,6 +77,7 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle) {
     transaction.commit();
 
     m_header = header;
+    m_loaded.reset();
     m_hasChanged = false;
     return Saved;
 }
@@ -120,28 +131,41 @@ void clsTemplate::replaceCostCentres(int id) {
     runInBatches(m_connection, inserts);
 }
 
-bool clsTemplate::LoadTemplate(int templateId) {
-    const RecordSet headers = m_connection.query(
+clsTemplate::StoredRows clsTemplate::readRows(int templateId) const {
+    StoredRows rows;
+    rows.header = m_connection.query(
         sql("SELECT * FROM NorvaScheduler.dbo.[tblTemplate] WITH (NOLOCK) WHERE ([TemplateID] = {})",
             templateId));
-    if (headers.isEmpty()) return false;
-    const TemplateHeader header = TemplateHeader::read(headers.row(0));
-
-    clsStrings costCentres;
-    if (!header.isOrdinary()) {
-        const RecordSet rows =
+    if (rows.header.isEmpty()) return rows;
+    if (!TemplateHeader::read(rows.header.row(0)).isOrdinary())
+        rows.costCentres =
             m_connection.query(sql("SELECT CCName FROM NorvaScheduler.dbo.[tblCCSubProject_CCs] WITH "
                                    "(NOLOCK) WHERE ([TemplateID] = {})",
                                    templateId));
-        for (const Row row : rows) costCentres.AddString(row.text(0));
-    }
-    clsReports_Collection reports(m_project);
-    templateReportRow::addReports(m_connection.query(templateReportRow::select(templateId)), m_project,
-                                  reports);
+    rows.reports = m_connection.query(templateReportRow::select(templateId));
+    return rows;
+}
 
-    m_header = header;
-    m_ccs = costCentres;
+/// A template that is gone counts as unchanged: writing its header finds that out.
+bool clsTemplate::isChangedSinceLoad() const {
+    if (!m_loaded) return false;
+    const StoredRows now = readRows(m_header.id);
+    return !now.header.isEmpty()
+           && !(sameCells(now.header, m_loaded->header) && sameCells(now.costCentres, m_loaded->costCentres)
+                && sameCells(now.reports, m_loaded->reports));
+}
+
+bool clsTemplate::LoadTemplate(int templateId) {
+    StoredRows rows = readRows(templateId);
+    if (rows.header.isEmpty()) return false;
+    clsReports_Collection reports(m_project);
+    templateReportRow::addReports(rows.reports, m_project, reports);
+
+    m_header = TemplateHeader::read(rows.header.row(0));
+    m_ccs.Clear();
+    for (const Row row : rows.costCentres) m_ccs.AddString(row.text(0));
     m_reports = std::move(reports);
+    m_loaded = std::move(rows);
     m_printReportDefs = false;
     m_hasChanged = false;
     return true;

@@ -5,10 +5,13 @@
 #include "reports/clsStrings.h"
 #include "templates/TemplateHeader.h"
 
+#include <optional>
+
 /// A named set of reports, or of cost centres to make sub-projects for, that schedules run.
 class clsTemplate {
 public:
-    enum SaveResult { Saved = 0, TitleUsed = -1, TitleBlank = -2 };
+    enum SaveResult { Saved = 0, TitleUsed = -1, TitleBlank = -2, ChangedMeanwhile = -3 };
+    enum WhenChanged { KeepTheirs, Overwrite };
     enum Icon { OrdinaryIcon = 0, SubProjectIcon = 1 };
 
     /// Both must outlive the object.
@@ -17,10 +20,11 @@ public:
     /// An empty template not yet saved; only TemplateType stays.
     void Clear();
     /// Saves in place, or, given a new title, as a new template under that title. The title must not
-    /// be used by another template of the account. All rows are written or none: after a DbError, which
-    /// is also thrown when another user deleted the template, the object is as it was.
+    /// be used by another template of the account. A template that another user changed since it was
+    /// loaded is not saved in place unless it is to be overwritten. All rows are written or none: after
+    /// a DbError, which is also thrown when another user deleted the template, the object is as it was.
     /// The rows of the reports get new keys; the reports' ID() are those of the last load.
-    SaveResult SaveTemplate(const QString& newTitle = {});
+    SaveResult SaveTemplate(const QString& newTitle = {}, WhenChanged whenChanged = KeepTheirs);
     /// False, with the object as it was, when there is no such template.
     bool LoadTemplate(int templateId);
     /// The place of the icon that lists show for the template, one of enum Icon.
@@ -73,6 +77,14 @@ private:
         field = value;
         m_hasChanged = true;
     }
+    /// All rows of one template as they are stored.
+    struct StoredRows {
+        RecordSet header;
+        RecordSet costCentres;
+        RecordSet reports;
+    };
+    StoredRows readRows(int templateId) const;
+    bool isChangedSinceLoad() const;
     bool titleIsUsed(const TemplateHeader& header) const;
     int writeHeader(const TemplateHeader& header, const ColumnValues& columns);
     void replaceReports(int id, const QList<ColumnValues>& rows);
@@ -81,6 +93,7 @@ private:
     Connection& m_connection;
     const CurrentProject& m_project;
     TemplateHeader m_header;
+    std::optional<StoredRows> m_loaded; ///< until it is saved
     clsReports_Collection m_reports;
     clsStrings m_ccs;
     bool m_printReportDefs = false;

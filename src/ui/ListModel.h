@@ -14,7 +14,7 @@ struct ListColumn {
 
     QString caption;
     Kind kind = Text;
-    int width = 20; ///< in characters, until the user sets another
+    int width = 20; ///< share of the list's width, in characters, until the user sets another
 };
 
 /// A row of a list, keyed by its record's ID.

@@ -19,7 +19,7 @@ uctFrameHeader::uctFrameHeader(QWidget* parent)
     m_layout->setContentsMargins(0, 0, 0, 0);
     m_layout->addWidget(m_arrow);
     m_layout->addWidget(m_title);
-    m_layout->addStretch();
+    m_layout->addStretch(1);
     connect(m_arrow, &QToolButton::clicked, this, &uctFrameHeader::toggle);
 }
 

@@ -3,10 +3,12 @@
 #include "app/SettingsStore.h"
 #include "ui/Palette.h"
 
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <numeric>
 
 uctListView::uctListView(QWidget* parent) : QTreeView(parent) {
     setRootIsDecorated(false);
@@ -30,15 +32,27 @@ void uctListView::setColumns(std::vector<ListColumn> columns, const QString& key
 }
 
 void uctListView::restoreWidths(const QString& key) {
-    const int character = fontMetrics().averageCharWidth();
-    for (int i = 0; i < m_model->columnCount(); ++i)
-        header()->resizeSection(i, m_model->columnList()[std::size_t(i)].width * character);
-    header()->restoreState(QByteArray::fromBase64(getSetting("VWT", "Columns", key, "").toLatin1()));
+    m_fitColumns = !header()->restoreState(QByteArray::fromBase64(getSetting("VWT", "Columns", key, "").toLatin1()));
     header()->setSortIndicatorShown(false); // the caption carries the mark
-    connect(header(), &QHeaderView::sectionResized, this, [this, key](int, int, int) {
-        if (isVisible())
-            saveSetting("VWT", "Columns", key, QString::fromLatin1(header()->saveState().toBase64()));
+    if (m_fitColumns) fitColumns();
+    connect(header(), &QHeaderView::sectionResized, this, [this, key] {
+        if (!(QGuiApplication::mouseButtons() & Qt::LeftButton)) return; // not the user's doing
+        m_fitColumns = false;
+        saveSetting("VWT", "Columns", key, QString::fromLatin1(header()->saveState().toBase64()));
     });
+}
+
+void uctListView::fitColumns() {
+    const std::vector<ListColumn>& columns = m_model->columnList();
+    const int characters = std::accumulate(columns.begin(), columns.end(), 0,
+                                           [](int sum, const ListColumn& column) { return sum + column.width; });
+    for (int i = 0; i + 1 < int(columns.size()); ++i) // the last one takes what is left
+        header()->resizeSection(i, columns[std::size_t(i)].width * viewport()->width() / characters);
+}
+
+void uctListView::resizeEvent(QResizeEvent* event) {
+    QTreeView::resizeEvent(event);
+    if (m_model && m_fitColumns) fitColumns();
 }
 
 void uctListView::setRows(std::vector<ListRow> rows) {

@@ -42,14 +42,17 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:
     void restoreWidths(const QString& key);
+    void fitColumns();
 
     ListModel* m_model = nullptr;
     ListOrder* m_order = nullptr;
     QString m_emptyText;
+    bool m_fitColumns = false; ///< until the user sets a width, columns share the list's width
 };
 
 /// Sorts a list by one column; see uctListView::sortBy.

@@ -283,11 +283,11 @@ private slots:
         Hub hub;
         frmMainScreen& screen = hub.show();
         screen.showNormal();
-        screen.setGeometry(40, 50, 900, 600);
+        screen.setGeometry(40, 50, 1000, 600);
         screen.close();
         frmMainScreen again(hub.program.context);
         again.restorePlacement();
-        QCOMPARE(again.geometry(), QRect(40, 50, 900, 600));
+        QCOMPARE(again.geometry(), QRect(40, 50, 1000, 600));
         QVERIFY(!again.isMaximized());
     }
 };
