@@ -54,10 +54,13 @@ void createCallClasses(Connection& connection) {
 
 } // namespace
 
-void create(Connection& connection) {
+QStringList names() {
     // Sundries holds no bills: a database of another program, which is no project.
-    for (const QString database :
-         {"NorvaTallymere", "QXCcts", "QXSpNum", "CostCentres", "TrendDB", "InterSite", "Sundries"})
+    return {"NorvaTallymere", "QXCcts", "QXSpNum", "CostCentres", "TrendDB", "InterSite", "Sundries"};
+}
+
+void create(Connection& connection) {
+    for (const QString& database : names())
         connection.execute(sql("CREATE DATABASE {}", Name(database)));
     connection.execute(sql("CREATE TABLE Sundries.dbo.Notes ([NoteID] [int] NOT NULL)"));
     Transaction transaction(connection);

@@ -89,7 +89,11 @@ void DemoServer::build(const QString& path, const DemoOptions& options) {
     const QString unfinished = path + ".unfinished";
     removeServerFile(unfinished);
     embedded::EmbeddedServer::create(unfinished, systemPassword);
-    populate({"sa", systemPassword, "master", dataSource(unfinished)}, options);
+    const ConnectionString system{"sa", systemPassword, "master", dataSource(unfinished)};
+    Connection master(system, openServer);
+    registerFolders(master); // a real server has its own
+    master.close();
+    populate(system, options);
     if (!QFile::rename(unfinished, path))
         throw std::runtime_error(QString("The file \"%1\" cannot be written.").arg(path).toStdString());
 }
@@ -98,7 +102,6 @@ void DemoServer::populate(const ConnectionString& system, const DemoOptions& opt
     options.tell("Creating the server's login and settings…");
     Connection master(system, openServer);
     createLogin(master);
-    registerFolders(master);
     for (const DemoProject& project : demoProjects::all())
         if (project.is(DemoProject::Inaccessible)) createInaccessible(master, project, options);
 
@@ -114,6 +117,12 @@ void DemoServer::populate(const ConnectionString& system, const DemoOptions& opt
     if (!options.schedulerContent) return;
     options.tell("Filling the scheduler database…");
     schedulerContent::fill(session.db(), options.now);
+}
+
+QStringList DemoServer::databases() {
+    QStringList names = centralDatabases::names();
+    for (const DemoProject& project : demoProjects::all()) names << project.database;
+    return names << "NorvaScheduler";
 }
 
 ConnectionString DemoServer::connectionString(const QString& path, const QString& database) {

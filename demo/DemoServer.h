@@ -32,6 +32,9 @@ public:
     /// Databases and logins of the demo must not exist yet. Throws DbError.
     static void populate(const ConnectionString& system, const DemoOptions& options);
 
+    /// All that populate() may make.
+    static QStringList databases();
+
     /// How the program connects to the embedded server in this file.
     static ConnectionString connectionString(const QString& path, const QString& database = "NorvaScheduler");
 };

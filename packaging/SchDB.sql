@@ -1,6 +1,4 @@
--- The tables of the scheduler database. Run once, in batches, in the database that was just created.
-USE [NorvaScheduler]
-GO
+-- The tables of the scheduler database. Run once, in batches, in the new, empty database.
 CREATE TABLE [dbo].[tblTemplate] (
     [TemplateID] [int] IDENTITY (1, 1) NOT NULL CONSTRAINT [PK_tblTemplate] PRIMARY KEY,
     [Title] [nvarchar] (100) COLLATE Latin1_General_CI_AS NOT NULL,
@@ -123,12 +121,14 @@ GO
 CREATE INDEX [IX_tblLogs_Schedule] ON [dbo].[tblLogs] ([ScheduleID])
 GO
 CREATE TABLE [dbo].[tblMailAddresses] (
-    [BillAccount] [varchar] (50) COLLATE Latin1_General_CI_AS NULL,
+    [BillAccount] [nvarchar] (50) COLLATE Latin1_General_CI_AS NULL,
     [CostCentre] [nvarchar] (30) COLLATE Latin1_General_CI_AS NULL,
     [EmailAddress] [nvarchar] (254) COLLATE Latin1_General_CI_AS NULL,
-    [CCLevel] [smallint] NULL
+    [CCLevel] [varchar] (10) COLLATE Latin1_General_CI_AS NULL
 ) ON [PRIMARY]
 GO
+-- A login in the same moment may have made this one already.
+IF NOT EXISTS (SELECT * FROM sysobjects WHERE [name] = 'TblExcludedNumbers')
 CREATE TABLE [dbo].[TblExcludedNumbers] (
     [ID] [int] IDENTITY(1,1) PRIMARY KEY,
     [TemplateID] [int] NOT NULL,

@@ -21,4 +21,4 @@ server="file:$PWD/build/demo/server.db"
 "$bin/demo/zelvan-demo-engine" "$server" &
 engine=$!
 trap 'kill $engine 2>/dev/null || true' EXIT
-build/demo/app/zelvan-scheduler "QuorraAdmin,$("$bin/demo/zelvan-scheduler-demo" --password),$server"
+build/demo/app/zelvan-scheduler "QuorraAdmin,$("$bin/demo/zelvan-scheduler-demo" --password),\"$server\""

@@ -12,6 +12,10 @@
 #include <QTemporaryDir>
 #include <cstdlib>
 
+namespace {
+QProcess* runningEngine = nullptr;
+}
+
 /// Walks the program's typical road on a demo server, with the demo engine beside it:
 /// zelvan-scheduler-walk <demo folder> <picture folder> [light|dark]
 int main(int argc, char* argv[]) {
@@ -31,21 +35,24 @@ int main(int argc, char* argv[]) {
     engine.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     engine.start(QApplication::applicationDirPath() + "/zelvan-demo-engine", {server, "--seconds-per-run", "2"});
 
+    runningEngine = &engine;
+    std::atexit([] { // however the walk ends, the engine must not outlive it
+        if (!runningEngine) return;
+        runningEngine->kill();
+        runningEngine->waitForFinished();
+    });
     Walker walker(QString::fromLocal8Bit(argv[2]));
     planRoad(walker, server);
     int result = EXIT_FAILURE;
     modMain program(context);
     walker.start([&](bool passed) {
         result = passed ? EXIT_SUCCESS : EXIT_FAILURE;
-        if (!passed) { // whatever screen is open, the walk is over
-            engine.kill();
-            engine.waitForFinished();
-            std::_Exit(result);
-        }
+        if (!passed) std::exit(result); // whatever screen is open, the walk is over
         QApplication::quit();
     });
     if (program.start(application, {})) QApplication::exec();
     program.endProgram();
+    runningEngine = nullptr;
     engine.terminate();
     engine.waitForFinished();
     return result;

@@ -1,5 +1,7 @@
 #include "app/ErrorLog.h"
 
+#include "db/DbError.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -34,6 +36,12 @@ void ErrorLog::rollOver() const {
     if (QFileInfo(path()).size() <= largestLog) return;
     QFile::remove(backupPath());
     if (QFile::copy(path(), backupPath())) QFile::remove(path());
+}
+
+void ErrorLog::write(const QString& context, const DbError& error) const {
+    QString description = error.text();
+    if (!error.statement().isEmpty()) description += " [" + error.statement().left(2000) + ']';
+    write(context, error.number() == 0 ? 1 : error.number(), description);
 }
 
 void ErrorLog::write(const QString& context, int number, const QString& description) const {

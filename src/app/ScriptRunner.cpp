@@ -5,19 +5,28 @@
 
 #include <QDir>
 #include <QFile>
+#include <QStringDecoder>
 #include <QTextStream>
 
 namespace {
+
+/// UTF-8, UTF-16 where the file begins with its mark, or what older editors on Windows write.
+QString decoded(const QByteArray& bytes) {
+    QStringDecoder decoder(QStringConverter::encodingForData(bytes).value_or(QStringConverter::Utf8));
+    const QString text = decoder(bytes);
+    return decoder.hasError() ? QString::fromLatin1(bytes) : text;
+}
 
 QStringList readLines(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         throw DbError(0, QString("The script \"%1\" cannot be read: %2.")
                              .arg(QDir::toNativeSeparators(path), file.errorString()));
-    QTextStream text(&file); // UTF-8, or UTF-16 where the file begins with its mark
-    QStringList lines;
-    while (!text.atEnd()) lines << text.readLine();
-    return lines;
+    QString text = decoded(file.readAll());
+    QTextStream lines(&text);
+    QStringList read;
+    while (!lines.atEnd()) read << lines.readLine();
+    return read;
 }
 
 } // namespace
@@ -53,10 +62,15 @@ QString runJobs(Connection& connection, const QString& folder) {
     if (!QFile::exists(path)) return {};
     QString failure;
     try {
-        runScript(connection, path);
+        readScript(path); // one that cannot be read is kept for the next start
+        try {
+            runScript(connection, path);
+        } catch (const DbError& error) {
+            failure = error.text();
+        }
+        if (!QFile::remove(path)) failure += " The script could not be deleted and will run again.";
     } catch (const DbError& error) {
         failure = error.text();
     }
-    QFile::remove(path);
-    return failure;
+    return failure.trimmed();
 }

@@ -13,5 +13,5 @@ void runScript(Connection& connection, const QString& path);
 QString readScript(const QString& path);
 
 /// Runs the administrator's "jobs.sql" of the folder, when it is there, and deletes it, also after a
-/// failure: it is meant to run once. Returns what failed, empty when nothing did.
+/// failure of a batch: it is meant to run once. Returns what failed, empty when nothing did.
 QString runJobs(Connection& connection, const QString& folder);

@@ -77,7 +77,7 @@ LoginOutcome cLogin::logIn(const QString& server, const QString& userName, const
         return refusal.outcome;
     } catch (const DbError& error) {
         m_session.connection.reset();
-        m_session.log.write("frmLogin.cmdOk_Click", error.number(), error.text());
+        m_session.log.write("frmLogin.cmdOk_Click", error);
         return {LoginOutcome::Stay, wordsFor(error, server), LoginOutcome::NoField};
     }
     saveSetting("NorvaQuorraSQL", "Settings", "Server", server);
@@ -122,14 +122,24 @@ void cLogin::checkUser(const QString& userName, const QString& password) {
 
 void cLogin::prepareSchedulerDatabase() {
     m_session.serverDefaults = readServerDefaults(m_session.db(), m_session.paths.AppFolder());
-    try {
-        m_session.db().setDefaultDatabase("NorvaScheduler");
-    } catch (const DbError& error) {
-        if (!error.isDatabaseMissing()) throw;
+    if (!m_session.serverDefaults.problem.isEmpty())
+        m_session.log.write("spGetDefaults", 1, m_session.serverDefaults.problem);
+    if (!openSchedulerDatabase()) {
         if (!m_createDatabase()) endProgram({});
         m_session.db().setDefaultDatabase("NorvaScheduler");
     }
     upgradeAtLogin(m_session.db());
+}
+
+/// False when the database is not there, or is empty because its creation broke off.
+bool cLogin::openSchedulerDatabase() {
+    try {
+        m_session.db().setDefaultDatabase("NorvaScheduler");
+    } catch (const DbError& error) {
+        if (!error.isDatabaseMissing()) throw;
+        return false;
+    }
+    return schedulerTablesExist(m_session.db());
 }
 
 void cLogin::checkDatabases() {

@@ -23,7 +23,7 @@ struct LoginOutcome {
 /// user, brings the scheduler database up to date and fills the session's values.
 class cLogin {
 public:
-    /// `createDatabase` is called when NorvaScheduler cannot be made the default database; it answers
+    /// `createDatabase` is called when NorvaScheduler is not there, or has no tables; it answers
     /// whether the database is there now (when not, it has told the user and the program ends).
     cLogin(Session& session, std::function<bool()> createDatabase);
 
@@ -34,6 +34,7 @@ private:
     void connectAndCheck(const QString& server, const QString& userName, const QString& password);
     void checkUser(const QString& userName, const QString& password);
     void prepareSchedulerDatabase();
+    bool openSchedulerDatabase();
     void checkDatabases();
 
     Session& m_session;

@@ -13,9 +13,13 @@ QString withoutTrailingSeparator(const QString& folder) {
     return QDir::cleanPath(QDir::fromNativeSeparators(folder.trimmed()));
 }
 
+/// The older file goes only when the newer one is there whole.
 bool replaceFile(const QString& from, const QString& to) {
+    const QString unfinished = to + ".unfinished";
+    QFile::remove(unfinished);
+    if (!QFile::copy(from, unfinished)) return false;
     QFile::remove(to);
-    return QFile::copy(from, to);
+    return QFile::rename(unfinished, to);
 }
 
 int copyFiles(const QString& from, const QString& to, const QStringList& patterns, QDirIterator::IteratorFlag flag) {
@@ -84,10 +88,12 @@ bool cPathControl::SavePathSettingsFile() const {
 
 bool cPathControl::CanWriteToNorvaQXAppPath() const {
     QFile probe(appFile("Test.dat"));
+    if (probe.exists()) return probe.open(QIODevice::Append); // somebody's own file stays as it is
     return probe.open(QIODevice::WriteOnly) && probe.remove();
 }
 
 int cPathControl::CopyFilesAndFolders(const QString& from, const QString& to) const {
+    if (QDir(from) == QDir(to)) return 0;
     int failures = copyFiles(from, to, {"*.MDB", "*.TXT", "*.INI", "*.LOG", "*.DAT", "*.CSV"},
                              QDirIterator::NoIteratorFlags);
     for (const auto* folder : {"/Log", "/Archives"})

@@ -14,7 +14,7 @@ frmCreateDB::frmCreateDB(ScreenContext& context, QWidget* parent)
     m_ui->setupUi(this);
     const Session& session = context.session;
     m_ui->lblExplain->setText(QString("The server '%1' holds no scheduler database yet. It will be created now, with "
-                                      "empty tables; no other database is touched.")
+                                      "empty tables.")
                                   .arg(session.db().connectionString().dataSource));
     m_ui->lblExplain->setTextFormat(Qt::PlainText);
     m_ui->lblData->setText(session.serverDefaults.dataFolder);
@@ -52,7 +52,7 @@ void frmCreateDB::cmdCreate_Click() {
         m_context.messages.notice(this, "Succsessfuly created the database.");
         accept();
     } catch (const DbError& error) {
-        m_context.session.log.write("frmCreateDB.cmdCreate_Click", error.number(), error.text());
+        m_context.session.log.write("frmCreateDB.cmdCreate_Click", error);
         m_context.messages.notice(this, "Failed to create the database.\r\nCan not continue.",
                                           Messages::Plain, {}, error.text());
         reject();

@@ -54,8 +54,8 @@ void frmLogin::logIn() {
     if (!outcome.message.isEmpty()) m_context.messages.notice(this, outcome.message);
     switch (outcome.result) {
     case LoginOutcome::Done:
-        accept();
         if (session.dropDatabase) offerToDropDatabase();
+        m_endProgram ? reject() : accept();
         return;
     case LoginOutcome::EndProgram:
         m_endProgram = true;
@@ -82,10 +82,9 @@ void frmLogin::offerToDropDatabase() {
         m_context.messages.notice(this, "The NorvaScheduler database was deleted and will be recreated on the next "
                                         "login.  The program will now end.");
     } catch (const DbError& error) {
-        session.log.write("frmLogin.DropDatabase", error.number(), error.text());
+        session.log.write("frmLogin.DropDatabase", error);
         m_context.messages.notice(this, "The following Error has occurred: " + error.text()
                                             + "  The program will now end.");
     }
     m_endProgram = true;
-    reject();
 }

@@ -2,6 +2,7 @@
 
 #include "app/Session.h"
 #include "app/modOptions.h"
+#include "subprojects/frmEmailSettings.h"
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
@@ -70,10 +71,14 @@ void frmOptions::save() {
     }
     WaitCursor wait;
     SaveGlobalOptions(session(), wanted);
+    m_ui->header->setNote("Saved");
 }
 
 void frmOptions::cmdEmail_Click() {
-    messages().notice(this, "The e-mail settings are not part of this version yet.");
+    guarded(context(), this, "frmOptions.cmdEmail_Click", [this] {
+        frmEmailSettings screen(context(), this);
+        if (screen.Setup() == 0) screen.exec();
+    });
 }
 
 bool frmOptions::mayClose() {

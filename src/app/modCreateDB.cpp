@@ -16,6 +16,14 @@ void fill(Session& session, const Sql& options, const QString& tables,
     runScript(session.db(), tables);
 }
 
+void dropHalfMade(Session& session) {
+    try {
+        dropSchedulerDatabase(session.db());
+    } catch (const DbError& error) {
+        session.log.write("frmCreateDB.DropHalfMade", error);
+    }
+}
+
 } // namespace
 
 void createFromScripts(Session& session, const std::function<void(const QString& step)>& tell) {
@@ -23,16 +31,16 @@ void createFromScripts(Session& session, const std::function<void(const QString&
     const Sql options = Sql::script(readScript(session.paths.appFile("DBOptions.sql")));
     const QString tables = session.paths.appFile("SchDB.sql");
     readScript(tables);
-    tell("Creating the database…");
-    createSchedulerDatabase(session.db(), session.serverDefaults);
+    // A database that is there already, but empty, is only filled; it is not ours to drop.
+    const bool isNew = !schedulerDatabaseExists(session.db());
+    if (isNew) {
+        tell("Creating the database…");
+        createSchedulerDatabase(session.db(), session.serverDefaults);
+    }
     try {
         fill(session, options, tables, tell);
-    } catch (const DbError& failure) {
-        try {
-            dropSchedulerDatabase(session.db());
-        } catch (const DbError& error) {
-            session.log.write("frmCreateDB.DropHalfMade", error.number(), error.text());
-        }
-        throw failure;
+    } catch (const DbError&) {
+        if (isNew) dropHalfMade(session);
+        throw;
     }
 }

@@ -10,7 +10,10 @@ Connection::Connection(ConnectionString connectionString, Opener opener)
 void Connection::open() {
     ConnectionString target = m_connectionString;
     target.initialCatalog = m_defaultDatabase;
+    // The user waits at a login as long as it takes; a reconnect must not hold up the screens.
+    if (m_wasOpen) target.loginTimeout = 5;
     m_server = m_opener(target);
+    m_wasOpen = true;
 }
 
 void Connection::close() {

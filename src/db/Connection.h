@@ -51,6 +51,7 @@ private:
     Opener m_opener;
     std::unique_ptr<Server> m_server;
     QString m_defaultDatabase;
+    bool m_wasOpen = false;
     bool m_inTransaction = false;
     bool m_innerUndone = false;
     qint64 m_statementCount = 0;

@@ -8,6 +8,7 @@ struct ConnectionString {
     QString password;
     QString initialCatalog; ///< the default database
     QString dataSource;     ///< host, host\instance, host,port, or file:<path> for the embedded server
+    int loginTimeout = 0;   ///< seconds to wait for a session, 0 for no limit; not part of the text
 
     /// "Provider=SQLOLEDB.1;Persist Security Info=False;User ID=…;PWD=…;Initial Catalog=…;Data Source=…";
     /// a value that holds ; = or a quote stands in double quotes.

@@ -22,6 +22,7 @@ public:
     static OdbcDriver choose(const QStringList& installed, const QString& wanted);
 
     const QString& name() const { return m_name; }
+    bool isSqlServer() const { return m_kind != Kind::Other; }
     /// Throws DbError for a value that this driver cannot be told, without repeating a password.
     QString connectionString(const ConnectionString& target, const OdbcSettings& settings) const;
 

@@ -27,7 +27,9 @@ SQLPOINTER attribute(SQLULEN value) {
 std::unique_ptr<OdbcServer> OdbcServer::open(const ConnectionString& target, const OdbcSettings& settings) {
     std::unique_ptr<OdbcServer> server(new OdbcServer);
     const OdbcDriver driver = OdbcDriver::choose(server->installedDrivers(), settings.driver);
-    server->connect(driver, driver.connectionString(target, settings));
+    server->connect(driver, driver.connectionString(target, settings), target.loginTimeout);
+    // Row counts tell whether a row was still there, and a server may be set up to leave them out.
+    if (driver.isSqlServer()) server->execute(sql("SET NOCOUNT OFF"));
     return server;
 }
 
@@ -55,8 +57,8 @@ QStringList OdbcServer::installedDrivers() const {
     return drivers;
 }
 
-void OdbcServer::connect(const OdbcDriver& driver, const QString& connectionString) {
-    SQLSetConnectAttrW(m_connection.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(0), SQL_IS_UINTEGER);
+void OdbcServer::connect(const OdbcDriver& driver, const QString& connectionString, int loginTimeout) {
+    SQLSetConnectAttrW(m_connection.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(SQLULEN(loginTimeout)), SQL_IS_UINTEGER);
     const SQLRETURN code = SQLDriverConnectW(m_connection.get(), nullptr, wide(connectionString), SQL_NTS,
                                              nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(code)) throw connectFailure(driver);

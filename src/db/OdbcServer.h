@@ -24,7 +24,7 @@ public:
 
 private:
     OdbcServer();
-    void connect(const OdbcDriver& driver, const QString& connectionString);
+    void connect(const OdbcDriver& driver, const QString& connectionString, int loginTimeout);
     QStringList installedDrivers() const;
     void endTransaction(bool keep);
     bool setAutocommit(bool on);

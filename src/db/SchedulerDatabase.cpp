@@ -1,18 +1,29 @@
 #include "db/SchedulerDatabase.h"
 
 #include "db/Connection.h"
+#include "db/DbError.h"
 #include "db/ServerDefaults.h"
 
 namespace {
 
-bool reportColumnIsMissing(Connection& connection, const QString& column) {
+/// `hint` follows the names of the two catalogue tables.
+bool reportColumnIsMissing(Connection& connection, const QString& column, const Sql& hint = sql("")) {
     return connection
-               .scalar(sql("SELECT count(*) as [RowCount] From sysobjects WITH (NOLOCK) "
-                           "INNER JOIN syscolumns WITH (NOLOCK) ON sysobjects.id = syscolumns.id "
+               .scalar(sql("SELECT count(*) as [RowCount] From sysobjects {}"
+                           "INNER JOIN syscolumns {}ON sysobjects.id = syscolumns.id "
                            "WHERE syscolumns.name = {} AND sysobjects.name = 'tblTemplate_Report'",
-                           column))
+                           hint, hint, column))
                .toInt()
            == 0;
+}
+
+/// Another login may have added the column in this moment: that is as good.
+void addColumn(Connection& connection, const Sql& statement) {
+    try {
+        connection.execute(statement);
+    } catch (const DbError& error) {
+        if (error.number() != DbError::DuplicateColumn) throw;
+    }
 }
 
 void upgradeExcludedNumbers(Connection& connection, const QString& table) {
@@ -35,7 +46,7 @@ void upgradeBandsTo17(Connection& connection) {
     for (const int band : {15, 16, 17}) {
         const QString column = QString("Distance%1").arg(band);
         if (reportColumnIsMissing(connection, column))
-            connection.execute(sql("ALTER TABLE tblTemplate_Report ADD {} [bit] NULL  ", Name(column)));
+            addColumn(connection, sql("ALTER TABLE tblTemplate_Report ADD {} [bit] NULL  ", Name(column)));
     }
     if (moveBand14)
         connection.execute(sql("UPDATE tblTemplate_Report SET Distance17 = Distance14, Distance14 = 0 "));
@@ -46,20 +57,28 @@ void upgradeBandsTo23(Connection& connection) {
     for (int band = 18; band <= 23; ++band) {
         const QString column = QString("Distance%1").arg(band);
         if (reportColumnIsMissing(connection, column))
-            connection.execute(sql("ALTER TABLE tblTemplate_Report ADD {} [Bit] NOT NULL DEFAULT 0 ", Name(column)));
+            addColumn(connection, sql("ALTER TABLE tblTemplate_Report ADD {} [Bit] NOT NULL DEFAULT 0 ", Name(column)));
     }
 }
 
 /// A column added with the value that every existing report gets, as one step.
 void addReportColumn(Connection& connection, const QString& column, const Sql& add, const Sql& fill) {
-    if (!reportColumnIsMissing(connection, column)) return;
+    if (!reportColumnIsMissing(connection, column, sql("WITH (NOLOCK) "))) return;
     Transaction transaction(connection);
-    connection.execute(add);
+    addColumn(connection, add);
     connection.execute(fill);
     transaction.commit();
 }
 
 } // namespace
+
+bool schedulerDatabaseExists(Connection& connection) {
+    return connection.scalar(sql("SELECT COUNT(*) FROM master.dbo.sysdatabases WHERE name = 'NorvaScheduler'")).toInt() > 0;
+}
+
+bool schedulerTablesExist(Connection& connection) {
+    return connection.scalar(sql("SELECT COUNT(*) FROM sysobjects WHERE name = 'tblTemplate'")).toInt() > 0;
+}
 
 void createSchedulerDatabase(Connection& connection, const ServerDefaults& defaults) {
     connection.execute(sql("CREATE DATABASE [NorvaScheduler] ON (NAME = N'NorvaScheduler_Data', FILENAME = {} , "

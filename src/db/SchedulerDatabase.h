@@ -5,6 +5,9 @@
 class Connection;
 struct ServerDefaults;
 
+bool schedulerDatabaseExists(Connection& connection);
+/// Whether the default database holds the scheduler's tables.
+bool schedulerTablesExist(Connection& connection);
 /// Sends the CREATE DATABASE of NorvaScheduler. Needs both folders; throws DbError.
 void createSchedulerDatabase(Connection& connection, const ServerDefaults& defaults);
 void dropSchedulerDatabase(Connection& connection);

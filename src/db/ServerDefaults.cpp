@@ -62,12 +62,13 @@ QString readRegistry(Connection& connection, const QString& value) {
                                  "select @folder"));
 }
 
-QString askServer(Connection& connection, const QString& registryValue, const QString& property) {
+QString askServer(Connection& connection, const QString& registryValue, const QString& property, QString& problem) {
     QString folder;
     try {
         folder = readRegistry(connection, registryValue);
     } catch (const DbError& error) {
-        if (error.connectionLost()) throw; // a server without the registry procedures says so in its own way
+        if (error.connectionLost()) throw;
+        problem = error.text(); // a server without the registry procedures says so in its own way
     }
     return folder.isEmpty() ? connection.scalar(sql("SELECT CONVERT(nvarchar(1000), SERVERPROPERTY({}))", property)) : folder;
 }
@@ -80,8 +81,8 @@ ServerDefaults readServerDefaults(Connection& connection, const QString& appFold
     if (QFile::exists(ini)) {
         readIni(ini, defaults);
     } else {
-        defaults.dataFolder = askServer(connection, "DefaultData", "InstanceDefaultDataPath");
-        defaults.logFolder = askServer(connection, "DefaultLog", "InstanceDefaultLogPath");
+        defaults.dataFolder = askServer(connection, "DefaultData", "InstanceDefaultDataPath", defaults.problem);
+        defaults.logFolder = askServer(connection, "DefaultLog", "InstanceDefaultLogPath", defaults.problem);
     }
     defaults.dataFolder = withSeparator(defaults.dataFolder);
     defaults.logFolder = withSeparator(defaults.logFolder);

@@ -11,6 +11,7 @@ struct ServerDefaults {
     QString logFolder;
     QString dataExtension = ".dbf";
     QString logExtension = ".lbf";
+    QString problem; ///< why the registry could not be asked; empty when it could
 };
 
 /// Takes the defaults from "DefaultPaths.ini" in the folder when it is there, else asks the server

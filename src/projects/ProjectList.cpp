@@ -5,7 +5,7 @@
 
 namespace {
 
-/// HasCC is 1 where the cost-centre table is missing: the analysis product reads it so, too.
+/// HasCC is 1 where the cost-centre table is missing, whatever its name says.
 Sql createProjectListProcedure() {
     const Sql noProjects
         = sql("'QXSpNum', 'NorvaTallymere', 'Northwind', 'pubs', 'tempdb', 'CostCentres', 'Master', 'Model', 'msdb', "
@@ -40,14 +40,23 @@ Sql createProjectListProcedure() {
         "FETCH NEXT FROM @Csr INTO @DBName\r\n"
         "WHILE @@FETCH_STATUS = 0\r\n"
         "BEGIN\r\n"
+        "SET @Count = 0\r\n"
+        "SET @BillAccount = NULL\r\n"
+        "BEGIN TRY\r\n"
         "SET @sql = N'USE [' + REPLACE(@DBName, ']', ']]') + N'] SELECT @Found = COUNT(*) FROM sysobjects "
         "WHERE [name] = ''Tbl50'''\r\n"
         "EXEC sp_executesql @sql, N'@Found INT OUTPUT', @Found = @Count OUTPUT\r\n"
         "IF @Count > 0\r\n"
         "BEGIN\r\n"
-        "SET @BillAccount = NULL\r\n"
         "SET @sql = N'USE [' + REPLACE(@DBName, ']', ']]') + N'] SELECT TOP 1 @Account = UnitabAccount FROM dbo.Tbl50'\r\n"
         "EXEC sp_executesql @sql, N'@Account VARCHAR(100) OUTPUT', @Account = @BillAccount OUTPUT\r\n"
+        "END\r\n"
+        "END TRY\r\n"
+        "BEGIN CATCH\r\n" // a table that cannot be read: left out like one whose account has no cost centres
+        "SET @BillAccount = NULL\r\n"
+        "END CATCH\r\n"
+        "IF @Count > 0\r\n"
+        "BEGIN\r\n"
         "SET @CCtable = @BillAccount + '_Tblcc'\r\n"
         "SELECT @Count = COUNT(*) FROM CostCentres.dbo.sysobjects WHERE [name] = @CCtable\r\n"
         "SET @Status = 0\r\n"
@@ -62,13 +71,20 @@ Sql createProjectListProcedure() {
         noProjects, noProjects);
 }
 
-/// Another user may make the same procedure in the same moment: then his, which is the same, is used.
-void makeProcedure(Connection& db) {
+RecordSet runProcedure(Connection& db) {
     db.execute(sql("If Exists(Select Name from sysobjects Where Name = 'spGetProjectList') Drop Procedure spGetProjectList"));
+    db.execute(createProjectListProcedure());
+    return db.query(sql("spGetProjectList 0"));
+}
+
+/// Another user may make or drop the same procedure in the same moment; then once more.
+RecordSet readProjects(Connection& db) {
     try {
-        db.execute(createProjectListProcedure());
+        return runProcedure(db);
     } catch (const DbError& error) {
-        if (error.number() != DbError::AlreadyExists) throw;
+        const QList<int> inTheWay{DbError::AlreadyExists, DbError::CannotDrop, DbError::NoSuchProcedure};
+        if (!inTheWay.contains(error.number())) throw;
+        return runProcedure(db);
     }
 }
 
@@ -76,8 +92,7 @@ void makeProcedure(Connection& db) {
 
 ProjectList loadProjectList(Session& session) {
     DefaultDatabase scheduler(session.db(), "NorvaScheduler");
-    makeProcedure(session.db());
-    const RecordSet rows = session.db().query(sql("spGetProjectList 0"));
+    const RecordSet rows = readProjects(session.db());
     ProjectList list;
     for (const Row row : rows) {
         const QString name = row.text("name");

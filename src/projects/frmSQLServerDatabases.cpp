@@ -77,7 +77,7 @@ bool useProject(ScreenContext& context, QWidget* parent, const QString& database
     guarded(context, parent, "frmSQLServerDatabases.OpenProject", [&] {
         WaitCursor wait;
         openProject(session, database);
-        CheckForCurrentUnitabAccountField(session, true);
+        if (CheckForCurrentUnitabAccountField(session, true)) openProject(session, database); // another account now
         usable = masterCostCentresExist(session);
         if (!usable) context.messages.notice(parent, "No master Cost Centre entries can be found for this project.");
     });

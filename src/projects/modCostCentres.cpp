@@ -71,9 +71,9 @@ Sql insertAllocation(const Table& into, const QString& account, const Table& fro
                into.sqlName(), account, from.sqlName(), condition);
 }
 
-/// Adds to the user's copy what the master gained. The procedure declares a cursor that is never
-/// opened: other programs look for it in the procedure's text. A cursor outlives its procedure on a
-/// server whose cursors are global, so it is given back, or the next run would find its name taken.
+/// Adds to the user's copy what the master gained. The procedure's cursor is never opened; where
+/// cursors are global it outlives the procedure, so it is given back, or the next run would find its
+/// name taken.
 void ensureAllNumbers(Connection& db, const Session& session, const Table& master, const Table& copy) {
     const QString& account = session.project.unitabAccount;
     const QString lacking
@@ -105,7 +105,7 @@ void prepareUserCostCentres(Session& session) {
     const QString& account = session.project.unitabAccount;
     const QString& project = session.project.database;
     const Table own{project, session.userName + "_TblCC"};
-    db.setDefaultDatabase(project);
+    DefaultDatabase inProject(db, project);
     createTable(db, own, sql("{}.dbo.sysobjects", Name(project)), allocationColumns());
     dropProcedure(db, sql("sysobjects"), session.userName + "_CreateCC");
     runProcedure(db, sql("sysobjects"), session.userName + "_CreateMasterCentres",
@@ -113,7 +113,6 @@ void prepareUserCostCentres(Session& session) {
                      insertAllocation(own, account, {costCentres, masterTable(account)},
                                       sql("Where UnitabAccount = @BillAccount"))),
                  account);
-    db.setDefaultDatabase("NorvaScheduler");
 }
 
 void prepareAccountCostCentres(Session& session, bool fullRebuild) {
@@ -127,7 +126,7 @@ void prepareAccountCostCentres(Session& session, bool fullRebuild) {
     const Sql projectCatalogue = sql("{}.dbo.sysobjects", Name(project));
     const Sql ofBillAccount = sql("Where UnitabAccount = @BillAccount");
 
-    db.setDefaultDatabase(project);
+    DefaultDatabase ofProject(db, project);
     createTable(db, copy, sql("dbo.sysobjects"), allocationColumns());
     createTable(db, centres, projectCatalogue, centresColumns());
     createTable(db, inProject, sql("dbo.sysobjects"), allocationColumns());
@@ -143,7 +142,6 @@ void prepareAccountCostCentres(Session& session, bool fullRebuild) {
                          centres.sqlName(), centres.sqlName(), account,
                          Table{costCentres, masterCentresTable(account)}.sqlName()),
                      account);
-    db.setDefaultDatabase("NorvaScheduler");
 }
 
 QStringList readCostCentres(Session& session, int level, CostCentreSource source) {

@@ -20,7 +20,7 @@ void prepareUserCostCentres(Session& session);
 /// The user's copy of the current project's allocation: tables are made when missing, numbers that the
 /// master gained are added with the master's cost centres, what the user changed stays, and the copy is
 /// carried into the project. A full rebuild also renews the user's list of cost centres. The default
-/// database is NorvaScheduler afterwards. Throws DbError.
+/// database is restored. Throws DbError.
 void prepareAccountCostCentres(Session& session, bool fullRebuild);
 
 /// The cost centres of a level 1 to 5 in ascending order, without the empty ones, from the user's table

@@ -33,6 +33,13 @@ void addColumn(Connection& db, const QString& project, const QString& table, con
                        Name(table), Name(column)));
 }
 
+int callsToUpdate(Connection& db, const Name& project, const Sql& hint) {
+    return db
+        .scalar(sql("Select count(*) from {}.DBO.tblCallrecords {}Where TimeBandCopy = '' or TimeBandCopy is null",
+                    project, hint))
+        .toInt();
+}
+
 } // namespace
 
 void addTimeBandColumns(Session& session) {
@@ -51,10 +58,7 @@ bool updateTimeBands(Session& session, bool askFirst, const std::function<bool(c
     const Name project(session.project.database);
     DefaultDatabase inProject(db, session.project.database); // tblMiscBill is named without its database
     if (!tableExists(db, "TblCallRecords")) return true;
-    if (db.scalar(sql("Select count(*) from {}.DBO.tblCallrecords Where TimeBandCopy = '' or TimeBandCopy is null", project))
-            .toInt()
-        == 0)
-        return true;
+    if (callsToUpdate(db, project, sql("")) == 0) return true;
     if (askFirst && !QFile::exists(session.paths.appFile("MorvaneZelvan.exe"))
         && !ask("An important one-off update needs to be applied to this project, this may take a few minutes. "
                 "Would you like to update now?"))
@@ -70,9 +74,10 @@ bool updateTimeBands(Session& session, bool askFirst, const std::function<bool(c
     if (tableExists(db, "tblMiscBill"))
         steps << sql("UPDATE tblMiscBill set TimeBand = {} WHERE  [DateStart] >= '2008/04/01' AND TimeBand IS NOT NULL ",
                      bandOf(sql("DateStart")));
-    // One transaction: were the first statement repeated after a run that broke off, the new bands
-    // would be kept as the old ones.
+    // One transaction: were the first statement repeated after a run that broke off, or after another
+    // user's run while the question was open, the new bands would be kept as the old ones.
     Transaction transaction(db);
+    if (callsToUpdate(db, project, sql("WITH (UPDLOCK, HOLDLOCK) ")) == 0) return true;
     for (qsizetype i = 0; i < steps.size(); ++i) {
         tell(int(i) + 1, int(steps.size()));
         db.execute(steps[i]);

@@ -6,28 +6,33 @@
 namespace {
 
 /// A column that projects of some ages lack.
-QString optional(const RecordSet& rows, const char* column) {
+QString optional(const RecordSet& rows, const char* column, const QString& whenLacking) {
     return rows.columns().contains(QLatin1StringView(column), Qt::CaseInsensitive) ? rows.row(0).text(column)
-                                                                                   : QString();
+                                                                                   : whenLacking;
 }
 
 QDate dateOf(const QString& datetime) {
     return QDate::fromString(datetime.left(10), Qt::ISODate);
 }
 
+/// Whether a query found both dates; a table or column that the project lacks finds none.
+bool readDates(Connection& db, const Sql& query, CurrentProject& project) {
+    try {
+        const RecordSet dates = db.query(query);
+        if (dates.isEmpty()) return false;
+        project.defaultStart = dateOf(dates.cell(0, 0));
+        project.defaultEnd = dateOf(dates.cell(0, 1));
+    } catch (const DbError& error) {
+        if (error.number() != DbError::InvalidColumn && error.number() != DbError::InvalidObject) throw;
+    }
+    return project.defaultStart.isValid() && project.defaultEnd.isValid();
+}
+
 /// The first and the last day of the project's bills; where the bills do not say, of its calls.
 void readBillDates(Connection& db, CurrentProject& project) {
     const Name database(project.database);
-    RecordSet dates;
-    try {
-        dates = db.query(sql("SELECT MIN(BillStart), MAX(BillEnd) FROM {}.dbo.Tbl50 WITH (NOLOCK)", database));
-    } catch (const DbError& error) {
-        if (error.number() != DbError::InvalidColumn) throw;
-        dates = db.query(sql("SELECT MIN([Date]), MAX([Date]) FROM {}.dbo.TblCallRecords WITH (NOLOCK)", database));
-    }
-    if (dates.isEmpty()) return;
-    project.defaultStart = dateOf(dates.cell(0, 0));
-    project.defaultEnd = dateOf(dates.cell(0, 1));
+    if (!readDates(db, sql("SELECT MIN(BillStart), MAX(BillEnd) FROM {}.dbo.Tbl50 WITH (NOLOCK)", database), project))
+        readDates(db, sql("SELECT MIN([Date]), MAX([Date]) FROM {}.dbo.TblCallRecords WITH (NOLOCK)", database), project);
 }
 
 bool holdsWisperaEvents(Connection& db, const QString& database) {
@@ -51,8 +56,7 @@ void openProject(Session& session, const QString& database) {
     CurrentProject project;
     project.database = database;
     project.unitabAccount = bill.row(0).text("UnitabAccount");
-    const int billType = optional(bill, "BillType").toInt();
-    project.billType = billType >= 1 && billType <= 4 ? billType : 1;
+    project.billType = optional(bill, "BillType", "1").toInt();
     readBillDates(db, project);
     project.wispera = holdsWisperaEvents(db, database);
     project.useDefaultDates = session.project.useDefaultDates;
@@ -60,18 +64,18 @@ void openProject(Session& session, const QString& database) {
     session.project = project;
 }
 
-void CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement) {
+bool CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement) {
     Connection& db = session.db();
     const Name project(session.project.database);
     if (db.scalar(sql("SELECT Count(*) FROM {}.dbo.tbl50 Where CurrentUnitabAccount = '' or CurrentUnitabAccount is null ",
                       project))
             .toInt()
         == 0)
-        return;
+        return false;
     if (inOneStatement) {
         const QString account = db.scalar(sql("select Top 1 * from {}.dbo.Tbl50 order by BillID", project));
         db.execute(sql("Update {}.dbo.Tbl50 Set UnitabAccount = {}, CurrentUnitabAccount = UnitabAccount ", project, account));
-        return;
+        return true;
     }
     const RecordSet bills = db.query(sql("select * from {}.dbo.Tbl50 ", project));
     const QString account = bills.cell(0, 0);
@@ -80,6 +84,7 @@ void CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement) {
         db.execute(sql("Update {}.dbo.Tbl50 Set UnitabAccount = {}, CurrentUnitabAccount = {} Where RecID = {}", project,
                        account, bill.text("UnitabAccount"), bill.integer("RecID")));
     transaction.commit();
+    return true;
 }
 
 bool masterCostCentresExist(Session& session) {

@@ -10,8 +10,8 @@ void openProject(Session& session, const QString& database);
 
 /// The one-time repair of a project whose bills do not hold their current account: every bill keeps
 /// its former account in CurrentUnitabAccount and takes the account of the project's first bill, in
-/// one statement or row by row.
-void CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement);
+/// one statement or row by row. Returns whether there was anything to repair.
+bool CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement);
 
 /// Whether the current project has a cost-centre table of its account. The default database is restored.
 bool masterCostCentresExist(Session& session);

@@ -80,7 +80,6 @@ std::vector<ScheduleListRow> loadScheduleList(Session& session) {
         row.title = shownTitle(schedule.text("ScheduleTitle"));
         row.status = schedule.integer("Status");
         row.project = schedule.text("ProjectRef");
-        row.runDate = parseStoredDate(schedule.text("RunDate"));
         row.shownDate = shownStoredDate(schedule.text(isFinished(row.status) ? "RanDate" : "RunDate"));
         const auto summary = templates.constFind(schedule.integer("TemplateID"));
         if (summary != templates.constEnd()) describeTemplate(row, *summary, subProjects);

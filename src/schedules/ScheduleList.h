@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDateTime>
 #include <QString>
 #include <vector>
 
@@ -12,7 +11,6 @@ struct ScheduleListRow {
     QString title;
     int status = 0;
     QString project;
-    QDateTime runDate; ///< invalid when the stored text is no date
     QString shownDate; ///< of the last run for finished schedules, else of the run to come
     QString contents;  ///< "Reports : 3", "Sub Projects : 12"
     QString templateTitle;

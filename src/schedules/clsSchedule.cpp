@@ -143,9 +143,9 @@ void clsSchedule::updateRow(const QString& storedTitle) {
 }
 
 int clsSchedule::GetStatus() const {
-    const QString status = m_session.db().scalar(
+    const RecordSet rows = m_session.db().query(
         sql("SELECT [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE [ScheduleID] = {}", m_id));
-    return status.isNull() ? int(NoSuchSchedule) : status.toInt();
+    return rows.isEmpty() ? int(NoSuchSchedule) : rows.row(0).integer("Status");
 }
 
 void clsSchedule::SetRanDate(const QDateTime& when) {

@@ -5,6 +5,7 @@
 #include "app/Version.h"
 #include "app/frmHelp.h"
 #include "app/frmOptions.h"
+#include "app/modCommonFunctions.h"
 #include "app/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
@@ -22,6 +23,7 @@
 
 #include <QCloseEvent>
 #include <QLineEdit>
+#include <QScreen>
 #include <QToolButton>
 #include <chrono>
 
@@ -144,7 +146,10 @@ void frmMainScreen::connectList(uctListView& list, bool finished) {
 void frmMainScreen::selectRow(bool finished) {
     uctListView& list = finished ? *m_ui->lstFinished : *m_ui->lstSchedules;
     const std::optional<int> id = list.selectedId();
-    if (!id) return;
+    if (!id) {
+        if (finished == m_finishedListActive) m_selectedScheduleId = -1;
+        return;
+    }
     m_selectedScheduleId = *id;
     m_finishedListActive = finished;
     ListViewUnselect(finished ? *m_ui->lstSchedules : *m_ui->lstFinished);
@@ -156,12 +161,19 @@ void frmMainScreen::FillScheduleList() {
         showRows(loadScheduleList(m_context.session));
         m_ui->lblServerState->clear();
     } catch (const DbError& error) {
-        m_context.session.log.write("frmMainScreen.FillScheduleList", error.number(), error.text());
-        m_ui->lblServerState->setText(error.connectionLost()
-                                          ? "The server cannot be reached. The lists show its last state; trying again…"
-                                          : "The schedules could not be read: " + error.text());
+        tellProblem(error);
     }
     m_tmrScheduler.start();
+}
+
+/// In the status line, and once for each outage in the error log.
+void frmMainScreen::tellProblem(const DbError& error) {
+    const QString state = error.connectionLost()
+                              ? "The server cannot be reached. The lists show its last state; trying again…"
+                              : "The schedules could not be read: " + error.text().simplified();
+    if (state != m_ui->lblServerState->text()) m_context.session.log.write("frmMainScreen.FillScheduleList", error);
+    m_ui->lblServerState->setText(state);
+    m_ui->lblServerState->setToolTip(error.text());
 }
 
 void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
@@ -176,8 +188,9 @@ void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
             continue;
         }
         if (statusText(schedule.status) == statusText(Pending)) {
-            row.texts[StatusColumn] = dueText(schedule.runDate, now);
-            m_runDates.insert(schedule.id, schedule.runDate);
+            const QDateTime due = parseShownDate(schedule.shownDate); // to the minute, as it is shown
+            row.texts[StatusColumn] = dueText(due, now);
+            m_runDates.insert(schedule.id, due);
         }
         pending.push_back(std::move(row));
     }
@@ -186,8 +199,8 @@ void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
     m_ui->lstFinished->setRows(std::move(finished));
     m_lastDueUpdate = now;
     // A schedule that finished meanwhile is found again in the other list.
-    if (!m_ui->lstSchedules->selectId(selected) && !m_ui->lstFinished->selectId(selected))
-        m_selectedScheduleId = -1;
+    if (m_selectedScheduleId != selected && !m_ui->lstSchedules->selectId(selected))
+        m_ui->lstFinished->selectId(selected);
 }
 
 void frmMainScreen::PopulateScreen(bool force) {
@@ -255,8 +268,8 @@ void frmMainScreen::editSchedule(int id) {
 
 void frmMainScreen::resetSchedule(int id) {
     m_context.messages.notice(this, "Reseting this schedule status, due to an unknown error");
-    WaitCursor wait;
-    ResetSchedule(m_context.session, id);
+    if (!ResetSchedule(m_context.session, id))
+        m_context.messages.notice(this, "The schedule has finished in the meantime; nothing was reset.");
     FillScheduleList();
 }
 
@@ -299,7 +312,10 @@ void frmMainScreen::restorePlacement() {
     const auto setting = [](const char* key, int standard) {
         return getSetting("VWT", "Position", key, QString::number(standard)).toInt();
     };
-    setGeometry(setting("X", x()), setting("Y", y()), setting("W", width()), setting("H", height()));
+    QRect place(setting("X", x()), setting("Y", y()), setting("W", width()), setting("H", height()));
+    if (!QGuiApplication::screenAt(place.center())) // its monitor is gone
+        place.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());
+    setGeometry(place);
     constexpr int maximized = 2;
     if (setting("Type", maximized) == maximized) setWindowState(windowState() | Qt::WindowMaximized);
 }

@@ -10,6 +10,7 @@
 
 class QLineEdit;
 class uctListView;
+class DbError;
 struct ScheduleListRow;
 namespace Ui {
 class frmMainScreen;
@@ -55,6 +56,7 @@ private:
     void buildLists();
     QLineEdit* filterBox(const QString& name, uctListView& list);
     void connectList(uctListView& list, bool finished);
+    void tellProblem(const DbError& error);
     void showRows(const std::vector<ScheduleListRow>& rows);
     void selectRow(bool finished);
     void editSchedule(int id);

@@ -151,10 +151,7 @@ void frmScheduleView::fillLog() {
     }
     m_ui->lstLog->setEmptyText(m_log.empty() ? "The run of this schedule left no log."
                                              : "The log holds no error.");
-    const std::optional<int> selected = m_ui->lstLog->selectedId();
-    m_ui->lstLog->setRows({}); // merging thousands of rows that come or go here and there takes long
     m_ui->lstLog->setRows(std::move(rows));
-    if (selected) m_ui->lstLog->selectId(*selected);
 }
 
 void frmScheduleView::selectFirstError() {

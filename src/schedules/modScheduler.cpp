@@ -10,11 +10,11 @@
 #include <limits>
 
 int ReadScheduleStatus(Session& session, int scheduleId) {
-    const QString status = session.db().scalar(
+    const RecordSet rows = session.db().query(
         sql("SELECT TOP 1 [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE ([ScheduleID] = {})",
             scheduleId));
-    if (status.isNull()) throw DbError(0, "This schedule has been deleted by somebody else in the meantime.");
-    return status.toInt();
+    if (rows.isEmpty()) throw DbError(0, "This schedule has been deleted by somebody else in the meantime.");
+    return rows.row(0).integer("Status");
 }
 
 void SetScheduleStatus(Session& session, int scheduleId, int status) {
@@ -30,13 +30,17 @@ void WriteLogEntry(Session& session, int errorCode, const QString& errorDescript
                              subject.LogReportName));
 }
 
-void ResetSchedule(Session& session, int scheduleId) {
+bool ResetSchedule(Session& session, int scheduleId) {
     Transaction transaction(session.db());
+    const QString status = session.db().scalar(sql(
+        "SELECT [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (UPDLOCK) WHERE ([ScheduleID] = {})", scheduleId));
+    if (status.toInt() != Processing) return false;
     session.logSubject = {scheduleId, -1, {}};
     WriteLogEntry(session, -1, "Status reset by user");
     session.logSubject.LogScheduleID = -1;
     SetScheduleStatus(session, scheduleId, CompletedWithErrors);
     transaction.commit();
+    return true;
 }
 
 void DeleteSchedule(Session& session, int scheduleId) {

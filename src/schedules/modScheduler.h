@@ -12,8 +12,8 @@ void SetScheduleStatus(Session& session, int scheduleId, int status);
 /// One row of tblLogs about the session's log subject.
 void WriteLogEntry(Session& session, int errorCode, const QString& errorDescription);
 /// Frees a schedule that is stuck in processing: a log row and the status "completed with errors",
-/// both or neither.
-void ResetSchedule(Session& session, int scheduleId);
+/// both or neither. False, with nothing written, when the engine has finished it meanwhile.
+bool ResetSchedule(Session& session, int scheduleId);
 /// The schedule and its log, both or neither.
 void DeleteSchedule(Session& session, int scheduleId);
 

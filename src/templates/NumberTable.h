@@ -32,7 +32,7 @@ public:
     virtual ~NumberTable() = default;
 
     int maxLength() const { return m_maxLength; }
-    /// In the order in which they were added.
+    /// In the server's order.
     QStringList numbers();
     /// Whether the list holds the number now, whoever added it.
     bool contains(const QString& number);

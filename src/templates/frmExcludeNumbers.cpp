@@ -90,17 +90,19 @@ void frmExcludeNumbers::deleteSelected() {
         messages().notice(this, "You must select a number to delete.");
         return;
     }
+    bool removed = false;
     for (const QString& number : selected) {
         if (!messages().ask(this,
                             QString("Do you wish to delete '%1' from the Exclusion List ?").arg(number)))
             break;
         m_list->remove(number);
+        removed = true;
     }
-    m_ui->grid->refresh();
+    if (removed) m_ui->grid->refresh();
 }
 
 bool frmExcludeNumbers::mayClose() {
-    if (m_ui->grid->numbers() == m_before) return true;
+    if (m_ui->grid->holdsJust(m_before)) return true;
     if (!messages().ask(this, "Are you sure you want to cancel your changes?")) return false;
     return guarded(context(), this, "frmExcludeNumbers.cmdCancel_Click", [this] {
         WaitCursor wait;

@@ -91,7 +91,7 @@ void frmRangeSel::deleteSelected() {
 }
 
 bool frmRangeSel::mayClose() {
-    return m_ui->grid->numbers() == m_before
+    return m_ui->grid->holdsJust(m_before)
            || messages().ask(this, "Are you sure you want to cancel your changes?");
 }
 

@@ -29,6 +29,9 @@ frmSelectParameters::frmSelectParameters(ScreenContext& context, QWidget* parent
       m_ui(std::make_unique<Ui::frmSelectParameters>()),
       m_lists(context.session.db(), context.session.project) {
     m_ui->setupUi(this);
+    connect(m_ui->scrGroups->verticalScrollBar(), &QScrollBar::valueChanged, this,
+            &frmSelectParameters::followScrolling);
+
     const int letter = fontMetrics().averageCharWidth();
     m_ui->lstGroups->setMinimumWidth(letter * 26);
     m_ui->splitter->setSizes({letter * 30, letter * 100});
@@ -144,6 +147,7 @@ void frmSelectParameters::buildChoiceGroups(const EditedReport& report) {
 }
 
 void frmSelectParameters::announce(uctParameterGroup* group, QWidget* frame, const QString& title) {
+    guardFromWheel(group);
     auto* item = new QListWidgetItem(title, m_ui->lstGroups);
     m_groups.push_back({group, frame, item});
     connect(group, &uctParameterGroup::changed, this, [this, item, title] {
@@ -160,7 +164,12 @@ void frmSelectParameters::goTo(int group, bool focus) {
     const Group& wanted = m_groups[std::size_t(group)];
     wanted.frame->findChild<uctFrameHeader*>()->setOpen(true);
     m_ui->groups->layout()->activate();
-    m_ui->scrGroups->verticalScrollBar()->setValue(wanted.frame->y());
+    {
+        // The last groups cannot come to the top; the one that was asked for stays marked.
+        const QSignalBlocker quiet(m_ui->lstGroups);
+        m_ui->scrGroups->verticalScrollBar()->setValue(wanted.frame->y());
+        m_ui->lstGroups->setCurrentRow(group);
+    }
     if (!focus) return;
     for (QWidget* next = wanted.widget->nextInFocusChain(); wanted.widget->isAncestorOf(next);
          next = next->nextInFocusChain()) {
@@ -168,6 +177,31 @@ void frmSelectParameters::goTo(int group, bool focus) {
         next->setFocus(Qt::TabFocusReason);
         return;
     }
+}
+
+void frmSelectParameters::followScrolling() {
+    const int top = m_ui->scrGroups->verticalScrollBar()->value();
+    int row = 0;
+    for (std::size_t i = 0; i < m_groups.size(); ++i)
+        if (m_groups[i].frame->y() <= top + fontMetrics().height()) row = int(i);
+    const QSignalBlocker quiet(m_ui->lstGroups);
+    m_ui->lstGroups->setCurrentRow(row);
+}
+
+void frmSelectParameters::guardFromWheel(QWidget* group) {
+    QList<QWidget*> boxes = group->findChildren<QWidget*>();
+    boxes.removeIf(
+        [](QWidget* box) { return !box->inherits("QComboBox") && !box->inherits("QAbstractSpinBox"); });
+    for (QWidget* box : boxes) {
+        box->setFocusPolicy(Qt::StrongFocus);
+        box->installEventFilter(this);
+    }
+}
+
+bool frmSelectParameters::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus()) return false;
+    event->ignore();
+    return true;
 }
 
 void frmSelectParameters::RefreshParams() {

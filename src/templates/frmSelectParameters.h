@@ -42,6 +42,7 @@ public slots:
 
 protected:
     bool mayClose() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
     void cmdSave_Click();
@@ -65,6 +66,10 @@ private:
     void announce(uctParameterGroup* group, QWidget* frame, const QString& title);
     void buildFooter();
     void goTo(int group, bool focus);
+    /// Marks the group at the top of the scrolled area in the list.
+    void followScrolling();
+    /// The wheel scrolls over boxes that do not have the focus, instead of changing their values.
+    void guardFromWheel(QWidget* group);
     void save();
     void showTexts();
     /// Asks until the answer can be used; nothing when the user gives up.

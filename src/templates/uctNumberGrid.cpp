@@ -90,6 +90,13 @@ QStringList uctNumberGrid::numbers() const {
     return m_model->stringList();
 }
 
+bool uctNumberGrid::holdsJust(QStringList others) const {
+    QStringList own = numbers();
+    own.sort();
+    others.sort();
+    return own == others;
+}
+
 QStringList uctNumberGrid::selectedNumbers() const {
     QStringList numbers;
     for (const QModelIndex& index : m_grid->selectionModel()->selectedIndexes())

@@ -26,6 +26,8 @@ public:
     /// Reads the table anew.
     void refresh();
     QStringList numbers() const;
+    /// Whether these are the numbers shown, in whatever order.
+    bool holdsJust(QStringList others) const;
     QStringList selectedNumbers() const;
     /// Shows how far the writing of many numbers is, and keeps the screen painted.
     NumberTable::Progress progress();

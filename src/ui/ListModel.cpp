@@ -28,7 +28,16 @@ ListModel::ListModel(std::vector<ListColumn> columns, QObject* parent)
     : QAbstractTableModel(parent), m_columns(std::move(columns)) {}
 
 void ListModel::setRows(std::vector<ListRow> rows) {
-    removeMissing(rows);
+    const std::vector<std::pair<int, int>> gone = goneRanges(rows);
+    // Each range costs the views a pass over all rows: beyond some, starting afresh is quicker.
+    if (gone.size() > 100) return resetRows(std::move(rows));
+    for (const auto& [first, last] : gone) {
+        beginRemoveRows({}, first, last);
+        m_rows.erase(m_rows.begin() + first, m_rows.begin() + last + 1);
+        m_keys.erase(m_keys.begin() + first, m_keys.begin() + last + 1);
+        endRemoveRows();
+    }
+    indexRows();
     std::vector<ListRow> added;
     for (ListRow& row : rows) {
         const int place = rowOf(row.id);
@@ -43,28 +52,37 @@ void ListModel::setRows(std::vector<ListRow> rows) {
     if (added.empty()) return;
     const int first = int(m_rows.size());
     beginInsertRows({}, first, first + int(added.size()) - 1);
-    m_keys.resize(m_rows.size() + added.size());
-    for (ListRow& row : added) {
-        m_rows.push_back(std::move(row));
-        makeKeys(int(m_rows.size()) - 1);
-    }
-    indexRows();
+    std::move(added.begin(), added.end(), std::back_inserter(m_rows));
+    makeKeysFrom(first);
     endInsertRows();
 }
 
-void ListModel::removeMissing(const std::vector<ListRow>& wanted) {
+/// The ranges of rows that are not wanted any more, the last one first.
+std::vector<std::pair<int, int>> ListModel::goneRanges(const std::vector<ListRow>& wanted) const {
     QSet<int> ids;
     for (const ListRow& row : wanted) ids.insert(row.id);
+    const auto isGone = [&](int row) { return !ids.contains(m_rows[std::size_t(row)].id); };
+    std::vector<std::pair<int, int>> ranges;
     for (int last = int(m_rows.size()) - 1; last >= 0; --last) {
-        if (ids.contains(m_rows[std::size_t(last)].id)) continue;
+        if (!isGone(last)) continue;
         int first = last;
-        while (first > 0 && !ids.contains(m_rows[std::size_t(first - 1)].id)) --first;
-        beginRemoveRows({}, first, last);
-        m_rows.erase(m_rows.begin() + first, m_rows.begin() + last + 1);
-        m_keys.erase(m_keys.begin() + first, m_keys.begin() + last + 1);
-        endRemoveRows();
+        while (first > 0 && isGone(first - 1)) --first;
+        ranges.emplace_back(first, last);
         last = first;
     }
+    return ranges;
+}
+
+void ListModel::resetRows(std::vector<ListRow> rows) {
+    beginResetModel();
+    m_rows = std::move(rows);
+    makeKeysFrom(0);
+    endResetModel();
+}
+
+void ListModel::makeKeysFrom(int first) {
+    m_keys.resize(m_rows.size());
+    for (int row = first; row < int(m_rows.size()); ++row) makeKeys(row);
     indexRows();
 }
 

@@ -33,7 +33,7 @@ struct ListRow {
 };
 
 /// The rows of a list. New rows are merged in by their ID, so that what did not change is neither
-/// redrawn nor deselected.
+/// redrawn nor deselected; where too much is gone at once, the model is reset.
 class ListModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -60,7 +60,9 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    void removeMissing(const std::vector<ListRow>& wanted);
+    std::vector<std::pair<int, int>> goneRanges(const std::vector<ListRow>& wanted) const;
+    void resetRows(std::vector<ListRow> rows);
+    void makeKeysFrom(int first);
     void makeKeys(int row);
     void indexRows();
 

@@ -11,7 +11,9 @@ namespace {
 
 int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, const QString& title,
          QMessageBox::StandardButtons buttons, const QString& details = {}) {
-    QMessageBox box(icon, title.isEmpty() ? QApplication::applicationDisplayName() : title, text, buttons, parent);
+    const QString lines = QString(text).replace("\r\n", "\n").replace('\r', '\n');
+    QMessageBox box(icon, title.isEmpty() ? QApplication::applicationDisplayName() : title, lines, buttons, parent);
+    if (buttons & QMessageBox::No) box.setDefaultButton(QMessageBox::No); // Enter alone must not delete anything
     box.setTextFormat(Qt::PlainText); // titles that users typed are no markup
     box.setInformativeText(details);
     // The hourglass belongs to the work, not to the question in its middle.

@@ -72,6 +72,7 @@ QColor subtleText() { return either("#5c6972", "#9fabb4"); }
 QColor frameLine() { return either("#cdd5db", "#3d454d"); }
 QColor standardSchedule() { return either("#ffffff", "#1b1f23"); }
 QColor multiSelectCostCentre() { return either("#d9eef6", "#16404f"); }
+QColor changedValue() { return either("#fff3cf", "#4a3d16"); }
 QColor problem() { return either("#b3261e", "#ff8a80"); }
 
 } // namespace Palette

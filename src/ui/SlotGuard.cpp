@@ -29,9 +29,7 @@ bool guarded(const ScreenContext& context, QWidget* screen, const char* slot, co
         body();
         return true;
     } catch (const DbError& error) {
-        QString details = error.text();
-        if (!error.statement().isEmpty()) details += " [" + error.statement().left(2000) + ']';
-        context.session.log.write(slot, error.number() == 0 ? 1 : error.number(), details);
+        context.session.log.write(slot, error);
         tell(context, screen, error);
     } catch (const std::exception& error) {
         context.session.log.write(slot, 1, QString::fromUtf8(error.what()));

@@ -9,7 +9,7 @@
 uctColourKey::uctColourKey(const QString& title, QWidget* parent) : QWidget(parent) {
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(new QLabel(title + ':', this));
+    layout->addWidget(new QLabel(title, this));
 }
 
 void uctColourKey::add(const QString& labelName, const QString& words, const QColor& colour) {

@@ -56,5 +56,6 @@ void uctFrameHeader::toggle() {
 }
 
 void uctFrameHeader::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && m_content) toggle();
+    const bool onTitle = m_title->geometry().contains(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && onTitle && m_content) toggle();
 }

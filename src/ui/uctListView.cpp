@@ -57,13 +57,17 @@ void uctListView::resizeEvent(QResizeEvent* event) {
 
 void uctListView::setRows(std::vector<ListRow> rows) {
     const int scrolled = verticalScrollBar()->value();
+    const QList<int> selected = selectedIds();
     m_model->setRows(std::move(rows));
+    if (selectedIds() != selected) select(selected); // the model was reset
     verticalScrollBar()->setValue(scrolled);
     viewport()->update(); // the empty text comes or goes
 }
 
 void uctListView::setFilterWords(const QString& words) {
+    const QList<int> selected = selectedIds(); // else the view selects a neighbour of a row that goes
     m_order->setFilterWords(words);
+    select(selected);
     viewport()->update();
 }
 
@@ -78,6 +82,14 @@ QList<int> uctListView::selectedIds() const {
     QList<int> ids;
     for (const QModelIndex& index : indexes) ids << index.data(ListModel::IdRole).toInt();
     return ids;
+}
+
+void uctListView::select(const QList<int>& ids) {
+    QItemSelection selection;
+    for (const int id : ids)
+        if (const int row = m_model->rowOf(id); row >= 0)
+            selection.select(m_model->index(row, 0), m_model->index(row, m_model->columnCount() - 1));
+    selectionModel()->select(m_order->mapSelectionFromSource(selection), QItemSelectionModel::ClearAndSelect);
 }
 
 bool uctListView::selectId(int id) {

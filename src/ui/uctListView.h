@@ -48,6 +48,7 @@ protected:
 private:
     void restoreWidths(const QString& key);
     void fitColumns();
+    void select(const QList<int>& ids);
 
     ListModel* m_model = nullptr;
     ListOrder* m_order = nullptr;

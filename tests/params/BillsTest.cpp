@@ -49,7 +49,7 @@ private slots:
     void fewStatementsForManyBills() {
         Office office;
         for (int i = 0; i < 40; ++i)
-            office.db().execute(sql("INSERT INTO Brightwater.dbo.Tbl50 (BillID) VALUES ({})", 2000 + i));
+            office.db().execute(sql("INSERT INTO Brightwater.dbo.Tbl50 (BillID) VALUES ({})", 7000 + i));
         office.program.fault.arm(0);
         frmBillSelection screen(office.program.context);
         QCOMPARE(screen.Setup(""), 0);
@@ -103,7 +103,7 @@ private slots:
     void tooManyToStore() {
         Office office;
         for (int i = 0; i < 60; ++i)
-            office.db().execute(sql("INSERT INTO Brightwater.dbo.Tbl50 (BillID) VALUES ({})", 2000 + i));
+            office.db().execute(sql("INSERT INTO Brightwater.dbo.Tbl50 (BillID) VALUES ({})", 7000 + i));
         frmBillSelection screen(office.program.context);
         QCOMPARE(screen.Setup(""), 0);
         screen.show();
@@ -112,7 +112,7 @@ private slots:
                  QStringList{"The identifiers of the 64 chosen bills take up 314 characters, and 200 can be "
                              "stored. Please choose fewer bills, or none to include all bills."});
         QVERIFY(screen.isVisible());
-        child<QLineEdit>(screen, "txtSearch").setText("20");
+        child<QLineEdit>(screen, "txtSearch").setText("70");
         press(screen, "cmdNone"); // of those found
         press(screen, "cmdOk");
         QCOMPARE(screen.BillIds(), "12,112,113,114");

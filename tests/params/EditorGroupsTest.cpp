@@ -50,7 +50,8 @@ private slots:
         QFETCH(const QString, options);
         const QStringList words = options.split(' ');
         const QString lines = words.size() == 3 ? words[1] : QString();
-        m_office->db().execute(sql("UPDATE TOP (1) Brightwater.dbo.TblMobCalls SET CallClass = ''"));
+        m_office->db().execute(sql("UPDATE Brightwater.dbo.TblMobCalls SET CallClass = '' WHERE RecID = "
+                                   "(SELECT MIN(RecID) FROM Brightwater.dbo.TblMobCalls)"));
         Editor editor(*m_office, type, id);
         QVERIFY(editor.open());
 

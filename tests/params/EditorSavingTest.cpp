@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QRadioButton>
 #include <QTreeView>
+#include <QWheelEvent>
 
 namespace {
 
@@ -265,6 +266,27 @@ private slots:
             child<QLineEdit>(editor.screen, qPrintable(box)).setText(text);
         QCOMPARE(editor.save(), QStringList{message});
         QVERIFY(editor.isOpen());
+    }
+
+    /// Scrolling past a box must not change it unseen.
+    void wheelScrollsOverBoxes() {
+        Office office;
+        Editor editor(office, CircuitReport, 321);
+        QVERIFY(editor.open());
+        auto& box = child<QComboBox>(editor.screen, "CmbPercent");
+        const auto turnWheel = [&] {
+            QWheelEvent wheel(QPointF(5, 5), box.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                              Qt::NoModifier, Qt::NoScrollPhase, false);
+            QCoreApplication::sendEvent(&box, &wheel);
+        };
+        child(editor.screen, "lstGroups").setFocus();
+        turnWheel();
+        QCOMPARE(box.currentText(), "0");
+        editor.screen.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&editor.screen));
+        box.setFocus();
+        turnWheel();
+        QCOMPARE(box.currentText(), "1");
     }
 
     void lastDayStays() {

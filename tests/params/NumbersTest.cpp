@@ -40,7 +40,7 @@ class NumbersTest : public QObject {
     static QStringList excluded(Office& office, int templateId) {
         return column(
             office.db(),
-            sql("SELECT TelNo FROM NorvaScheduler.dbo.TblExcludedNumbers WHERE TemplateID = {}", templateId));
+            sql("SELECT TelNo FROM NorvaScheduler.dbo.TblExcludedNumbers WHERE TemplateID = {} ORDER BY TelNo", templateId));
     }
     static void exclude(Office& office, int templateId, const QStringList& numbers) {
         for (const QString& number : numbers)
@@ -220,11 +220,12 @@ private slots:
 
     void failureWhileOpening() {
         Office office;
-        for (int step = 1; step <= 5; ++step) {
+        for (int step = 1; step <= 7; ++step) {
             frmRangeSel screen(office.program.context);
             office.program.fault.arm(step);
-            QCOMPARE(screen.SetupNumbers("1", "Calls to"), -1);
-            QCOMPARE(office.shown(), QStringList{"Made to fail."});
+            // Restoring the default database, the third step, does not fail: the connection is opened anew.
+            QCOMPARE(screen.SetupNumbers("1", "Calls to"), step == 3 ? 0 : -1);
+            QCOMPARE(office.shown().size(), step == 3 ? 0 : 1);
             QCOMPARE(office.program.session.db().defaultDatabase(), "NorvaScheduler");
         }
     }
@@ -241,7 +242,7 @@ private slots:
         type(screen, "txtNumber", "0700");
         QCOMPARE(office.shown(), QStringList{duplicate});
         type(screen, "txtNumber", QString(25, '3'));
-        QCOMPARE(excluded(office, -1), (QStringList{"0800", "0700", QString(25, '3')}));
+        QCOMPARE(excluded(office, -1), (QStringList{"0700", "0800", QString(25, '3')}));
 
         child<QListView>(screen, "DBGrid1")
             .setCurrentIndex(child<QListView>(screen, "DBGrid1").model()->index(0, 0));

@@ -58,8 +58,9 @@ private slots:
         QCOMPARE(allowed(2, 141), "YYYYYNNNNYYY LMVD CP:CP");
         QCOMPARE(allowed(2, 164), "NNNNYNNNNNNN LMV EP:EP");
         QCOMPARE(allowed(1, 211), "NNNNNNNN ECP:ECP");
-        QCOMPARE(allowed(2, 999), "NNNNNNNN:");
-        QCOMPARE(allowed(5, 161), "NNNNNNNN:");
+        QCOMPARE(allowed(2, 999), "NNNNNNNN:ECP"); // nothing is known of it
+        QCOMPARE(allowed(5, 161), "NNNNNNNN:ECP");
+        QCOMPARE(allowed(5, 164), "NNNNNNNN:EP");
     }
 
     void gateFollowsTheProject() {
@@ -72,7 +73,7 @@ private slots:
         QVERIFY(passes(2, 113, 3, 4) && !passes(2, 113, 3, 0));
         QVERIFY(passes(2, 116, 5, 1) && !passes(2, 116, 5, 2));
         QVERIFY(passes(3, 321, 3, 2)); // circuits do not depend on the project
-        QVERIFY(!passes(5, 161, 5, 1));
+        QVERIFY(passes(5, 161, 5, 1) && !passes(5, 197, 5, 1));
     }
 
     void restrictedSelectionIsChecked() {

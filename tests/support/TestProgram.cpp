@@ -1,37 +1,40 @@
 #include "support/TestProgram.h"
 
-#include "app/SecurityFile.h"
 #include "app/cLogin.h"
 #include "app/openServer.h"
+#include "demo/DemoApplication.h"
 #include "demo/DemoUser.h"
 
-#include <QDir>
 #include <QFile>
 #include <QSettings>
 #include <QTest>
 
 namespace {
 
+const QString marker = "SchedulerTests";
+
+ConnectionString realServer() {
+    return {qEnvironmentVariable("SCHEDULER_TEST_USER"), qEnvironmentVariable("SCHEDULER_TEST_PASSWORD"), "master",
+            qEnvironmentVariable("SCHEDULER_TEST_SERVER")};
+}
+
+DemoOptions optionsFor(bool schedulerDatabase) {
+    DemoOptions options = DemoOptions::small();
+    options.schedulerDatabase = schedulerDatabase;
+    options.schedulerContent = schedulerDatabase;
+    return options;
+}
+
 /// A small server is built once in each process; every test works on a copy.
 QString pristineServer(bool schedulerDatabase) {
     static const QTemporaryDir folder;
     const QString path = folder.filePath(schedulerDatabase ? "whole.db" : "bare.db");
-    if (!QFile::exists(path)) {
-        DemoOptions options = DemoOptions::small();
-        options.schedulerDatabase = schedulerDatabase;
-        options.schedulerContent = schedulerDatabase;
-        DemoServer::build(path, options);
-    }
+    if (!QFile::exists(path)) DemoServer::build(path, optionsFor(schedulerDatabase));
     return path;
 }
 
-void makeApplicationFolder(const QDir& folder) {
-    folder.mkpath("app");
-    QFile product(folder.filePath("app/Quorra Zelvan.exe"));
-    product.open(QIODevice::WriteOnly);
-    for (const char* script : {"SchDB.sql", "DBOptions.sql"})
-        QFile::copy(QDir(DemoServer::scriptsFolder()).filePath(script), folder.filePath(QString("app/") + script));
-    WriteEncryptedSSSfile(folder.filePath("app/Zelvan.SSS"), DemoServer::loginPassword);
+bool databaseExists(Connection& system, const QString& name) {
+    return system.scalar(sql("SELECT COUNT(*) FROM master.dbo.sysdatabases WHERE name = {}", name)).toInt() > 0;
 }
 
 Connection& opened(std::unique_ptr<Connection>& connection, const ConnectionString& target) {
@@ -45,15 +48,43 @@ Connection& opened(std::unique_ptr<Connection>& connection, const ConnectionStri
 } // namespace
 
 TestProgram::TestProgram(bool schedulerDatabase)
-    : m_server("file:" + m_folder.filePath("server.db")),
+    : m_server(onEmbeddedServer() ? "file:" + serverFile() : realServer().dataSource),
       session(m_folder.filePath("app"),
               [this](const ConnectionString& target) {
                   return std::make_unique<FaultyServer>(openServer(target), fault);
               }),
       context{session, messages} {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.filePath("settings"));
+    onEmbeddedServer() ? makeEmbeddedServer(schedulerDatabase) : makeRealServer(schedulerDatabase);
+    demoApplication::create(m_folder.filePath("app"));
+}
+
+TestProgram::~TestProgram() {
+    if (!onEmbeddedServer()) dropDemo();
+}
+
+bool TestProgram::onEmbeddedServer() {
+    return !qEnvironmentVariableIsSet("SCHEDULER_TEST_SERVER");
+}
+
+void TestProgram::makeEmbeddedServer(bool schedulerDatabase) {
     QFile::copy(pristineServer(schedulerDatabase), serverFile());
-    makeApplicationFolder(QDir(m_folder.path()));
+}
+
+/// What a broken run left is dropped first, but only where the marker says that it was a test's.
+void TestProgram::makeRealServer(bool schedulerDatabase) {
+    if (databaseExists(system(), marker)) dropDemo();
+    system().execute(sql("CREATE DATABASE {}", Name(marker)));
+    DemoServer::populate(realServer(), optionsFor(schedulerDatabase));
+}
+
+void TestProgram::dropDemo() {
+    session.connection.reset();
+    m_other.reset();
+    system().setDefaultDatabase("master");
+    for (const QString& database : DemoServer::databases() << marker)
+        if (databaseExists(system(), database)) system().execute(sql("DROP DATABASE {}", Name(database)));
+    system().execute(sql("DROP LOGIN {}", Name(Session::serverLoginName)));
 }
 
 QString TestProgram::passwordOf(const QString& user) {
@@ -66,9 +97,10 @@ void TestProgram::logIn(const QString& user) {
 }
 
 Connection& TestProgram::other() {
-    return opened(m_other, DemoServer::connectionString(serverFile()));
+    return opened(m_other, {Session::serverLoginName, DemoServer::loginPassword, "NorvaScheduler", m_server});
 }
 
 Connection& TestProgram::system() {
-    return opened(m_system, {"sa", DemoServer::systemPassword, "master", m_server});
+    return opened(m_system, onEmbeddedServer() ? ConnectionString{"sa", DemoServer::systemPassword, "master", m_server}
+                                               : realServer());
 }

@@ -9,11 +9,17 @@
 #include <QTemporaryDir>
 
 /// The program on a demo server of its own, with its application folder, a user's settings apart from
-/// the tester's, and messages answered by a script.
+/// the tester's, and messages answered by a script. The server is an embedded one, or the real one that
+/// SCHEDULER_TEST_SERVER (with SCHEDULER_TEST_USER and SCHEDULER_TEST_PASSWORD) names: there the demo's
+/// databases are made for each test and dropped after it.
 class TestProgram {
 public:
     /// With `schedulerDatabase` false, NorvaScheduler is left to the first login.
     explicit TestProgram(bool schedulerDatabase = true);
+    ~TestProgram();
+
+    /// False on a real server, whose files no test may touch.
+    static bool onEmbeddedServer();
 
     /// Through the program's own login; fails the test when it does not succeed.
     void logIn(const QString& user = Session::serverLoginName);
@@ -31,6 +37,10 @@ public:
     ScriptedMessages messages;
 
 private:
+    void makeEmbeddedServer(bool schedulerDatabase);
+    void makeRealServer(bool schedulerDatabase);
+    void dropDemo();
+
     QTemporaryDir m_folder;
     QString m_server;
     std::unique_ptr<Connection> m_other;

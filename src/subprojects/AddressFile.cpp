@@ -1,0 +1,119 @@
+#include "subprojects/AddressFile.h"
+
+#include <QFile>
+#include <QSaveFile>
+#include <QStringDecoder>
+#include <algorithm>
+#include <optional>
+#include <stdexcept>
+
+namespace {
+
+/// What Windows has at 0x80 to 0x9F; the rest is Latin-1.
+constexpr char16_t windowsLetters[] = u"€\x81‚ƒ„…†‡ˆ‰Š‹Œ\x8dŽ\x8f\x90‘’“”•–—˜™š›œ\x9džŸ";
+
+QString fromWindowsText(const QByteArray& bytes) {
+    QString text = QString::fromLatin1(bytes);
+    for (QChar& letter : text)
+        if (letter >= u'\x80' && letter <= u'\x9f') letter = windowsLetters[letter.unicode() - 0x80];
+    return text;
+}
+
+QString decoded(const QByteArray& bytes) {
+    QStringDecoder decoder(QStringConverter::encodingForData(bytes).value_or(QStringConverter::Utf8));
+    const QString text = decoder.decode(bytes);
+    return decoder.hasError() ? fromWindowsText(bytes) : text;
+}
+
+/// The text up to the quote that closes the field; `at` is moved behind it. Nothing when none does.
+std::optional<QString> quotedField(const QString& line, qsizetype& at) {
+    QString field;
+    for (++at; at < line.size(); ++at) {
+        if (line[at] != '"') {
+            field += line[at];
+        } else if (at + 1 < line.size() && line[at + 1] == '"') {
+            field += line[at++];
+        } else {
+            ++at;
+            return field;
+        }
+    }
+    return {};
+}
+
+/// Only a field that begins with a double quote is a quoted one. Empty when a quoted field does not end.
+QStringList splitLine(const QString& line) {
+    QStringList fields;
+    for (qsizetype at = 0; at <= line.size(); ++at) {
+        while (at < line.size() && line[at] == ' ') ++at;
+        std::optional<QString> quoted;
+        if (at < line.size() && line[at] == '"') {
+            quoted = quotedField(line, at);
+            if (!quoted) return {};
+        }
+        const qsizetype comma = line.indexOf(',', at);
+        const qsizetype end = comma < 0 ? line.size() : comma;
+        const QString rest = line.mid(at, end - at).trimmed();
+        if (quoted && !rest.isEmpty()) return {};
+        fields << (quoted ? quoted->trimmed() : rest);
+        at = end;
+    }
+    return fields;
+}
+
+bool isBlank(const QStringList& fields) {
+    return !fields.isEmpty()
+           && std::all_of(fields.begin(), fields.end(), [](const QString& field) { return field.isEmpty(); });
+}
+
+bool holdsAddress(const QStringList& fields) {
+    return std::any_of(fields.begin(), fields.end(),
+                       [](const QString& field) { return field.contains('@'); });
+}
+
+QString lineOf(const MailEntry& entry) {
+    return QStringList{entry.billAccount, entry.costCentre, QString::number(entry.level), entry.emailAddress}
+        .join(',');
+}
+
+} // namespace
+
+AddressFile readAddressFile(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) throw std::runtime_error(file.errorString().toStdString());
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError) throw std::runtime_error(file.errorString().toStdString());
+
+    AddressFile content;
+    int number = 0;
+    for (const QString& line : decoded(bytes).replace("\r\n", "\n").replace('\r', '\n').split('\n')) {
+        ++number;
+        const QStringList fields = splitLine(line);
+        if (isBlank(fields)) continue;
+        if (content.columns == 0) {
+            content.columns = qMax<qsizetype>(1, fields.size());
+            if (!content.hasUsableColumns()) break;
+            if (!holdsAddress(fields)) {
+                content.heading = fields;
+                continue;
+            }
+        }
+        content.lines.append({number, fields});
+    }
+    return content;
+}
+
+bool survivesExport(const MailEntry& entry) {
+    return problemOf(entry).isEmpty()
+           && splitLine(lineOf(entry))
+                  == QStringList{entry.billAccount, entry.costCentre, QString::number(entry.level),
+                                 entry.emailAddress};
+}
+
+void writeAddressFile(const QString& path, const QList<MailEntry>& entries) {
+    QString text(QChar::ByteOrderMark); // or spreadsheets take it for Windows text
+    for (const MailEntry& entry : entries) text += lineOf(entry) + "\r\n";
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit())
+        throw std::runtime_error(file.errorString().toStdString());
+}

@@ -1,0 +1,59 @@
+#include "subprojects/MailOptions.h"
+
+#include "db/ColumnText.h"
+#include "db/Connection.h"
+
+namespace {
+
+/// Empty for a column that is missing, for NULL, and for a table without its row.
+QString readOption(Connection& connection, const char* column) {
+    const RecordSet rows = connection.query(sql("SELECT * FROM NorvaScheduler.dbo.tblOptions"));
+    const bool there = rows.columns().contains(QLatin1StringView(column), Qt::CaseInsensitive);
+    return rows.isEmpty() || !there ? QString() : rows.row(0).text(column);
+}
+
+void addColumn(Connection& connection, const QString& column, const Sql& type) {
+    const QString found = connection.scalar(
+        sql("SELECT count(*) as [RowCount] From NorvaScheduler.dbo.sysobjects o WITH (NOLOCK) "
+            "INNER JOIN NorvaScheduler.dbo.syscolumns c WITH (NOLOCK) ON o.id = c.id "
+            "WHERE c.name = {} AND o.name = 'tblOptions'",
+            column));
+    if (found.toInt() == 0)
+        connection.execute(
+            sql("ALTER TABLE NorvaScheduler.dbo.tblOptions ADD {} {} NULL ", Name(column), type));
+}
+
+} // namespace
+
+QString readDefaultEmail(Connection& connection) {
+    return readOption(connection, "DefaultEmail").trimmed();
+}
+
+int readMaxFileSize(Connection& connection) {
+    return qMax(0, readOption(connection, "MaxFileSize").toInt());
+}
+
+QString GetMaxFileSizeDesc(Connection& connection) {
+    const int megabytes = readMaxFileSize(connection);
+    return megabytes == 0 ? "Unlimited" : QString("%1 MB").arg(megabytes);
+}
+
+void addMailOptionColumns(Connection& connection) {
+    addColumn(connection, "DefaultEmail", sql("[varchar] (254) COLLATE Latin1_General_CI_AS"));
+    addColumn(connection, "MaxFileSize", sql("[int]"));
+}
+
+void saveMailOptions(Connection& connection, const QString& defaultEmail, int maxFileSize) {
+    requireFits("default e-mail address", defaultEmail, 254, CodePage::Latin1252);
+    Transaction transaction(connection);
+    addMailOptionColumns(connection);
+    const qint64 rows =
+        connection.execute(sql("UPDATE NorvaScheduler.dbo.tblOptions SET DefaultEmail = {}, MaxFileSize = {}",
+                               defaultEmail, maxFileSize));
+    if (rows == 0)
+        connection.execute(
+            sql("INSERT INTO NorvaScheduler.dbo.tblOptions (OutputPath, CSV, Excel, DefaultEmail, "
+                "MaxFileSize) VALUES (N'', 0, 0, {}, {})",
+                defaultEmail, maxFileSize));
+    transaction.commit();
+}

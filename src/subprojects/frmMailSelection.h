@@ -1,0 +1,38 @@
+#pragma once
+
+#include "ui/ScreenDialog.h"
+
+#include <functional>
+#include <memory>
+
+class AddressBook;
+namespace Ui {
+class frmMailSelection;
+}
+
+/// Adds entries to the e-mail address book: a cost centre of a project and an address. Stays open for
+/// the next one.
+class frmMailSelection : public ScreenDialog {
+    Q_OBJECT
+
+public:
+    /// The book, which the entries are added to, must outlive the screen.
+    frmMailSelection(ScreenContext& context, AddressBook& book, QWidget* parent = nullptr);
+    ~frmMailSelection() override;
+
+    /// Shows the cost centres of the current project; 0 on success.
+    int Setup();
+
+private slots:
+    void cmdOpen_Click();
+    void cmdAdd_Click();
+    void cmbLevel_Click();
+
+private:
+    void run(const char* slot, const std::function<void()>& body);
+    void fillCentres();
+    void add();
+
+    std::unique_ptr<Ui::frmMailSelection> m_ui;
+    AddressBook& m_book;
+};

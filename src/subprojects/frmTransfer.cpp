@@ -1,0 +1,341 @@
+#include "subprojects/frmTransfer.h"
+
+#include "app/Session.h"
+#include "projects/frmSQLServerDatabases.h"
+#include "subprojects/MailOptions.h"
+#include "subprojects/modSubProjects.h"
+#include "templates/modTemplates.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui/Palette.h"
+#include "ui/SlotGuard.h"
+#include "ui_frmTransfer.h"
+
+#include <QScreen>
+#include <QShortcut>
+#include <QToolButton>
+
+namespace {
+
+constexpr int subProjectType = 1;    ///< TemplateType
+constexpr int tickedCostCentres = 2; ///< CCSubType
+constexpr int levels = 5;
+
+void setTextColour(QLabel& label, const QColor& colour) {
+    QPalette colours = label.palette();
+    colours.setColor(QPalette::WindowText, colour);
+    label.setPalette(colours);
+}
+
+} // namespace
+
+frmTransfer::frmTransfer(ScreenContext& screenContext, QWidget* parent)
+    : ScreenDialog(screenContext, parent),
+      m_ui(std::make_unique<Ui::frmTransfer>()),
+      m_template(session().db(), session().project) {
+    m_ui->setupUi(this);
+    QPalette readOnly = m_ui->txtProject->palette();
+    readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
+    m_ui->txtProject->setPalette(readOnly);
+    setTextColour(*m_ui->lblMaxFileSize, Palette::subtleText());
+    buildFooter();
+    connectControls();
+    setFilling(false);
+    const QSize wanted(fontMetrics().averageCharWidth() * 115, fontMetrics().height() * 34);
+    resize(wanted.boundedTo(screen()->availableSize() * 0.95));
+}
+
+frmTransfer::~frmTransfer() = default;
+
+void frmTransfer::buildFooter() {
+    uctFooter& footer = *m_ui->footer;
+    connect(footer.add("Save", "&Save", "document-save", "Save the template (Ctrl+S)"), &QToolButton::clicked,
+            this, &frmTransfer::cmdSave_Click);
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this,
+            &frmTransfer::cmdSave_Click);
+    footer.addStretch();
+    QToolButton* leave = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
+    leave->setObjectName("Command2");
+    connect(leave, &QToolButton::clicked, this, &frmTransfer::reject);
+}
+
+void frmTransfer::connectControls() {
+    connect(m_ui->txtTemplate, &QLineEdit::textChanged, this,
+            [this](const QString& text) { m_template.setTitle(text); });
+    connect(m_ui->cmdOpen, &QPushButton::clicked, this, &frmTransfer::cmdOpen_Click);
+    connect(m_ui->cmdStop, &QPushButton::clicked, this, &frmTransfer::cmdStop_Click);
+    connect(m_ui->chkEmailFiles, &QCheckBox::clicked, this, &frmTransfer::chkEmailFiles_Click);
+    for (const int type : {0, 1, tickedCostCentres})
+        connect(optionOf(type), &QRadioButton::clicked, this, [this, type] { Option_Click(type); });
+    for (int level = 1; level <= levels; ++level)
+        connect(OptCC(level), &QRadioButton::clicked, this, [this, level] { OptCC_Click(level); });
+}
+
+void frmTransfer::run(const char* slot, const std::function<void()>& body) {
+    guarded(context(), this, slot, body);
+}
+
+QRadioButton* frmTransfer::optionOf(int type) const {
+    return type == 1 ? m_ui->Option1 : type == tickedCostCentres ? m_ui->Option2 : m_ui->Option3;
+}
+
+/// Null for a level that does not exist.
+QRadioButton* frmTransfer::OptCC(int level) const {
+    return findChild<QRadioButton*>(QString("OptCC%1").arg(level));
+}
+
+int frmTransfer::Setup(int templateId) {
+    bool loaded = true;
+    const bool done = guarded(context(), parentWidget(), "frmTransfer.Setup", [&] {
+        WaitCursor wait;
+        if (templateId < 0) {
+            m_template.setTemplateType(subProjectType);
+            m_template.Clear();
+            m_template.setUnitabAccount(session().project.unitabAccount);
+            m_template.setBillType(session().project.billType);
+        } else {
+            loaded = m_template.LoadTemplate(templateId);
+            if (!loaded) return;
+        }
+        session().project.useDefaultDates = m_template.DefaultDates();
+        m_ui->header->setNote(templateId < 0 ? "Add a template" : "Edit a template");
+        m_ui->lblMaxFileSize->setText("Largest attachment: " + GetMaxFileSizeDesc(session().db()));
+        if (isOfTemplate(session().project.unitabAccount)) m_projectProblem = CheckProjectisValid();
+        showProject();
+        showChoices();
+        loadCCTasks();
+        m_before = choices();
+    });
+    return done && loaded ? 0 : -1;
+}
+
+/// Why the current project cannot be used for sub-projects; empty when it can.
+QString frmTransfer::CheckProjectisValid() const {
+    if (session().project.database.isEmpty()) return {};
+    const QStringList missing = missingSubProjectTables(session());
+    return missing.isEmpty()
+               ? QString()
+               : QString("The project '%1' cannot be used for cost centre sub projects.  It lacks the "
+                         "tables %2.")
+                     .arg(session().project.database, missing.join(", "));
+}
+
+bool frmTransfer::isOfTemplate(const QString& account) const {
+    return m_template.UnitabAccount().compare(account, Qt::CaseInsensitive) == 0;
+}
+
+bool frmTransfer::isProjectChosen() const {
+    const CurrentProject& project = session().project;
+    return !project.database.isEmpty() && m_projectProblem.isEmpty() && isOfTemplate(project.unitabAccount);
+}
+
+void frmTransfer::showProject() {
+    const QString& account = m_template.UnitabAccount();
+    m_ui->txtProject->setText(isProjectChosen() ? session().project.database : QString());
+    m_ui->txtProject->setPlaceholderText("No project is selected");
+    m_ui->lblProjectNote->setText(!m_projectProblem.isEmpty() ? m_projectProblem
+                                  : account.isEmpty()         ? QString()
+                                                              : "Bill account " + account);
+    setTextColour(*m_ui->lblProjectNote,
+                  m_projectProblem.isEmpty() ? Palette::subtleText() : Palette::problem());
+    m_ui->lblProjectNote->setVisible(!m_ui->lblProjectNote->text().isEmpty());
+}
+
+void frmTransfer::showChoices() {
+    m_ui->txtTemplate->setText(m_template.Title());
+    optionOf(m_template.CCSubType())->setChecked(true);
+    if (QRadioButton* level = OptCC(m_template.CCSubLevel())) level->setChecked(true);
+    m_ui->chkEmailFiles->setChecked(m_template.CCSubEmail());
+    for (const clsString& costCentre : m_template.CCs())
+        m_ticked[m_template.CCSubLevel()] << costCentre.Value;
+    m_ui->lstCC->setEnabled(m_template.CCSubType() == tickedCostCentres);
+}
+
+frmTransfer::Choices frmTransfer::choices() const {
+    const bool onlyTicked = m_template.CCSubType() == tickedCostCentres;
+    return {m_template.Title(),      m_template.UnitabAccount(),
+            m_template.CCSubType(),  m_template.CCSubLevel(),
+            m_template.CCSubEmail(), onlyTicked ? m_ui->lstCC->tickedKeys() : QStringList()};
+}
+
+void frmTransfer::cmdOpen_Click() {
+    run("frmTransfer.cmdOpen_Click", [this] {
+        const CurrentProject former = session().project;
+        if (!chooseProject(context(), this)) return;
+        const bool otherAccount = !isOfTemplate(session().project.unitabAccount);
+        const QString problem =
+            otherAccount && m_template.ID() != -1
+                ? QString("Please select a project with the bill account of '%1' to continue.")
+                      .arg(m_template.UnitabAccount())
+                : CheckProjectisValid();
+        if (!problem.isEmpty()) {
+            session().project = former;
+            messages().notice(this, problem);
+            return;
+        }
+        m_projectProblem.clear();
+        if (otherAccount) { // a new template goes with its project
+            m_template.setUnitabAccount(session().project.unitabAccount);
+            m_template.setBillType(session().project.billType);
+            m_ticked.clear();
+        } else {
+            m_ticked[m_template.CCSubLevel()] = m_ui->lstCC->tickedKeys();
+        }
+        showProject();
+        loadCCTasks();
+    });
+}
+
+void frmTransfer::Option_Click(int type) {
+    if (type == tickedCostCentres && !isProjectChosen()) {
+        messages().notice(this, "Please select a project to convert before selecting this option.");
+        optionOf(m_template.CCSubType())->setChecked(true);
+        return;
+    }
+    m_template.setCCSubType(qint16(type));
+    m_ui->lstCC->setEnabled(type == tickedCostCentres);
+}
+
+void frmTransfer::OptCC_Click(int level) {
+    const qint16 former = m_template.CCSubLevel();
+    const bool done = isProjectChosen() && guarded(context(), this, "frmTransfer.OptCC_Click", [&] {
+                          m_ticked[former] = m_ui->lstCC->tickedKeys();
+                          m_template.setCCSubLevel(qint16(level));
+                          loadCCTasks();
+                      });
+    if (done) return;
+    if (!isProjectChosen()) messages().notice(this, "You must select a project.");
+    m_template.setCCSubLevel(former);
+    if (QRadioButton* option = OptCC(former)) option->setChecked(true);
+}
+
+/// Fills the list with the cost centres of the level. A long list is filled in steps, between which the
+/// user can stop it; ticked entries are there in any case.
+void frmTransfer::loadCCTasks() {
+    constexpr qsizetype step = 1000;
+    const int level = m_template.CCSubLevel();
+    const QStringList ticked = m_ticked.value(level);
+    QStringList names;
+    if (isProjectChosen() && level >= 1 && level <= levels) {
+        WaitCursor wait;
+        names = subProjectCostCentres(session(), level);
+    }
+    m_ui->lstCC->setEmptyText(isProjectChosen() ? "This level has no cost centres."
+                                                : "Select a project to see its cost centres.");
+    QSet<QString> unlisted(ticked.begin(), ticked.end());
+    const QSet<QString> known(names.begin(), names.end());
+    std::vector<CheckListEntry> entries;
+    for (const QString& name : ticked)
+        if (!known.contains(name))
+            entries.push_back({name, {isProjectChosen() ? name + "   (not in this project)" : name}});
+
+    m_stop = false;
+    setFilling(names.size() > step);
+    m_ui->prgFill->setRange(0, int(names.size()));
+    qsizetype filled = 0;
+    while (filled < names.size() && !m_stop) {
+        for (const QString& name : names.mid(filled, step)) {
+            entries.push_back({name, {name}});
+            unlisted.remove(name);
+        }
+        filled = qMin(filled + step, names.size());
+        if (!m_filling) break;
+        m_ui->lstCC->setEntries(entries, ticked);
+        m_ui->prgFill->setValue(int(filled));
+        QCoreApplication::processEvents();
+    }
+    for (const QString& name : names.mid(filled))
+        if (unlisted.contains(name)) entries.push_back({name, {name}});
+    m_ui->lstCC->setEntries(std::move(entries), ticked);
+    setFilling(false);
+    m_ui->lblFill->setText(
+        QString("Stopped: %1 of %2 cost centres are listed. Choose the level again to list all.")
+            .arg(filled)
+            .arg(names.size()));
+    m_ui->lblFill->setVisible(filled < names.size());
+}
+
+/// While the list is filled there is nothing to do but to watch or to stop.
+void frmTransfer::setFilling(bool filling) {
+    m_filling = filling;
+    m_ui->lblFill->setText("Reading the cost centres");
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_ui->lblFill, m_ui->prgFill, m_ui->cmdStop})
+        widget->setVisible(filling);
+    for (QWidget* widget :
+         std::initializer_list<QWidget*>{m_ui->txtTemplate, m_ui->cmdOpen, m_ui->paneOptions,
+                                         m_ui->paneLevels, m_ui->chkEmailFiles, m_ui->footer})
+        widget->setEnabled(!filling);
+    m_ui->lstCC->setEnabled(!filling && m_template.CCSubType() == tickedCostCentres);
+}
+
+void frmTransfer::cmdStop_Click() {
+    m_stop = true;
+}
+
+void frmTransfer::chkEmailFiles_Click(bool ticked) {
+    m_template.setCCSubEmail(ticked);
+    if (ticked)
+        messages().notice(this,
+                          "Cost centre sub projects can be very large in size.\r\r"
+                          "E-mailing large files may cause problems to your or the recipients e-mail system.",
+                          Messages::Information, "E-mail system");
+}
+
+bool frmTransfer::refused(const QString& text, QWidget* field) {
+    messages().notice(this, text);
+    field->setFocus();
+    return false;
+}
+
+bool frmTransfer::checkChoices() {
+    if (m_template.Title().trimmed().isEmpty())
+        return refused("Please enter a Template name", m_ui->txtTemplate);
+    if (m_template.UnitabAccount().isEmpty()) return refused("You must select a project.", m_ui->cmdOpen);
+    m_template.CCs().Clear();
+    if (m_template.CCSubType() != tickedCostCentres) return true;
+    const QStringList ticked = m_ui->lstCC->tickedKeys();
+    for (const QString& name : ticked) m_template.CCs().AddString(name);
+    return !ticked.isEmpty() || refused("Please select a cost centre.", m_ui->lstCC);
+}
+
+bool frmTransfer::confirmSave() {
+    messages().notice(
+        this,
+        "Any existing files created for each cost centre will be over-written when this template "
+        "runs.\r\rIf you want to save any existing cost centre sub projects please move them to another "
+        "directory.",
+        Messages::Information);
+    const QString question = activeSchedulesQuestion(session().db(), m_template.ID());
+    return question.isEmpty() || messages().ask(this, question);
+}
+
+void frmTransfer::cmdSave_Click() {
+    run("frmTransfer.cmdSave_Click", [this] {
+        if (!m_filling && checkChoices() && confirmSave()) save();
+    });
+}
+
+void frmTransfer::save() {
+    const auto store = [this](clsTemplate::WhenChanged whenChanged) {
+        WaitCursor wait;
+        return m_template.SaveTemplate({}, whenChanged);
+    };
+    clsTemplate::SaveResult result = store(clsTemplate::KeepTheirs);
+    if (result == clsTemplate::ChangedMeanwhile) {
+        if (!messages().ask(this, "Another user changed this template while you were editing it.\n\n"
+                                  "Do you want to replace those changes by yours?"))
+            return;
+        result = store(clsTemplate::Overwrite);
+    }
+    if (result == clsTemplate::Saved) return callBackAndClose();
+    refused(result == clsTemplate::TitleUsed ? "Template name already exists" : "Error saving template",
+            m_ui->txtTemplate);
+}
+
+bool frmTransfer::mayClose() {
+    if (m_filling) {
+        m_stop = true;
+        return false;
+    }
+    return choices() == m_before || messages().ask(this, "Are you sure you want to cancel your changes?");
+}

@@ -1,0 +1,69 @@
+#include "subprojects/modMailAddresses.h"
+
+#include "db/Connection.h"
+
+#include <algorithm>
+#include <tuple>
+
+namespace {
+
+/// How many rows are inserted in one round trip.
+constexpr qsizetype RowsPerBatch = 500;
+
+bool comesBefore(const MailEntry& left, const MailEntry& right) {
+    return std::tie(left.billAccount, left.level, left.costCentre, left.emailAddress)
+           < std::tie(right.billAccount, right.level, right.costCentre, right.emailAddress);
+}
+
+/// By place: only the order of the columns is the same in databases of every age.
+QList<MailEntry> entriesOf(const RecordSet& rows) {
+    QList<MailEntry> entries;
+    entries.reserve(rows.rowCount());
+    for (const Row row : rows) entries.append({row.text(0), row.text(1), row.integer(3), row.text(2)});
+    std::sort(entries.begin(), entries.end(), comesBefore);
+    return entries;
+}
+
+/// The sorted entries that are not among the other sorted ones.
+QList<MailEntry> difference(const QList<MailEntry>& entries, const QList<MailEntry>& others) {
+    QList<MailEntry> rest;
+    std::set_difference(entries.begin(), entries.end(), others.begin(), others.end(),
+                        std::back_inserter(rest), comesBefore);
+    return rest;
+}
+
+Sql insertOf(const MailEntry& entry) {
+    return sql("INSERT INTO NorvaScheduler.dbo.tblMailAddresses Values ({}, {}, {}, {})", entry.billAccount,
+               entry.costCentre, entry.emailAddress, QString::number(entry.level));
+}
+
+} // namespace
+
+QList<MailEntry> readMailAddresses(Connection& connection) {
+    return entriesOf(
+        connection.query(sql("SELECT * FROM NorvaScheduler.dbo.tblMailAddresses WITH (NOLOCK)")));
+}
+
+std::optional<ForeignChanges> saveMailAddresses(Connection& connection, const QList<MailEntry>& book,
+                                                const QList<MailEntry>& asRead,
+                                                const std::function<void(qsizetype written)>& tell) {
+    for (const MailEntry& entry : book) requireFits(entry);
+    QList<MailEntry> expected = asRead;
+    std::sort(expected.begin(), expected.end(), comesBefore);
+
+    Transaction transaction(connection);
+    // Nobody may change the book between the comparison and the replacement.
+    const QList<MailEntry> stored = entriesOf(
+        connection.query(sql("SELECT * FROM NorvaScheduler.dbo.tblMailAddresses WITH (TABLOCKX, HOLDLOCK)")));
+    if (stored != expected)
+        return ForeignChanges{stored, difference(stored, expected), difference(expected, stored)};
+    connection.execute(sql("Delete from NorvaScheduler.dbo.tblMailAddresses"));
+    for (qsizetype from = 0; from < book.size(); from += RowsPerBatch) {
+        QList<Sql> inserts;
+        for (const MailEntry& entry : book.mid(from, RowsPerBatch)) inserts << insertOf(entry);
+        connection.run(Sql::join(inserts, sql("\n")));
+        tell(from + inserts.size());
+    }
+    transaction.commit();
+    return {};
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QStringList>
+
+struct Session;
+
+/// Tables that a project needs for sub-projects and the current project lacks.
+QStringList missingSubProjectTables(Session& session);
+
+/// The cost centres of a level 1 to 5 that the user may choose sub-projects from, in ascending order,
+/// with noCostCentre at the end for users who may see everything. Throws DbError.
+QStringList subProjectCostCentres(Session& session, int level);
+
+/// The same for the address book, from the lists of cost centres instead of the allocations of numbers;
+/// an account without a list has none.
+QStringList addressCostCentres(Session& session, int level);

@@ -1,0 +1,47 @@
+#include "templates/NewReport.h"
+
+#include "app/Session.h"
+#include "reports/AccountFilter.h"
+#include "reports/CallFilter.h"
+#include "templates/CostCentreLimits.h"
+
+namespace {
+
+bool runsFor(const CatalogueEntry& entry, int callFilter) {
+    switch (callFilter) {
+    case AllLines:
+        return entry.runsFor('L');
+    case AllLinesVoiceOnly:
+        return entry.runsFor('V');
+    case AllLinesDataOnly:
+        return entry.runsFor('D');
+    default:
+        return entry.runsFor('M');
+    }
+}
+
+void suitLines(clsReportParameters& parameters, const CatalogueEntry& entry, int billType) {
+    if (entry.lines.empty() || runsFor(entry, parameters.CallFilter())) return;
+    for (const int filter : {AllLinesAndMobiles, AllLines, AllLinesVoiceOnly, AllLinesDataOnly}) {
+        if (!runsFor(entry, filter)) continue;
+        parameters.setCallFilter(filter); // unselects the bands
+        const distanceBands::Range bands = distanceBands::suiting(filter, billType);
+        for (int band = bands.first; band <= bands.last; ++band)
+            parameters.setDistanceBandSelected(band, true);
+        return;
+    }
+}
+
+} // namespace
+
+std::shared_ptr<clsReportParameters> newParameters(const Session& session, const CatalogueEntry& entry) {
+    auto parameters = std::make_shared<clsReportParameters>(session.project);
+    suitLines(*parameters, entry, session.project.billType);
+    const ProjectLists::CostCentres limits = costCentreLimits(session);
+    if (entry.offers(AccountsGroup) && isLimited(limits)) {
+        parameters->setAccountFilter(SeveralCostCentreLevels);
+        for (int level = 1; level <= 5; ++level)
+            parameters->setCostCentre(level, limits[std::size_t(level) - 1]);
+    }
+    return parameters;
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "reports/clsReports_Collection.h"
+
+/// The parameters for which reports are made of `parameters`: where several service numbers, or several
+/// cost centres of one level, are selected ("A|B"), a copy for each of them in their order; else the
+/// given object alone.
+QList<std::shared_ptr<clsReportParameters>>
+onePerValue(const std::shared_ptr<clsReportParameters>& parameters);
+
+/// Puts an edited report to its place, counted from 1, or at the end for the place 0. A report of several
+/// values becomes one report for each at the end, which replace the edited one. Returns the position of
+/// the report, or of the first of them.
+int putReport(clsReports_Collection& reports, clsReport edited, int position);
+/// Adds a copy of the report at a position behind it.
+void duplicateReport(clsReports_Collection& reports, int position);

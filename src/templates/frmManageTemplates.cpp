@@ -1,0 +1,150 @@
+#include "templates/frmManageTemplates.h"
+
+#include "app/Session.h"
+#include "db/DbError.h"
+#include "projects/frmSQLServerDatabases.h"
+#include "reports/BillType.h"
+#include "subprojects/frmTransfer.h"
+#include "templates/TemplateSummary.h"
+#include "templates/TemplateUsage.h"
+#include "templates/clsTemplate.h"
+#include "templates/frmTemplate.h"
+#include "templates/modTemplates.h"
+#include "ui/Cursors.h"
+#include "ui/Icons.h"
+#include "ui/Messages.h"
+#include "ui/SlotGuard.h"
+#include "ui_frmManageTemplates.h"
+
+#include <QScreen>
+#include <QToolButton>
+
+namespace {
+
+void openSubProject(ScreenContext& context, QWidget* caller, int templateId, const QString& failure) {
+    frmTransfer screen(context, caller);
+    if (screen.Setup(templateId) != 0) {
+        context.messages.notice(caller, failure);
+        return;
+    }
+    screen.SetCallback(caller, "Calledback");
+    screen.exec();
+}
+
+} // namespace
+
+frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
+    : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmManageTemplates>()) {
+    m_ui->setupUi(this);
+    m_ui->lstTemplates->setColumns({{"Template Name", ListColumn::Text, 40},
+                                    {"Account Reference", ListColumn::Text, 26},
+                                    {"Bill Type", ListColumn::Text, 22},
+                                    {"No of Reports", ListColumn::Number, 20},
+                                    {"Active Schedules Count", ListColumn::Number, 32},
+                                    {"Last Used", ListColumn::Date, 24}},
+                                   "Templates");
+    m_ui->lstTemplates->setEmptyText("There is no template yet. Add Template makes one.");
+    buildFooter();
+    connect(m_ui->lstTemplates, &uctListView::rowActivated, this, &frmManageTemplates::cmdEdit_Click);
+    connect(m_ui->lstTemplates, &uctListView::deletePressed, this, &frmManageTemplates::cmdDelete_Click);
+    connect(m_ui->txtFilter, &QLineEdit::textChanged, m_ui->lstTemplates, &uctListView::setFilterWords);
+    m_ui->lstTemplates->setFocus();
+    resize(QSize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 34)
+               .boundedTo(screen()->availableSize() * 0.95));
+}
+
+frmManageTemplates::~frmManageTemplates() = default;
+
+void frmManageTemplates::buildFooter() {
+    uctFooter& footer = *m_ui->footer;
+    const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
+                         auto slot) {
+        connect(footer.add(name, caption, icon, toolTip), &QToolButton::clicked, this, slot);
+    };
+    add("Add", "&Add Template", "list-add", "Make a new template for a project",
+        &frmManageTemplates::cmdAdd_Click);
+    add("Edit", "&Edit Template", "document-edit", "Edit the selected template",
+        &frmManageTemplates::cmdEdit_Click);
+    add("Delete", "&Delete Template", "edit-delete", "Delete the selected template and its schedules",
+        &frmManageTemplates::cmdDelete_Click);
+    footer.addStretch();
+    add("Close", "&Close", "dialog-close", "Return to the previous screen", &QDialog::reject);
+}
+
+void frmManageTemplates::run(const char* slot, const std::function<void()>& body) {
+    guarded(context(), this, slot, body);
+}
+
+int frmManageTemplates::Setup() {
+    return guarded(context(), parentWidget(), "frmManageTemplates.Setup", [this] { fillList(); }) ? 0 : -1;
+}
+
+void frmManageTemplates::CalledBack() {
+    run("frmManageTemplates.CalledBack", [this] { fillList(); });
+}
+
+void frmManageTemplates::fillList() {
+    WaitCursor wait;
+    const QIcon icons[] = {icon("view-list-text"), icon("view-list-tree")};
+    const QHash<int, TemplateSummary> summaries = loadTemplateSummaries(session().db());
+    std::vector<ListRow> rows;
+    for (const TemplateUsage& usage : loadTemplateUsage(session())) {
+        const auto summary = summaries.find(usage.templateId);
+        if (summary == summaries.end()) continue; // made between the two readings
+        const TemplateHeader& header = summary->header;
+        ListRow row{header.id,
+                    {header.title, header.unitabAccount, billTypeName(header.billType),
+                     QString::number(summary->reportCount), QString::number(usage.activeCount),
+                     usage.lastUsed}};
+        row.icon = icons[clsTemplate::iconOf(header)];
+        rows.push_back(std::move(row));
+    }
+    m_ui->header->setNote(QString("%1 templates").arg(rows.size()));
+    m_ui->lstTemplates->setRows(std::move(rows));
+}
+
+void frmManageTemplates::cmdAdd_Click() {
+    run("frmManageTemplates.cmdAdd_Click", [this] {
+        if (!session().project.database.isEmpty() || chooseProject(context(), this))
+            openTemplate(context(), this, -1, "Error loading template");
+    });
+}
+
+void frmManageTemplates::cmdEdit_Click() {
+    run("frmManageTemplates.cmdEdit_Click", [this] {
+        if (const std::optional<int> id = m_ui->lstTemplates->selectedId())
+            editTemplate(*id);
+        else
+            messages().notice(this, "You must select a template to edit.");
+    });
+}
+
+void frmManageTemplates::editTemplate(int templateId) {
+    const std::optional<int> type = readTemplateType(session().db(), templateId);
+    if (!type) {
+        messages().notice(this, "This template has been deleted by somebody else in the meantime.");
+        fillList();
+    } else if (*type == 0) {
+        openTemplate(context(), this, templateId, "Error loading template");
+    } else {
+        openSubProject(context(), this, templateId, "Error Loading ");
+    }
+}
+
+void frmManageTemplates::cmdDelete_Click() {
+    run("frmManageTemplates.cmdDelete_Click", [this] {
+        const std::optional<int> id = m_ui->lstTemplates->selectedId();
+        if (!id) {
+            messages().notice(this, "You must select a template to delete.");
+            return;
+        }
+        WaitCursor wait;
+        const ScheduleCounts schedules = countSchedules(session().db(), *id);
+        {
+            NormalCursor normal;
+            if (!messages().ask(this, deleteQuestion(schedules))) return;
+        }
+        deleteTemplate(session().db(), *id, schedules.all > 0);
+        fillList();
+    });
+}

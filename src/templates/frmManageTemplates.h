@@ -1,0 +1,39 @@
+#pragma once
+
+#include "ui/ScreenDialog.h"
+
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class frmManageTemplates;
+}
+
+/// Lists every template of the server with its use; leads to their editors and deletes them.
+class frmManageTemplates : public ScreenDialog {
+    Q_OBJECT
+
+public:
+    explicit frmManageTemplates(ScreenContext& context, QWidget* parent = nullptr);
+    ~frmManageTemplates() override;
+
+    /// Fills the list; 0 on success.
+    int Setup();
+
+public slots:
+    /// For the screens that edit a template and close.
+    void CalledBack();
+
+private slots:
+    void cmdAdd_Click();
+    void cmdEdit_Click();
+    void cmdDelete_Click();
+
+private:
+    void buildFooter();
+    void run(const char* slot, const std::function<void()>& body);
+    void fillList();
+    void editTemplate(int templateId);
+
+    std::unique_ptr<Ui::frmManageTemplates> m_ui;
+};

@@ -1,0 +1,316 @@
+#include "templates/frmReport.h"
+
+#include "app/Session.h"
+#include "subprojects/MailOptions.h"
+#include "templates/NewReport.h"
+#include "templates/ParameterRows.h"
+#include "templates/ReportTypes.h"
+#include "templates/frmBillSelection.h"
+#include "templates/frmSelectParameters.h"
+#include "templates/frmSelectReports.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui/Palette.h"
+#include "ui/SlotGuard.h"
+#include "ui_frmReport.h"
+
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QScreen>
+#include <QShortcut>
+#include <QToolButton>
+
+namespace {
+
+/// Mobile reports that are about one handset.
+constexpr int handsetReports[] = {195, 196};
+
+} // namespace
+
+frmReport::frmReport(ScreenContext& context, QWidget* parent)
+    : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmReport>()), m_report(session().project) {
+    m_ui->setupUi(this);
+    QFont font = m_ui->lblTitle->font();
+    font.setBold(true);
+    font.setPointSizeF(font.pointSizeF() * 1.2);
+    m_ui->lblTitle->setFont(font);
+    QPalette subtle = m_ui->lblHint->palette();
+    subtle.setColor(QPalette::WindowText, Palette::subtleText());
+    m_ui->lblHint->setPalette(subtle);
+
+    m_ui->lstReports->setColumns({{"Report"}}, "ReportTitle");
+    m_ui->lstReports->setHeaderHidden(true);
+    m_ui->lstReports->setFixedHeight(fontMetrics().height() * 2);
+    m_ui->lstReports->setEmptyText("No report chosen yet");
+    m_ui->lstParameters->setColumns({{"Parameter", ListColumn::Text, 30}, {"Value", ListColumn::Text, 80}},
+                                    "ReportParameters");
+    m_ui->lstParameters->header()->setSectionsClickable(false);
+    m_ui->lstParameters->setMinimumHeight(fontMetrics().height() * 8);
+    m_ui->hdrParameters->attach(m_ui->paneParameters, "Report/Parameters");
+    m_ui->hdrOutputs->attach(m_ui->paneOutputs, "Report/Outputs");
+    buildFooter();
+    connectControls();
+    resize(QSize(fontMetrics().averageCharWidth() * 105, fontMetrics().height() * 36)
+               .boundedTo(screen()->availableSize() * 0.95));
+}
+
+frmReport::~frmReport() = default;
+
+void frmReport::buildFooter() {
+    uctFooter& footer = *m_ui->footer;
+    connect(footer.add("Save", "&Save", "document-save", "Put the report into the template (Ctrl+S)"),
+            &QToolButton::clicked, this, &frmReport::cmdSave_Click);
+    footer.addStretch();
+    connect(footer.add("Cancel", "Ca&ncel", "dialog-cancel", "Close without changing the template"),
+            &QToolButton::clicked, this, &frmReport::reject);
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &frmReport::cmdSave_Click);
+}
+
+void frmReport::connectControls() {
+    connect(m_ui->cmbType, &QComboBox::currentIndexChanged, this, &frmReport::cmbType_Click);
+    connect(m_ui->cmdReports, &QPushButton::clicked, this, &frmReport::cmdReports_Click);
+    connect(m_ui->lstReports, &uctListView::rowActivated, this, &frmReport::cmdReports_Click);
+    connect(m_ui->cmdParameters, &QPushButton::clicked, this, &frmReport::cmdParameters_Click);
+    connect(m_ui->lstParameters, &uctListView::rowActivated, this, &frmReport::cmdParameters_Click);
+    connect(m_ui->cmdShowBillSelection, &QPushButton::clicked, this, &frmReport::cmdShowBillSelection_Click);
+    for (QCheckBox* output : {m_ui->chkExcel, m_ui->chkCSV})
+        connect(output, &QCheckBox::toggled, this, [this, output] { output_Click(output); });
+    connect(m_ui->chkEmailFiles, &QCheckBox::toggled, this, &frmReport::chkEmailFiles_Click);
+}
+
+void frmReport::run(const char* slot, const std::function<void()>& body) {
+    guarded(context(), this, slot, body);
+}
+
+int frmReport::Setup(int billType, const clsReport* report, int templateId) {
+    return guarded(context(), parentWidget(), "frmReport.Setup",
+                   [&] {
+                       const QScopedValueRollback loading(m_loading, true);
+                       m_templateId = templateId;
+                       m_ui->lblTitle->setText(report ? "Edit a report" : "Create a report");
+                       if (report) {
+                           m_report = *report;
+                           m_report.setParameters(report->Parameters()->Clone());
+                       }
+                       fillTypes(billType);
+                       showReport();
+                       m_ui->cmbType->setFocus();
+                   })
+               ? 0
+               : -1;
+}
+
+void frmReport::fillTypes(int billType) {
+    QComboBox& types = *m_ui->cmbType;
+    for (const ReportTypeChoice& choice : reportTypeChoices(billType))
+        types.addItem(choice.caption, choice.type);
+    const int type = m_report.ReportType();
+    // A report of a type that these bills do not offer was made for another project.
+    if (types.findData(type) < 0) {
+        const QString name = reportTypeName(type);
+        types.addItem(name.isEmpty() ? QString("Unknown report type %1").arg(type) : name, type);
+    }
+    types.setCurrentIndex(types.findData(type));
+}
+
+void frmReport::cmbType_Click() {
+    if (m_loading) return;
+    m_report = clsReport(session().project);
+    m_report.setReportType(m_ui->cmbType->currentData().toInt());
+    m_changed = true;
+    showReport();
+}
+
+void frmReport::showReport() {
+    const bool chosen = m_report.ReportSubType() != 0;
+    m_ui->cmdReports->setEnabled(m_report.ReportType() != 0);
+    for (QWidget* needsReport :
+         {static_cast<QWidget*>(m_ui->cmdParameters), static_cast<QWidget*>(m_ui->cmdShowBillSelection)})
+        needsReport->setEnabled(chosen);
+    m_ui->lstParameters->setEmptyText(m_report.ReportType() == 0 ? "Select a report type, then a report."
+                                                                 : "Choose a report first.");
+    showParameters();
+    showOutputs();
+}
+
+/// The title is shown anew as well: those of some reports carry a parameter.
+void frmReport::showParameters() {
+    std::vector<ListRow> title;
+    std::vector<ListRow> rows;
+    if (m_report.ReportSubType() != 0) {
+        title.push_back({1, {m_report.ShownTitle()}});
+        const CatalogueEntry* entry = m_report.Entry();
+        const auto defaults = entry ? newParameters(session(), *entry)
+                                    : std::make_shared<clsReportParameters>(session().project);
+        for (const ParameterRow& row : parameterRows(m_report, *defaults, session().project)) {
+            ListRow shown{int(rows.size()), {row.caption, row.value}};
+            if (row.differs) shown.background = Palette::changedValue();
+            rows.push_back(std::move(shown));
+        }
+    }
+    m_ui->lstReports->setRows(std::move(title));
+    m_ui->lstParameters->setRows({}); // the rows of another report have another order
+    m_ui->lstParameters->setRows(std::move(rows));
+}
+
+void frmReport::showOutputs() {
+    const QScopedValueRollback loading(m_loading, true);
+    const bool chosen = m_report.ReportSubType() != 0;
+    const CatalogueEntry* entry = m_report.Entry();
+    const auto allows = [&](char letter) { return chosen && (!entry || entry->allowsOutput(letter)); };
+    const auto show = [](QCheckBox& box, bool allowed, bool ticked) {
+        box.setEnabled(allowed);
+        box.setChecked(allowed && ticked);
+    };
+    show(*m_ui->chkExcel, allows('E'), m_report.OutputExcel());
+    show(*m_ui->chkCSV, allows('C'), m_report.OutputCSV());
+    show(*m_ui->chkEmailFiles, chosen, m_report.OutputEmail() && hasOutput());
+}
+
+void frmReport::cmdReports_Click() {
+    run("frmReport.cmdReports_Click", [this] {
+        frmSelectReports chooser(context(), this);
+        if (chooser.Setup(m_report.ReportType(), m_report.ReportSubType()) != 0) {
+            messages().notice(this, "Error loading reports form");
+            return;
+        }
+        chooser.SetCallback(this, "CalledbackReport");
+        m_chooser = &chooser;
+        chooser.exec();
+        m_chooser = nullptr;
+    });
+}
+
+void frmReport::CalledbackReport() {
+    run("frmReport.CalledbackReport", [this] {
+        const CatalogueEntry& entry = *m_chooser->chosen();
+        if (entry.id == m_report.ReportSubType()) return;
+        const bool first = m_report.ReportSubType() == 0;
+        m_changed = true;
+        m_report.setReportSubType(entry.id);
+        m_report.setParameters(newParameters(session(), entry));
+        const GlobalOptions& defaults = session().options;
+        const bool excel = first ? defaults.excel : m_ui->chkExcel->isChecked();
+        const bool csv = first ? defaults.csv : m_ui->chkCSV->isChecked();
+        m_report.setOutputCSV(csv && entry.allowsOutput('C'));
+        // A report without any output is no use.
+        m_report.setOutputExcel(entry.allowsOutput('E') && (excel || !m_report.OutputCSV()));
+        if (!m_report.OutputExcel() && !m_report.OutputCSV()) m_report.setOutputCSV(true);
+        m_report.setOutputEmail(m_ui->chkEmailFiles->isChecked());
+        showReport();
+    });
+}
+
+void frmReport::cmdParameters_Click() {
+    run("frmReport.cmdParameters_Click", [this] {
+        const CatalogueEntry* entry = m_report.Entry();
+        if (!entry || !entry->offersAnyGroup()) {
+            messages().notice(this, "There are no parameters available for this report.");
+            return;
+        }
+        frmSelectParameters editor(context(), this);
+        if (editor.Setup(m_report, m_templateId) != 0) {
+            messages().notice(this, "Error loading parameters form");
+            return;
+        }
+        editor.SetCallback(this, "CalledbackParam");
+        editor.exec();
+    });
+}
+
+void frmReport::CalledbackParam() {
+    m_changed = true;
+    showParameters();
+}
+
+void frmReport::cmdShowBillSelection_Click() {
+    run("frmReport.cmdShowBillSelection_Click", [this] {
+        frmBillSelection bills(context(), this);
+        if (bills.Setup(m_report.Parameters()->BillIds()) != 0) return;
+        bills.SetCallback(this, "fBillSelction_FormClosed");
+        m_billSelection = &bills;
+        bills.exec();
+        m_billSelection = nullptr;
+    });
+}
+
+void frmReport::fBillSelction_FormClosed() {
+    m_report.Parameters()->setBillIds(m_billSelection->BillIds());
+    m_changed = true;
+    showParameters();
+}
+
+bool frmReport::hasOutput() const {
+    return m_ui->chkExcel->isChecked() || m_ui->chkCSV->isChecked();
+}
+
+void frmReport::output_Click(QCheckBox* clicked) {
+    if (m_loading) return;
+    m_changed = true;
+    if (hasOutput()) return;
+    {
+        const QScopedValueRollback loading(m_loading, true);
+        clicked->setChecked(true);
+    }
+    messages().notice(this, "You must have at least one output selected");
+}
+
+void frmReport::chkEmailFiles_Click() {
+    if (m_loading) return;
+    m_changed = true;
+    if (!m_ui->chkEmailFiles->isChecked()) return;
+    bool allowed = false;
+    run("frmReport.chkEmailFiles_Click", [&] {
+        if (!hasOutput())
+            messages().notice(this, "You must have at least Excel or CSV selected to Email files.");
+        else if (readDefaultEmail(session().db()).isEmpty())
+            messages().notice(this, "You must specify a default email address in the Email Options screen "
+                                    "before emails can be sent.");
+        else
+            allowed = true;
+    });
+    if (allowed) return;
+    const QScopedValueRollback loading(m_loading, true);
+    m_ui->chkEmailFiles->setChecked(false);
+}
+
+QString frmReport::firstFault() const {
+    const clsReportParameters& parameters = *m_report.Parameters();
+    const int report = m_report.ReportSubType();
+    if (m_report.ReportType() == 0) return "Please select a report type";
+    if (report == 0) return "You must select a report.";
+    if (report == CallsFromNumberReport && parameters.CallsFromNumber().isEmpty())
+        return "You have not selected any numbers for the 'Calls From Number' Report";
+    if (report == CallsToNumberReport && parameters.CallsToNumber().isEmpty())
+        return "You have not selected any numbers for the 'Calls To Number' Report";
+    if (report == CallsNotToNumberReport && parameters.CallsNotToNumber().isEmpty())
+        return "You have not selected any numbers for the 'Calls Not To Number' Report";
+    if (report == SelectedCircuitReport && parameters.SelectedCircuitID().isEmpty())
+        return "You have not selected a circuit for the 'Selected Circuit' Report";
+    const bool aboutHandset = m_report.ReportType() == MobileReport
+                              && std::ranges::find(handsetReports, report) != std::end(handsetReports);
+    if (aboutHandset && parameters.ServiceNumber().isEmpty() && parameters.LineSelection().isEmpty())
+        return "You have not selected a handset for the 'Selected Handset' Report";
+    return hasOutput() ? QString() : "You must have at least one output selected";
+}
+
+void frmReport::cmdSave_Click() {
+    run("frmReport.cmdSave_Click", [this] {
+        if (const QString fault = firstFault(); !fault.isEmpty()) {
+            messages().notice(this, fault);
+            return;
+        }
+        m_report.setOutputExcel(m_ui->chkExcel->isChecked());
+        m_report.setOutputCSV(m_ui->chkCSV->isChecked());
+        m_report.setOutputEmail(m_ui->chkEmailFiles->isChecked());
+        callBackAndClose();
+    });
+}
+
+bool frmReport::mayClose() {
+    return !m_changed || messages().ask(this, "Are you sure you want to cancel your changes?");
+}
+
+void frmReport::reject() {
+    if (mayClose()) QDialog::reject(); // the caller is told of a saved report only
+}

@@ -1,0 +1,118 @@
+#include "templates/frmSelectReports.h"
+
+#include "app/Session.h"
+#include "reports/Catalogue.h"
+#include "templates/ReportTypes.h"
+#include "ui/Messages.h"
+#include "ui_frmSelectReports.h"
+
+#include <QKeyEvent>
+#include <QScreen>
+#include <QToolButton>
+
+namespace {
+
+QString kindsOfLine(const CatalogueEntry& entry) {
+    QStringList kinds;
+    if (entry.runsFor('L')) kinds << "lines";
+    if (entry.runsFor('M')) kinds << "mobiles";
+    if (entry.runsFor('V')) kinds << "voice only";
+    if (entry.runsFor('D')) kinds << "data only";
+    return kinds.join(", ");
+}
+
+QString outputs(const CatalogueEntry& entry) {
+    QStringList outputs;
+    if (entry.allowsOutput('E')) outputs << "Excel";
+    if (entry.allowsOutput('C')) outputs << "CSV";
+    return outputs.join(", ");
+}
+
+QString description(const CatalogueEntry& entry, int reportType) {
+    QStringList lines = parameterGroupTexts(entry, reportType);
+    if (lines.isEmpty()) lines << "This report has no parameters.";
+    if (!entry.lines.empty()) lines << "Calls from: " + kindsOfLine(entry);
+    lines << "Outputs: " + outputs(entry);
+    return "<h3>" + entry.titleText().toHtmlEscaped() + "</h3><p style='line-height:150%'>"
+           + lines.join("<br>") + "</p>";
+}
+
+} // namespace
+
+frmSelectReports::frmSelectReports(ScreenContext& context, QWidget* parent)
+    : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmSelectReports>()) {
+    m_ui->setupUi(this);
+    m_ui->lstReports->setColumns({{"Report"}}, "SelectReports");
+    m_ui->lblDescription->document()->setDocumentMargin(10);
+    uctFooter& footer = *m_ui->footer;
+    connect(footer.add("Select", "&Select", "dialog-ok-apply", "Use the selected report"),
+            &QToolButton::clicked, this, &frmSelectReports::cmdSelect_Click);
+    footer.addStretch();
+    connect(footer.add("Cancel", "&Cancel", "dialog-cancel", "Close without choosing a report"),
+            &QToolButton::clicked, this, &frmSelectReports::reject);
+    connect(m_ui->txtFilter, &QLineEdit::textChanged, this, &frmSelectReports::txtFilter_Change);
+    connect(m_ui->txtFilter, &QLineEdit::returnPressed, this, &frmSelectReports::cmdSelect_Click);
+    connect(m_ui->lstReports, &uctListView::rowActivated, this, &frmSelectReports::cmdSelect_Click);
+    connect(m_ui->lstReports, &uctListView::selectedIdChanged, this, &frmSelectReports::lstReports_ItemClick);
+    m_ui->txtFilter->installEventFilter(this);
+    const int letter = fontMetrics().averageCharWidth();
+    m_ui->splitter->setSizes({letter * 62, letter * 52});
+    m_ui->splitter->remember("SelectReports");
+    resize(QSize(letter * 120, fontMetrics().height() * 32).boundedTo(screen()->availableSize() * 0.95));
+}
+
+frmSelectReports::~frmSelectReports() = default;
+
+int frmSelectReports::Setup(int reportType, int reportSubType) {
+    m_reportType = reportType;
+    const CurrentProject& project = session().project;
+    std::vector<ListRow> rows;
+    for (const CatalogueEntry* entry :
+         catalogueEntries(reportType, ListChoice::forProject(reportType, project.billType, project.wispera)))
+        rows.push_back({entry->id, {entry->titleText()}});
+    if (rows.empty()) return -1;
+    const int first = rows.front().id;
+    m_ui->lstReports->setRows(std::move(rows));
+    if (!m_ui->lstReports->selectId(reportSubType)) m_ui->lstReports->selectId(first);
+    m_ui->header->setNote(reportTypeName(reportType));
+    m_ui->txtFilter->setFocus();
+    return 0;
+}
+
+const CatalogueEntry* frmSelectReports::selectedEntry() const {
+    const std::optional<int> id = m_ui->lstReports->selectedId();
+    const CurrentProject& project = session().project;
+    return id ? catalogueEntry(m_reportType, *id,
+                               ListChoice::forProject(m_reportType, project.billType, project.wispera))
+              : nullptr;
+}
+
+void frmSelectReports::lstReports_ItemClick() {
+    const CatalogueEntry* entry = selectedEntry();
+    m_ui->lblDescription->setHtml(entry ? description(*entry, m_reportType) : QString());
+}
+
+void frmSelectReports::txtFilter_Change(const QString& words) {
+    m_ui->lstReports->setFilterWords(words);
+    const QAbstractItemModel& shown = *m_ui->lstReports->model();
+    if (!m_ui->lstReports->selectedId() && shown.rowCount() > 0)
+        m_ui->lstReports->setCurrentIndex(shown.index(0, 0));
+}
+
+/// The arrow keys walk the list while the words are typed.
+bool frmSelectReports::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown)
+            return QCoreApplication::sendEvent(m_ui->lstReports, event);
+    }
+    return ScreenDialog::eventFilter(watched, event);
+}
+
+void frmSelectReports::cmdSelect_Click() {
+    m_chosen = selectedEntry();
+    if (m_chosen)
+        callBackAndClose();
+    else
+        messages().notice(this, "You must select a report in the list.");
+}

@@ -1,0 +1,373 @@
+#include "templates/frmTemplate.h"
+
+#include "app/Session.h"
+#include "projects/frmSQLServerDatabases.h"
+#include "reports/BillType.h"
+#include "templates/ReportFanOut.h"
+#include "templates/ReportText.h"
+#include "templates/ReportTypes.h"
+#include "templates/frmReport.h"
+#include "templates/modTemplates.h"
+#include "ui/Cursors.h"
+#include "ui/Messages.h"
+#include "ui/SlotGuard.h"
+#include "ui_frmTemplate.h"
+
+#include <QHeaderView>
+#include <QScopedValueRollback>
+#include <QScreen>
+#include <QShortcut>
+#include <QToolButton>
+
+namespace {
+
+constexpr qsizetype LongestNewTitle = 50;
+
+/// Never parts the two halves of one letter.
+QString cutTitle(QString title) {
+    title.truncate(LongestNewTitle);
+    if (title.back().isHighSurrogate()) title.chop(1);
+    return title;
+}
+
+void showReadOnly(QLineEdit& box, const QString& text) {
+    box.setText(text);
+    box.setCursorPosition(0);
+    QPalette colours = box.palette();
+    colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+    box.setPalette(colours);
+}
+
+} // namespace
+
+frmTemplate::frmTemplate(ScreenContext& context, QWidget* parent)
+    : ScreenDialog(context, parent),
+      m_ui(std::make_unique<Ui::frmTemplate>()),
+      m_template(session().db(), session().project) {
+    m_ui->setupUi(this);
+    m_ui->lstReports->setColumns({{"Report", ListColumn::Text, 50},
+                                  {"Type", ListColumn::Text, 24},
+                                  {"Outputs and parameters", ListColumn::Text, 76}},
+                                 "TemplateReports");
+    m_ui->lstReports->setEmptyText("This template holds no report yet. Add Report makes one.");
+    m_ui->lstReports->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_ui->lstReports->header()->setSectionsClickable(false); // the reports' own order is shown
+    m_ui->hdrReports->attach(m_ui->lstReports, "Template/Reports");
+    buildFooter();
+    connectControls();
+    resize(QSize(fontMetrics().averageCharWidth() * 145, fontMetrics().height() * 34)
+               .boundedTo(screen()->availableSize() * 0.95));
+}
+
+frmTemplate::~frmTemplate() = default;
+
+void frmTemplate::buildFooter() {
+    uctFooter& footer = *m_ui->footer;
+    const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
+                         auto slot) {
+        QToolButton* button = footer.add(name, caption, icon, toolTip);
+        connect(button, &QToolButton::clicked, this, slot);
+        return button;
+    };
+    add("Add", "&Add Report", "list-add", "Add a report to the template", &frmTemplate::cmdAdd_Click);
+    add("Edit", "&Edit Report", "document-edit", "Edit the selected report", &frmTemplate::cmdEdit_Click);
+    add("Delete", "&Delete Report", "edit-delete", "Remove the selected reports",
+        &frmTemplate::cmdDelete_Click);
+    m_cmdDuplicate = add("Duplicate", "D&uplicate", "edit-copy", "Add a copy of the selected report",
+                         &frmTemplate::cmdDuplicate_Click);
+    m_cmdUp =
+        add("Up", "&Move Up", "go-up", "Move the selected report up (Alt+Up)", [this] { moveReport(-1); });
+    m_cmdDown = add("Down", "Move D&own", "go-down", "Move the selected report down (Alt+Down)",
+                    [this] { moveReport(1); });
+    footer.addStretch();
+    add("Save", "&Save", "document-save", "Save the template (Ctrl+S)", &frmTemplate::cmdSave_Click);
+    m_cmdSaveAs = add("SaveAs", "Sa&ve As", "document-save-as", "Save as a new template under another name",
+                      &frmTemplate::cmdSaveAs_Click);
+    add("Exit", "E&xit", "dialog-close", "Return to the previous screen", &QDialog::reject);
+}
+
+void frmTemplate::connectControls() {
+    connect(m_ui->txtTemplate, &QLineEdit::textChanged, this, &frmTemplate::txtTemplate_Change);
+    connect(m_ui->optDate0, &QRadioButton::toggled, this, &frmTemplate::optDate_Click);
+    connect(m_ui->chkCSVRepDefs, &QCheckBox::toggled, this, &frmTemplate::chkCSVRepDefs_Click);
+    connect(m_ui->lstReports, &uctListView::rowActivated, this, &frmTemplate::cmdEdit_Click);
+    connect(m_ui->lstReports, &uctListView::deletePressed, this, &frmTemplate::cmdDelete_Click);
+    connect(m_ui->lstReports, &uctListView::selectedIdChanged, this, &frmTemplate::updateButtons);
+    const auto shortcut = [this](const QKeySequence& keys, QToolButton* button) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, button, &QToolButton::click);
+    };
+    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this,
+            &frmTemplate::cmdSave_Click);
+    shortcut(Qt::ALT | Qt::Key_Up, m_cmdUp);
+    shortcut(Qt::ALT | Qt::Key_Down, m_cmdDown);
+}
+
+void frmTemplate::run(const char* slot, const std::function<void()>& body) {
+    guarded(context(), this, slot, body);
+}
+
+int frmTemplate::Setup(int templateId) {
+    bool loaded = true;
+    const bool done = guarded(context(), parentWidget(), "frmTemplate.Setup", [&] {
+        WaitCursor wait;
+        if (templateId >= 0) {
+            loaded = m_template.LoadTemplate(templateId);
+        } else {
+            m_template.setUnitabAccount(session().project.unitabAccount);
+            m_template.setBillType(session().project.billType);
+        }
+        if (!loaded) return;
+        m_ui->footer->setOffered(m_cmdSaveAs, templateId >= 0);
+        m_ui->header->setNote(templateId >= 0 ? "Edit a template" : "Add a template");
+        showTemplate();
+    });
+    return done && loaded ? 0 : -1;
+}
+
+void frmTemplate::showTemplate() {
+    session().project.useDefaultDates = m_template.DefaultDates();
+    m_ui->txtTemplate->setText(m_template.Title());
+    showReadOnly(*m_ui->txtUnitab, m_template.UnitabAccount());
+    showReadOnly(*m_ui->txtBillType, billTypeName(m_template.BillType()));
+    (m_template.DefaultDates() ? m_ui->optDate0 : m_ui->optDate1)->setChecked(true);
+    m_ui->chkCSVRepDefs->setChecked(m_template.CSVReportDefs());
+    showReports(1);
+    m_ready = true;
+}
+
+/// The rows are keyed by the positions of their reports, so that a row stays where it is while the
+/// reports change their places.
+void frmTemplate::showReports(int selected) {
+    std::vector<ListRow> rows;
+    for (clsReport& report : m_template.Reports())
+        rows.push_back({int(rows.size()) + 1,
+                        {report.ShownTitle(), reportTypeName(report.ReportType()), reportSummary(report)}});
+    const int count = int(rows.size());
+    m_ui->hdrReports->setTitle(count == 1 ? "1 Report" : QString("%1 Reports").arg(count));
+    m_ui->lstReports->setRows(std::move(rows));
+    m_ui->lstReports->selectId(qMin(selected, count));
+    updateButtons();
+}
+
+void frmTemplate::updateButtons() {
+    const QList<int> selected = m_ui->lstReports->selectedIds();
+    const bool one = selected.size() == 1;
+    const auto enable = [](QToolButton* button, bool enabled) {
+        button->parentWidget()->setEnabled(enabled);
+    };
+    enable(m_cmdDuplicate, one);
+    enable(m_cmdUp, one && selected.first() > 1);
+    enable(m_cmdDown, one && selected.first() < m_template.Reports().Count());
+}
+
+void frmTemplate::txtTemplate_Change(const QString& title) {
+    if (m_ready) m_template.setTitle(title);
+}
+
+void frmTemplate::optDate_Click() {
+    if (!m_ready) return;
+    run("frmTemplate.optDate_Click", [this] {
+        const bool useDefaults = m_ui->optDate0->isChecked();
+        m_template.setDefaultDates(useDefaults);
+        session().project.useDefaultDates = useDefaults;
+        showReports(m_ui->lstReports->selectedId().value_or(0));
+    });
+}
+
+void frmTemplate::chkCSVRepDefs_Click(bool ticked) {
+    if (m_ready) m_template.setCSVReportDefs(ticked);
+}
+
+/// The lists to choose parameters from are those of a project of the template's account.
+bool frmTemplate::ensureProject() {
+    const QString& account = m_template.UnitabAccount();
+    const auto fits = [&] {
+        return session().project.unitabAccount.compare(account, Qt::CaseInsensitive) == 0;
+    };
+    if (fits() || (chooseProject(context(), this) && fits())) return true;
+    tell(QString("Please select a project with the bill account of '%1' to continue.").arg(account));
+    return false;
+}
+
+void frmTemplate::cmdAdd_Click() {
+    run("frmTemplate.cmdAdd_Click", [this] {
+        if (ensureProject()) editReport(0);
+    });
+}
+
+void frmTemplate::cmdEdit_Click() {
+    run("frmTemplate.cmdEdit_Click", [this] {
+        if (!ensureProject()) return;
+        if (const std::optional<int> position = m_ui->lstReports->selectedId())
+            editReport(*position);
+        else
+            tell("You must select a report to edit.");
+    });
+}
+
+void frmTemplate::editReport(int position) {
+    frmReport editor(context(), this);
+    const clsReport* report = position > 0 ? &m_template.Reports().Item(position) : nullptr;
+    if (editor.Setup(m_template.BillType(), report, m_template.ID()) != 0) {
+        tell("Error loading report form");
+        return;
+    }
+    editor.SetCallback(this, "Calledback");
+    const QScopedValueRollback edited(m_edited, position);
+    const QScopedValueRollback open(m_reportEditor, static_cast<const frmReport*>(&editor));
+    editor.exec();
+}
+
+void frmTemplate::CalledBack() {
+    run("frmTemplate.CalledBack", [this] {
+        const int position = putReport(m_template.Reports(), m_reportEditor->Report(), m_edited);
+        m_template.MarkChanged();
+        showReports(position);
+    });
+}
+
+void frmTemplate::cmdDelete_Click() {
+    run("frmTemplate.cmdDelete_Click", [this] {
+        const QList<int> positions = m_ui->lstReports->selectedIds();
+        if (positions.isEmpty()) {
+            tell("You must select a report to delete.");
+            return;
+        }
+        const QString which = positions.size() == 1
+                                  ? QString("the selected report")
+                                  : QString("the %1 selected reports").arg(positions.size());
+        if (!confirm("Are you sure you want to delete " + which + "?")) return;
+        for (auto position = positions.rbegin(); position != positions.rend(); ++position)
+            m_template.Reports().Remove(*position);
+        m_template.MarkChanged();
+        showReports(positions.first());
+    });
+}
+
+void frmTemplate::cmdDuplicate_Click() {
+    run("frmTemplate.cmdDuplicate_Click", [this] {
+        const int position = m_ui->lstReports->selectedId().value();
+        duplicateReport(m_template.Reports(), position);
+        m_template.MarkChanged();
+        showReports(position + 1);
+    });
+}
+
+void frmTemplate::moveReport(int by) {
+    run("frmTemplate.moveReport", [this, by] {
+        const int position = m_ui->lstReports->selectedId().value();
+        m_template.Reports().Move(position, position + by);
+        m_template.MarkChanged();
+        showReports(position + by);
+    });
+}
+
+void frmTemplate::tell(const QString& text) {
+    NormalCursor normal;
+    messages().notice(this, text);
+}
+
+bool frmTemplate::confirm(const QString& question) {
+    NormalCursor normal;
+    return messages().ask(this, question);
+}
+
+bool frmTemplate::checkOutputs() {
+    int position = 0;
+    for (clsReport& report : m_template.Reports()) {
+        ++position;
+        if (report.OutputExcel() || report.OutputPrint() || report.OutputCSV()) continue;
+        m_ui->lstReports->selectId(position);
+        tell("You have a report with no output, please either remove the report or specify an output "
+             "option.");
+        return false;
+    }
+    return true;
+}
+
+clsTemplate::SaveResult frmTemplate::store(const QString& newTitle) {
+    const clsTemplate::SaveResult result = m_template.SaveTemplate(newTitle);
+    if (result != clsTemplate::ChangedMeanwhile) return result;
+    const bool overwrite = confirm("Another user changed this template while you were editing it.\n\n"
+                                   "Do you want to replace those changes by yours?");
+    return overwrite ? m_template.SaveTemplate(newTitle, clsTemplate::Overwrite) : result;
+}
+
+void frmTemplate::cmdSave_Click() {
+    run("frmTemplate.cmdSave_Click", [this] {
+        if (m_template.Title().trimmed().isEmpty()) {
+            tell("Please enter a Template name");
+            m_ui->txtTemplate->setFocus();
+            return;
+        }
+        WaitCursor wait;
+        if (!checkOutputs()) return;
+        const QString question = activeSchedulesQuestion(session().db(), m_template.ID());
+        if (!question.isEmpty() && !confirm(question)) return;
+        switch (store({})) {
+        case clsTemplate::Saved:
+            return callBackAndClose();
+        case clsTemplate::TitleUsed:
+            tell("Template name already exists");
+            return m_ui->txtTemplate->setFocus();
+        case clsTemplate::ChangedMeanwhile:
+            return; // the user has decided to keep editing
+        default:
+            tell("Error saving template");
+        }
+    });
+}
+
+/// Empty when the user gives up.
+QString frmTemplate::askNewTitle() {
+    const QString proposed = m_newTitle.isEmpty() ? m_template.Title() : m_newTitle;
+    const QString title =
+        messages().input(this, "Please enter a new template title", proposed).value_or(QString()).trimmed();
+    m_newTitle = title;
+    if (title.size() <= LongestNewTitle) return title;
+    const QString cut = cutTitle(title);
+    const bool agreed = messages().ask(
+        this,
+        QString("The selected template title is too long and will be truncated to \n'%1'\nAre you sure you "
+                "want to continue?")
+            .arg(cut),
+        Messages::Information);
+    return agreed ? cut : QString();
+}
+
+void frmTemplate::cmdSaveAs_Click() {
+    run("frmTemplate.cmdSaveAs_Click", [this] {
+        if (!checkOutputs()) return;
+        const QString title = askNewTitle();
+        if (title.isEmpty()) return;
+        WaitCursor wait;
+        switch (store(title)) {
+        case clsTemplate::Saved:
+            return callBackAndClose();
+        case clsTemplate::TitleBlank:
+            return tell("Error saving template, title is blank");
+        case clsTemplate::TitleUsed:
+            return tell("Error saving template, title already exists");
+        default:
+            tell("Error saving template");
+        }
+    });
+}
+
+bool frmTemplate::mayClose() {
+    const bool blank =
+        m_template.ID() == -1 && m_template.Title().isEmpty() && m_template.Reports().Count() == 0;
+    return blank || !m_template.HasChanged()
+           || messages().ask(this, "Are you sure you want to cancel your changes?");
+}
+
+bool openTemplate(ScreenContext& context, QWidget* caller, int templateId, const QString& failure) {
+    frmTemplate screen(context, caller);
+    if (screen.Setup(templateId) != 0) {
+        context.messages.notice(caller, failure);
+        return false;
+    }
+    screen.SetCallback(caller, "CalledBack");
+    screen.exec();
+    return true;
+}

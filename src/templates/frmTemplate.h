@@ -1,0 +1,79 @@
+#pragma once
+
+#include "templates/clsTemplate.h"
+#include "ui/ScreenDialog.h"
+
+#include <functional>
+#include <memory>
+
+class QToolButton;
+class frmReport;
+namespace Ui {
+class frmTemplate;
+}
+
+/// Edits an ordinary template: its name, its reports and their order, and whose dates they cover.
+/// Nothing is written before it is saved.
+class frmTemplate : public ScreenDialog {
+    Q_OBJECT
+
+public:
+    explicit frmTemplate(ScreenContext& context, QWidget* parent = nullptr);
+    ~frmTemplate() override;
+
+    /// A negative ID prepares a new template for the current project; 0 on success.
+    int Setup(int templateId);
+    /// Of the template as last saved; -1 for one never saved.
+    int ID() const { return m_template.ID(); }
+
+public slots:
+    /// For the report editor, which has saved a report.
+    void CalledBack();
+
+protected:
+    bool mayClose() override;
+
+private slots:
+    void cmdAdd_Click();
+    void cmdEdit_Click();
+    void cmdDelete_Click();
+    void cmdDuplicate_Click();
+    void cmdSave_Click();
+    void cmdSaveAs_Click();
+    void txtTemplate_Change(const QString& title);
+    void optDate_Click();
+    void chkCSVRepDefs_Click(bool ticked);
+
+private:
+    void buildFooter();
+    void connectControls();
+    void run(const char* slot, const std::function<void()>& body);
+    void showTemplate();
+    /// Fills the list anew and selects the report at a position, when there is one.
+    void showReports(int selected);
+    void updateButtons();
+    bool ensureProject();
+    void editReport(int position);
+    void moveReport(int by);
+
+    bool checkOutputs();
+    QString askNewTitle();
+    clsTemplate::SaveResult store(const QString& newTitle);
+    void tell(const QString& text);
+    bool confirm(const QString& question);
+
+    std::unique_ptr<Ui::frmTemplate> m_ui;
+    QToolButton* m_cmdDuplicate = nullptr;
+    QToolButton* m_cmdUp = nullptr;
+    QToolButton* m_cmdDown = nullptr;
+    QToolButton* m_cmdSaveAs = nullptr;
+    clsTemplate m_template;
+    const frmReport* m_reportEditor = nullptr; ///< while it is open
+    int m_edited = 0;                          ///< the position of the report in it; 0 for a new one
+    QString m_newTitle;                        ///< as typed for the last save-as, which was refused
+    bool m_ready = false;                      ///< changes of the controls are the user's
+};
+
+/// Sets the template editor up and shows it; the caller's slot CalledBack is called when it closes.
+/// A template that cannot be loaded is told with the words of `failure`; false then.
+bool openTemplate(ScreenContext& context, QWidget* caller, int templateId, const QString& failure);

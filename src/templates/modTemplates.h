@@ -1,0 +1,23 @@
+#pragma once
+
+#include "db/Connection.h"
+
+#include <optional>
+
+/// How many schedules of all users name a template.
+struct ScheduleCounts {
+    int all = 0;
+    int active = 0; ///< of these, pending ones
+};
+
+ScheduleCounts countSchedules(Connection& connection, int templateId);
+/// What is asked before a template with so many schedules is deleted.
+QString deleteQuestion(const ScheduleCounts& schedules);
+/// Deletes a template with its reports and, when it has schedules, these and their logs: all or nothing.
+void deleteTemplate(Connection& connection, int templateId, bool hasSchedules);
+
+/// 0 ordinary, any other a cost-centre sub-project; nothing for a template that is gone.
+std::optional<int> readTemplateType(Connection& connection, int templateId);
+
+/// What is asked before the changes of a template are saved; empty while no pending schedule uses it.
+QString activeSchedulesQuestion(Connection& connection, int templateId);

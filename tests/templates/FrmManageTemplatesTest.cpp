@@ -1,0 +1,168 @@
+#include "Screens.h"
+
+#include "demo/DemoTemplates.h"
+#include "support/TestClass.h"
+#include "templates/frmManageTemplates.h"
+#include "templates/frmTemplate.h"
+
+/// The template manager over templates used in every way.
+class FrmManageTemplatesTest : public QObject {
+    Q_OBJECT
+
+    struct Manager : TemplateProgram {
+        std::unique_ptr<frmManageTemplates> screen;
+
+        using TemplateProgram::TemplateProgram;
+        uctListView& list() { return control<uctListView>(*screen, "lstTemplates"); }
+        void show() {
+            screen = std::make_unique<frmManageTemplates>(context);
+            QCOMPARE(screen->Setup(), 0);
+            screen->SetCallback(&caller, "Calledback");
+            screen->show();
+        }
+        /// "reports|active|last used"
+        QString figures(int id) {
+            return QStringList{list().textOf(id, 3), list().textOf(id, 4), list().textOf(id, 5)}.join('|');
+        }
+    };
+
+private slots:
+    void usage_data() {
+        QTest::addColumn<QStringList>("ranDates");
+        QTest::addColumn<QString>("lastUsed");
+        QTest::newRow("never used") << QStringList{} << "-";
+        QTest::newRow("no date") << QStringList{"", "00:00:00"} << "-";
+        QTest::newRow("zero date") << QStringList{"1899-Dec-30 00:00:00"} << "-";
+        QTest::newRow("months") << QStringList{"2026-Sep-30 10:00:00", "2026-Nov-02 09:05:00",
+                                               "1899-Dec-30 00:00:00", "2025-Dec-31 23:00:00"}
+                                << "02 Nov 2026 09:05";
+        QTest::newRow("other words") << QStringList{"yesterday"} << "no date (yesterday)";
+    }
+
+    void usage() {
+        QFETCH(QStringList, ranDates);
+        Manager manager;
+        const int id = manager.idOf("Weekly call review");
+        for (const QString& ranDate : ranDates) manager.addSchedule(id, 4, ranDate);
+        manager.show();
+        QTEST(manager.list().textOf(id, 5), "lastUsed");
+    }
+
+    void everybodysTemplatesButOnesOwnFigures() {
+        for (const bool administrator : {true, false}) {
+            Manager manager(administrator ? QString(Session::serverLoginName) : "Amelia.Hart");
+            const int id = manager.idOf("Weekly call review");
+            manager.addSchedule(id, 0, "2026-Nov-02 09:05:00", "QuorraAdmin");
+            manager.addSchedule(id, 0, "2026-Oct-01 09:05:00", "Amelia.Hart");
+            manager.show();
+            QCOMPARE(manager.list().model()->rowCount(),
+                     manager.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblTemplate")));
+            QCOMPARE(manager.figures(id), administrator ? "4|2|02 Nov 2026 09:05" : "4|1|01 Oct 2026 09:05");
+        }
+    }
+
+    void readingDoesNotGrowWithTheTemplates() {
+        qint64 statements[2];
+        for (const int count : {10, 1000}) {
+            Manager manager;
+            demoTemplates::createMany(manager.db(), count, 20);
+            const qint64 before = manager.session.db().statementCount();
+            manager.show();
+            statements[count / 1000] = manager.session.db().statementCount() - before;
+            QVERIFY(manager.list().model()->rowCount() > count);
+            ListViewColumnSort(manager.list(), 3, false);
+            QCOMPARE(texts(manager.list(), 3).last(), "20"); // as numbers: 4 before 20
+            control<QLineEdit>(*manager.screen, "txtFilter").setText("linkvale hl2");
+            QCOMPARE(texts(manager.list()), QStringList{"Linkvale invoice check"});
+        }
+        QCOMPARE(statements[0], statements[1]);
+    }
+
+    void deleting_data() {
+        QTest::addColumn<QList<int>>("statuses");
+        QTest::addColumn<QString>("question");
+        const QString sure = "Are you sure you want to delete this template";
+        QTest::newRow("unused") << QList<int>{} << sure + "?";
+        QTest::newRow("completed") << QList<int>{4, 3} << sure + " and all associated schedules?";
+        QTest::newRow("one active") << QList<int>{0, 4}
+                                    << "There is currently 1 active schedule using this template,\n" + sure
+                                           + " and all associated schedules?";
+        QTest::newRow("two active") << QList<int>{0, 0}
+                                    << "There are currently 2 active schedules using this template,\n" + sure
+                                           + " and all associated schedules?";
+    }
+
+    void deleting() {
+        QFETCH(QList<int>, statuses);
+        QFETCH(QString, question);
+        Manager manager;
+        const int other = manager.idOf("Invoice only");
+        manager.addSchedule(other, 0, "");
+        const int id = manager.addTemplate("Doomed");
+        const QStringList rest = manager.everything();
+        manager.addReport(id, 2, 161);
+        for (const int status : statuses) manager.addSchedule(id, status, "", "Amelia.Hart");
+        const QStringList all = manager.everything();
+        manager.show();
+        manager.list().selectId(id);
+
+        manager.messages.answer(false);
+        QTest::keyClick(&manager.list(), Qt::Key_Delete);
+        QCOMPARE(manager.shown(), QStringList{question});
+        QCOMPARE(manager.everything(), all);
+
+        manager.messages.answer(true);
+        press(*manager.screen, "cmdDelete");
+        QCOMPARE(manager.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblSchedule")), 1);
+        QCOMPARE(manager.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblTemplate_Report WHERE "
+                                    "TemplateID = {}",
+                                    id)),
+                 0);
+        QVERIFY(manager.list().textOf(id, 0).isEmpty() && manager.everything().size() < rest.size());
+        QVERIFY(!QGuiApplication::overrideCursor());
+    }
+
+    void deletingIsAllOrNothing() {
+        Manager manager;
+        const int id = manager.idOf("Weekly call review");
+        manager.addSchedule(id, 0, "");
+        const QStringList before = manager.everything();
+        manager.show();
+        manager.list().selectId(id);
+        int step = 0;
+        do {
+            QCOMPARE(manager.everything(), before);
+            QVERIFY(manager.screen->isVisible() && !QGuiApplication::overrideCursor());
+            manager.shown();
+            if (manager.messages.finished()) manager.messages.answer(true); // else it failed before asking
+            manager.fault.arm(++step);
+            press(*manager.screen, "cmdDelete");
+            manager.fault.arm(0);
+            QCOMPARE(manager.shown().last(), "Made to fail."); // at last when the list is read anew
+        } while (manager.idOf("Weekly call review") != 0);
+        QCOMPARE(step, 2 + 4 + 1 + 1); // counts, deletions, the commit, and the list
+    }
+
+    void editingLeadsToTheEditor() {
+        Manager manager;
+        manager.show();
+        manager.list().selectId(manager.idOf("Weekly call review"));
+        inNextModal<frmTemplate>([](frmTemplate& editor) {
+            control<QLineEdit>(editor, "txtTemplate").setText("Fortnightly call review");
+            press(editor, "cmdSave");
+        });
+        QTest::keyClick(&manager.list(), Qt::Key_Return);
+        QVERIFY(texts(manager.list()).contains("Fortnightly call review"));
+
+        manager.db().execute(
+            sql("DELETE FROM NorvaScheduler.dbo.tblTemplate WHERE Title = N'Fortnightly call review'"));
+        press(*manager.screen, "cmdEdit");
+        QCOMPARE(manager.shown(),
+                 QStringList{"This template has been deleted by somebody else in the meantime."});
+        press(*manager.screen, "cmdClose");
+        QCOMPARE(manager.caller.calls, 1);
+    }
+};
+
+static const AnnounceTest<FrmManageTemplatesTest> announced;
+#include "FrmManageTemplatesTest.moc"

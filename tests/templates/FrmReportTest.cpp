@@ -1,0 +1,264 @@
+#include "Screens.h"
+
+#include "db/DbError.h"
+#include "support/TestClass.h"
+#include "templates/ReportTypes.h"
+#include "templates/frmBillSelection.h"
+#include "templates/frmSelectParameters.h"
+#include "ui/uctCheckList.h"
+
+#include <QLabel>
+#include <QTextEdit>
+#include <QTreeView>
+
+/// The report editor and the report chooser.
+class FrmReportTest : public QObject {
+    Q_OBJECT
+
+    struct Editor : TemplateProgram {
+        std::unique_ptr<frmReport> screen;
+
+        using TemplateProgram::TemplateProgram;
+        int show(int billType, const clsReport* report = nullptr) {
+            screen = std::make_unique<frmReport>(context);
+            const int result = screen->Setup(billType, report, -1);
+            screen->SetCallback(&caller, "Calledback");
+            screen->show();
+            return result;
+        }
+        clsReport report(int type, int subType) {
+            clsReport report(session.project);
+            report.setReportType(type);
+            report.setReportSubType(subType);
+            report.setOutputExcel(true);
+            return report;
+        }
+        QCheckBox& box(const QString& name) { return control<QCheckBox>(*screen, name); }
+        /// "E", "C" and "M" of the ticked outputs.
+        QString outputs() {
+            return QString(box("chkExcel").isChecked() ? "E" : "") + (box("chkCSV").isChecked() ? "C" : "")
+                   + (box("chkEmailFiles").isChecked() ? "M" : "");
+        }
+        uctListView& parameters() { return control<uctListView>(*screen, "lstParameters"); }
+        QString valueOf(const QString& caption) {
+            return texts(parameters(), 1).value(texts(parameters()).indexOf(caption));
+        }
+        bool stands(const QString& caption) {
+            const int row = int(texts(parameters()).indexOf(caption));
+            return parameters().model()->index(row, 0).data(Qt::BackgroundRole).isValid();
+        }
+    };
+
+private slots:
+    void typesFollowTheBills_data() {
+        QTest::addColumn<int>("billType");
+        QTest::addColumn<QString>("types");
+        QTest::newRow("unknown") << 0 << "unknown project type=0";
+        QTest::newRow("Unitab") << 1
+                                << "Please select a report type=0,Summary Report=1,Itemised Call Report=2,"
+                                   "Private Circuits Report=3";
+        QTest::newRow("Linkvale") << 2
+                                  << "Please select a report type=0,Itemised Call Report=2,Linkvale Summary "
+                                     "Report=4";
+        QTest::newRow("circuits") << 3 << "Please select a report type=0,Private Circuits Report=3";
+        QTest::newRow("IDC") << 4 << "Please select a report type=0,Itemised Call Report=2,Mobile Report=5";
+        QTest::newRow("none of these") << 9 << "unknown project type=0";
+    }
+
+    void typesFollowTheBills() {
+        QFETCH(int, billType);
+        QStringList types;
+        for (const ReportTypeChoice& choice : reportTypeChoices(billType))
+            types << QString("%1=%2").arg(choice.caption).arg(choice.type);
+        QTEST(types.join(','), "types");
+    }
+
+    void aReportIsChosenByTyping() {
+        Editor editor;
+        editor.session.options = {{}, false, true};
+        editor.show(1);
+        QCOMPARE(control<QLabel>(*editor.screen, "lblTitle").text(), "Create a report");
+        QVERIFY(!control<QAbstractButton>(*editor.screen, "cmdReports").isEnabled());
+        press(*editor.screen, "cmdSave");
+        chooseReport(*editor.screen, 2, "frequent mobiles");
+        QCOMPARE(texts(control<uctListView>(*editor.screen, "lstReports")),
+                 QStringList{"100 Most Frequent - Calls to Mobiles"});
+        QCOMPARE(editor.outputs(), "C"); // what the options give a new report
+        chooseReport(*editor.screen, 2, "trends");
+        QCOMPARE(editor.outputs(), "E"); // call trends cannot be written as CSV
+        QVERIFY(!editor.box("chkCSV").isEnabled());
+        press(*editor.screen, "cmdSave");
+        QCOMPARE(editor.shown(), QStringList{"Please select a report type"});
+        QVERIFY(editor.caller.calls == 1 && editor.screen->Report().ReportSubType() == 164);
+    }
+
+    void theChooserDescribes() {
+        Editor editor;
+        frmSelectReports chooser(editor.context);
+        QCOMPARE(chooser.Setup(3, 326), 0);
+        auto& description = control<QTextEdit>(chooser, "lblDescription");
+        QVERIFY(description.toPlainText().contains("This report has a Circuit ID Selection"));
+        auto& filter = control<QLineEdit>(chooser, "txtFilter");
+        filter.setText("no such report");
+        QTest::keyClick(&filter, Qt::Key_Return);
+        QCOMPARE(editor.shown(), QStringList{"You must select a report in the list."});
+        filter.setText("exceptions");
+        QVERIFY(description.toPlainText().contains("selectable Percentage Value for comparison"));
+        filter.clear();
+        QTest::keyClick(&filter, Qt::Key_Down);
+        QTest::keyClick(&filter, Qt::Key_Return);
+        QCOMPARE(chooser.chosen()->id, 326); // the one after 325
+        QVERIFY(frmSelectReports(editor.context).Setup(7, 0) != 0);
+    }
+
+    void anOutputStays() {
+        Editor editor;
+        clsReport report = editor.report(2, 161);
+        report.setOutputCSV(true);
+        editor.show(1, &report);
+        editor.box("chkExcel").click();
+        QVERIFY(editor.shown().isEmpty());
+        editor.box("chkCSV").click();
+        QCOMPARE(editor.shown(), QStringList{"You must have at least one output selected"});
+        QCOMPARE(editor.outputs(), "C");
+    }
+
+    void emailNeedsADefaultAddress() {
+        const QString refusal = "You must specify a default email address in the Email Options screen before "
+                                "emails can be sent.";
+        Editor editor;
+        const clsReport report = editor.report(2, 161);
+        editor.show(1, &report);
+        editor.box("chkEmailFiles").click(); // the column is there or not
+        QCOMPARE(editor.shown().size() + editor.outputs().size(), 2);
+        try {
+            editor.system().execute(
+                sql("ALTER TABLE NorvaScheduler.dbo.tblOptions ADD DefaultEmail varchar(254) NULL"));
+        } catch (const DbError&) {
+            // the database has it already
+        }
+        editor.db().execute(sql("UPDATE NorvaScheduler.dbo.tblOptions SET DefaultEmail = ''"));
+        editor.show(1, &report);
+        editor.box("chkEmailFiles").click();
+        QCOMPARE(editor.shown(), QStringList{refusal});
+        QCOMPARE(editor.outputs(), "E");
+        editor.db().execute(sql("UPDATE NorvaScheduler.dbo.tblOptions SET DefaultEmail = 'a@b.com'"));
+        editor.box("chkEmailFiles").click();
+        QCOMPARE(editor.outputs(), "EM");
+    }
+
+    void valuesThatReportsNeed_data() {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("report");
+        QTest::addColumn<QString>("refusal");
+        const QString numbers = "You have not selected any numbers for the '%1 Number' Report";
+        QTest::newRow("calls from") << 2 << 143 << numbers.arg("Calls From");
+        QTest::newRow("calls to") << 2 << 142 << numbers.arg("Calls To");
+        QTest::newRow("calls not to") << 2 << 146 << numbers.arg("Calls Not To");
+        QTest::newRow("mobile calls to") << 5 << 142 << numbers.arg("Calls To");
+        QTest::newRow("circuit") << 3 << 326
+                                 << "You have not selected a circuit for the 'Selected Circuit' Report";
+        QTest::newRow("handset") << 5 << 196
+                                 << "You have not selected a handset for the 'Selected Handset' Report";
+    }
+
+    void valuesThatReportsNeed() {
+        QFETCH(int, type);
+        QFETCH(int, report);
+        QFETCH(QString, refusal);
+        Editor editor;
+        clsReport edited = editor.report(type, report);
+        edited.setOutputCSV(true);
+        editor.show(1, &edited);
+        press(*editor.screen, "cmdSave");
+        QCOMPARE(editor.shown(), QStringList{refusal});
+        QVERIFY(editor.screen->isVisible() && editor.caller.calls == 0);
+
+        clsReportParameters& parameters = *edited.Parameters();
+        parameters.setCallsFromNumber("1");
+        parameters.setCallsToNumber("1");
+        parameters.setCallsNotToNumber("1");
+        parameters.setSelectedCircuitID("C");
+        parameters.setAccountFilter(1);
+        parameters.setServiceNumber("07700900123");
+        editor.show(1, &edited);
+        press(*editor.screen, "cmdSave");
+        QVERIFY(editor.shown().isEmpty() && editor.caller.calls == 1);
+        QVERIFY(editor.screen->Report().ShownTitle() != "Unknown Report");
+    }
+
+    void parametersInWords() {
+        Editor editor;
+        clsReport report = editor.report(2, 161);
+        clsReportParameters& parameters = *report.Parameters();
+        parameters.setReportCaption("Dear calls");
+        parameters.setCostRangeMinimum("0.50");
+        parameters.setDaySelected(1, false);
+        parameters.setDistanceBandSelected(2, false);
+        parameters.setAccountFilter(3);
+        parameters.setCostCentre(1, "Sales|Marketing");
+        parameters.setBillIds("12,112");
+        editor.show(1, &report);
+        QCOMPARE(texts(editor.parameters()).first(), "Report Caption");
+        for (const char* caption : {"Report Caption", "Cost Above", "Call Days", "Distance Bands",
+                                    "Account Filter", "Selected Bills"})
+            QVERIFY2(editor.stands(caption), caption);
+        for (const QString& caption :
+             {"Report Header", "Cost Below", "Duration Above", "Duration Below", "Call Date From",
+              "Call Date To", "Call Time From", "Call Time To", "Calls From"})
+            QVERIFY2(texts(editor.parameters()).contains(caption) && !editor.stands(caption), caption);
+        QCOMPARE(editor.valueOf("Account Filter"), "Cost Centre 1 = Sales, Marketing");
+        QCOMPARE(editor.valueOf("Selected Bills"), "12, 112");
+        QCOMPARE(editor.valueOf("Cost Above"), "0.50");
+
+        const clsReport invoice = editor.report(1, 211);
+        editor.show(1, &invoice);
+        QCOMPARE(texts(editor.parameters()),
+                 (QStringList{"Report Caption", "Report Header", "Selected Bills"}));
+        press(*editor.screen, "cmdParameters");
+        QCOMPARE(editor.shown(), QStringList{"There are no parameters available for this report."});
+    }
+
+    void childScreensChangeTheReport() {
+        Editor editor;
+        const clsReport report = editor.report(2, 161);
+        editor.show(1, &report);
+        inNextModal<frmSelectParameters>([&](frmSelectParameters& screen) {
+            editor.messages.type("Ångström's \"calls\"");
+            press(screen, "cmdReportCaption");
+            press(screen, "cmdSave");
+        });
+        press(*editor.screen, "cmdParameters");
+        QCOMPARE(editor.valueOf("Report Caption"), "Ångström's \"calls\"");
+        inNextModal<frmBillSelection>([](frmBillSelection& screen) {
+            auto& model = *screen.findChild<uctCheckList*>()->findChild<QTreeView*>()->model();
+            model.setData(model.index(0, 0), Qt::Unchecked, Qt::CheckStateRole);
+            press(screen, "cmdOk");
+        });
+        press(*editor.screen, "cmdShowBillSelection");
+        QVERIFY(editor.stands("Selected Bills"));
+
+        editor.messages.answer(false);
+        press(*editor.screen, "cmdCancel");
+        QCOMPARE(editor.shown().last(), "Are you sure you want to cancel your changes?");
+        QVERIFY(editor.screen->isVisible());
+        editor.messages.answer(true);
+        QTest::keyClick(editor.screen.get(), Qt::Key_Escape);
+        QVERIFY(!editor.screen->isVisible() && editor.caller.calls == 0);
+        QVERIFY(report.Parameters()->ReportCaption().isEmpty()); // it worked on a copy
+    }
+
+    void aRestrictedUsersReportsStayWithinHisCostCentres() {
+        Editor editor;
+        editor.session.userLevel = 4;
+        editor.session.costCentres = {"Sales", "", "", "", ""};
+        editor.show(1);
+        chooseReport(*editor.screen, 2, "all calls summary");
+        const clsReportParameters& parameters = *editor.screen->Report().Parameters();
+        QCOMPARE(parameters.AccountFilter(), 0);
+        QCOMPARE(parameters.CostCentre(1), "Sales");
+    }
+};
+
+static const AnnounceTest<FrmReportTest> announced;
+#include "FrmReportTest.moc"

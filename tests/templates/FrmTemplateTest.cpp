@@ -1,0 +1,388 @@
+#include "Screens.h"
+
+#include "projects/frmSQLServerDatabases.h"
+#include "support/TestClass.h"
+#include "templates/frmSelectParameters.h"
+#include "templates/frmTemplate.h"
+#include "ui/uctCheckList.h"
+
+#include <QRadioButton>
+#include <QTreeView>
+
+/// The template editor, through its own buttons down to the rows.
+class FrmTemplateTest : public QObject {
+    Q_OBJECT
+
+    struct Editor : TemplateProgram {
+        std::unique_ptr<frmTemplate> screen;
+
+        using TemplateProgram::TemplateProgram;
+        int show(int templateId) {
+            screen = std::make_unique<frmTemplate>(context);
+            const int result = screen->Setup(templateId);
+            screen->SetCallback(&caller, "Calledback");
+            screen->show();
+            return result;
+        }
+        uctListView& list() { return control<uctListView>(*screen, "lstReports"); }
+        QLineEdit& title() { return control<QLineEdit>(*screen, "txtTemplate"); }
+        void add(int type, const QString& words) {
+            inNextModal<frmReport>([=](frmReport& report) {
+                chooseReport(report, type, words);
+                press(report, "cmdSave");
+            });
+            press(*screen, "cmdAdd");
+        }
+        /// Edits the selected report and selects the first service numbers of the list for it.
+        void selectNumbers(int count) {
+            inNextModal<frmReport>([=](frmReport& report) {
+                inNextModal<frmSelectParameters>([=](frmSelectParameters& parameters) {
+                    control<QRadioButton>(parameters, "OptSelect1").click();
+                    auto& model =
+                        *control<uctCheckList>(parameters, "lstAccounts").findChild<QTreeView*>()->model();
+                    for (int i = 0; i < count; ++i)
+                        model.setData(model.index(i, 0), Qt::Checked, Qt::CheckStateRole);
+                    press(parameters, "cmdSave");
+                });
+                press(report, "cmdParameters");
+                press(report, "cmdSave");
+            });
+            press(*screen, "cmdEdit");
+        }
+        bool closedWithCallback() { return !screen->isVisible() && caller.calls == 1; }
+    };
+
+private slots:
+    void aNewTemplateIsMadeFromNothing() {
+        Editor editor;
+        QCOMPARE(editor.show(-1), 0);
+        QVERIFY(!control<QToolButton>(*editor.screen, "cmdSaveAs").isVisible());
+        QCOMPARE(control<QLineEdit>(*editor.screen, "txtUnitab").text(), "BW10023");
+        QCOMPARE(control<QLineEdit>(*editor.screen, "txtBillType").text(), "Norva Unitab");
+        editor.title().setText("   ");
+        press(*editor.screen, "cmdSave");
+        editor.title().setText("O'Brien's \"Ελλάδα\" [50%]; --");
+        editor.add(1, "vat");
+        editor.add(2, "longest");
+        QCOMPARE(texts(editor.list(), 1), (QStringList{"Summary Report", "Itemised Call Report"}));
+        QVERIFY(texts(editor.list(), 2).first().startsWith("Output to Excel"));
+        press(*editor.screen, "cmdSave");
+        QCOMPARE(editor.shown(), QStringList{"Please enter a Template name"});
+        QVERIFY(editor.closedWithCallback());
+        const int id = editor.idOf("O'Brien's ''Ελλάδα'' [50%]; --");
+        QVERIFY(id > 0 && editor.screen->ID() == id);
+        QCOMPARE(editor.reports(id).size(), 2);
+        QVERIFY(editor.reports(id).first().startsWith("1/212/E"));
+        QCOMPARE(editor.show(id), 0);
+        QCOMPARE(editor.title().text(), "O'Brien's \"Ελλάδα\" [50%]; --");
+    }
+
+    void theOrderShownIsTheOrderSaved() {
+        Editor editor;
+        const int id = editor.addTemplate("Order");
+        for (const int report : {211, 212, 213, 214}) editor.addReport(id, 1, report);
+        editor.show(id);
+        editor.list().selectId(4);
+        QTest::keyClick(editor.screen.get(), Qt::Key_Up, Qt::AltModifier);
+        press(*editor.screen, "cmdUp"); // 211 214 212 213
+        editor.list().selectId(1);
+        QVERIFY(!control<QToolButton>(*editor.screen, "cmdUp").isEnabled());
+        press(*editor.screen, "cmdDown");      // 214 211 212 213
+        press(*editor.screen, "cmdDuplicate"); // 214 211 211 212 213
+        editor.list().selectId(4);
+        QTest::keyClick(&editor.list(), Qt::Key_Down, Qt::ShiftModifier);
+        editor.messages.answer(true);
+        QTest::keyClick(&editor.list(), Qt::Key_Delete); // 214 211 211
+        QCOMPARE(editor.shown(), QStringList{"Are you sure you want to delete the 2 selected reports?"});
+        editor.messages.answer(false);
+        press(*editor.screen, "cmdDelete");
+        QCOMPARE(editor.shown(), QStringList{"Are you sure you want to delete the selected report?"});
+        press(*editor.screen, "cmdSave");
+        QCOMPARE(editor.reports(id).size(), 3);
+        QVERIFY(editor.reports(id)[0].startsWith("1/214/") && editor.reports(id)[2].startsWith("1/211/"));
+
+        editor.show(id);
+        ListViewUnselect(editor.list());
+        press(*editor.screen, "cmdDelete");
+        press(*editor.screen, "cmdEdit");
+        QCOMPARE(editor.shown(),
+                 (QStringList{"You must select a report to delete.", "You must select a report to edit."}));
+    }
+
+    void severalValuesBecomeSeveralReports() {
+        Editor editor;
+        const int id = editor.addTemplate("Fan-out");
+        editor.addReport(id, 1, 211);
+        editor.addReport(id, 2, 161);
+        editor.addReport(id, 1, 212);
+        editor.show(id);
+        editor.list().selectId(2);
+        editor.selectNumbers(3);
+        QCOMPARE(editor.list().model()->rowCount(), 5); // the three stand for the edited one, at the end
+        QCOMPARE(editor.list().selectedId(), std::optional(3));
+        press(*editor.screen, "cmdSave");
+        const QStringList reports = editor.reports(id);
+        QCOMPARE(reports.size(), 5);
+        QSet<QString> numbers;
+        for (const QString& report : reports.mid(2)) {
+            QVERIFY(report.startsWith("2/161/E/") && !report.contains('|'));
+            numbers << report.section('/', 3);
+        }
+        QCOMPARE(numbers.size(), 3);
+    }
+
+    void savingIsAllOrNothing_data() {
+        QTest::addColumn<QString>("button");
+        QTest::newRow("in place") << "cmdSave";
+        QTest::newRow("as another") << "cmdSaveAs";
+    }
+
+    void savingIsAllOrNothing() {
+        QFETCH(QString, button);
+        Editor editor;
+        const int id = editor.addTemplate("Sweep");
+        editor.addReport(id, 2, 161);
+        editor.addSchedule(id, 0, "");
+        const QStringList before = editor.everything();
+        editor.show(id);
+        editor.title().setText("Swept");
+        editor.selectNumbers(2);
+        int step = 0;
+        do {
+            QCOMPARE(editor.everything(), before);
+            QCOMPARE(editor.title().text(), "Swept");
+            QCOMPARE(editor.list().model()->rowCount(), 2);
+            QVERIFY(!QGuiApplication::overrideCursor());
+            if (editor.messages.finished()) {
+                if (button == "cmdSave")
+                    editor.messages.answer(true);
+                else
+                    editor.messages.type("Copy");
+            }
+            editor.fault.arm(++step);
+            press(*editor.screen, button);
+        } while (editor.screen->isVisible() && step < 50);
+        QVERIFY(step > 5 && editor.closedWithCallback());
+        const int saved = editor.idOf(button == "cmdSave" ? "Swept" : "Copy");
+        QCOMPARE(editor.reports(saved).size(), 2);
+        QCOMPARE(editor.reports(id).size(), button == "cmdSave" ? 2 : 1);
+    }
+
+    void newTitles_data() {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<bool>("agree");
+        QTest::addColumn<QString>("message");
+        QTest::addColumn<QString>("saved");
+        const QString a49 = QString(49, 'a');
+        const QString tooLong =
+            "The selected template title is too long and will be truncated to \n'%1'\nAre you "
+            "sure you want to continue?";
+        QTest::newRow("blanks") << "  " << false << ""
+                                << "";
+        QTest::newRow("trimmed") << "  New 'one' " << false << ""
+                                 << "New 'one'";
+        QTest::newRow("50") << a49 + "b" << false << "" << a49 + "b";
+        QTest::newRow("51, No") << a49 + "bc" << false << tooLong.arg(a49 + "b") << "";
+        QTest::newRow("51, Yes") << a49 + "bc" << true << tooLong.arg(a49 + "b") << a49 + "b";
+        QTest::newRow("never half a letter") << a49 + "😀c" << true << tooLong.arg(a49) << a49;
+        QTest::newRow("10,000") << a49 + "b" + QString(10'000, 'x') << true << tooLong.arg(a49 + "b")
+                                << a49 + "b";
+        QTest::newRow("in use") << "invoice ONLY" << false << "Error saving template, title already exists"
+                                << "";
+    }
+
+    void newTitles() {
+        QFETCH(QString, typed);
+        QFETCH(bool, agree);
+        QFETCH(QString, message);
+        QFETCH(QString, saved);
+        Editor editor;
+        editor.show(editor.idOf("Weekly call review"));
+        const int before = editor.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblTemplate"));
+        editor.messages.type(typed);
+        if (message.contains("truncated")) editor.messages.answer(agree);
+        press(*editor.screen, "cmdSaveAs");
+        QStringList expected{"Please enter a new template title"};
+        if (!message.isEmpty()) expected << message;
+        QCOMPARE(editor.shown(), expected);
+        QCOMPARE(editor.closedWithCallback(), !saved.isEmpty());
+        QCOMPARE(editor.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblTemplate")),
+                 before + (saved.isEmpty() ? 0 : 1));
+        if (!saved.isEmpty()) QCOMPARE(editor.reports(editor.idOf(saved)).size(), 4);
+    }
+
+    void savingAsks() {
+        Editor editor;
+        const int id = editor.idOf("Weekly call review");
+        editor.addSchedule(id, 0, "");
+        editor.show(id);
+        for (const QString& count :
+             {QString("There is 1 active schedule"), QString("There are 2 active schedules")}) {
+            editor.messages.answer(false);
+            press(*editor.screen, "cmdSave");
+            QCOMPARE(
+                editor.shown(),
+                QStringList{count + " using this template, are you sure you want to save your changes?"});
+            QVERIFY(editor.screen->isVisible());
+            editor.addSchedule(id, 0, "");
+        }
+    }
+
+    void titlesThatCannotBeSavedStay_data() {
+        QTest::addColumn<QString>("title");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("in use") << "Invoice only"
+                                << "Template name already exists";
+        QTest::newRow("too long") << QString(10'000, '"')
+                                  << "The template name is too long: 20000 characters were entered, 100 fit.";
+    }
+
+    void titlesThatCannotBeSavedStay() {
+        QFETCH(QString, title);
+        QFETCH(QString, message);
+        Editor editor;
+        const QStringList before = editor.everything();
+        editor.show(editor.idOf("Weekly call review"));
+        editor.title().setText(title);
+        press(*editor.screen, "cmdSave");
+        QCOMPARE(editor.shown(), QStringList{message});
+        QVERIFY(editor.screen->isVisible() && editor.title().text() == title);
+        QCOMPARE(editor.everything(), before);
+    }
+
+    void aReportWithoutOutputIsShown() {
+        Editor editor;
+        const int id = editor.addTemplate("No output");
+        editor.addReport(id, 2, 161);
+        editor.addReport(id, 2, 162, false);
+        editor.show(id);
+        QVERIFY(texts(editor.list(), 2).last().startsWith("No output !!! : Email Files:"));
+        press(*editor.screen, "cmdSave");
+        QCOMPARE(editor.shown(),
+                 QStringList{"You have a report with no output, please either remove the report "
+                             "or specify an output option."});
+        QCOMPARE(editor.list().selectedId(), std::optional(2));
+    }
+
+    void reportsOfOtherWorldsAreKept_data() {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("report");
+        QTest::addColumn<QString>("title");
+        QTest::newRow("gone from the catalogue") << 2 << 999 << "Unknown Report";
+        QTest::newRow("of an unknown type") << 9 << 1 << "Unknown Report";
+        QTest::newRow("mobile") << 5 << 194 << "Management Summary";
+        QTest::newRow("Wispera") << 2 << 131 << "Wispera Reports - All Call Records";
+        QTest::newRow("not for Linkvale") << 2 << 116 << "100 Most Expensive - Roamed From Mobile";
+    }
+
+    void reportsOfOtherWorldsAreKept() {
+        QFETCH(int, type);
+        QFETCH(int, report);
+        QFETCH(QString, title);
+        Editor editor(Session::serverLoginName, "Harcourt-Lisle"); // a Linkvale project without Wispera
+        const int id = editor.addTemplate("Other worlds", "HL20417", 2);
+        editor.addReport(id, type, report);
+        editor.show(id);
+        QCOMPARE(texts(editor.list()), QStringList{title});
+        QVERIFY(texts(editor.list(), 2).first().startsWith("Output to Excel :"));
+        inNextModal<frmReport>([](frmReport& screen) { press(screen, "cmdSave"); });
+        press(*editor.screen, "cmdEdit");
+        press(*editor.screen, "cmdSave");
+        QVERIFY2(editor.closedWithCallback(), qPrintable(editor.shown().join('|')));
+        QCOMPARE(editor.reports(id), QStringList{QString("%1/%2/E/Sales").arg(type).arg(report)});
+    }
+
+    void anotherUserWasThere_data() {
+        QTest::addColumn<bool>("overwrite");
+        QTest::newRow("give way") << false;
+        QTest::newRow("overwrite") << true;
+    }
+
+    void anotherUserWasThere() {
+        QFETCH(bool, overwrite);
+        Editor editor;
+        const int id = editor.idOf("Weekly call review");
+        editor.show(id);
+        editor.title().setText("Mine");
+        editor.addReport(id, 1, 215);
+        const QStringList theirs = editor.everything();
+        editor.messages.answer(overwrite);
+        press(*editor.screen, "cmdSave");
+        QVERIFY(editor.shown().first().startsWith("Another user changed this template"));
+        QCOMPARE(editor.closedWithCallback(), overwrite);
+        QCOMPARE(editor.everything() == theirs, !overwrite);
+        QCOMPARE(editor.reports(id).size(), overwrite ? 4 : 5);
+    }
+
+    void aTemplateThatIsGoneIsSavedAsAnother() {
+        Editor editor;
+        const int id = editor.idOf("Weekly call review");
+        editor.show(id);
+        editor.db().execute(sql("DELETE FROM NorvaScheduler.dbo.tblTemplate WHERE TemplateID = {}", id));
+        press(*editor.screen, "cmdSave");
+        QVERIFY(editor.shown().first().startsWith("The template was deleted by another user."));
+        editor.messages.type("Saved after all");
+        press(*editor.screen, "cmdSaveAs");
+        QVERIFY(editor.closedWithCallback());
+        QCOMPARE(editor.reports(editor.idOf("Saved after all")).size(), 4);
+        QVERIFY(editor.show(id) != 0);
+    }
+
+    void editingAReportNeedsItsProject() {
+        Editor editor(Session::serverLoginName, "Harcourt-Lisle");
+        editor.show(editor.idOf("Invoice only"));
+        const auto choose = [](const QString& project) {
+            inNextModal<frmSQLServerDatabases>([project](frmSQLServerDatabases& chooser) {
+                QTest::keyClicks(&control<QLineEdit>(chooser, "txtSearch"), project);
+                press(chooser, project.isEmpty() ? "cmdCancel" : "cmdOpen");
+            });
+        };
+        const QString refusal = "Please select a project with the bill account of 'BW10023' to continue.";
+        choose("");
+        press(*editor.screen, "cmdEdit");
+        choose("O'Dowd");
+        press(*editor.screen, "cmdAdd");
+        QCOMPARE(editor.shown(), (QStringList{refusal, refusal}));
+        choose("Brightwater");
+        inNextModal<frmReport>([](frmReport& report) { press(report, "cmdCancel"); });
+        press(*editor.screen, "cmdEdit");
+        QVERIFY(editor.shown().isEmpty() && editor.session.project.unitabAccount == "BW10023");
+        press(*editor.screen, "cmdExit");
+        QVERIFY(editor.closedWithCallback());
+    }
+
+    void aTemplateWithoutProjectCanBeSaved() {
+        Editor editor;
+        const int id = editor.addTemplate("Orphan", "Nobody's [account]");
+        editor.addReport(id, 1, 211);
+        editor.show(id);
+        editor.title().setText("Orphan, renamed");
+        inNextModal<frmSQLServerDatabases>([](frmSQLServerDatabases& chooser) { chooser.reject(); });
+        press(*editor.screen, "cmdEdit");
+        QCOMPARE(editor.shown(), QStringList{"Please select a project with the bill account of 'Nobody's "
+                                             "[account]' to continue."});
+        press(*editor.screen, "cmdSave");
+        QVERIFY(editor.closedWithCallback() && editor.idOf("Orphan, renamed") == id);
+    }
+
+    void defaultDatesAreShownAtOnce() {
+        Editor editor;
+        editor.show(editor.idOf("Weekly call review"));
+        control<QRadioButton>(*editor.screen, "optDate0").click();
+        QVERIFY(texts(editor.list(), 2).first().contains("Project Default Dates"));
+        QVERIFY(editor.session.project.useDefaultDates);
+        control<QRadioButton>(*editor.screen, "optDate1").click();
+        QVERIFY(!texts(editor.list(), 2).first().contains("Project Default Dates"));
+        control<QCheckBox>(*editor.screen, "chkCSVRepDefs").click();
+        editor.messages.answer(false);
+        QTest::keyClick(editor.screen.get(), Qt::Key_Escape);
+        QCOMPARE(editor.shown(), QStringList{"Are you sure you want to cancel your changes?"});
+        QVERIFY(editor.screen->isVisible());
+        editor.messages.answer(true);
+        editor.screen->close();
+        QVERIFY(editor.closedWithCallback()); // asked once
+    }
+};
+
+static const AnnounceTest<FrmTemplateTest> announced;
+#include "FrmTemplateTest.moc"

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "support/Modal.h"
+#include "support/TestProgram.h"
+#include "templates/frmReport.h"
+#include "templates/frmSelectReports.h"
+#include "ui/uctListView.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QTest>
+#include <QToolButton>
+
+/// Whom a screen calls back.
+class TemplateCaller : public QWidget {
+    Q_OBJECT
+
+public:
+    int calls = 0;
+
+public slots:
+    void CalledBack() { ++calls; }
+};
+
+template <class Widget>
+Widget& control(const QWidget& screen, const QString& name) {
+    return *screen.findChild<Widget*>(name);
+}
+
+inline void press(const QWidget& screen, const QString& button) {
+    control<QAbstractButton>(screen, button).click();
+}
+
+/// The texts of a list as shown, one line for each row.
+inline QStringList texts(const uctListView& list, int column = 0) {
+    QStringList texts;
+    for (int i = 0; i < list.model()->rowCount(); ++i)
+        texts << list.model()->index(i, column).data().toString();
+    return texts;
+}
+
+/// In the report editor: picks the type and, in the chooser, the report.
+inline void chooseReport(const frmReport& editor, int type, const QString& words) {
+    auto& types = control<QComboBox>(editor, "cmbType");
+    types.setCurrentIndex(types.findData(type));
+    inNextModal<frmSelectReports>([words](frmSelectReports& chooser) {
+        auto& filter = control<QLineEdit>(chooser, "txtFilter");
+        QTest::keyClicks(&filter, words);
+        QTest::keyClick(&filter, Qt::Key_Return);
+    });
+    press(editor, "cmdReports");
+}
+
+/// The program with templates, and the demo's project Brightwater opened.
+struct TemplateProgram : TestProgram {
+    TemplateCaller caller;
+
+    explicit TemplateProgram(const QString& user = Session::serverLoginName,
+                             const QString& project = "Brightwater");
+    Connection& db() { return other(); }
+    QStringList shown() { return messages.takeShown(); }
+    int idOf(const QString& title);
+    int scalar(const Sql& statement) { return db().scalar(statement).toInt(); }
+    /// Adds an empty template and returns its ID.
+    int addTemplate(const QString& title, const QString& account = "BW10023", int billType = 1);
+    void addReport(int templateId, int type, int subType, bool excel = true);
+    void addSchedule(int templateId, int status, const QString& ranDate, const QString& user = "QuorraAdmin");
+    /// "type/identifier/outputs/accounts" of each report of a template, in stored order.
+    QStringList reports(int templateId);
+    /// Everything that is stored about templates.
+    QStringList everything();
+};
