@@ -2,7 +2,8 @@
 
 #include "demo/DemoServer.h"
 #include "app/Session.h"
-#include "schedules/frmMainScreen.h"
+#include "demo/walk/Controls.h"
+#include "demo/walk/TemplateRoad.h"
 #include "ui/uctListView.h"
 
 #include <QComboBox>
@@ -12,38 +13,6 @@
 #include <QTimer>
 
 namespace {
-
-uctListView& list(QWidget& screen, const QString& name) {
-    return control<uctListView>(screen, name);
-}
-
-/// The row of a list whose first column reads so; -1 when there is none.
-int idOf(QWidget& screen, const QString& listName, const QString& title) {
-    for (const ListRow& row : list(screen, listName).rows().rows())
-        if (row.texts.value(0) == title) return row.id;
-    return -1;
-}
-
-Walker::Act select(const QString& listName, const QString& title) {
-    return [=](QWidget& screen) { list(screen, listName).selectId(idOf(screen, listName, title)); };
-}
-
-/// Rows are read at each tick of the timer; a walker need not wait for it.
-void refresh(QWidget& screen) {
-    control<frmMainScreen>(screen, "frmMainScreen").FillScheduleList();
-}
-
-Walker::Ready statusIs(const QString& listName, const QString& title, const QString& status) {
-    return on("frmMainScreen", [=](QWidget& screen) {
-        refresh(screen);
-        const int id = idOf(screen, listName, title);
-        return id != -1 && list(screen, listName).textOf(id, 1).startsWith(status);
-    });
-}
-
-void type(QWidget& screen, const QString& box, const QString& text) {
-    control<QLineEdit>(screen, box).setText(text);
-}
 
 void planLogin(Walker& walker, const QString& server) {
     walker.add("log in with a wrong password", on("frmLogin"), [=](QWidget& screen) {
@@ -80,28 +49,16 @@ void planMainScreen(Walker& walker) {
     walker.add("see the options", on("frmOptions"), press("cmdExit"));
 }
 
-/// A schedule of the demo's first project that is due at once, watched until the engine has run it.
+/// A schedule of the walked template that is due at once, watched until the engine has run it.
 void planSchedule(Walker& walker) {
     const QString title = "Walked: monthly review";
     walker.add("add a schedule", on("frmMainScreen"), press("cmdAdd"));
-    walker.add("give it a title", on("frmSchedule"), [=](QWidget& screen) {
-        type(screen, "txtTitle", title);
-        press("cmdOpen")(screen);
-    });
-    // Projects without cost centres are left out, which is told once each time.
-    walker.add("hear of projects left out", onMessage("Some imported projects"), answer("OK"));
-    walker.add("choose the project", on("frmSQLServerDatabases"), [](QWidget& screen) {
-        type(screen, "txtSearch", "brightw");
-        press("cmdOpen")(screen);
-    });
+    walker.add("give it a title", on("frmSchedule"), [=](QWidget& screen) { type(screen, "txtTitle", title); });
+    planProject(walker, "cmdOpen", "frmSchedule");
     walker.add("choose the template", on("frmSchedule", [](QWidget& screen) {
                    return control<QComboBox>(screen, "cmbTemplate").count() > 0;
                }),
-               [](QWidget& screen) {
-                   auto& templates = control<QComboBox>(screen, "cmbTemplate");
-                   templates.setCurrentIndex(templates.findText("Weekly call review"));
-                   emit templates.activated(templates.currentIndex());
-               });
+               [](QWidget& screen) { choose(screen, "cmbTemplate", walkedTemplate); });
     walker.add("set the time", on("frmSchedule"), [](QWidget& screen) {
         control<QTimeEdit>(screen, "dtRunOnTime").setTime(QTime::currentTime().addSecs(4));
     });
@@ -132,5 +89,7 @@ void planSchedule(Walker& walker) {
 void planRoad(Walker& walker, const QString& server) {
     planLogin(walker, server);
     planMainScreen(walker);
+    planTemplate(walker);
     planSchedule(walker);
+    planSubProjects(walker);
 }

@@ -14,10 +14,13 @@
 #include "schedules/frmSchedule.h"
 #include "schedules/frmScheduleView.h"
 #include "schedules/modScheduler.h"
+#include "subprojects/MailOptions.h"
+#include "templates/frmManageTemplates.h"
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/openScreen.h"
 #include "ui/uctColourKey.h"
 #include "ui_frmMainScreen.h"
 
@@ -58,6 +61,7 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     : QMainWindow(parent), m_context(context), m_ui(std::make_unique<Ui::frmMainScreen>()) {
     m_ui->setupUi(this);
     upgradeAtMainScreen(m_context.session.db());
+    addMailOptionColumns(m_context.session.db());
     ReadGlobalOptions(m_context.session);
     resize(fontMetrics().averageCharWidth() * 180, fontMetrics().height() * 40);
     m_ui->header->setNote(
@@ -226,28 +230,8 @@ void frmMainScreen::run(const char* slot, const std::function<void()>& body) {
     guarded(m_context, this, slot, body);
 }
 
-void frmMainScreen::notYet(const QString& what) {
-    m_context.messages.notice(this, what + " is not part of this version yet.");
-}
-
-template <class Screen>
-void frmMainScreen::openScreen(int id, const QString& failure) {
-    Screen screen(m_context, this);
-    int result = 0;
-    {
-        WaitCursor wait;
-        result = screen.Setup(id);
-    }
-    if (result != 0) {
-        m_context.messages.notice(this, failure);
-        return;
-    }
-    screen.SetCallback(this, "Calledback");
-    screen.exec();
-}
-
 void frmMainScreen::cmdAdd_Click() {
-    run("frmMainScreen.cmdAdd_Click", [this] { openScreen<frmSchedule>(clsSchedule::notStored, "Error loading add schedule"); });
+    run("frmMainScreen.cmdAdd_Click", [this] { openScreen<frmSchedule>(m_context, this, "Error loading add schedule", clsSchedule::notStored); });
 }
 
 void frmMainScreen::cmdEdit_Click() {
@@ -258,11 +242,12 @@ void frmMainScreen::cmdEdit_Click() {
 }
 
 void frmMainScreen::editSchedule(int id) {
+    const QString loadFailure = "Error loading schedule information";
     switch (ReadScheduleStatus(m_context.session, id)) {
     case Processing: resetSchedule(id); break;
     case CompletedWithErrors:
-    case Completed: openScreen<frmScheduleView>(id, "Error loading schedule information"); break;
-    default: openScreen<frmSchedule>(id, "Error loading schedule information");
+    case Completed: openScreen<frmScheduleView>(m_context, this, loadFailure, id); break;
+    default: openScreen<frmSchedule>(m_context, this, loadFailure, id);
     }
 }
 
@@ -290,7 +275,8 @@ void frmMainScreen::cmdDelete_Click() {
 }
 
 void frmMainScreen::cmdManageTemplates_Click() {
-    notYet("The template manager");
+    run("frmMainScreen.cmdManageTemplates_Click",
+        [this] { openScreen<frmManageTemplates>(m_context, this, "Error loading templates"); });
 }
 
 void frmMainScreen::cmdOptions_Click() {

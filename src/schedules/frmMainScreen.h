@@ -61,12 +61,8 @@ private:
     void selectRow(bool finished);
     void editSchedule(int id);
     void resetSchedule(int id);
-    /// Sets a child screen up and shows it; tells the failure when it cannot be set up.
-    template <class Screen>
-    void openScreen(int id, const QString& failure);
     void savePlacement() const;
     void run(const char* slot, const std::function<void()>& body);
-    void notYet(const QString& what);
 
     ScreenContext& m_context;
     std::unique_ptr<Ui::frmMainScreen> m_ui;

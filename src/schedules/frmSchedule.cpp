@@ -8,12 +8,14 @@
 #include "schedules/ProjectHistory.h"
 #include "schedules/ScheduleChoices.h"
 #include "schedules/ScheduleStatus.h"
-#include "schedules/TemplateScreens.h"
 #include "schedules/modScheduler.h"
+#include "subprojects/frmTransfer.h"
+#include "templates/frmTemplate.h"
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/openScreen.h"
 #include "ui_frmSchedule.h"
 
 #include <QScopedValueRollback>
@@ -410,23 +412,23 @@ void frmSchedule::cmdEditTemplate_Click() {
         if (!checkProject()) return;
         const int id = m_schedule.Template().ID();
         if (readTemplateType(session(), id).value_or(0) == 0)
-            openTemplateEditor(context(), this, id, "Error Loading Template");
+            openScreen<frmTemplate>(context(), this, "Error Loading Template", id);
         else
-            openSubProjects(context(), this, id, "Error Loading " + m_schedule.Template().Title());
+            openScreen<frmTransfer>(context(), this, "Error Loading " + m_schedule.Template().Title(), id);
     });
 }
 
 void frmSchedule::cmdAddTemplate_Click() {
     run("frmSchedule.cmdAddTemplate_Click", [this] {
-        if (checkProject()) openTemplateEditor(context(), this, -1, "Error Loading Template");
+        if (checkProject()) openScreen<frmTemplate>(context(), this, "Error Loading Template", -1);
     });
 }
 
 void frmSchedule::cmdReports_Click() {
     run("frmSchedule.cmdReports_Click", [this] {
         if (checkProject() && checkTemplate())
-            openTemplateEditor(context(), this, m_schedule.Template().ID(),
-                               "Error Loading " + m_schedule.Template().Title());
+            openScreen<frmTemplate>(context(), this, "Error Loading " + m_schedule.Template().Title(),
+                                    m_schedule.Template().ID());
     });
 }
 
@@ -439,7 +441,8 @@ void frmSchedule::cmdCCSub_Click() {
         }
         if (!checkProject()) return;
         const bool edit = m_ui->cmbTemplate->currentIndex() >= 0 && m_schedule.Template().TemplateType() != 0;
-        openSubProjects(context(), this, edit ? m_schedule.Template().ID() : -1,
-                        "Error Loading " + (edit ? m_schedule.Template().Title() : QString("Template")));
+        openScreen<frmTransfer>(context(), this,
+                                "Error Loading " + (edit ? m_schedule.Template().Title() : QString("Template")),
+                                edit ? m_schedule.Template().ID() : -1);
     });
 }

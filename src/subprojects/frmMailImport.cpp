@@ -50,6 +50,7 @@ frmMailImport::frmMailImport(ScreenContext& context, AddressBook& book, QWidget*
                                  "MailImport");
     m_ui->lstPreview->setEmptyText(
         "Choose a file to see what it holds. Nothing is added before you press Import.");
+    ListViewColumnSort(*m_ui->lstPreview, 0, true);
     m_ui->prgImport->hide();
     m_ui->txtAccount->setText(session().project.unitabAccount);
     for (int level = 1; level <= 5; ++level) m_ui->cmbLevel->addItem(QString::number(level), level);

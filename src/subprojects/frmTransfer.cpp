@@ -14,6 +14,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QToolButton>
+#include <QTreeView>
 
 namespace {
 
@@ -38,10 +39,14 @@ frmTransfer::frmTransfer(ScreenContext& screenContext, QWidget* parent)
     readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
     m_ui->txtProject->setPalette(readOnly);
     setTextColour(*m_ui->lblMaxFileSize, Palette::subtleText());
+    setTextColour(*m_ui->lblProjectProblem, Palette::problem());
+    m_ui->lblOptions->setContentsMargins(0, (m_ui->Option3->sizeHint().height() - fontMetrics().height()) / 2,
+                                         0, 0);
+    entries().setMinimumHeight(fontMetrics().height() * 6);
     buildFooter();
     connectControls();
     setFilling(false);
-    const QSize wanted(fontMetrics().averageCharWidth() * 115, fontMetrics().height() * 34);
+    const QSize wanted(fontMetrics().averageCharWidth() * 115, fontMetrics().height() * 36);
     resize(wanted.boundedTo(screen()->availableSize() * 0.95));
 }
 
@@ -62,6 +67,7 @@ void frmTransfer::buildFooter() {
 void frmTransfer::connectControls() {
     connect(m_ui->txtTemplate, &QLineEdit::textChanged, this,
             [this](const QString& text) { m_template.setTitle(text); });
+    connect(m_ui->txtTemplate, &QLineEdit::returnPressed, this, &frmTransfer::cmdSave_Click);
     connect(m_ui->cmdOpen, &QPushButton::clicked, this, &frmTransfer::cmdOpen_Click);
     connect(m_ui->cmdStop, &QPushButton::clicked, this, &frmTransfer::cmdStop_Click);
     connect(m_ui->chkEmailFiles, &QCheckBox::clicked, this, &frmTransfer::chkEmailFiles_Click);
@@ -77,6 +83,10 @@ void frmTransfer::run(const char* slot, const std::function<void()>& body) {
 
 QRadioButton* frmTransfer::optionOf(int type) const {
     return type == 1 ? m_ui->Option1 : type == tickedCostCentres ? m_ui->Option2 : m_ui->Option3;
+}
+
+QWidget& frmTransfer::entries() const {
+    return *m_ui->lstCC->findChild<QTreeView*>("lstEntries");
 }
 
 /// Null for a level that does not exist.
@@ -131,14 +141,11 @@ bool frmTransfer::isProjectChosen() const {
 
 void frmTransfer::showProject() {
     const QString& account = m_template.UnitabAccount();
-    m_ui->txtProject->setText(isProjectChosen() ? session().project.database : QString());
-    m_ui->txtProject->setPlaceholderText("No project is selected");
-    m_ui->lblProjectNote->setText(!m_projectProblem.isEmpty() ? m_projectProblem
-                                  : account.isEmpty()         ? QString()
-                                                              : "Bill account " + account);
-    setTextColour(*m_ui->lblProjectNote,
-                  m_projectProblem.isEmpty() ? Palette::subtleText() : Palette::problem());
-    m_ui->lblProjectNote->setVisible(!m_ui->lblProjectNote->text().isEmpty());
+    const QString ofAccount = account.isEmpty() ? QString() : QString(" (bill account %1)").arg(account);
+    m_ui->txtProject->setText(isProjectChosen() ? session().project.database + ofAccount : QString());
+    m_ui->txtProject->setPlaceholderText("No project is selected" + ofAccount);
+    m_ui->lblProjectProblem->setText(m_projectProblem);
+    m_ui->lblProjectProblem->setVisible(!m_projectProblem.isEmpty());
 }
 
 void frmTransfer::showChoices() {
@@ -295,7 +302,7 @@ bool frmTransfer::checkChoices() {
     if (m_template.CCSubType() != tickedCostCentres) return true;
     const QStringList ticked = m_ui->lstCC->tickedKeys();
     for (const QString& name : ticked) m_template.CCs().AddString(name);
-    return !ticked.isEmpty() || refused("Please select a cost centre.", m_ui->lstCC);
+    return !ticked.isEmpty() || refused("Please select a cost centre.", &entries());
 }
 
 bool frmTransfer::confirmSave() {

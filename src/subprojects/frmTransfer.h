@@ -58,6 +58,7 @@ private:
     void showChoices();
     QRadioButton* optionOf(int type) const;
     QRadioButton* OptCC(int level) const;
+    QWidget& entries() const;
     Choices choices() const;
 
     void OptCC_Click(int level);

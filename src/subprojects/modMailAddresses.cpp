@@ -15,13 +15,17 @@ bool comesBefore(const MailEntry& left, const MailEntry& right) {
            < std::tie(right.billAccount, right.level, right.costCentre, right.emailAddress);
 }
 
+QList<MailEntry> sorted(QList<MailEntry> entries) {
+    std::sort(entries.begin(), entries.end(), comesBefore);
+    return entries;
+}
+
 /// By place: only the order of the columns is the same in databases of every age.
 QList<MailEntry> entriesOf(const RecordSet& rows) {
     QList<MailEntry> entries;
     entries.reserve(rows.rowCount());
     for (const Row row : rows) entries.append({row.text(0), row.text(1), row.integer(3), row.text(2)});
-    std::sort(entries.begin(), entries.end(), comesBefore);
-    return entries;
+    return sorted(entries);
 }
 
 /// The sorted entries that are not among the other sorted ones.
@@ -37,6 +41,17 @@ Sql insertOf(const MailEntry& entry) {
                entry.costCentre, entry.emailAddress, QString::number(entry.level));
 }
 
+void replace(Connection& connection, const QList<MailEntry>& book,
+             const std::function<void(qsizetype written)>& tell) {
+    connection.execute(sql("Delete from NorvaScheduler.dbo.tblMailAddresses"));
+    for (qsizetype from = 0; from < book.size(); from += RowsPerBatch) {
+        QList<Sql> inserts;
+        for (const MailEntry& entry : book.mid(from, RowsPerBatch)) inserts << insertOf(entry);
+        connection.run(Sql::join(inserts, sql("\n")));
+        tell(from + inserts.size());
+    }
+}
+
 } // namespace
 
 QList<MailEntry> readMailAddresses(Connection& connection) {
@@ -48,21 +63,17 @@ std::optional<ForeignChanges> saveMailAddresses(Connection& connection, const QL
                                                 const QList<MailEntry>& asRead,
                                                 const std::function<void(qsizetype written)>& tell) {
     for (const MailEntry& entry : book) requireFits(entry);
-    QList<MailEntry> expected = asRead;
-    std::sort(expected.begin(), expected.end(), comesBefore);
+    const QList<MailEntry> expected = sorted(asRead);
 
     Transaction transaction(connection);
     // Nobody may change the book between the comparison and the replacement.
     const QList<MailEntry> stored = entriesOf(
         connection.query(sql("SELECT * FROM NorvaScheduler.dbo.tblMailAddresses WITH (TABLOCKX, HOLDLOCK)")));
-    if (stored != expected)
-        return ForeignChanges{stored, difference(stored, expected), difference(expected, stored)};
-    connection.execute(sql("Delete from NorvaScheduler.dbo.tblMailAddresses"));
-    for (qsizetype from = 0; from < book.size(); from += RowsPerBatch) {
-        QList<Sql> inserts;
-        for (const MailEntry& entry : book.mid(from, RowsPerBatch)) inserts << insertOf(entry);
-        connection.run(Sql::join(inserts, sql("\n")));
-        tell(from + inserts.size());
+    // A book that is stored already was saved before, by a commit whose answer got lost.
+    if (stored != sorted(book)) {
+        if (stored != expected)
+            return ForeignChanges{stored, difference(stored, expected), difference(expected, stored)};
+        replace(connection, book, tell);
     }
     transaction.commit();
     return {};

@@ -14,24 +14,11 @@
 #include "ui/Icons.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/openScreen.h"
 #include "ui_frmManageTemplates.h"
 
 #include <QScreen>
 #include <QToolButton>
-
-namespace {
-
-void openSubProject(ScreenContext& context, QWidget* caller, int templateId, const QString& failure) {
-    frmTransfer screen(context, caller);
-    if (screen.Setup(templateId) != 0) {
-        context.messages.notice(caller, failure);
-        return;
-    }
-    screen.SetCallback(caller, "Calledback");
-    screen.exec();
-}
-
-} // namespace
 
 frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmManageTemplates>()) {
@@ -48,7 +35,7 @@ frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
     connect(m_ui->lstTemplates, &uctListView::rowActivated, this, &frmManageTemplates::cmdEdit_Click);
     connect(m_ui->lstTemplates, &uctListView::deletePressed, this, &frmManageTemplates::cmdDelete_Click);
     connect(m_ui->txtFilter, &QLineEdit::textChanged, m_ui->lstTemplates, &uctListView::setFilterWords);
-    m_ui->lstTemplates->setFocus();
+    connect(m_ui->txtFilter, &QLineEdit::returnPressed, this, &frmManageTemplates::goToList);
     resize(QSize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 34)
                .boundedTo(screen()->availableSize() * 0.95));
 }
@@ -76,7 +63,20 @@ void frmManageTemplates::run(const char* slot, const std::function<void()>& body
 }
 
 int frmManageTemplates::Setup() {
-    return guarded(context(), parentWidget(), "frmManageTemplates.Setup", [this] { fillList(); }) ? 0 : -1;
+    return guarded(context(), parentWidget(), "frmManageTemplates.Setup",
+                   [this] {
+                       fillList();
+                       goToList();
+                   })
+               ? 0
+               : -1;
+}
+
+void frmManageTemplates::goToList() {
+    const QAbstractItemModel& shown = *m_ui->lstTemplates->model();
+    if (!m_ui->lstTemplates->selectedId() && shown.rowCount() > 0)
+        m_ui->lstTemplates->setCurrentIndex(shown.index(0, 0));
+    m_ui->lstTemplates->setFocus();
 }
 
 void frmManageTemplates::CalledBack() {
@@ -99,14 +99,15 @@ void frmManageTemplates::fillList() {
         row.icon = icons[clsTemplate::iconOf(header)];
         rows.push_back(std::move(row));
     }
-    m_ui->header->setNote(QString("%1 templates").arg(rows.size()));
+    m_ui->header->setNote(rows.size() == 1 ? QString("1 template")
+                                           : QString("%1 templates").arg(rows.size()));
     m_ui->lstTemplates->setRows(std::move(rows));
 }
 
 void frmManageTemplates::cmdAdd_Click() {
     run("frmManageTemplates.cmdAdd_Click", [this] {
         if (!session().project.database.isEmpty() || chooseProject(context(), this))
-            openTemplate(context(), this, -1, "Error loading template");
+            openScreen<frmTemplate>(context(), this, "Error loading template", -1);
     });
 }
 
@@ -125,9 +126,9 @@ void frmManageTemplates::editTemplate(int templateId) {
         messages().notice(this, "This template has been deleted by somebody else in the meantime.");
         fillList();
     } else if (*type == 0) {
-        openTemplate(context(), this, templateId, "Error loading template");
+        openScreen<frmTemplate>(context(), this, "Error loading template", templateId);
     } else {
-        openSubProject(context(), this, templateId, "Error Loading ");
+        openScreen<frmTransfer>(context(), this, "Error Loading ", templateId);
     }
 }
 

@@ -33,6 +33,7 @@ private:
     void buildFooter();
     void run(const char* slot, const std::function<void()>& body);
     void fillList();
+    void goToList();
     void editTemplate(int templateId);
 
     std::unique_ptr<Ui::frmManageTemplates> m_ui;

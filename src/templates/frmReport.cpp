@@ -40,12 +40,11 @@ frmReport::frmReport(ScreenContext& context, QWidget* parent)
 
     m_ui->lstReports->setColumns({{"Report"}}, "ReportTitle");
     m_ui->lstReports->setHeaderHidden(true);
-    m_ui->lstReports->setFixedHeight(fontMetrics().height() * 2);
-    m_ui->lstReports->setEmptyText("No report chosen yet");
+    m_ui->lstReports->setFixedHeight(fontMetrics().height() * 3 / 2);
     m_ui->lstParameters->setColumns({{"Parameter", ListColumn::Text, 30}, {"Value", ListColumn::Text, 80}},
                                     "ReportParameters");
     m_ui->lstParameters->header()->setSectionsClickable(false);
-    m_ui->lstParameters->setMinimumHeight(fontMetrics().height() * 8);
+    m_ui->lstParameters->setMinimumHeight(fontMetrics().height() * 5);
     m_ui->hdrParameters->attach(m_ui->paneParameters, "Report/Parameters");
     m_ui->hdrOutputs->attach(m_ui->paneOutputs, "Report/Outputs");
     buildFooter();

@@ -360,14 +360,3 @@ bool frmTemplate::mayClose() {
     return blank || !m_template.HasChanged()
            || messages().ask(this, "Are you sure you want to cancel your changes?");
 }
-
-bool openTemplate(ScreenContext& context, QWidget* caller, int templateId, const QString& failure) {
-    frmTemplate screen(context, caller);
-    if (screen.Setup(templateId) != 0) {
-        context.messages.notice(caller, failure);
-        return false;
-    }
-    screen.SetCallback(caller, "CalledBack");
-    screen.exec();
-    return true;
-}

@@ -73,7 +73,3 @@ private:
     QString m_newTitle;                        ///< as typed for the last save-as, which was refused
     bool m_ready = false;                      ///< changes of the controls are the user's
 };
-
-/// Sets the template editor up and shows it; the caller's slot CalledBack is called when it closes.
-/// A template that cannot be loaded is told with the words of `failure`; false then.
-bool openTemplate(ScreenContext& context, QWidget* caller, int templateId, const QString& failure);

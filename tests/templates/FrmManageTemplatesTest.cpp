@@ -1,6 +1,7 @@
 #include "Screens.h"
 
 #include "demo/DemoTemplates.h"
+#include "subprojects/frmTransfer.h"
 #include "support/TestClass.h"
 #include "templates/frmManageTemplates.h"
 #include "templates/frmTemplate.h"
@@ -154,6 +155,12 @@ private slots:
         QTest::keyClick(&manager.list(), Qt::Key_Return);
         QVERIFY(texts(manager.list()).contains("Fortnightly call review"));
 
+        manager.list().selectId(manager.idOf("Pack for every department"));
+        inNextModal<frmTransfer>([](frmTransfer& screen) { screen.close(); });
+        press(*manager.screen, "cmdEdit");
+        QVERIFY(manager.shown().isEmpty());
+
+        manager.list().selectId(manager.idOf("Fortnightly call review"));
         manager.db().execute(
             sql("DELETE FROM NorvaScheduler.dbo.tblTemplate WHERE Title = N'Fortnightly call review'"));
         press(*manager.screen, "cmdEdit");

@@ -203,7 +203,7 @@ private slots:
         for (const char* caption : {"Report Caption", "Cost Above", "Call Days", "Distance Bands",
                                     "Account Filter", "Selected Bills"})
             QVERIFY2(editor.stands(caption), caption);
-        for (const QString& caption :
+        for (const char* caption :
              {"Report Header", "Cost Below", "Duration Above", "Duration Below", "Call Date From",
               "Call Date To", "Call Time From", "Call Time To", "Calls From"})
             QVERIFY2(texts(editor.parameters()).contains(caption) && !editor.stands(caption), caption);

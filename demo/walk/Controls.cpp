@@ -1,0 +1,47 @@
+#include "demo/walk/Controls.h"
+
+#include "schedules/frmMainScreen.h"
+#include "ui/uctListView.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLineEdit>
+
+uctListView& list(QWidget& screen, const QString& name) {
+    return control<uctListView>(screen, name);
+}
+
+int idOf(QWidget& screen, const QString& listName, const QString& text) {
+    for (const ListRow& row : list(screen, listName).rows().rows())
+        if (row.texts.value(0) == text) return row.id;
+    return -1;
+}
+
+Walker::Act select(const QString& listName, const QString& text) {
+    return [=](QWidget& screen) { list(screen, listName).selectId(idOf(screen, listName, text)); };
+}
+
+void type(QWidget& screen, const QString& box, const QString& text) {
+    control<QLineEdit>(screen, box).setText(text);
+}
+
+void tick(QWidget& screen, const QString& box) {
+    auto& button = control<QAbstractButton>(screen, box);
+    if (!button.isChecked()) button.click();
+}
+
+void choose(QWidget& screen, const QString& combo, const QString& entry) {
+    auto& box = control<QComboBox>(screen, combo);
+    const int place = box.findText(entry);
+    if (place < 0) missingControl(screen, combo + " \"" + entry + '"');
+    box.setCurrentIndex(place);
+    emit box.activated(place);
+}
+
+Walker::Ready statusIs(const QString& listName, const QString& title, const QString& status) {
+    return on("frmMainScreen", [=](QWidget& screen) {
+        control<frmMainScreen>(screen, "frmMainScreen").FillScheduleList();
+        const int id = idOf(screen, listName, title);
+        return id != -1 && list(screen, listName).textOf(id, 1).startsWith(status);
+    });
+}
