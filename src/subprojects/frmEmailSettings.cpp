@@ -83,6 +83,9 @@ frmEmailSettings::frmEmailSettings(ScreenContext& context, QWidget* parent)
 
     const bool mayChange = mayChangeOptions(session());
     m_ui->txtDefaultEmail->setReadOnly(!mayChange);
+    QPalette colours = m_ui->txtDefaultEmail->palette();
+    if (!mayChange) colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+    m_ui->txtDefaultEmail->setPalette(colours);
     m_ui->numMaxFileSize->setEnabled(mayChange);
     m_ui->lblOptionsNote->setVisible(!mayChange);
     const QSize wanted(fontMetrics().averageCharWidth() * 125, fontMetrics().height() * 34);
@@ -265,19 +268,23 @@ void frmEmailSettings::cmdSave_Click() {
             m_ui->txtDefaultEmail->setFocus();
             return;
         }
-        const auto hideProgress = qScopeGuard([this] {
-            m_ui->prgSave->hide();
-            setEnabled(true);
-        });
+        const auto hideProgress = qScopeGuard([this] { m_ui->prgSave->hide(); });
         if (store()) messages().notice(this, "Changes have been saved.");
     });
+}
+
+void frmEmailSettings::showProgress(qsizetype entries) {
+    constexpr qsizetype longBook = 2000;
+    m_ui->prgSave->setRange(0, int(entries));
+    m_ui->prgSave->setValue(0);
+    m_ui->prgSave->setVisible(m_bookChanged && entries > longBook);
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 /// Options and book together. False when another user's changes are to stay.
 bool frmEmailSettings::store() {
     const QList<MailEntry> book = m_book.list();
-    m_ui->prgSave->setRange(0, int(book.size()));
-    m_ui->prgSave->setValue(0);
+    showProgress(book.size());
     std::optional<ForeignChanges> foreign;
     {
         WaitCursor wait;
@@ -287,9 +294,8 @@ bool frmEmailSettings::store() {
                             m_ui->numMaxFileSize->value());
         if (m_bookChanged)
             foreign = saveMailAddresses(session().db(), book, m_asRead, [this](qsizetype written) {
-                m_ui->prgSave->show();
                 m_ui->prgSave->setValue(int(written));
-                QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+                m_ui->prgSave->repaint(); // no event may run a statement inside the transaction
             });
         if (!foreign) transaction.commit();
     }

@@ -50,6 +50,7 @@ private:
     QString deleteQuestion(const QList<int>& ids) const;
     QList<MailEntry> exportable();
     bool store();
+    void showProgress(qsizetype entries);
 
     std::unique_ptr<Ui::frmEmailSettings> m_ui;
     QToolButton* m_cmdSave = nullptr;

@@ -237,6 +237,7 @@ void frmTransfer::loadCCTasks() {
             entries.push_back({name, {isProjectChosen() ? name + "   (not in this project)" : name}});
 
     m_stop = false;
+    QWidget* const focused = focusWidget(); // a control that is off for a while loses it
     setFilling(names.size() > step);
     m_ui->prgFill->setRange(0, int(names.size()));
     qsizetype filled = 0;
@@ -255,6 +256,7 @@ void frmTransfer::loadCCTasks() {
         if (unlisted.contains(name)) entries.push_back({name, {name}});
     m_ui->lstCC->setEntries(std::move(entries), ticked);
     setFilling(false);
+    if (focused) focused->setFocus();
     m_ui->lblFill->setText(
         QString("Stopped: %1 of %2 cost centres are listed. Choose the level again to list all.")
             .arg(filled)

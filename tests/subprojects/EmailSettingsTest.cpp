@@ -90,16 +90,6 @@ private slots:
         QCOMPARE(book.office.storedBook(), before);
     }
 
-    void columnsSortByWhatTheyMean() {
-        Book book;
-        QCOMPARE(book.column(0).first(), QString("BW10023"));
-        ListViewColumnSort(book.grid(), 2, false);
-        QStringList levels = book.column(2);
-        QVERIFY(std::is_sorted(levels.begin(), levels.end()));
-        QCOMPARE(book.grid().model()->headerData(2, Qt::Horizontal, Qt::DisplayRole).toString(),
-                 QString("CC Level ^"));
-    }
-
     void addingAnEntry() {
         Book book;
         inNextModal<frmMailSelection>([&](frmMailSelection& screen) {

@@ -99,6 +99,28 @@ private slots:
                  QString("1|2|1|1|BW10023: Children's Services, No Cost Centre allocated"));
     }
 
+    void byKeyboardAlone() {
+        Transfer transfer;
+        QVERIFY(transfer.open());
+        transfer.screen.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&transfer.screen));
+        const auto type = [&](Qt::Key key, Qt::KeyboardModifiers with = {}) {
+            QTest::keyClick(transfer.screen.focusWidget(), key, with);
+        };
+        QTest::keyClicks(transfer.screen.focusWidget(), "Keys");
+        type(Qt::Key_O, Qt::AltModifier);
+        QTRY_VERIFY(transfer.isChecked("Option2"));
+        type(Qt::Key_2, Qt::AltModifier);
+        QTRY_COMPARE(transfer.list().count(), 15);
+        for (int i = 0; i < 10 && transfer.screen.focusWidget()->objectName() != "txtSearch"; ++i)
+            type(Qt::Key_Tab);
+        QTest::keyClicks(transfer.screen.focusWidget(), "yard");
+        type(Qt::Key_Down);
+        type(Qt::Key_Space);
+        type(Qt::Key_S, Qt::ControlModifier);
+        QCOMPARE(transfer.stored("Keys"), QString("1|2|2|0|BW10023: Engineers' Yard"));
+    }
+
     void levelsKeepTheirTicks() {
         Transfer transfer;
         QVERIFY(transfer.open());

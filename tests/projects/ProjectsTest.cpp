@@ -1,0 +1,167 @@
+#include "db/DbError.h"
+#include "projects/ProjectList.h"
+#include "projects/frmSQLServerDatabases.h"
+#include "projects/modProjectUpdate.h"
+#include "projects/modProjects.h"
+#include "support/TestClass.h"
+#include "support/TestProgram.h"
+#include "ui/uctListView.h"
+
+#include <QFile>
+#include <QLineEdit>
+#include <QTest>
+#include <QToolButton>
+
+/// Finding, choosing and updating projects.
+class ProjectsTest : public QObject {
+    Q_OBJECT
+
+    /// A database that may be a project, whose bill table is made by the given statement.
+    static void addDatabase(TestProgram& program, const QString& name, const Sql& table) {
+        program.other().execute(sql("CREATE DATABASE {}", Name(name)));
+        DefaultDatabase inside(program.other(), name);
+        if (!table.isEmpty()) program.other().execute(table);
+    }
+    static Sql bills(const QString& account) {
+        return sql("CREATE TABLE Tbl50 (UnitabAccount varchar(50), BillID int, RecID int, LocID int, Flags int, "
+                   "CurrentUnitabAccount varchar(50)) INSERT INTO Tbl50 VALUES ({}, 1, 1, 0, 0, {})",
+                   account, account);
+    }
+
+private slots:
+    void databasesOfEveryKind_data() {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<Sql>("table");
+        QTest::addColumn<QString>("found");
+        QTest::newRow("blank and hyphen") << "New - Project" << bills("BW10023") << "listed";
+        QTest::newRow("apostrophe and brackets") << "O'Neil [x]y" << bills("BW10023") << "listed";
+        QTest::newRow("archive in any case") << "My_arChive_1" << bills("BW10023") << "";
+        QTest::newRow("no bill table") << "Letters" << sql("CREATE TABLE Other (x int)") << "";
+        QTest::newRow("empty bill table") << "Nothing yet" << sql("CREATE TABLE Tbl50 (UnitabAccount varchar(50))") << "left out";
+        QTest::newRow("account without cost centres") << "Orphan" << bills("none") << "left out";
+        QTest::newRow("hostile account") << "Hostile" << bills("x'; DROP TABLE Tbl50 --") << "left out";
+        QTest::newRow("bill table of another kind") << "Odd" << sql("CREATE TABLE Tbl50 (Something int)") << "left out";
+    }
+
+    void databasesOfEveryKind() {
+        QFETCH(QString, name);
+        QFETCH(Sql, table);
+        QFETCH(QString, found);
+        TestProgram program;
+        program.logIn();
+        addDatabase(program, name, table);
+        for (int run = 0; run < 2; ++run) {
+            const ProjectList list = loadProjectList(program.session);
+            QCOMPARE(list.names.contains(name), found == "listed");
+            QCOMPARE(list.leftOut.contains(name), found == "left out");
+            QVERIFY(list.names.contains("Brightwater"));
+        }
+        QFile log(program.session.log.path());
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        QCOMPARE(log.readAll().contains((name + " appears to have no cost centres").toUtf8()), found == "left out");
+        QCOMPARE(program.session.db().defaultDatabase(), QString("NorvaScheduler"));
+    }
+
+    void theChooserSelectsAsOneTypes() {
+        TestProgram program;
+        program.logIn();
+        frmSQLServerDatabases screen(program.context);
+        QCOMPARE(screen.Setup(), 0);
+        QVERIFY(program.messages.takeShown().value(0).startsWith("Some imported projects appear"));
+        screen.findChild<QToolButton*>("cmdOpen")->click();
+        QCOMPARE(program.messages.takeShown(),
+                 QStringList("You must select a project in the list before clicking open."));
+        auto* search = screen.findChild<QLineEdit*>("txtSearch");
+        search->setText("PEV");
+        QCOMPARE(screen.selectedProject(), QString("Peverell Networks"));
+        search->setText("PEVx"); // begins nothing: the selection stays
+        QCOMPARE(screen.selectedProject(), QString("Peverell Networks"));
+        search->setText("");
+        QCOMPARE(screen.findChild<uctListView*>("List1")->model()->rowCount(), 5);
+        QTest::keyClick(search, Qt::Key_Return);
+        QCOMPARE(screen.result(), int(QDialog::Accepted));
+    }
+
+    void aProjectThatCannotBeUsedLeavesTheFormerOne() {
+        TestProgram program;
+        program.logIn();
+        QVERIFY(useProject(program.context, nullptr, "Brightwater"));
+        QCOMPARE(program.session.project.billType, 1);
+        QVERIFY(program.session.project.wispera && program.session.project.defaultEnd.isValid());
+        for (const char* name : {"Sundries", "No such one", "Quillon Trust", "Vantry Estates"}) {
+            QVERIFY(!useProject(program.context, nullptr, name));
+            QCOMPARE(program.messages.takeShown().size(), 1);
+            QCOMPARE(program.session.project.database, QString("Brightwater"));
+            QCOMPARE(program.session.db().defaultDatabase(), QString("NorvaScheduler"));
+        }
+    }
+
+    void timeBandsAtTheirEdges_data() {
+        QTest::addColumn<QString>("date");
+        QTest::addColumn<QString>("time");
+        QTest::addColumn<QString>("band");
+        QTest::newRow("before seven") << "2008-04-01" << "0659" << "C";
+        QTest::newRow("at seven") << "2008-04-01" << "0700" << "D";
+        QTest::newRow("at nineteen") << "2008-04-01" << "1900" << "D";
+        QTest::newRow("after nineteen") << "2008-04-01" << "1901" << "C";
+        QTest::newRow("the day before keeps its band") << "2008-03-31" << "0659" << "X";
+        QTest::newRow("saturday") << "2008-04-05" << "1200" << "W";
+        QTest::newRow("sunday") << "2008-04-06" << "0300" << "W";
+    }
+
+    void timeBandsAtTheirEdges() {
+        QFETCH(QString, date);
+        QFETCH(QString, time);
+        QFETCH(QString, band);
+        TestProgram program;
+        program.logIn();
+        openProject(program.session, "Marchetti2007");
+        Connection& other = program.other();
+        other.execute(sql("DELETE FROM Marchetti2007.dbo.TblCallRecords"));
+        addTimeBandColumns(program.session);
+        addTimeBandColumns(program.session); // nothing left to add
+        const auto refuse = [](const QString&) { return false; };
+        const auto agree = [](const QString&) { return true; };
+        const auto quiet = [](int, int) {};
+        QVERIFY(updateTimeBands(program.session, true, refuse, quiet)); // no calls: nobody is asked
+        other.execute(sql("INSERT INTO Marchetti2007.dbo.TblCallRecords (BillID, CallingNo, CalledNo, [Date], CallTime, "
+                          "Duration, OrigCost, TimeBand) VALUES (1, '1', '2', {}, {}, 60, 1, 'X')",
+                          date, time));
+        QVERIFY(!updateTimeBands(program.session, true, refuse, quiet));
+        for (int run = 0; run < 2; ++run) {
+            QVERIFY(updateTimeBands(program.session, true, agree, quiet));
+            const RecordSet calls = other.query(sql("SELECT * FROM Marchetti2007.dbo.TblCallRecords"));
+            QCOMPARE(calls.row(0).text("TimeBand"), band);
+            QCOMPARE(calls.row(0).text("TimeBandCopy"), band);
+            QCOMPARE(calls.row(0).text("Timeband0818"), QString("X"));
+            if (band == "X") QCOMPARE(calls.row(0).text("Timeband0719"), QString("C"));
+        }
+    }
+
+    void aBrokenUpdateKeepsTheOldBands() {
+        TestProgram program;
+        program.logIn();
+        openProject(program.session, "Marchetti2007");
+        addTimeBandColumns(program.session);
+        const Sql bands = sql("SELECT COUNT(DISTINCT TimeBand), MIN(TimeBandCopy) FROM Marchetti2007.dbo.TblCallRecords");
+        const QString before = program.other().scalar(bands);
+        for (int k = 1; k <= 10; ++k) {
+            program.fault.arm(k);
+            bool done = false;
+            try {
+                done = updateTimeBands(program.session, false, {}, [](int, int) {});
+            } catch (const DbError&) {
+            }
+            program.fault.arm(0);
+            if (done) break;
+            const RecordSet after = program.other().query(bands);
+            QCOMPARE(after.cell(0, 0), before);
+            QVERIFY(after.cell(0, 1).isEmpty());
+        }
+        QVERIFY(updateTimeBands(program.session, false, {}, [](int, int) {}));
+    }
+};
+
+Q_DECLARE_METATYPE(Sql)
+static const AnnounceTest<ProjectsTest> announced;
+#include "ProjectsTest.moc"
