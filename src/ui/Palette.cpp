@@ -5,8 +5,10 @@
 #include <QApplication>
 #include <QFont>
 #include <QIcon>
+#include <QPainter>
 #include <QPalette>
-#include <QStyleFactory>
+#include <QProxyStyle>
+#include <QStyleOption>
 
 namespace {
 
@@ -37,6 +39,28 @@ QPalette colours() {
     return palette;
 }
 
+/// The style draws the outlines of check boxes and option buttons darker than the window, which no one
+/// can see on a dark one.
+class VisibleIndicators : public QProxyStyle {
+public:
+    using QProxyStyle::QProxyStyle;
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override {
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+        const bool box = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
+        if (current != Palette::Dark || !(box || element == PE_IndicatorRadioButton)) return;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(option->palette.color(option->state & State_Enabled ? QPalette::Active : QPalette::Disabled,
+                                              QPalette::PlaceholderText));
+        painter->setBrush(Qt::NoBrush);
+        const QRectF outline = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+        box ? painter->drawRect(outline) : painter->drawEllipse(outline);
+        painter->restore();
+    }
+};
+
 } // namespace
 
 namespace Palette {
@@ -50,7 +74,7 @@ Scheme wantedScheme() {
 
 void apply(QApplication& application, Scheme scheme) {
     current = scheme;
-    application.setStyle(QStyleFactory::create("Fusion"));
+    application.setStyle(new VisibleIndicators("Fusion"));
     application.setPalette(colours());
     if (!QIcon::themeSearchPaths().contains("/usr/share/icons"))
         QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << "/usr/share/icons");
