@@ -256,10 +256,10 @@ QString QueryTranslator::table(const TableRef& ref) {
         if (name.isEmpty())
             throw DbError(
                 8155,
-                QString("No column name was specified for column %1 of '%2'.").arg(i + 1).arg(ref.alias));
+                QString("Column %1 of '%2' has no name.").arg(i + 1).arg(ref.alias));
         if (seen.contains(collation::fold(name)))
             throw DbError(
-                8156, QString("The column '%1' was specified multiple times for '%2'.").arg(name, ref.alias));
+                8156, QString("The column '%1' occurs more than once in '%2'.").arg(name, ref.alias));
         seen.insert(collation::fold(name));
         columns.append({name, types[i], true, false, {}});
         quoted.append(sqliteName(name));

@@ -162,7 +162,7 @@ void addTextFunctions(FunctionTable& table) {
               {"tt[t", always(integerType), [](const Arguments& a) {
                    const QString escape = a.count() > 2 ? a.text(2) : QString();
                    if (a.count() > 2 && escape.size() != 1)
-                       throw DbError(506, "The invalid escape character was specified in a LIKE predicate.");
+                       throw DbError(506, "A LIKE predicate has an invalid escape character.");
                    return qint64(matchesLike(a.text(0), a.text(1), escape.isEmpty() ? QChar() : escape[0]));
                }});
 }

@@ -6,6 +6,7 @@
 
 #include <QLocale>
 #include <QStringList>
+#include <algorithm>
 
 namespace {
 

@@ -19,6 +19,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QToolButton>
+#include <algorithm>
 
 namespace {
 

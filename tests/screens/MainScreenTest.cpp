@@ -8,6 +8,7 @@
 
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTest>
 #include <QToolButton>
 
@@ -195,6 +196,37 @@ private slots:
         QVERIFY(!hub.finished().selectedId());
     }
 
+    void theFilterSurvivesARefresh() {
+        Hub hub;
+        const int hidden = hub.addIn("Monthly", Pending, 3600);
+        const int shown = hub.addIn("Weekly [50%] review", Pending, 3600);
+        hub.show();
+        QVERIFY(hub.pending().selectId(hidden));
+        auto* filter = hub.screen->findChild<QLineEdit*>("txtFilterSchedules");
+        filter->setText("review WEEKLY [50%]");
+        QCOMPARE(hub.titles(hub.pending()), QStringList("Weekly [50%] review"));
+        QVERIFY(!hub.pending().selectedId()); // no neighbour takes the place of what is hidden
+        hub.press("cmdEdit");
+        QCOMPARE(hub.program.messages.takeShown(), QStringList("You must select a schedule to edit."));
+        hub.addIn("Weekly too", Pending, 60);
+        hub.screen->FillScheduleList();
+        QCOMPARE(hub.titles(hub.pending()), QStringList("Weekly [50%] review"));
+        filter->setText("P pending"); // the project, which no column shows
+        QCOMPARE(hub.pending().model()->rowCount(), 3);
+        QVERIFY(hub.pending().selectId(shown));
+    }
+
+    void aScheduleThatTheEngineFinishedIsNotReset() {
+        Hub hub;
+        const int id = hub.addIn("finishing", Processing, -600);
+        hub.show();
+        SetScheduleStatus(hub.program.session, id, Completed);
+        QVERIFY(!ResetSchedule(hub.program.session, id));
+        QCOMPARE(ReadScheduleStatus(hub.program.session, id), int(Completed));
+        QCOMPARE(hub.program.other().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs WHERE ScheduleID = {}", id)),
+                 QString("0"));
+    }
+
     void aStuckScheduleIsReset() {
         Hub hub;
         const int id = hub.addIn("stuck", Processing, -600);
@@ -203,7 +235,7 @@ private slots:
         QCOMPARE(hub.program.messages.takeShown(), QStringList("You must select a schedule to edit."));
         QVERIFY(hub.pending().selectId(id));
         // Whatever statement fails, log and status stay together.
-        for (int k = 2; k <= 4; ++k) {
+        for (int k = 2; k <= 5; ++k) {
             hub.program.fault.arm(k);
             hub.press("cmdEdit");
             const bool reset = hub.program.other().scalar(
