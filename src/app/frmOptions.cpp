@@ -25,6 +25,10 @@ frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
     connect(cmdEmail, &QToolButton::clicked, this, &frmOptions::cmdEmail_Click);
     connect(cmdExit, &QToolButton::clicked, this, &frmOptions::reject);
 
+    const auto clearNote = [this] { m_ui->header->setNote({}); };
+    connect(m_ui->txtOutput, &QLineEdit::textEdited, this, clearNote);
+    connect(m_ui->chkExcel, &QCheckBox::clicked, this, clearNote);
+    connect(m_ui->chkCSV, &QCheckBox::clicked, this, clearNote);
     const bool mayChange = mayChangeOptions(session());
     m_ui->txtOutput->setReadOnly(!mayChange);
     m_ui->chkExcel->setEnabled(mayChange);
@@ -64,7 +68,8 @@ void frmOptions::save() {
         && !messages().ask(this, "Please note that you do not have a default output option selected.\r"
                                  "Do you wish to continue?"))
         return;
-    if (wanted.outputPath.isEmpty() || !QDir(wanted.outputPath).exists()) {
+    // The server resolves a relative path elsewhere than this workstation.
+    if (QDir::isRelativePath(wanted.outputPath) || !QDir(wanted.outputPath).exists()) {
         messages().notice(this, "Selected output path does not exist.");
         m_ui->txtOutput->setFocus();
         return;

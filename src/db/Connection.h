@@ -31,6 +31,7 @@ public:
     qint64 execute(const Sql& batch);
     Results run(const Sql& batch);
 
+    bool inTransaction() const { return m_inTransaction; }
     const QString& defaultDatabase() const { return m_defaultDatabase; }
     void setDefaultDatabase(const QString& database);
 

@@ -3,6 +3,8 @@
 #include "app/Session.h"
 #include "db/DbError.h"
 
+#include <QElapsedTimer>
+
 namespace {
 
 /// A column that projects of some ages lack.
@@ -35,6 +37,22 @@ void readBillDates(Connection& db, CurrentProject& project) {
         readDates(db, sql("SELECT MIN([Date]), MAX([Date]) FROM {}.dbo.TblCallRecords WITH (NOLOCK)", database), project);
 }
 
+/// Bills are imported now and then, not every moment: the server is asked once a minute at most. While
+/// it cannot answer, the dates stay as they are known.
+std::function<void()> refresher(Session& session) {
+    QElapsedTimer sinceRead;
+    sinceRead.start();
+    return [&session, sinceRead]() mutable {
+        if (sinceRead.elapsed() < 60'000 || session.db().inTransaction()) return;
+        sinceRead.restart();
+        try {
+            readBillDates(session.db(), session.project);
+        } catch (const DbError& error) {
+            session.log.write("modProjects.RefreshBillDates", error);
+        }
+    };
+}
+
 bool holdsWisperaEvents(Connection& db, const QString& database) {
     try {
         return !db.query(sql("SELECT TOP 1 UserID FROM {}.dbo.TblWisperaEvents WITH (NOLOCK)", Name(database))).isEmpty();
@@ -60,7 +78,7 @@ void openProject(Session& session, const QString& database) {
     readBillDates(db, project);
     project.wispera = holdsWisperaEvents(db, database);
     project.useDefaultDates = session.project.useDefaultDates;
-    project.refreshBillDates = session.project.refreshBillDates;
+    project.refreshBillDates = refresher(session);
     session.project = project;
 }
 

@@ -39,10 +39,3 @@ QList<TemplateHeader> templatesOfAccount(Session& session, const QString& accoun
     for (const Row row : rows) templates << TemplateHeader::read(row);
     return templates;
 }
-
-std::optional<int> readTemplateType(Session& session, int templateId) {
-    const QString type = session.db().scalar(sql(
-        "SELECT TemplateType FROM NorvaScheduler.dbo.[tblTemplate] WITH (NOLOCK) WHERE ([TemplateID] = {})",
-        templateId));
-    return type.isNull() ? std::nullopt : std::optional(type.toInt());
-}

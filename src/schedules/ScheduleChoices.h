@@ -3,7 +3,6 @@
 #include "templates/TemplateHeader.h"
 
 #include <QList>
-#include <optional>
 
 struct Session;
 
@@ -12,5 +11,3 @@ struct Session;
 QString projectProblem(Session& session, const QString& database);
 /// The templates made for a bill account, ordered by title.
 QList<TemplateHeader> templatesOfAccount(Session& session, const QString& account);
-/// The type of a stored template; nothing when it is gone.
-std::optional<int> readTemplateType(Session& session, int templateId);

@@ -16,7 +16,7 @@ class SubProjectCounter {
 public:
     explicit SubProjectCounter(Connection& connection) : m_connection(connection) {}
 
-    /// Empty when the account has no cost-centre table or the level does not exist.
+    /// Empty when the account's cost centres cannot be read or the level does not exist.
     QString count(const QString& account, int level) {
         const auto key = std::make_pair(account.toCaseFolded(), level);
         if (!m_counts.contains(key)) m_counts.insert(key, read(account, level));
@@ -35,8 +35,8 @@ private:
                                column, Name(account + "_TblCC"), account, column))
                     .rowCount());
         } catch (const DbError& error) {
-            if (error.number() != DbError::InvalidObject) throw;
-            return {};
+            if (error.connectionLost()) throw;
+            return {}; // one account's broken table must not keep all schedules from being shown
         }
     }
 

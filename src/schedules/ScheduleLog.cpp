@@ -16,7 +16,7 @@ const QString scheduleItself = "Schedule";
 QHash<int, QString> reportNames(const clsTemplate& scheduleTemplate) {
     QHash<int, QString> names;
     for (const clsReport& report : scheduleTemplate.Reports())
-        names.insert(report.ID(), report.GetReportTitle());
+        names.insert(report.ID(), report.ShownTitle());
     return names;
 }
 

@@ -102,8 +102,7 @@ clsSchedule::SaveResult clsSchedule::compareWithStoredRow(const QString& storedT
         sql("SELECT * FROM NorvaScheduler.dbo.[tblSchedule] WITH (UPDLOCK) WHERE ([ScheduleID] = {})", m_id));
     if (rows.isEmpty()) return Gone;
     m_found = ScheduleRow::read(rows.row(0));
-    const bool runs = m_found.status == Processing || isFinished(m_found.status);
-    if (runs && m_found.status != m_loaded.status) return RunMeanwhile;
+    if (m_found.status == Processing || isFinished(m_found.status)) return RunMeanwhile;
     // What is there already is no conflict: the reply to an earlier save may have been lost.
     const bool same = m_found.decidesAs(m_loaded) || m_found.decidesAs(wantedRow(storedTitle));
     return same ? Saved : ChangedMeanwhile;

@@ -26,6 +26,7 @@
 
 #include <QCloseEvent>
 #include <QLineEdit>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QToolButton>
 #include <chrono>
@@ -161,13 +162,13 @@ void frmMainScreen::selectRow(bool finished) {
 
 void frmMainScreen::FillScheduleList() {
     m_tmrScheduler.stop();
+    const auto restart = qScopeGuard([this] { m_tmrScheduler.start(); });
     try {
         showRows(loadScheduleList(m_context.session));
         m_ui->lblServerState->clear();
     } catch (const DbError& error) {
         tellProblem(error);
     }
-    m_tmrScheduler.start();
 }
 
 /// In the status line, and once for each outage in the error log.
@@ -218,11 +219,12 @@ void frmMainScreen::PopulateScreen(bool force) {
 }
 
 void frmMainScreen::CalledBack() {
-    FillScheduleList();
+    run("frmMainScreen.CalledBack", [this] { FillScheduleList(); });
 }
 
 void frmMainScreen::tmrScheduler_Timer() {
-    FillScheduleList();
+    // A tick in the middle of somebody's save (long work lets the screens repaint) must not read in it.
+    if (!m_context.session.db().inTransaction()) FillScheduleList();
     PopulateScreen(false);
 }
 
@@ -254,7 +256,7 @@ void frmMainScreen::editSchedule(int id) {
 void frmMainScreen::resetSchedule(int id) {
     m_context.messages.notice(this, "Reseting this schedule status, due to an unknown error");
     if (!ResetSchedule(m_context.session, id))
-        m_context.messages.notice(this, "The schedule has finished in the meantime; nothing was reset.");
+        m_context.messages.notice(this, "The schedule is not being processed any more; nothing was reset.");
     FillScheduleList();
 }
 

@@ -11,6 +11,7 @@
 #include "schedules/modScheduler.h"
 #include "subprojects/frmTransfer.h"
 #include "templates/frmTemplate.h"
+#include "templates/modTemplates.h"
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
@@ -339,7 +340,7 @@ void frmSchedule::showUpdateStep(int step, int steps) {
 }
 
 bool frmSchedule::isTemplateThere() {
-    if (readTemplateType(session(), m_schedule.Template().ID())) return true;
+    if (readTemplateType(session().db(), m_schedule.Template().ID())) return true;
     fillTemplates();
     return refused(
         "This template has been deleted by somebody else in the meantime. Please select another one.",
@@ -411,7 +412,7 @@ void frmSchedule::cmdEditTemplate_Click() {
     run("frmSchedule.cmdEditTemplate_Click", [this] {
         if (!checkProject()) return;
         const int id = m_schedule.Template().ID();
-        if (readTemplateType(session(), id).value_or(0) == 0)
+        if (readTemplateType(session().db(), id).value_or(0) == 0)
             openScreen<frmTemplate>(context(), this, "Error Loading Template", id);
         else
             openScreen<frmTransfer>(context(), this, "Error Loading " + m_schedule.Template().Title(), id);

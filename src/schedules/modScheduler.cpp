@@ -7,6 +7,7 @@
 #include "schedules/clsSchedule.h"
 
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <limits>
 
 int ReadScheduleStatus(Session& session, int scheduleId) {
@@ -35,9 +36,9 @@ bool ResetSchedule(Session& session, int scheduleId) {
     const QString status = session.db().scalar(sql(
         "SELECT [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (UPDLOCK) WHERE ([ScheduleID] = {})", scheduleId));
     if (status.toInt() != Processing) return false;
+    const auto done = qScopeGuard([&] { session.logSubject.LogScheduleID = -1; });
     session.logSubject = {scheduleId, -1, {}};
     WriteLogEntry(session, -1, "Status reset by user");
-    session.logSubject.LogScheduleID = -1;
     SetScheduleStatus(session, scheduleId, CompletedWithErrors);
     transaction.commit();
     return true;

@@ -28,7 +28,7 @@ QString MailEntry::key() const {
 }
 
 void requireFits(const MailEntry& entry) {
-    requireFits("bill account", entry.billAccount, 50, CodePage::Latin1252);
+    requireFits("bill account", entry.billAccount, 50, CodePage::Unicode);
     requireFits("cost centre", entry.costCentre, 30, CodePage::Unicode);
     requireFits("e-mail address", entry.emailAddress, 254, CodePage::Unicode);
 }

@@ -238,15 +238,17 @@ void frmTransfer::loadCCTasks() {
 
     m_stop = false;
     QWidget* const focused = focusWidget(); // a control that is off for a while loses it
-    setFilling(names.size() > step);
+    // A screen that is not shown yet is filled at one go: its caller must not be clicked meanwhile.
+    const qsizetype chunk = isVisible() ? step : qMax(step, names.size());
+    setFilling(names.size() > chunk);
     m_ui->prgFill->setRange(0, int(names.size()));
     qsizetype filled = 0;
     while (filled < names.size() && !m_stop) {
-        for (const QString& name : names.mid(filled, step)) {
+        for (const QString& name : names.mid(filled, chunk)) {
             entries.push_back({name, {name}});
             unlisted.remove(name);
         }
-        filled = qMin(filled + step, names.size());
+        filled = qMin(filled + chunk, names.size());
         if (!m_filling) break;
         m_ui->lstCC->setEntries(entries, ticked);
         m_ui->prgFill->setValue(int(filled));
@@ -325,9 +327,16 @@ void frmTransfer::cmdSave_Click() {
 }
 
 void frmTransfer::save() {
-    const auto store = [this](clsTemplate::WhenChanged whenChanged) {
+    QString newTitle;
+    if (m_template.ID() != -1 && !readTemplateType(session().db(), m_template.ID())) {
+        if (!messages().ask(this, "This template has been deleted by somebody else in the meantime.\n\n"
+                                  "Do you want to save it as a new one?"))
+            return;
+        newTitle = m_template.Title();
+    }
+    const auto store = [&](clsTemplate::WhenChanged whenChanged) {
         WaitCursor wait;
-        return m_template.SaveTemplate({}, whenChanged);
+        return m_template.SaveTemplate(newTitle, whenChanged);
     };
     clsTemplate::SaveResult result = store(clsTemplate::KeepTheirs);
     if (result == clsTemplate::ChangedMeanwhile) {

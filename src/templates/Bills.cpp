@@ -17,7 +17,7 @@ QString pounds(const QString& amount) {
 }
 
 QString invoiceReference(const Bill& bill, const QString& locAd1, const QString& reportReference) {
-    const QString prefix = locAd1 == "Recosted" ? "AA " : "VP ";
+    const QString prefix = locAd1.trimmed() == "Recosted" ? "AA " : "VP ";
     return prefix + bill.account.trimmed().left(8) + ' ' + reportReference.mid(12);
 }
 

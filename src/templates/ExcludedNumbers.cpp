@@ -1,8 +1,11 @@
 #include "templates/ExcludedNumbers.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr int TelNoLength = 25;
+constexpr qsizetype NumbersPerStatement = 500;
 
 } // namespace
 
@@ -15,6 +18,89 @@ int ExcludedNumbers::countEverywhere(const QString& number) {
             sql("SELECT COUNT(*) as MyCount FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TelNo = {}",
                 number))
         .toInt();
+}
+
+void ExcludedNumbers::add(const QString& number) {
+    NumberTable::add(number);
+    m_changes[numberKey(number)].now << Entry{number};
+}
+
+void ExcludedNumbers::clear() {
+    const Entries before = entries();
+    NumberTable::clear();
+    note(before, {});
+}
+
+void ExcludedNumbers::remove(const QString& number) {
+    const QString key = numberKey(number);
+    const Entries before{{key, entries().value(key)}};
+    NumberTable::remove(number);
+    note(before, {});
+}
+
+void ExcludedNumbers::replace(const QStringList& numbers, const Progress& progress) {
+    const Entries before = entries();
+    NumberTable::replace(numbers, progress);
+    Entries now;
+    for (const QString& number : numbers) now[numberKey(number)] << Entry{number};
+    note(before, now);
+}
+
+bool ExcludedNumbers::isChanged() const {
+    return std::ranges::any_of(m_changes, [](const Change& each) { return each.before != each.now; });
+}
+
+void ExcludedNumbers::undo() {
+    QList<Entry> added;
+    for (const Change& each : std::as_const(m_changes))
+        if (each.before != each.now) added += each.now;
+    Transaction transaction(m_connection);
+    deleteEntries(added);
+    const Entries left = entries();
+    QList<Entry> removed;
+    for (auto each = m_changes.cbegin(); each != m_changes.cend(); ++each)
+        if (each->before != each->now && !left.contains(each.key())) removed += each->before;
+    insertEntries(removed);
+    transaction.commit();
+    m_changes.clear();
+}
+
+ExcludedNumbers::Entries ExcludedNumbers::entries() {
+    Entries entries;
+    for (const Row row : m_connection.query(
+             sql("SELECT TelNo, Include FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID = {}",
+                 m_templateId)))
+        if (!row.isNull(0)) entries[numberKey(row.text(0))] << Entry{row.text(0), row.flag(1)};
+    return entries;
+}
+
+void ExcludedNumbers::note(const Entries& before, const Entries& now) {
+    for (auto each = before.cbegin(); each != before.cend(); ++each) {
+        if (!m_changes.contains(each.key())) m_changes[each.key()].before = each.value();
+        m_changes[each.key()].now.clear();
+    }
+    for (auto each = now.cbegin(); each != now.cend(); ++each) m_changes[each.key()].now = each.value();
+}
+
+void ExcludedNumbers::deleteEntries(const QList<Entry>& entries) {
+    for (qsizetype first = 0; first < entries.size(); first += NumbersPerStatement) {
+        QList<Sql> numbers;
+        for (const Entry& each : entries.mid(first, NumbersPerStatement)) numbers << sql("{}", each.number);
+        m_connection.execute(sql("DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TelNo IN ({}) "
+                                 "AND TemplateID = {}",
+                                 Sql::join(numbers, sql(", ")), m_templateId));
+    }
+}
+
+void ExcludedNumbers::insertEntries(const QList<Entry>& entries) {
+    for (qsizetype first = 0; first < entries.size(); first += NumbersPerStatement) {
+        QList<Sql> rows;
+        for (const Entry& each : entries.mid(first, NumbersPerStatement))
+            rows << sql("({}, {}, {})", m_templateId, each.number, int(each.include));
+        m_connection.execute(sql("INSERT INTO [NorvaScheduler].dbo.TblExcludedNumbers "
+                                 "(TemplateID, TelNo, Include) VALUES {}",
+                                 Sql::join(rows, sql(", "))));
+    }
 }
 
 Sql ExcludedNumbers::selectNumbers() const {

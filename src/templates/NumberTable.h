@@ -37,13 +37,13 @@ public:
     /// Whether the list holds the number now, whoever added it.
     bool contains(const QString& number);
     /// Refuses a number that does not fit. Does not look for duplicates.
-    void add(const QString& number);
-    void clear();
-    void remove(const QString& number);
+    virtual void add(const QString& number);
+    virtual void clear();
+    virtual void remove(const QString& number);
     /// The numbers that fit the table, without duplicates.
     Fitting fitting(const QStringList& numbers) const;
     /// Replaces the list by fitting numbers: all of them, or, after a failure, the list is as it was.
-    void replace(const QStringList& numbers, const Progress& progress);
+    virtual void replace(const QStringList& numbers, const Progress& progress);
 
 protected:
     virtual Connection& connection() = 0;

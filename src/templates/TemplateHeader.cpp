@@ -1,13 +1,15 @@
 #include "templates/TemplateHeader.h"
 
+#include "db/StoredTitle.h"
+
 QString TemplateHeader::storedTitle() const {
-    return QString(title).replace(u'"', "''");
+    return ::storedTitle(title);
 }
 
 TemplateHeader TemplateHeader::read(const Row& row) {
     TemplateHeader header;
     header.id = row.integer("TemplateID");
-    header.title = row.text("Title").replace("''", "\"");
+    header.title = shownTitle(row.text("Title"));
     header.unitabAccount = row.text("UnitabAccount");
     header.billType = row.integer("BillType");
     header.csvReportDefs = row.flag("CSVDefs");

@@ -65,9 +65,9 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenC
         for (const clsString& costCentre : m_ccs)
             requireFits("cost centre", costCentre.Value, 30, CodePage::Unicode);
 
-    if (titleIsUsed(header)) return TitleUsed;
-
     Transaction transaction(m_connection);
+    if (header.id != -1) lockRow(header.id);
+    if (titleIsUsed(header)) return TitleUsed;
     if (header.id != -1 && whenChanged == KeepTheirs && isChangedSinceLoad()) return ChangedMeanwhile;
     header.id = writeHeader(header, headerColumns);
     if (header.isOrdinary())
@@ -80,6 +80,12 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenC
     m_loaded.reset();
     m_hasChanged = false;
     return Saved;
+}
+
+/// Whoever saves the same template at the same moment waits here until this one is through.
+void clsTemplate::lockRow(int templateId) {
+    m_connection.query(
+        sql("SELECT [TemplateID] FROM NorvaScheduler.dbo.[tblTemplate] WITH (UPDLOCK) WHERE ([TemplateID] = {})", templateId));
 }
 
 bool clsTemplate::titleIsUsed(const TemplateHeader& header) const {

@@ -85,6 +85,7 @@ private:
     };
     StoredRows readRows(int templateId) const;
     bool isChangedSinceLoad() const;
+    void lockRow(int templateId);
     bool titleIsUsed(const TemplateHeader& header) const;
     int writeHeader(const TemplateHeader& header, const ColumnValues& columns);
     void replaceReports(int id, const QList<ColumnValues>& rows);

@@ -76,6 +76,10 @@ QString frmBillSelection::chosen() const {
 }
 
 void frmBillSelection::cmdOk_Click() {
+    guarded(context(), this, "frmBillSelection.cmdOk_Click", [this] { takeChoice(); });
+}
+
+void frmBillSelection::takeChoice() {
     const QString ids = chosen();
     if (ids.size() > BillIdsLength) {
         messages().notice(

@@ -32,6 +32,7 @@ private slots:
 
 private:
     QString chosen() const;
+    void takeChoice();
 
     std::unique_ptr<Ui::frmBillSelection> m_ui;
     QString m_before;

@@ -28,7 +28,7 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
     add("Delete", "Delete a&ll", "edit-clear-all", "Delete all numbers of the list",
         &frmExcludeNumbers::cmdDelete_Click);
     footer.addStretch();
-    add("Cancel", "&Cancel", "dialog-cancel", "Close and put the list back as it was",
+    add("Cancel", "&Cancel", "dialog-cancel", "Close and undo what was changed here",
         &frmExcludeNumbers::reject);
     connect(m_ui->grid, &uctNumberGrid::deletePressed, this, &frmExcludeNumbers::cmdDeletedSelected_Click);
     connect(m_ui->grid, &uctNumberGrid::numberAdded, this, [this](const QString& number) {
@@ -48,7 +48,6 @@ int frmExcludeNumbers::Setup(int templateId) {
                        m_list = std::make_unique<ExcludedNumbers>(session().db(), templateId);
                        m_ui->grid->attach(context(), *m_list, "frmExcludeNumbers");
                        m_ui->grid->refresh();
-                       m_before = m_ui->grid->numbers();
                    })
                ? 0
                : -1;
@@ -81,32 +80,34 @@ void frmExcludeNumbers::cmdDelete_Click() {
 }
 
 void frmExcludeNumbers::cmdDeletedSelected_Click() {
-    guarded(context(), this, "frmExcludeNumbers.cmdDeletedSelected_Click", [this] { deleteSelected(); });
+    constexpr const char* routine = "frmExcludeNumbers.cmdDeletedSelected_Click";
+    bool removed = false;
+    guarded(context(), this, routine, [&] { deleteSelected(removed); });
+    // Some may be gone when another one fails. Where none is, the selection is worth keeping.
+    if (removed) guarded(context(), this, routine, [this] { m_ui->grid->refresh(); });
 }
 
-void frmExcludeNumbers::deleteSelected() {
+void frmExcludeNumbers::deleteSelected(bool& removed) {
     const QStringList selected = m_ui->grid->selectedNumbers();
     if (selected.isEmpty()) {
         messages().notice(this, "You must select a number to delete.");
         return;
     }
-    bool removed = false;
     for (const QString& number : selected) {
         if (!messages().ask(this,
                             QString("Do you wish to delete '%1' from the Exclusion List ?").arg(number)))
-            break;
+            continue;
         m_list->remove(number);
         removed = true;
     }
-    if (removed) m_ui->grid->refresh();
 }
 
 bool frmExcludeNumbers::mayClose() {
-    if (m_ui->grid->holdsJust(m_before)) return true;
+    if (!m_list || !m_list->isChanged()) return true;
     if (!messages().ask(this, "Are you sure you want to cancel your changes?")) return false;
     return guarded(context(), this, "frmExcludeNumbers.cmdCancel_Click", [this] {
         WaitCursor wait;
-        m_list->replace(m_before, m_ui->grid->progress());
+        m_list->undo();
     });
 }
 

@@ -10,7 +10,7 @@ class frmExcludeNumbers;
 }
 
 /// Edits the numbers that a template's reports leave out. Every change is written at once; Cancel
-/// puts the list back as it was when the screen opened.
+/// undoes what was changed here, and leaves what others changed meanwhile.
 class frmExcludeNumbers : public ScreenDialog {
     Q_OBJECT
 
@@ -33,10 +33,9 @@ private slots:
     void cmdDeletedSelected_Click();
 
 private:
-    void deleteSelected();
+    void deleteSelected(bool& removed); ///< sets it as soon as a number is gone
     void tellOfOthers(const QString& number);
 
     std::unique_ptr<Ui::frmExcludeNumbers> m_ui;
     std::unique_ptr<ExcludedNumbers> m_list;
-    QStringList m_before;
 };

@@ -220,7 +220,7 @@ void frmReport::cmdParameters_Click() {
 
 void frmReport::CalledbackParam() {
     m_changed = true;
-    showParameters();
+    run("frmReport.CalledbackParam", [this] { showParameters(); });
 }
 
 void frmReport::cmdShowBillSelection_Click() {
@@ -237,7 +237,7 @@ void frmReport::cmdShowBillSelection_Click() {
 void frmReport::fBillSelction_FormClosed() {
     m_report.Parameters()->setBillIds(m_billSelection->BillIds());
     m_changed = true;
-    showParameters();
+    run("frmReport.fBillSelction_FormClosed", [this] { showParameters(); });
 }
 
 bool frmReport::hasOutput() const {

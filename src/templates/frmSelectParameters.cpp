@@ -214,7 +214,7 @@ void frmSelectParameters::RefreshParams() {
     }
     // A report is not made for every kind of line, and then starts with another one than it holds.
     if (bands && lines && lines->callFilter() != m_working->CallFilter())
-        bands->tickSuiting(lines->callFilter());
+        bands->narrow(lines->callFilter());
     showTexts();
 }
 

@@ -139,9 +139,13 @@ void frmTemplate::showTemplate() {
 /// reports change their places.
 void frmTemplate::showReports(int selected) {
     std::vector<ListRow> rows;
-    for (clsReport& report : m_template.Reports())
+    for (clsReport& report : m_template.Reports()) {
+        // The titles of invoice charges tell enough; their type has no name of its own here.
+        const int type = report.ReportType();
         rows.push_back({int(rows.size()) + 1,
-                        {report.ShownTitle(), reportTypeName(report.ReportType()), reportSummary(report)}});
+                        {report.ShownTitle(), type == InvoiceReport ? QString() : reportTypeName(type),
+                         reportSummary(report)}});
+    }
     const int count = int(rows.size());
     m_ui->hdrReports->setTitle(count == 1 ? "1 Report" : QString("%1 Reports").arg(count));
     m_ui->lstReports->setRows(std::move(rows));

@@ -105,8 +105,9 @@ void uctAccounts::load(const clsReportParameters& parameters) {
     m_ticked.clear();
     m_shown = -1;
     int filter = parameters.AccountFilter();
-    if (!m_optSelect->button(filter)) filter = AllAccounts;
-    if (!m_optSelect->button(filter)->isEnabled()) filter = SeveralCostCentreLevels;
+    // A selection that is not offered stays as it is, but for a user who must not see all of it.
+    const auto* option = m_optSelect->button(filter);
+    if (option ? !option->isEnabled() : isLimited(m_limits)) filter = SeveralCostCentreLevels;
     m_ticked[OneServiceNumber] = parameters.ServiceNumber().split('|', Qt::SkipEmptyParts);
     m_ticked[RestrictedSelection] = parameters.LineSelection().split('|', Qt::SkipEmptyParts);
     ProjectLists::CostCentres chosen;
@@ -116,13 +117,16 @@ void uctAccounts::load(const clsReportParameters& parameters) {
         if (filter == SeveralCostCentreLevels) chosen[std::size_t(level) - 1] = centre;
     }
     m_multi->setChosen(chosen);
-    m_optSelect->button(filter)->setChecked(true);
+    check(filter);
     show(filter);
     if (m_summaryLevel)
         m_summaryLevel->setCurrentIndex(qBound(1, int(parameters.CostCentreSummarySelectionLevel()), 5) - 1);
 }
 
 void uctAccounts::store(clsReportParameters& parameters) const {
+    if (m_summaryLevel)
+        parameters.setCostCentreSummarySelectionLevel(qint16(m_summaryLevel->currentData().toInt()));
+    if (!m_optSelect->checkedButton()) return;
     const int filter = m_optSelect->checkedId();
     parameters.setAccountFilter(filter);
     parameters.setServiceNumber(filter == OneServiceNumber ? m_list->tickedKeys().join('|') : QString());
@@ -133,8 +137,6 @@ void uctAccounts::store(clsReportParameters& parameters) const {
     if (m_optSelect->button(RestrictedSelection))
         parameters.setLineSelection(filter == RestrictedSelection ? m_lines->tickedKeys().join('|')
                                                                   : QString());
-    if (m_summaryLevel)
-        parameters.setCostCentreSummarySelectionLevel(qint16(m_summaryLevel->currentData().toInt()));
 }
 
 void uctAccounts::OptSelect_Click(int filter) {
@@ -145,7 +147,18 @@ void uctAccounts::OptSelect_Click(int filter) {
     if (shown)
         edited();
     else
-        m_optSelect->button(m_shown)->setChecked(true);
+        check(m_shown);
+}
+
+/// Checks no option for a filter that is not offered.
+void uctAccounts::check(int filter) {
+    if (auto* option = m_optSelect->button(filter)) {
+        option->setChecked(true);
+    } else if (auto* checked = m_optSelect->checkedButton()) {
+        m_optSelect->setExclusive(false);
+        checked->setChecked(false);
+        m_optSelect->setExclusive(true);
+    }
 }
 
 void uctAccounts::show(int filter) {
@@ -162,8 +175,11 @@ void uctAccounts::show(int filter) {
     m_details->setCurrentWidget(page);
     // The stack is as high as its highest page otherwise, and nothing is shown for all accounts.
     m_details->setVisible(page != m_nothing);
-    m_hint->setText("Each entry ticked makes a report of its own.");
-    m_hint->setVisible(listed);
+    const bool offered = m_optSelect->button(filter);
+    m_hint->setText(offered ? "Each entry ticked makes a report of its own."
+                            : "The report keeps its present selection, which is not offered here, "
+                              "until another one is chosen.");
+    m_hint->setVisible(listed || !offered);
 }
 
 void uctAccounts::fillList(int filter) {
@@ -189,11 +205,13 @@ void uctAccounts::fillLines() {
     for (const QString& number : withinLimits(numbers)) {
         const QStringList of = extensions.value(number);
         entries.push_back({number, {of.isEmpty() ? number : number + "   extension " + of.join(", ")}});
-        known.insert(number);
+        known.insert(listKey(number));
     }
     for (const QString& number : ticked)
-        if (!known.contains(number))
+        if (!known.contains(listKey(number))) {
+            known.insert(listKey(number));
             entries.insert(entries.begin(), {number, {number + "   (not in this project)"}});
+        }
     m_lines->setEntries(std::move(entries), ticked);
 }
 
@@ -229,9 +247,10 @@ QString uctAccounts::emptyText(int filter) const {
 QStringList uctAccounts::withinLimits(const QStringList& numbers) const {
     if (!isLimited(m_limits)) return numbers;
     const QStringList own = editedReport().lists.serviceNumbers(m_limits);
-    const QSet<QString> allowed(own.begin(), own.end());
+    QSet<QString> allowed;
+    for (const QString& number : own) allowed.insert(listKey(number));
     QStringList within;
     for (const QString& number : numbers)
-        if (allowed.contains(number)) within << number;
+        if (allowed.contains(listKey(number))) within << number;
     return within;
 }

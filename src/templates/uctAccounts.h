@@ -27,6 +27,7 @@ private:
     void addOption(int filter, const QString& caption, int row, int column);
     bool isAllowed(int filter) const;
     void OptSelect_Click(int filter);
+    void check(int filter);
     void show(int filter);
     void fillList(int filter);
     void fillLines();

@@ -60,7 +60,7 @@ void uctBillNumber::load(const clsReportParameters& parameters) {
 }
 
 void uctBillNumber::store(clsReportParameters& parameters) const {
-    const QString number = m_number->text();
-    parameters.setLinkvaleBillNumber(number.trimmed().isEmpty() ? QString()
-                                                                : m_type->currentData().toString() + number);
+    const QString number = m_number->text().trimmed();
+    parameters.setLinkvaleBillNumber(number.isEmpty() ? QString()
+                                                      : m_type->currentData().toString() + number);
 }

@@ -3,6 +3,7 @@
 #include "templates/GroupParts.h"
 #include "ui/uctCheckList.h"
 
+#include <QSet>
 #include <QVBoxLayout>
 
 uctCallClasses::uctCallClasses(const EditedReport& report, QWidget* parent)
@@ -18,13 +19,16 @@ uctCallClasses::uctCallClasses(const EditedReport& report, QWidget* parent)
 void uctCallClasses::load(const clsReportParameters& parameters) {
     const QStringList chosen = parameters.CallClassParams().split('|', Qt::SkipEmptyParts);
     std::vector<CheckListEntry> entries;
-    QStringList known;
+    QSet<QString> known;
     for (const CallClass& each : editedReport().lists.callClasses()) {
         entries.push_back({each.code, {each.description.isEmpty() ? each.code : each.description}});
-        known << each.code;
+        known.insert(listKey(each.code));
     }
-    for (const QString& code : chosen)
-        if (!known.contains(code)) entries.push_back({code, {code + "   (not in this project)"}});
+    for (const QString& code : chosen) {
+        if (known.contains(listKey(code))) continue;
+        known.insert(listKey(code));
+        entries.push_back({code, {code + "   (not in this project)"}});
+    }
     m_list->setEntries(std::move(entries), chosen);
 }
 

@@ -72,6 +72,12 @@ void uctDistance::tickSuiting(int callFilter) {
     showProblem();
 }
 
+void uctDistance::narrow(int callFilter) {
+    showCallFilter(callFilter);
+    for (QCheckBox* check : m_bands)
+        if (!check->isEnabled()) check->setChecked(false);
+}
+
 void uctDistance::tickAll(bool ticked) {
     for (QCheckBox* check : m_bands)
         if (check->isEnabled()) check->setChecked(ticked);

@@ -20,6 +20,8 @@ public:
     void showCallFilter(int callFilter);
     /// Ticks all that suits the filter, and nothing else.
     void tickSuiting(int callFilter);
+    /// Offers the bands of another choice of lines and leaves the ticks of those as they are.
+    void narrow(int callFilter);
 
 protected:
     void load(const clsReportParameters& parameters) override;

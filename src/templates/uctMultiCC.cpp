@@ -6,6 +6,7 @@
 
 #include <QComboBox>
 #include <QGridLayout>
+#include <algorithm>
 
 uctMultiCC::uctMultiCC(const EditedReport& report, const ProjectLists::CostCentres& limits, QWidget* parent)
     : QWidget(parent), m_report(report), m_limits(limits) {
@@ -33,10 +34,7 @@ uctMultiCC::uctMultiCC(const EditedReport& report, const ProjectLists::CostCentr
 }
 
 void uctMultiCC::setChosen(const ProjectLists::CostCentres& chosen) {
-    for (int level = 1; level <= 5; ++level) {
-        const std::size_t place = std::size_t(level) - 1;
-        fill(level, m_limits[place].isEmpty() ? chosen[place] : m_limits[place]);
-    }
+    fillFrom(1, chosen);
 }
 
 ProjectLists::CostCentres uctMultiCC::chosen() const {
@@ -47,25 +45,45 @@ ProjectLists::CostCentres uctMultiCC::chosen() const {
 }
 
 void uctMultiCC::BlankRemainingMulti(int level) {
-    for (int deeper = level + 1; deeper <= 5; ++deeper) box(deeper)->clear();
-    for (int deeper = level + 1; deeper <= 5; ++deeper) fill(deeper, m_limits[std::size_t(deeper) - 1]);
+    ProjectLists::CostCentres wanted = chosen();
+    std::fill(wanted.begin() + level, wanted.end(), QString());
+    fillFrom(level + 1, wanted);
 }
 
-void uctMultiCC::fill(int level, const QString& wanted) {
+/// All lists are read before the first box changes: a failure leaves the boxes as they were.
+void uctMultiCC::fillFrom(int firstLevel, ProjectLists::CostCentres wanted) {
+    for (std::size_t i = 0; i < wanted.size(); ++i)
+        if (!m_limits[i].isEmpty()) wanted[i] = m_limits[i];
+    std::array<QStringList, 5> centres;
+    for (int level = firstLevel; level <= 5; ++level)
+        centres[std::size_t(level) - 1] = m_report.lists.costCentres(level, wanted);
+    for (int level = firstLevel; level <= 5; ++level)
+        fill(level, centres[std::size_t(level) - 1], wanted[std::size_t(level) - 1]);
+    m_shown = chosen();
+}
+
+void uctMultiCC::fill(int level, const QStringList& centres, const QString& wanted) {
     QComboBox& list = *box(level);
-    const QStringList centres = m_report.lists.costCentres(level, chosen());
     list.clear();
     list.addItem(centres.isEmpty() ? "(none on this level)" : "(any)", QString());
     for (const QString& centre : centres) list.addItem(centre, centre);
     if (!wanted.isEmpty() && list.findData(wanted, Qt::UserRole, Qt::MatchFixedString) < 0)
         list.addItem(wanted, wanted);
-    list.setCurrentIndex(wanted.isEmpty() ? 0 : list.findData(wanted, Qt::UserRole, Qt::MatchFixedString));
+    choose(level, wanted);
+}
+
+void uctMultiCC::choose(int level, const QString& centre) {
+    QComboBox& list = *box(level);
+    list.setCurrentIndex(centre.isEmpty() ? 0 : list.findData(centre, Qt::UserRole, Qt::MatchFixedString));
 }
 
 void uctMultiCC::cmbCC_Click(int level) {
-    guarded(m_report.context, window(), "frmSelectParameters.cmbCC_Click", [&] {
+    const bool filled = guarded(m_report.context, window(), "frmSelectParameters.cmbCC_Click", [&] {
         WaitCursor wait;
         BlankRemainingMulti(level);
     });
-    emit changed();
+    if (filled)
+        emit changed();
+    else
+        choose(level, m_shown[std::size_t(level) - 1]);
 }

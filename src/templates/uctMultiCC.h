@@ -21,11 +21,14 @@ signals:
     void changed(); ///< by the user
 
 private:
-    void fill(int level, const QString& wanted);
+    void fillFrom(int firstLevel, ProjectLists::CostCentres wanted);
+    void fill(int level, const QStringList& centres, const QString& wanted);
+    void choose(int level, const QString& centre);
     void cmbCC_Click(int level);
     QComboBox* box(int level) const { return m_boxes[std::size_t(level) - 1]; }
 
     EditedReport m_report;
     ProjectLists::CostCentres m_limits;
+    ProjectLists::CostCentres m_shown; ///< the choices that the lists were read for
     std::array<QComboBox*, 5> m_boxes;
 };

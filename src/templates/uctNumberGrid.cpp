@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -176,9 +177,10 @@ bool uctNumberGrid::ReadCalledNos(const QString& path) {
 }
 
 void uctNumberGrid::saveFile() {
-    const QString path =
+    QString path =
         m_context->messages.saveFile(window(), m_context->session.paths.ProjectFolder(), fileFilter);
     if (path.isEmpty()) return;
+    if (QFileInfo(path).suffix().isEmpty()) path += path.endsWith('.') ? "CSV" : ".CSV";
     if (QFile::exists(path)
         && !m_context->messages.ask(window(), "File already exists, do you want to continue?"))
         return;

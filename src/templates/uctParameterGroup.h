@@ -4,6 +4,7 @@
 #include "templates/ProjectLists.h"
 #include "ui/ScreenContext.h"
 
+#include <QScopedValueRollback>
 #include <QWidget>
 
 /// What the groups of the parameter editor share: all of it outlives them.
@@ -25,9 +26,8 @@ public:
 
     /// Shows what the parameters say; not taken for an edit.
     void refresh(const clsReportParameters& parameters) {
-        m_refreshing = true;
+        const QScopedValueRollback quiet(m_refreshing, true);
         load(parameters);
-        m_refreshing = false;
     }
     /// Puts what is shown into the parameters.
     virtual void store(clsReportParameters& parameters) const = 0;

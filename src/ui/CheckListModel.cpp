@@ -12,12 +12,13 @@ void CheckListModel::setColumns(std::vector<ListColumn> columns) {
 }
 
 void CheckListModel::setEntries(std::vector<CheckListEntry> entries, const QStringList& tickedKeys) {
-    const QSet<QString> wanted(tickedKeys.begin(), tickedKeys.end());
+    QSet<QString> wanted;
+    for (const QString& key : tickedKeys) wanted.insert(listKey(key));
     beginResetModel();
     m_entries = std::move(entries);
     m_ticked.assign(m_entries.size(), false);
     m_tickedCount = 0;
-    for (std::size_t i = 0; i < m_entries.size(); ++i) tick(i, wanted.contains(m_entries[i].key));
+    for (std::size_t i = 0; i < m_entries.size(); ++i) tick(i, wanted.contains(listKey(m_entries[i].key)));
     findShown();
     endResetModel();
 }

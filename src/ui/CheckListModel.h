@@ -2,7 +2,12 @@
 
 #include "ui/ListModel.h"
 
-/// An entry to tick. Keys are unique within a list.
+/// What keys are compared by: the server takes texts that differ in letter case only for the same.
+inline QString listKey(const QString& key) {
+    return key.toCaseFolded();
+}
+
+/// An entry to tick. Keys are unique within a list, whatever their letter case.
 struct CheckListEntry {
     QString key;
     QStringList texts; ///< one for each column

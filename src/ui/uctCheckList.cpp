@@ -98,6 +98,7 @@ void uctCheckList::setEmptyText(const QString& text) {
 }
 
 void uctCheckList::setEntries(std::vector<CheckListEntry> entries, const QStringList& tickedKeys) {
+    m_search->clear(); // words typed for another list would hide entries of this one
     m_model->setEntries(std::move(entries), tickedKeys);
     if (!m_list->isHeaderHidden()) fitColumns();
     if (const int row = m_model->firstTickedRow(); row > 0)
@@ -115,11 +116,15 @@ void uctCheckList::fitColumns() {
 }
 
 void uctCheckList::setTexts(const QStringList& texts, const QStringList& ticked) {
-    const QSet<QString> known(texts.begin(), texts.end());
+    QSet<QString> known;
+    for (const QString& text : texts) known.insert(listKey(text));
     std::vector<CheckListEntry> entries;
     entries.reserve(std::size_t(texts.size()));
-    for (const QString& text : ticked)
-        if (!known.contains(text)) entries.push_back({text, {text + "   (not in this project)"}});
+    for (const QString& text : ticked) {
+        if (known.contains(listKey(text))) continue;
+        known.insert(listKey(text));
+        entries.push_back({text, {text + "   (not in this project)"}});
+    }
     for (const QString& text : texts) entries.push_back({text, {text}});
     setEntries(std::move(entries), ticked);
 }

@@ -1,4 +1,5 @@
 #include "params/Editor.h"
+#include "reports/CallFilter.h"
 #include "support/TestClass.h"
 
 #include <QCheckBox>
@@ -145,6 +146,23 @@ private slots:
         QCOMPARE(editor.parameters().CallFilter(), 2);
         for (int band = 1; band <= 23; ++band)
             QCOMPARE(editor.parameters().DistanceBandSelected(band), band == 6);
+    }
+
+    /// A mobile report always starts with all lines; the bands chosen for it stay.
+    void chosenBandsStay() {
+        for (const int filter : {AllLinesAndMobiles, AllMobiles}) {
+            Editor editor(*m_office, MobileReport, 195);
+            editor.parameters().setCallFilter(filter);
+            editor.parameters().setDistanceBandSelected(7, true);
+            QVERIFY(editor.open());
+            QVERIFY(editor.screen.findChild<QWidget*>("FrameDistance"));
+            QVERIFY(child<QCheckBox>(editor.screen, "ChkDistance7").isEnabled());
+            child<QLineEdit>(editor.screen, "txtCost0").setText("1");
+            press(editor.screen, "OptSelect2");
+            QCOMPARE(editor.save(), QStringList());
+            for (int band = 1; band <= 23; ++band)
+                QCOMPARE(editor.parameters().DistanceBandSelected(band), band == 7);
+        }
     }
 
     /// A report made for fixed lines only must not keep a choice that takes mobiles in.

@@ -341,6 +341,59 @@ private slots:
         QVERIFY(!trends.screen.findChild<QWidget*>("OptSelect8"));
     }
 
+    /// Saving a report whose selection is not offered must not widen it.
+    void unofferedSelectionIsKept() {
+        for (const bool chooses : {false, true}) {
+            Office office;
+            Editor editor(office, BillingReport, 221);
+            editor.parameters().setAccountFilter(9);
+            editor.parameters().setServiceNumber("0117");
+            editor.parameters().setCostCentre(2, "Audit");
+            QVERIFY(editor.open());
+            QVERIFY(!child<QRadioButton>(editor.screen, "OptSelect2").isChecked());
+            if (chooses) press(editor.screen, "OptSelect2");
+            QCOMPARE(editor.save(), QStringList());
+            QCOMPARE(editor.parameters().AccountFilter(), chooses ? 2 : 9);
+            QCOMPARE(editor.parameters().ServiceNumber(), chooses ? "" : "0117");
+            QCOMPARE(editor.parameters().CostCentre(2), chooses ? "" : "Audit");
+        }
+    }
+
+    /// Letter case makes no other entry; words typed for one list do not hide those of the next.
+    void storedKeysInOtherLetters() {
+        Office office;
+        Editor editor(office, CallReport, 161);
+        editor.parameters().setAccountFilter(4);
+        editor.parameters().setCostCentre(2, "audit|GONE|gone");
+        QVERIFY(editor.open());
+        auto& list = child<uctCheckList>(editor.screen, "lstAccounts");
+        QCOMPARE(list.tickedKeys(), (QStringList{"GONE", "Audit"}));
+        auto& search = child<QLineEdit>(list, "txtSearch");
+        search.setText("audit");
+        press(editor.screen, "OptSelect3");
+        QCOMPARE(search.text(), "");
+        QCOMPARE(child<QTreeView>(list, "lstEntries").model()->rowCount(), list.count());
+    }
+
+    /// Whichever list cannot be read, all boxes keep their entries and choices.
+    void failedLevelsStay() {
+        Office office;
+        Editor editor(office, CallReport, 161);
+        QVERIFY(editor.open());
+        press(editor.screen, "OptSelect0");
+        choose(editor.screen, "cmbCC1", "Children's Services");
+        choose(editor.screen, "cmbCC2", "Nursery");
+        const QStringList before = entries(editor.screen, "cmbCC2");
+        for (int step = 1; step <= 4; ++step) { // four lists lie below the first
+            office.program.fault.arm(step);
+            choose(editor.screen, "cmbCC1", "Operations");
+            QCOMPARE(office.shown(), QStringList{"Made to fail."});
+            QCOMPARE(child<QComboBox>(editor.screen, "cmbCC1").currentText(), "Children's Services");
+            QCOMPARE(entries(editor.screen, "cmbCC2"), before);
+            QCOMPARE(child<QComboBox>(editor.screen, "cmbCC2").currentText(), "Nursery");
+        }
+    }
+
     void levelsNarrow() {
         Office office;
         Editor editor(office, CallReport, 161);

@@ -156,6 +156,9 @@ private slots:
         frmRangeSel screen(office.program.context);
         QCOMPARE(screen.SetupNumbers("01234, café", "Calls to"), 0);
         const QString path = file("old");
+        office.program.messages.pick(m_folder.filePath("numbers")); // becomes numbers.CSV
+        press(screen, "cmdSave");
+        QVERIFY(QFile::exists(m_folder.filePath("numbers.CSV")));
         office.program.messages.pick(path);
         office.program.messages.answer(false);
         press(screen, "cmdSave");
@@ -281,6 +284,34 @@ private slots:
         QVERIFY(!screen.isVisible());
         QCOMPARE(excluded(office, 7), (QStringList{"1", "2"}));
         QVERIFY(office.program.messages.finished());
+    }
+
+    /// Cancel leaves what others did meanwhile, and the numbers put back are what they were.
+    void cancelKeepsTheWorkOfOthers() {
+        Office office;
+        exclude(office, 7, {"1", "2", "4"});
+        office.db().execute(sql("UPDATE NorvaScheduler.dbo.TblExcludedNumbers SET Include = 1 WHERE "
+                                "TemplateID = 7 AND TelNo IN ('1', '4')"));
+        frmExcludeNumbers screen(office.program.context);
+        QCOMPARE(screen.Setup(7), 0);
+        screen.show();
+        type(screen, "txtNumber", "3");
+        exclude(office, 7, {"8"});
+        auto& list = child<QListView>(screen, "DBGrid1");
+        list.selectAll();
+        for (const bool yes : {true, false, false, true}) office.program.messages.answer(yes); // 1, 2, 4, 3
+        press(screen, "cmdDeletedSelected");
+        QCOMPARE(excluded(office, 7), (QStringList{"2", "4", "8"}));
+        QCOMPARE(grid(screen).size(), 3);
+        type(screen, "txtNumber", "5");
+        exclude(office, 7, {"9"});
+        office.program.messages.answer(true);
+        press(screen, "cmdCancel");
+        QVERIFY(!screen.isVisible());
+        QCOMPARE(excluded(office, 7), (QStringList{"1", "2", "4", "8", "9"}));
+        QCOMPARE(column(office.db(), sql("SELECT TelNo FROM NorvaScheduler.dbo.TblExcludedNumbers WHERE "
+                                         "TemplateID = 7 AND Include = 1 ORDER BY TelNo")),
+                 (QStringList{"1", "4"}));
     }
 };
 
