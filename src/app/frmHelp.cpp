@@ -1,5 +1,6 @@
 #include "app/frmHelp.h"
 
+#include "ui/WindowSize.h"
 #include "ui/uctHeader.h"
 
 #include <QDesktopServices>
@@ -40,7 +41,7 @@ frmHelp::frmHelp(QWidget* parent) : QDialog(parent), m_pages(new QTextBrowser(th
     foot->setContentsMargins(12, 8, 12, 8);
     foot->addWidget(buttons);
     layout->addLayout(foot);
-    resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 36);
+    resizeToText(*this, 110, 36);
 }
 
 void showHelp(const QString& appFolder, QWidget* parent) {

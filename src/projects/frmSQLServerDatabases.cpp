@@ -6,6 +6,7 @@
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui_frmSQLServerDatabases.h"
 
 #include <QToolButton>
@@ -18,13 +19,14 @@ frmSQLServerDatabases::frmSQLServerDatabases(ScreenContext& context, QWidget* pa
     m_ui->List1->setEmptyText("No project on this server can be opened.");
     QToolButton* cmdOpen = m_ui->footer->add("Open", "&Open", "document-open", "Open the selected project");
     m_ui->footer->addStretch();
-    QToolButton* cmdCancel = m_ui->footer->add("Cancel", "&Cancel", "dialog-cancel", "Close without choosing a project");
+    QToolButton* cmdCancel =
+        m_ui->footer->add("Cancel", "&Cancel", "dialog-cancel", "Close without choosing a project");
     connect(cmdOpen, &QToolButton::clicked, this, &frmSQLServerDatabases::lblOpen_Click);
     connect(cmdCancel, &QToolButton::clicked, this, &QDialog::reject);
     connect(m_ui->List1, &uctListView::rowActivated, this, &frmSQLServerDatabases::lblOpen_Click);
     connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &frmSQLServerDatabases::txtSearch_Change);
     connect(m_ui->txtSearch, &QLineEdit::returnPressed, this, &frmSQLServerDatabases::lblOpen_Click);
-    resize(fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 26);
+    resizeToText(*this, 70, 26);
 }
 
 frmSQLServerDatabases::~frmSQLServerDatabases() = default;
@@ -43,9 +45,10 @@ int frmSQLServerDatabases::Setup() {
     m_ui->List1->selectId(int(m_projects.indexOf(m_context.session.project.database)));
     if (!list.leftOut.isEmpty())
         m_context.messages.notice(
-            parentWidget(), QString("Some imported projects appear to have no cost centres or are corrupt.  These are listed "
-                                    "in the log file (%1).  Please contact your Administrator.")
-                                .arg(m_context.session.log.path()));
+            parentWidget(),
+            QString("Some imported projects appear to have no cost centres or are corrupt.  These are listed "
+                    "in the log file (%1).  Please contact your Administrator.")
+                .arg(m_context.session.log.path()));
     return 0;
 }
 
@@ -77,9 +80,11 @@ bool useProject(ScreenContext& context, QWidget* parent, const QString& database
     guarded(context, parent, "frmSQLServerDatabases.OpenProject", [&] {
         WaitCursor wait;
         openProject(session, database);
-        if (CheckForCurrentUnitabAccountField(session, true)) openProject(session, database); // another account now
+        if (CheckForCurrentUnitabAccountField(session, true))
+            openProject(session, database); // another account now
         usable = masterCostCentresExist(session);
-        if (!usable) context.messages.notice(parent, "No master Cost Centre entries can be found for this project.");
+        if (!usable)
+            context.messages.notice(parent, "No master Cost Centre entries can be found for this project.");
     });
     if (!usable) session.project = former;
     return usable;

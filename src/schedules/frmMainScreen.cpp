@@ -20,6 +20,7 @@
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui/openScreen.h"
 #include "ui/uctColourKey.h"
 #include "ui_frmMainScreen.h"
@@ -64,9 +65,8 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     upgradeAtMainScreen(m_context.session.db());
     addMailOptionColumns(m_context.session.db());
     ReadGlobalOptions(m_context.session);
-    resize(fontMetrics().averageCharWidth() * 180, fontMetrics().height() * 40);
-    m_ui->header->setNote(
-        QString("%1 on %2").arg(m_context.session.userName, m_context.session.serverName));
+    resizeToText(*this, 180, 40);
+    m_ui->header->setNote(QString("%1 on %2").arg(m_context.session.userName, m_context.session.serverName));
     buildFooter();
     buildLists();
     m_ui->splitter->remember("MainScreen");
@@ -83,12 +83,15 @@ frmMainScreen::~frmMainScreen() = default;
 
 void frmMainScreen::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip, auto slot) {
+    const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
+                         auto slot) {
         connect(footer.add(name, caption, icon, toolTip), &QToolButton::clicked, this, slot);
     };
     add("Add", "&Add Schedule", "list-add", "Add a schedule", &frmMainScreen::cmdAdd_Click);
-    add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule", &frmMainScreen::cmdEdit_Click);
-    add("Delete", "&Delete Schedule", "edit-delete", "Delete the selected schedule", &frmMainScreen::cmdDelete_Click);
+    add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule",
+        &frmMainScreen::cmdEdit_Click);
+    add("Delete", "&Delete Schedule", "edit-delete", "Delete the selected schedule",
+        &frmMainScreen::cmdDelete_Click);
     footer.addStretch();
     add("ManageTemplates", "Manage &Templates", "view-list-details", "Manage the report templates",
         &frmMainScreen::cmdManageTemplates_Click);
@@ -176,7 +179,8 @@ void frmMainScreen::tellProblem(const DbError& error) {
     const QString state = error.connectionLost()
                               ? "The server cannot be reached. The lists show its last state; trying again…"
                               : "The schedules could not be read: " + error.text().simplified();
-    if (state != m_ui->lblServerState->text()) m_context.session.log.write("frmMainScreen.FillScheduleList", error);
+    if (state != m_ui->lblServerState->text())
+        m_context.session.log.write("frmMainScreen.FillScheduleList", error);
     m_ui->lblServerState->setText(state);
     m_ui->lblServerState->setToolTip(error.text());
 }
@@ -233,23 +237,32 @@ void frmMainScreen::run(const char* slot, const std::function<void()>& body) {
 }
 
 void frmMainScreen::cmdAdd_Click() {
-    run("frmMainScreen.cmdAdd_Click", [this] { openScreen<frmSchedule>(m_context, this, "Error loading add schedule", clsSchedule::notStored); });
+    run("frmMainScreen.cmdAdd_Click", [this] {
+        openScreen<frmSchedule>(m_context, this, "Error loading add schedule", clsSchedule::notStored);
+    });
 }
 
 void frmMainScreen::cmdEdit_Click() {
     run("frmMainScreen.cmdEdit_Click", [this] {
-        if (m_selectedScheduleId == -1) m_context.messages.notice(this, "You must select a schedule to edit.");
-        else editSchedule(m_selectedScheduleId);
+        if (m_selectedScheduleId == -1)
+            m_context.messages.notice(this, "You must select a schedule to edit.");
+        else
+            editSchedule(m_selectedScheduleId);
     });
 }
 
 void frmMainScreen::editSchedule(int id) {
     const QString loadFailure = "Error loading schedule information";
     switch (ReadScheduleStatus(m_context.session, id)) {
-    case Processing: resetSchedule(id); break;
+    case Processing:
+        resetSchedule(id);
+        break;
     case CompletedWithErrors:
-    case Completed: openScreen<frmScheduleView>(m_context, this, loadFailure, id); break;
-    default: openScreen<frmSchedule>(m_context, this, loadFailure, id);
+    case Completed:
+        openScreen<frmScheduleView>(m_context, this, loadFailure, id);
+        break;
+    default:
+        openScreen<frmSchedule>(m_context, this, loadFailure, id);
     }
 }
 
@@ -309,7 +322,9 @@ void frmMainScreen::restorePlacement() {
 }
 
 void frmMainScreen::savePlacement() const {
-    const auto keep = [](const char* key, int value) { saveSetting("VWT", "Position", key, QString::number(value)); };
+    const auto keep = [](const char* key, int value) {
+        saveSetting("VWT", "Position", key, QString::number(value));
+    };
     const QRect place = normalGeometry();
     keep("Type", isMaximized() ? 2 : 0);
     keep("X", place.x());

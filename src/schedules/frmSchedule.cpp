@@ -16,11 +16,11 @@
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui/openScreen.h"
 #include "ui_frmSchedule.h"
 
 #include <QScopedValueRollback>
-#include <QScreen>
 #include <QShortcut>
 #include <QToolButton>
 
@@ -54,7 +54,7 @@ frmSchedule::frmSchedule(ScreenContext& screenContext, QWidget* parent)
     setTextColour(*m_ui->lblProjectProblem, Palette::problem());
     buildFooter();
     connectControls();
-    fitToScreen();
+    resizeToText(*this, 110, 30);
 }
 
 frmSchedule::~frmSchedule() = default;
@@ -89,11 +89,6 @@ void frmSchedule::connectControls() {
     connect(m_ui->cmdCCSub, &QPushButton::clicked, this, &frmSchedule::cmdCCSub_Click);
     connect(m_ui->dtRunOn, &QDateEdit::dateChanged, this, &frmSchedule::dtRunOn_Change);
     connect(m_ui->dtRunOnTime, &QTimeEdit::timeChanged, this, &frmSchedule::dtRunOn_Change);
-}
-
-void frmSchedule::fitToScreen() {
-    const QSize wanted(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 30);
-    resize(wanted.boundedTo(screen()->availableSize() * 0.95));
 }
 
 void frmSchedule::run(const char* slot, const std::function<void()>& body) {
@@ -442,8 +437,8 @@ void frmSchedule::cmdCCSub_Click() {
         }
         if (!checkProject()) return;
         const bool edit = m_ui->cmbTemplate->currentIndex() >= 0 && m_schedule.Template().TemplateType() != 0;
-        openScreen<frmTransfer>(context(), this,
-                                "Error Loading " + (edit ? m_schedule.Template().Title() : QString("Template")),
-                                edit ? m_schedule.Template().ID() : -1);
+        openScreen<frmTransfer>(
+            context(), this, "Error Loading " + (edit ? m_schedule.Template().Title() : QString("Template")),
+            edit ? m_schedule.Template().ID() : -1);
     });
 }

@@ -47,7 +47,6 @@ private slots:
 private:
     void buildFooter();
     void connectControls();
-    void fitToScreen();
     void run(const char* slot, const std::function<void()>& body);
 
     void RefreshForm();

@@ -9,13 +9,13 @@
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui_frmScheduleView.h"
 
 #include <QAction>
 #include <QClipboard>
 #include <QFile>
 #include <QSaveFile>
-#include <QScreen>
 #include <QToolButton>
 
 namespace {
@@ -59,8 +59,7 @@ frmScheduleView::frmScheduleView(ScreenContext& screenContext, QWidget* parent)
     m_ui->lblDiagnostics->setVisible(session().diagnostics);
     buildFooter();
     buildList();
-    const QSize wanted(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 36);
-    resize(wanted.boundedTo(screen()->availableSize() * 0.95));
+    resizeToText(*this, 130, 36);
 }
 
 frmScheduleView::~frmScheduleView() = default;

@@ -12,12 +12,12 @@
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui_frmEmailSettings.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QScreen>
 #include <QShortcut>
 #include <QToolButton>
 
@@ -88,8 +88,7 @@ frmEmailSettings::frmEmailSettings(ScreenContext& context, QWidget* parent)
     m_ui->txtDefaultEmail->setPalette(colours);
     m_ui->numMaxFileSize->setEnabled(mayChange);
     m_ui->lblOptionsNote->setVisible(!mayChange);
-    const QSize wanted(fontMetrics().averageCharWidth() * 125, fontMetrics().height() * 34);
-    resize(wanted.boundedTo(screen()->availableSize() * 0.95));
+    resizeToText(*this, 125, 34);
 }
 
 frmEmailSettings::~frmEmailSettings() = default;

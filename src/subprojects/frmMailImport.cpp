@@ -6,11 +6,11 @@
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
+#include "ui/WindowSize.h"
 #include "ui_frmMailImport.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QScreen>
 #include <QToolButton>
 
 namespace {
@@ -61,8 +61,7 @@ frmMailImport::frmMailImport(ScreenContext& context, AddressBook& book, QWidget*
     connect(m_ui->cmbLayout, &QComboBox::activated, this, &frmMailImport::showLines);
     connect(m_ui->cmbLevel, &QComboBox::activated, this, &frmMailImport::showLines);
     connect(m_ui->txtAccount, &QLineEdit::editingFinished, this, &frmMailImport::showLines);
-    const QSize wanted(fontMetrics().averageCharWidth() * 130, fontMetrics().height() * 32);
-    resize(wanted.boundedTo(screen()->availableSize() * 0.95));
+    resizeToText(*this, 130, 32);
 }
 
 frmMailImport::~frmMailImport() = default;

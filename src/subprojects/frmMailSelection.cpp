@@ -8,9 +8,9 @@
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui_frmMailSelection.h"
 
-#include <QScreen>
 #include <QToolButton>
 
 frmMailSelection::frmMailSelection(ScreenContext& context, AddressBook& book, QWidget* parent)
@@ -37,8 +37,7 @@ frmMailSelection::frmMailSelection(ScreenContext& context, AddressBook& book, QW
     connect(m_ui->txtFind, &QLineEdit::returnPressed, m_ui->lstCentres, qOverload<>(&QWidget::setFocus));
     connect(m_ui->lstCentres, &uctListView::rowActivated, m_ui->txtEmail, qOverload<>(&QWidget::setFocus));
     connect(m_ui->txtEmail, &QLineEdit::returnPressed, this, &frmMailSelection::cmdAdd_Click);
-    const QSize wanted(fontMetrics().averageCharWidth() * 85, fontMetrics().height() * 28);
-    resize(wanted.boundedTo(screen()->availableSize() * 0.95));
+    resizeToText(*this, 85, 28);
 }
 
 frmMailSelection::~frmMailSelection() = default;

@@ -9,9 +9,9 @@
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui_frmTransfer.h"
 
-#include <QScreen>
 #include <QShortcut>
 #include <QToolButton>
 #include <QTreeView>
@@ -46,8 +46,7 @@ frmTransfer::frmTransfer(ScreenContext& screenContext, QWidget* parent)
     buildFooter();
     connectControls();
     setFilling(false);
-    const QSize wanted(fontMetrics().averageCharWidth() * 115, fontMetrics().height() * 36);
-    resize(wanted.boundedTo(screen()->availableSize() * 0.95));
+    resizeToText(*this, 115, 36);
 }
 
 frmTransfer::~frmTransfer() = default;

@@ -5,9 +5,9 @@
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui_frmBillSelection.h"
 
-#include <QScreen>
 #include <QToolButton>
 
 namespace {
@@ -38,8 +38,7 @@ frmBillSelection::frmBillSelection(ScreenContext& context, QWidget* parent)
     footer.addStretch();
     connect(footer.add("Cancel", "&Cancel", "dialog-cancel", "Close and keep the former choice"),
             &QToolButton::clicked, this, &frmBillSelection::reject);
-    resize(QSize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 28)
-               .boundedTo(screen()->availableSize()));
+    resizeToText(*this, 110, 28);
 }
 
 frmBillSelection::~frmBillSelection() = default;

@@ -4,9 +4,9 @@
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui_frmExcludeNumbers.h"
 
-#include <QScreen>
 #include <QToolButton>
 
 frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
@@ -35,8 +35,7 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
         guarded(this->context(), this, "frmExcludeNumbers.DBGrid1_AfterUpdate",
                 [&] { tellOfOthers(number); });
     });
-    resize(QSize(fontMetrics().averageCharWidth() * 76, fontMetrics().height() * 30)
-               .boundedTo(screen()->availableSize()));
+    resizeToText(*this, 76, 30);
 }
 
 frmExcludeNumbers::~frmExcludeNumbers() = default;

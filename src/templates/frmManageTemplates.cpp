@@ -14,10 +14,10 @@
 #include "ui/Icons.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui/openScreen.h"
 #include "ui_frmManageTemplates.h"
 
-#include <QScreen>
 #include <QToolButton>
 
 frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
@@ -36,8 +36,7 @@ frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
     connect(m_ui->lstTemplates, &uctListView::deletePressed, this, &frmManageTemplates::cmdDelete_Click);
     connect(m_ui->txtFilter, &QLineEdit::textChanged, m_ui->lstTemplates, &uctListView::setFilterWords);
     connect(m_ui->txtFilter, &QLineEdit::returnPressed, this, &frmManageTemplates::goToList);
-    resize(QSize(fontMetrics().averageCharWidth() * 150, fontMetrics().height() * 34)
-               .boundedTo(screen()->availableSize() * 0.95));
+    resizeToText(*this, 150, 34);
 }
 
 frmManageTemplates::~frmManageTemplates() = default;

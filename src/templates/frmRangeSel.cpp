@@ -4,9 +4,9 @@
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui_frmRangeSel.h"
 
-#include <QScreen>
 #include <QToolButton>
 
 frmRangeSel::frmRangeSel(ScreenContext& context, QWidget* parent)
@@ -27,8 +27,7 @@ frmRangeSel::frmRangeSel(ScreenContext& context, QWidget* parent)
     connect(m_ui->grid, &uctNumberGrid::deletePressed, this, [this] {
         guarded(this->context(), this, "frmRangeSel.DBGrid1_Delete", [this] { deleteSelected(); });
     });
-    resize(QSize(fontMetrics().averageCharWidth() * 72, fontMetrics().height() * 28)
-               .boundedTo(screen()->availableSize()));
+    resizeToText(*this, 72, 28);
 }
 
 frmRangeSel::~frmRangeSel() = default;

@@ -12,11 +12,11 @@
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui_frmReport.h"
 
 #include <QHeaderView>
 #include <QScopedValueRollback>
-#include <QScreen>
 #include <QShortcut>
 #include <QToolButton>
 #include <algorithm>
@@ -41,7 +41,7 @@ frmReport::frmReport(ScreenContext& context, QWidget* parent)
 
     m_ui->lstReports->setColumns({{"Report"}}, "ReportTitle");
     m_ui->lstReports->setHeaderHidden(true);
-    m_ui->lstReports->setFixedHeight(fontMetrics().height() * 3 / 2);
+    m_ui->lstReports->setFixedHeight(fontMetrics().height() + 8); // one row
     m_ui->lstParameters->setColumns({{"Parameter", ListColumn::Text, 30}, {"Value", ListColumn::Text, 80}},
                                     "ReportParameters");
     m_ui->lstParameters->header()->setSectionsClickable(false);
@@ -50,8 +50,7 @@ frmReport::frmReport(ScreenContext& context, QWidget* parent)
     m_ui->hdrOutputs->attach(m_ui->paneOutputs, "Report/Outputs");
     buildFooter();
     connectControls();
-    resize(QSize(fontMetrics().averageCharWidth() * 105, fontMetrics().height() * 36)
-               .boundedTo(screen()->availableSize() * 0.95));
+    resizeToText(*this, 105, 36);
 }
 
 frmReport::~frmReport() = default;

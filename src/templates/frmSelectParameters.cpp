@@ -17,10 +17,10 @@
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui/uctFrameHeader.h"
 #include "ui_frmSelectParameters.h"
 
-#include <QScreen>
 #include <QScrollBar>
 #include <QToolButton>
 
@@ -40,7 +40,7 @@ frmSelectParameters::frmSelectParameters(ScreenContext& context, QWidget* parent
     connect(m_ui->lstGroups, &QListWidget::currentRowChanged, this, [this](int row) { goTo(row, false); });
     connect(m_ui->lstGroups, &QListWidget::itemActivated, this,
             [this](QListWidgetItem* item) { goTo(m_ui->lstGroups->row(item), true); });
-    resize(QSize(letter * 135, fontMetrics().height() * 36).boundedTo(screen()->availableSize()));
+    resizeToText(*this, 135, 36);
 }
 
 frmSelectParameters::~frmSelectParameters() = default;
@@ -213,8 +213,7 @@ void frmSelectParameters::RefreshParams() {
         if (auto* found = qobject_cast<uctLineChoice*>(group.widget)) lines = found;
     }
     // A report is not made for every kind of line, and then starts with another one than it holds.
-    if (bands && lines && lines->callFilter() != m_working->CallFilter())
-        bands->narrow(lines->callFilter());
+    if (bands && lines && lines->callFilter() != m_working->CallFilter()) bands->narrow(lines->callFilter());
     showTexts();
 }
 

@@ -4,10 +4,10 @@
 #include "reports/Catalogue.h"
 #include "templates/ReportTypes.h"
 #include "ui/Messages.h"
+#include "ui/WindowSize.h"
 #include "ui_frmSelectReports.h"
 
 #include <QKeyEvent>
-#include <QScreen>
 #include <QToolButton>
 
 namespace {
@@ -58,7 +58,7 @@ frmSelectReports::frmSelectReports(ScreenContext& context, QWidget* parent)
     const int letter = fontMetrics().averageCharWidth();
     m_ui->splitter->setSizes({letter * 62, letter * 52});
     m_ui->splitter->remember("SelectReports");
-    resize(QSize(letter * 120, fontMetrics().height() * 32).boundedTo(screen()->availableSize() * 0.95));
+    resizeToText(*this, 120, 32);
 }
 
 frmSelectReports::~frmSelectReports() = default;

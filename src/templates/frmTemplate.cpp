@@ -11,11 +11,11 @@
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowSize.h"
 #include "ui_frmTemplate.h"
 
 #include <QHeaderView>
 #include <QScopedValueRollback>
-#include <QScreen>
 #include <QShortcut>
 #include <QToolButton>
 
@@ -55,8 +55,7 @@ frmTemplate::frmTemplate(ScreenContext& context, QWidget* parent)
     m_ui->hdrReports->attach(m_ui->lstReports, "Template/Reports");
     buildFooter();
     connectControls();
-    resize(QSize(fontMetrics().averageCharWidth() * 145, fontMetrics().height() * 34)
-               .boundedTo(screen()->availableSize() * 0.95));
+    resizeToText(*this, 145, 34);
 }
 
 frmTemplate::~frmTemplate() = default;

@@ -39,25 +39,51 @@ QPalette colours() {
     return palette;
 }
 
-/// The style draws the outlines of check boxes and option buttons darker than the window, which no one
-/// can see on a dark one.
-class VisibleIndicators : public QProxyStyle {
+/// Makes visible what the base style hides: outlines of check boxes and option buttons on a dark window,
+/// and which control has the keyboard, be it a button, a row or a whole list.
+class VisibleStyle : public QProxyStyle {
 public:
     using QProxyStyle::QProxyStyle;
 
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
+        if (element == PE_Frame) return drawFrame(*option, *painter);
+        if (element == PE_FrameFocusRect) return drawFocus(option, painter, widget);
         QProxyStyle::drawPrimitive(element, option, painter, widget);
+        if (current == Palette::Dark) drawIndicatorOutline(element, *option, *painter);
+    }
+
+private:
+    /// Filled, because a stroked outline loses edges at some sizes.
+    static void drawFrame(const QStyleOption& option, QPainter& painter) {
+        const QColor line = option.state & State_HasFocus ? option.palette.color(QPalette::Highlight)
+                                                          : Palette::frameLine().darker(115);
+        const QRect all = option.rect;
+        for (const QRect& edge :
+             {QRect(all.topLeft(), QSize(all.width(), 1)), QRect(all.bottomLeft(), QSize(all.width(), 1)),
+              QRect(all.topLeft(), QSize(1, all.height())), QRect(all.topRight(), QSize(1, all.height()))})
+            painter.fillRect(edge, line);
+    }
+
+    void drawFocus(const QStyleOption* option, QPainter* painter, const QWidget* widget) const {
+        QStyleOptionFocusRect shown;
+        if (const auto* given = qstyleoption_cast<const QStyleOptionFocusRect*>(option)) shown = *given;
+        shown.state |= State_KeyboardFocusChange; // else only after the Tab key
+        QProxyStyle::drawPrimitive(PE_FrameFocusRect, &shown, painter, widget);
+    }
+
+    static void drawIndicatorOutline(PrimitiveElement element, const QStyleOption& option,
+                                     QPainter& painter) {
         const bool box = element == PE_IndicatorCheckBox || element == PE_IndicatorItemViewItemCheck;
-        if (current != Palette::Dark || !(box || element == PE_IndicatorRadioButton)) return;
-        painter->save();
-        painter->setRenderHint(QPainter::Antialiasing);
-        painter->setPen(option->palette.color(option->state & State_Enabled ? QPalette::Active : QPalette::Disabled,
-                                              QPalette::PlaceholderText));
-        painter->setBrush(Qt::NoBrush);
-        const QRectF outline = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
-        box ? painter->drawRect(outline) : painter->drawEllipse(outline);
-        painter->restore();
+        if (!box && element != PE_IndicatorRadioButton) return;
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(option.palette.color(
+            option.state & State_Enabled ? QPalette::Active : QPalette::Disabled, QPalette::PlaceholderText));
+        painter.setBrush(Qt::NoBrush);
+        const QRectF outline = QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5);
+        box ? painter.drawRect(outline) : painter.drawEllipse(outline);
+        painter.restore();
     }
 };
 
@@ -74,7 +100,7 @@ Scheme wantedScheme() {
 
 void apply(QApplication& application, Scheme scheme) {
     current = scheme;
-    application.setStyle(new VisibleIndicators("Fusion"));
+    application.setStyle(new VisibleStyle("Fusion"));
     application.setPalette(colours());
     if (!QIcon::themeSearchPaths().contains("/usr/share/icons"))
         QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << "/usr/share/icons");
@@ -89,14 +115,32 @@ void applyFont(QApplication& application, const QString& family) {
     application.setFont(font);
 }
 
-QColor headerFrom() { return either("#0f4c66", "#0c2f40"); }
-QColor headerTo() { return either("#2a93a8", "#1c6274"); }
-QColor headerText() { return QColor("#ffffff"); }
-QColor subtleText() { return either("#5c6972", "#9fabb4"); }
-QColor frameLine() { return either("#cdd5db", "#3d454d"); }
-QColor standardSchedule() { return either("#ffffff", "#1b1f23"); }
-QColor multiSelectCostCentre() { return either("#d9eef6", "#16404f"); }
-QColor changedValue() { return either("#fff3cf", "#4a3d16"); }
-QColor problem() { return either("#b3261e", "#ff8a80"); }
+QColor headerFrom() {
+    return either("#0f4c66", "#0c2f40");
+}
+QColor headerTo() {
+    return either("#2a93a8", "#1c6274");
+}
+QColor headerText() {
+    return QColor("#ffffff");
+}
+QColor subtleText() {
+    return either("#5c6972", "#9fabb4");
+}
+QColor frameLine() {
+    return either("#cdd5db", "#3d454d");
+}
+QColor standardSchedule() {
+    return either("#ffffff", "#1b1f23");
+}
+QColor multiSelectCostCentre() {
+    return either("#d9eef6", "#16404f");
+}
+QColor changedValue() {
+    return either("#fff3cf", "#4a3d16");
+}
+QColor problem() {
+    return either("#b3261e", "#ff8a80");
+}
 
 } // namespace Palette
