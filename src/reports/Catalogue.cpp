@@ -1,6 +1,7 @@
 #include "reports/Catalogue.h"
 
 #include "reports/BillType.h"
+#include "reports/CallFilter.h"
 
 #include <QStringList>
 #include <algorithm>
@@ -78,6 +79,22 @@ QString groupText(int position, int reportType) {
 
 bool CatalogueEntry::offers(int position) const {
     return position >= 1 && std::size_t(position) <= flags.size() && flags[std::size_t(position) - 1] == 'Y';
+}
+
+bool CatalogueEntry::takesCallsFrom(int callFilter) const {
+    switch (callFilter) {
+    case AllLinesAndMobiles:
+    case AllMobiles:
+        return runsFor('M');
+    case AllLines:
+        return runsFor('L');
+    case AllLinesDataOnly:
+        return runsFor('D');
+    case AllLinesVoiceOnly:
+        return runsFor('V');
+    default:
+        return false;
+    }
 }
 
 QString CatalogueEntry::titleText() const {

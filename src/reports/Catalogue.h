@@ -46,6 +46,8 @@ struct CatalogueEntry {
     bool offers(int position) const;
     bool offersAnyGroup() const { return flags.find('Y') != flags.npos; }
     bool runsFor(char line) const { return lines.find(line) != lines.npos; }
+    /// Whether the report can be restricted so; all mobiles have no letter of their own.
+    bool takesCallsFrom(int callFilter) const;
     bool allowsOutput(char output) const { return outputs.find(output) != outputs.npos; }
     QString titleText() const;
     /// "YYYYYNNNNNYN LMVD ECP", or "NNNNNNNN ECP" without kinds of line.

@@ -184,6 +184,20 @@ void frmSchedule::selectTemplate() {
     m_ui->cmdEditTemplate->setEnabled(m_ui->cmbTemplate->currentIndex() >= 0);
 }
 
+/// Later templates have higher keys.
+int frmSchedule::lastTemplate() const {
+    int last = -1;
+    for (int i = 0; i < m_ui->cmbTemplate->count(); ++i)
+        last = qMax(last, m_ui->cmbTemplate->itemData(i).toInt());
+    return last;
+}
+
+/// Whoever makes a template from here wants it for the schedule.
+void frmSchedule::takeTemplateMadeAfter(int last) {
+    if (lastTemplate() > last)
+        m_ui->cmbTemplate->setCurrentIndex(m_ui->cmbTemplate->findData(lastTemplate()));
+}
+
 bool frmSchedule::isProjectChosen() const {
     return !m_schedule.ProjectFile().isEmpty() && m_projectProblem.isEmpty();
 }
@@ -416,7 +430,10 @@ void frmSchedule::cmdEditTemplate_Click() {
 
 void frmSchedule::cmdAddTemplate_Click() {
     run("frmSchedule.cmdAddTemplate_Click", [this] {
-        if (checkProject()) openScreen<frmTemplate>(context(), this, "Error Loading Template", -1);
+        if (!checkProject()) return;
+        const int last = lastTemplate();
+        openScreen<frmTemplate>(context(), this, "Error Loading Template", -1);
+        takeTemplateMadeAfter(last);
     });
 }
 
@@ -437,8 +454,10 @@ void frmSchedule::cmdCCSub_Click() {
         }
         if (!checkProject()) return;
         const bool edit = m_ui->cmbTemplate->currentIndex() >= 0 && m_schedule.Template().TemplateType() != 0;
+        const int last = lastTemplate();
         openScreen<frmTransfer>(
             context(), this, "Error Loading " + (edit ? m_schedule.Template().Title() : QString("Template")),
             edit ? m_schedule.Template().ID() : -1);
+        takeTemplateMadeAfter(last);
     });
 }

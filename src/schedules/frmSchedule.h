@@ -55,6 +55,8 @@ private:
     void fillHistory();
     void fillTemplates();
     void selectTemplate();
+    int lastTemplate() const;
+    void takeTemplateMadeAfter(int last);
 
     void openStoredProject();
     void chooseFromHistory(int row);

@@ -72,8 +72,7 @@ bool holdsAddress(const QStringList& fields) {
 }
 
 QString lineOf(const MailEntry& entry) {
-    return QStringList{entry.billAccount, entry.costCentre, QString::number(entry.level), entry.emailAddress}
-        .join(',');
+    return QStringList{entry.billAccount, entry.costCentre, entry.level, entry.emailAddress}.join(',');
 }
 
 } // namespace
@@ -106,8 +105,7 @@ AddressFile readAddressFile(const QString& path) {
 bool survivesExport(const MailEntry& entry) {
     return problemOf(entry).isEmpty()
            && splitLine(lineOf(entry))
-                  == QStringList{entry.billAccount, entry.costCentre, QString::number(entry.level),
-                                 entry.emailAddress};
+                  == QStringList{entry.billAccount, entry.costCentre, entry.level, entry.emailAddress};
 }
 
 void writeAddressFile(const QString& path, const QList<MailEntry>& entries) {

@@ -61,7 +61,7 @@ bool agrees(const AddressLayout& layout, const QStringList& fields) {
 }
 
 ImportRow mapLine(const AddressLine& line, const AddressLayout& layout, const MailEntry& defaults) {
-    ImportRow row{line.number, defaults, QString::number(defaults.level), ImportRow::New, {}};
+    ImportRow row{line.number, defaults, defaults.level, ImportRow::New, {}};
     for (qsizetype i = 0; i < qMin(layout.size(), line.fields.size()); ++i) {
         switch (layout[i]) {
         case BillAccount:
@@ -75,7 +75,7 @@ ImportRow mapLine(const AddressLine& line, const AddressLayout& layout, const Ma
             break;
         case Level:
             row.levelText = line.fields[i];
-            row.entry.level = row.levelText.toInt();
+            row.entry.level = QString::number(row.levelText.toInt());
         }
     }
     const auto end = [&](ImportRow::Status status, const QString& reason) {
@@ -90,7 +90,7 @@ ImportRow mapLine(const AddressLine& line, const AddressLayout& layout, const Ma
             QString("The line has %1 fields instead of %2.").arg(line.fields.size()).arg(layout.size()));
     if (!isNumber(row.levelText))
         return end(ImportRow::Unreadable, QString("'%1' is no level.").arg(row.levelText));
-    if (row.entry.level < 1 || row.entry.level > 5)
+    if (!row.entry.hasLevel())
         return end(ImportRow::BadLevel, QString("The level is %1.").arg(row.levelText));
     const QString problem = problemOf(row.entry);
     return problem.isEmpty() ? row : end(ImportRow::Refused, problem);

@@ -22,9 +22,11 @@ bool holdsControlCharacter(const QString& text) {
 } // namespace
 
 QString MailEntry::key() const {
-    return QStringList{keyPart(billAccount), keyPart(costCentre), QString::number(level),
-                       keyPart(emailAddress)}
-        .join('\n');
+    return QStringList{keyPart(billAccount), keyPart(costCentre), level, keyPart(emailAddress)}.join('\n');
+}
+
+bool MailEntry::hasLevel() const {
+    return level.size() == 1 && level >= "1" && level <= "5";
 }
 
 void requireFits(const MailEntry& entry) {
@@ -37,7 +39,7 @@ QString problemOf(const MailEntry& entry) {
     if (entry.billAccount.isEmpty()) return "There is no bill account.";
     if (entry.costCentre.isEmpty()) return "There is no cost centre.";
     if (entry.emailAddress.isEmpty()) return "There is no e-mail address.";
-    if (entry.level < 1 || entry.level > 5) return "Cost Centre levels should be between 1 and 5";
+    if (!entry.hasLevel()) return "Cost Centre levels should be between 1 and 5";
     for (const QString& text : {entry.billAccount, entry.costCentre, entry.emailAddress})
         if (holdsControlCharacter(text)) return "A field holds a character that is no letter.";
     try {

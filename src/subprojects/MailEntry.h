@@ -6,7 +6,7 @@
 struct MailEntry {
     QString billAccount;
     QString costCentre;
-    int level = 1; ///< of the cost centre, 1 to 5
+    QString level = "1"; ///< of the cost centre, 1 to 5; a stored entry may hold anything
     QString emailAddress;
 
     bool operator==(const MailEntry& other) const {
@@ -16,6 +16,7 @@ struct MailEntry {
     /// The same for entries that the server would call equal: without regard to case and to blanks at
     /// the end.
     QString key() const;
+    bool hasLevel() const;
 };
 
 /// Throws DbError when a column of the address book cannot hold a text.

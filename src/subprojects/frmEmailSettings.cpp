@@ -29,7 +29,7 @@ constexpr qsizetype entriesNamed = 8; ///< in one message
 
 QString inWords(const MailEntry& entry) {
     return QString("%1, %2, level %3, %4")
-        .arg(entry.billAccount, entry.costCentre, QString::number(entry.level), entry.emailAddress)
+        .arg(entry.billAccount, entry.costCentre, entry.level, entry.emailAddress)
         .simplified();
 }
 
@@ -141,8 +141,7 @@ void frmEmailSettings::showBook() {
     rows.reserve(std::size_t(m_book.entries().size()));
     for (auto entry = m_book.entries().cbegin(); entry != m_book.entries().cend(); ++entry)
         rows.push_back(
-            {entry.key(),
-             {entry->billAccount, entry->costCentre, QString::number(entry->level), entry->emailAddress}});
+            {entry.key(), {entry->billAccount, entry->costCentre, entry->level, entry->emailAddress}});
     m_ui->MSFlexGrid1->setRows(std::move(rows));
     const qsizetype count = m_book.entries().size();
     m_ui->lblCount->setText(count == 1 ? "1 entry" : QString("%L1 entries").arg(count));

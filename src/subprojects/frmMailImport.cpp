@@ -140,7 +140,7 @@ AddressLayout frmMailImport::layout() const {
 }
 
 MailEntry frmMailImport::defaults() const {
-    return {m_ui->txtAccount->text().trimmed(), {}, m_ui->cmbLevel->currentData().toInt(), {}};
+    return {m_ui->txtAccount->text().trimmed(), {}, m_ui->cmbLevel->currentData().toString(), {}};
 }
 
 void frmMailImport::showLines() {

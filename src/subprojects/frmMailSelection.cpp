@@ -98,7 +98,7 @@ void frmMailSelection::add() {
     if (address.isEmpty()) return refuse("You must enter an Email Address.", m_ui->txtEmail);
     if (!isValidEmailAddress(address)) return refuse("You must enter a valid Email Address.", m_ui->txtEmail);
     const MailEntry entry{session().project.unitabAccount, m_ui->lstCentres->textOf(*centre, 0),
-                          m_ui->cmbLevel->currentData().toInt(), address};
+                          m_ui->cmbLevel->currentData().toString(), address};
     if (m_book.EntryAlreadyExists(entry)) {
         messages().notice(
             this, QString("This cost centre already has the e-mail address %1 assigned to it.").arg(address),

@@ -24,7 +24,7 @@ QList<MailEntry> sorted(QList<MailEntry> entries) {
 QList<MailEntry> entriesOf(const RecordSet& rows) {
     QList<MailEntry> entries;
     entries.reserve(rows.rowCount());
-    for (const Row row : rows) entries.append({row.text(0), row.text(1), row.integer(3), row.text(2)});
+    for (const Row row : rows) entries.append({row.text(0), row.text(1), row.text(3), row.text(2)});
     return sorted(entries);
 }
 
@@ -38,7 +38,7 @@ QList<MailEntry> difference(const QList<MailEntry>& entries, const QList<MailEnt
 
 Sql insertOf(const MailEntry& entry) {
     return sql("INSERT INTO NorvaScheduler.dbo.tblMailAddresses Values ({}, {}, {}, {})", entry.billAccount,
-               entry.costCentre, entry.emailAddress, QString::number(entry.level));
+               entry.costCentre, entry.emailAddress, entry.level);
 }
 
 void replace(Connection& connection, const QList<MailEntry>& book,
@@ -62,8 +62,8 @@ QList<MailEntry> readMailAddresses(Connection& connection) {
 std::optional<ForeignChanges> saveMailAddresses(Connection& connection, const QList<MailEntry>& book,
                                                 const QList<MailEntry>& asRead,
                                                 const std::function<void(qsizetype written)>& tell) {
-    for (const MailEntry& entry : book) requireFits(entry);
     const QList<MailEntry> expected = sorted(asRead);
+    for (const MailEntry& entry : difference(sorted(book), expected)) requireFits(entry);
 
     Transaction transaction(connection);
     // Nobody may change the book between the comparison and the replacement.

@@ -7,23 +7,12 @@
 
 namespace {
 
-bool runsFor(const CatalogueEntry& entry, int callFilter) {
-    switch (callFilter) {
-    case AllLines:
-        return entry.runsFor('L');
-    case AllLinesVoiceOnly:
-        return entry.runsFor('V');
-    case AllLinesDataOnly:
-        return entry.runsFor('D');
-    default:
-        return entry.runsFor('M');
-    }
-}
-
-void suitLines(clsReportParameters& parameters, const CatalogueEntry& entry, int billType) {
-    if (entry.lines.empty() || runsFor(entry, parameters.CallFilter())) return;
+void suitLines(clsReportParameters& parameters, int reportType, const CatalogueEntry& entry, int billType) {
+    if (entry.lines.empty()) return;
+    // The line filter that some bills start with says nothing of mobiles.
+    if (reportType != MobileReport && entry.takesCallsFrom(parameters.CallFilter())) return;
     for (const int filter : {AllLinesAndMobiles, AllLines, AllLinesVoiceOnly, AllLinesDataOnly}) {
-        if (!runsFor(entry, filter)) continue;
+        if (!entry.takesCallsFrom(filter)) continue;
         parameters.setCallFilter(filter); // unselects the bands
         const distanceBands::Range bands = distanceBands::suiting(filter, billType);
         for (int band = bands.first; band <= bands.last; ++band)
@@ -34,9 +23,10 @@ void suitLines(clsReportParameters& parameters, const CatalogueEntry& entry, int
 
 } // namespace
 
-std::shared_ptr<clsReportParameters> newParameters(const Session& session, const CatalogueEntry& entry) {
+std::shared_ptr<clsReportParameters> newParameters(const Session& session, int reportType,
+                                                   const CatalogueEntry& entry) {
     auto parameters = std::make_shared<clsReportParameters>(session.project);
-    suitLines(*parameters, entry, session.project.billType);
+    suitLines(*parameters, reportType, entry, session.project.billType);
     const ProjectLists::CostCentres limits = costCentreLimits(session);
     if (entry.offers(AccountsGroup) && isLimited(limits)) {
         parameters->setAccountFilter(SeveralCostCentreLevels);

@@ -2,17 +2,13 @@
 
 #include "reports/AccountFilter.h"
 #include "reports/CallFilter.h"
+#include "reports/CallTagging.h"
 #include "reports/ParameterSummary.h"
 
 #include <QLocale>
 #include <QStringList>
-#include <algorithm>
 
 namespace {
-
-/// Reports about tagged calls; no others ask which calls are left out.
-constexpr int taggedReports[] = {191, 192};
-enum CallTagging { AllCalls = 0, ExcludeBusiness = 1, ExcludePrivate = 2 };
 
 QString either(const QString& value, const char* none) {
     return value.isEmpty() ? QString(none) : value;
@@ -132,9 +128,9 @@ private:
     }
 
     void addTagging() {
+        if (!isTaggedCallReport(m_report.ReportSubType())) return;
         const int setting = m_parameters.CallTaggingSetting();
-        if (std::ranges::find(taggedReports, m_report.ReportSubType()) == std::end(taggedReports)) return;
-        add("Call Tagging", setting == AllCalls ? QString("All Calls") : QString("Setting %1").arg(setting));
+        add("Call Tagging", callTaggingName(setting));
         add("Exclude Business", yesNo(setting == ExcludeBusiness));
         add("Exclude Private", yesNo(setting == ExcludePrivate));
     }

@@ -66,10 +66,11 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenC
             requireFits("cost centre", costCentre.Value, 30, CodePage::Unicode);
 
     Transaction transaction(m_connection);
-    if (header.id != -1) lockRow(header.id);
+    lockTemplates();
     if (titleIsUsed(header)) return TitleUsed;
     if (header.id != -1 && whenChanged == KeepTheirs && isChangedSinceLoad()) return ChangedMeanwhile;
     header.id = writeHeader(header, headerColumns);
+    if (!newTitle.isEmpty() && m_header.id != -1) copyExcludedNumbers(m_header.id, header.id);
     if (header.isOrdinary())
         replaceReports(header.id, reportRows);
     else
@@ -82,10 +83,11 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenC
     return Saved;
 }
 
-/// Whoever saves the same template at the same moment waits here until this one is through.
-void clsTemplate::lockRow(int templateId) {
+/// Whoever saves a template at the same moment waits here until this one is through: two titles that
+/// are counted before either is written would both be free.
+void clsTemplate::lockTemplates() {
     m_connection.query(
-        sql("SELECT [TemplateID] FROM NorvaScheduler.dbo.[tblTemplate] WITH (UPDLOCK) WHERE ([TemplateID] = {})", templateId));
+        sql("SELECT TOP 1 [TemplateID] FROM NorvaScheduler.dbo.[tblTemplate] WITH (TABLOCKX, HOLDLOCK)"));
 }
 
 bool clsTemplate::titleIsUsed(const TemplateHeader& header) const {
@@ -114,6 +116,14 @@ int clsTemplate::writeHeader(const TemplateHeader& header, const ColumnValues& c
     m_connection.execute(
         sql("UPDATE [NorvaScheduler].dbo.TblExcludedNumbers SET TemplateID = {} WHERE TemplateID = -1", id));
     return id;
+}
+
+void clsTemplate::copyExcludedNumbers(int from, int to) {
+    m_connection.execute(
+        sql("INSERT INTO [NorvaScheduler].dbo.TblExcludedNumbers (TemplateID, TelNo, Include) "
+            "SELECT {}, TelNo, Include FROM [NorvaScheduler].dbo.TblExcludedNumbers "
+            "WHERE TemplateID = {}",
+            to, from));
 }
 
 void clsTemplate::replaceReports(int id, const QList<ColumnValues>& rows) {

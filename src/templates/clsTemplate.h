@@ -85,9 +85,10 @@ private:
     };
     StoredRows readRows(int templateId) const;
     bool isChangedSinceLoad() const;
-    void lockRow(int templateId);
+    void lockTemplates();
     bool titleIsUsed(const TemplateHeader& header) const;
     int writeHeader(const TemplateHeader& header, const ColumnValues& columns);
+    void copyExcludedNumbers(int from, int to);
     void replaceReports(int id, const QList<ColumnValues>& rows);
     void replaceCostCentres(int id);
 

@@ -79,7 +79,18 @@ void frmManageTemplates::goToList() {
 }
 
 void frmManageTemplates::CalledBack() {
-    run("frmManageTemplates.CalledBack", [this] { fillList(); });
+    run("frmManageTemplates.CalledBack", [this] {
+        const int formerLast = lastTemplate();
+        fillList();
+        if (const int last = lastTemplate(); last > formerLast) m_ui->lstTemplates->selectId(last);
+    });
+}
+
+/// The template made last has the highest key.
+int frmManageTemplates::lastTemplate() const {
+    int last = -1;
+    for (const ListRow& row : m_ui->lstTemplates->rows().rows()) last = qMax(last, row.id);
+    return last;
 }
 
 void frmManageTemplates::fillList() {
@@ -139,12 +150,15 @@ void frmManageTemplates::cmdDelete_Click() {
             return;
         }
         WaitCursor wait;
-        const ScheduleCounts schedules = countSchedules(session().db(), *id);
-        {
+        const auto agreed = [&](const ScheduleCounts& schedules) {
             NormalCursor normal;
-            if (!messages().ask(this, deleteQuestion(schedules))) return;
-        }
-        deleteTemplate(session().db(), *id, schedules.all > 0);
+            return messages().ask(this, deleteQuestion(schedules));
+        };
+        ScheduleCounts schedules;
+        do {
+            schedules = countSchedules(session().db(), *id);
+            if (!agreed(schedules)) return;
+        } while (!deleteTemplate(session().db(), *id, schedules));
         fillList();
     });
 }

@@ -33,6 +33,7 @@ private:
     void buildFooter();
     void run(const char* slot, const std::function<void()>& body);
     void fillList();
+    int lastTemplate() const;
     void goToList();
     void editTemplate(int templateId);
 

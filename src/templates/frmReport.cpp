@@ -139,7 +139,7 @@ void frmReport::showParameters() {
     if (m_report.ReportSubType() != 0) {
         title.push_back({1, {m_report.ShownTitle()}});
         const CatalogueEntry* entry = m_report.Entry();
-        const auto defaults = entry ? newParameters(session(), *entry)
+        const auto defaults = entry ? newParameters(session(), m_report.ReportType(), *entry)
                                     : std::make_shared<clsReportParameters>(session().project);
         for (const ParameterRow& row : parameterRows(m_report, *defaults, session().project)) {
             ListRow shown{int(rows.size()), {row.caption, row.value}};
@@ -187,7 +187,7 @@ void frmReport::CalledbackReport() {
         const bool first = m_report.ReportSubType() == 0;
         m_changed = true;
         m_report.setReportSubType(entry.id);
-        m_report.setParameters(newParameters(session(), entry));
+        m_report.setParameters(newParameters(session(), m_report.ReportType(), entry));
         const GlobalOptions& defaults = session().options;
         const bool excel = first ? defaults.excel : m_ui->chkExcel->isChecked();
         const bool csv = first ? defaults.csv : m_ui->chkCSV->isChecked();

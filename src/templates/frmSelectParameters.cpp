@@ -1,6 +1,7 @@
 #include "templates/frmSelectParameters.h"
 
 #include "app/Session.h"
+#include "reports/CallTagging.h"
 #include "templates/ParameterChecks.h"
 #include "templates/frmRangeSel.h"
 #include "templates/uctAccounts.h"
@@ -144,6 +145,8 @@ void frmSelectParameters::buildChoiceGroups(const EditedReport& report) {
             add<uctTextChoice>("frameSourceBill", "Source bill reference", report, sourceBillField(m_lists));
     if (entry.offers(WisperaUserGroup))
         add<uctTextChoice>("FrameWPParams", "Wispera user", report, wisperaUserField(m_lists));
+    if (isTaggedCallReport(report.report.ReportSubType()))
+        add<uctTextChoice>("FrameCallTagging", "Tagged calls", report, callTaggingField());
 }
 
 void frmSelectParameters::announce(uctParameterGroup* group, QWidget* frame, const QString& title) {

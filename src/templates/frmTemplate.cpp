@@ -3,6 +3,7 @@
 #include "app/Session.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "reports/BillType.h"
+#include "templates/ExcludedNumbers.h"
 #include "templates/ReportFanOut.h"
 #include "templates/ReportText.h"
 #include "templates/ReportTypes.h"
@@ -360,6 +361,13 @@ void frmTemplate::cmdSaveAs_Click() {
 bool frmTemplate::mayClose() {
     const bool blank =
         m_template.ID() == -1 && m_template.Title().isEmpty() && m_template.Reports().Count() == 0;
-    return blank || !m_template.HasChanged()
-           || messages().ask(this, "Are you sure you want to cancel your changes?");
+    if (blank || !m_template.HasChanged()) return true;
+    if (!messages().ask(this, "Are you sure you want to cancel your changes?")) return false;
+    if (m_template.ID() == -1) forgetExcludedNumbers();
+    return true;
+}
+
+/// Those entered for a template that is never saved would fall to the next new one.
+void frmTemplate::forgetExcludedNumbers() {
+    run("frmTemplate.forgetExcludedNumbers", [this] { ExcludedNumbers(session().db(), -1).clear(); });
 }

@@ -61,6 +61,7 @@ private:
     clsTemplate::SaveResult store(const QString& newTitle);
     void tell(const QString& text);
     bool confirm(const QString& question);
+    void forgetExcludedNumbers();
 
     std::unique_ptr<Ui::frmTemplate> m_ui;
     QToolButton* m_cmdDuplicate = nullptr;

@@ -26,9 +26,10 @@ QString deleteQuestion(const ScheduleCounts& schedules) {
     return question + "?";
 }
 
-void deleteTemplate(Connection& connection, int templateId, bool hasSchedules) {
+bool deleteTemplate(Connection& connection, int templateId, const ScheduleCounts& agreed) {
     Transaction transaction(connection);
-    if (hasSchedules) {
+    if (countSchedules(connection, templateId) != agreed) return false;
+    if (agreed.all > 0) {
         connection.execute(sql("DELETE FROM NorvaScheduler.dbo.[tblLogs] WHERE [ScheduleID] IN (SELECT "
                                "[ScheduleID] FROM NorvaScheduler.dbo.[tblSchedule] WHERE [TemplateID] = {})",
                                templateId));
@@ -40,6 +41,7 @@ void deleteTemplate(Connection& connection, int templateId, bool hasSchedules) {
     connection.execute(
         sql("DELETE FROM NorvaScheduler.dbo.[tblTemplate] WHERE [TemplateID] = {}", templateId));
     transaction.commit();
+    return true;
 }
 
 std::optional<int> readTemplateType(Connection& connection, int templateId) {

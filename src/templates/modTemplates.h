@@ -8,13 +8,15 @@
 struct ScheduleCounts {
     int all = 0;
     int active = 0; ///< of these, pending ones
+    bool operator==(const ScheduleCounts&) const = default;
 };
 
 ScheduleCounts countSchedules(Connection& connection, int templateId);
 /// What is asked before a template with so many schedules is deleted.
 QString deleteQuestion(const ScheduleCounts& schedules);
 /// Deletes a template with its reports and, when it has schedules, these and their logs: all or nothing.
-void deleteTemplate(Connection& connection, int templateId, bool hasSchedules);
+/// False, and nothing is deleted, when its schedules are others than the user was asked about.
+bool deleteTemplate(Connection& connection, int templateId, const ScheduleCounts& agreed);
 
 /// 0 ordinary, any other a cost-centre sub-project; nothing for a template that is gone.
 std::optional<int> readTemplateType(Connection& connection, int templateId);

@@ -7,32 +7,13 @@
 #include <QGridLayout>
 #include <QRadioButton>
 
-namespace {
-
-/// All mobiles have no letter of their own: a report that covers mobiles can be narrowed to them.
-bool runsFor(const CatalogueEntry& entry, int callFilter) {
-    switch (callFilter) {
-    case AllLinesAndMobiles:
-    case AllMobiles:
-        return entry.runsFor('M');
-    case AllLines:
-        return entry.runsFor('L');
-    case AllLinesDataOnly:
-        return entry.runsFor('D');
-    default:
-        return entry.runsFor('V');
-    }
-}
-
-} // namespace
-
 uctLineChoice::uctLineChoice(const EditedReport& report, QWidget* parent)
     : uctParameterGroup(report, parent), m_optMob(new QButtonGroup(this)) {
     auto* grid = new QGridLayout(this);
     for (const int filter : {AllLinesAndMobiles, AllLines, AllMobiles, AllLinesDataOnly, AllLinesVoiceOnly}) {
         auto* option = new QRadioButton(callFilterName(filter), this);
         option->setObjectName(QString("OptMob%1").arg(filter));
-        option->setEnabled(runsFor(report.entry, filter));
+        option->setEnabled(report.entry.takesCallsFrom(filter));
         if (!option->isEnabled()) option->setToolTip("This report is not made for these lines");
         m_optMob->addButton(option, filter);
         grid->addWidget(option, filter / 3, filter % 3);
@@ -49,8 +30,7 @@ int uctLineChoice::callFilter() const {
 }
 
 void uctLineChoice::load(const clsReportParameters& parameters) {
-    const bool mobileReport = editedReport().report.ReportType() == MobileReport;
-    int filter = mobileReport ? int(AllLinesAndMobiles) : parameters.CallFilter();
+    int filter = parameters.CallFilter();
     const auto isOffered = [this](int each) {
         return m_optMob->button(each) && m_optMob->button(each)->isEnabled();
     };

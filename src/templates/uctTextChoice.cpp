@@ -1,5 +1,6 @@
 #include "templates/uctTextChoice.h"
 
+#include "reports/CallTagging.h"
 #include "templates/GroupParts.h"
 
 #include <QComboBox>
@@ -88,4 +89,19 @@ uctTextChoice::Field wisperaUserField(const ProjectLists& lists) {
             true,
             [](const clsReportParameters& p) { return p.WPUserId(); },
             [](clsReportParameters& p, const QString& text) { p.setWPUserId(text); }};
+}
+
+uctTextChoice::Field callTaggingField() {
+    return {"cmbCallTagging",
+            "Call ta&gging",
+            {},
+            {},
+            callTaggingNames(),
+            false,
+            [](const clsReportParameters& p) { return callTaggingName(p.CallTaggingSetting()); },
+            [](clsReportParameters& p, const QString& text) {
+                // A setting without a name stays as it is.
+                if (const int setting = int(callTaggingNames().indexOf(text)); setting >= 0)
+                    p.setCallTaggingSetting(setting);
+            }};
 }

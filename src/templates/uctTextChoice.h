@@ -38,3 +38,4 @@ uctTextChoice::Field percentageField();
 uctTextChoice::Field circuitField(const ProjectLists& lists);
 uctTextChoice::Field sourceBillField(const ProjectLists& lists);
 uctTextChoice::Field wisperaUserField(const ProjectLists& lists);
+uctTextChoice::Field callTaggingField();

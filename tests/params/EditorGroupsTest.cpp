@@ -29,6 +29,7 @@ class EditorGroupsTest : public QObject {
         add(circuits && offers(7), "FrameSelectedCircuit");
         add(offers(8), "frameSourceBill");
         add(offers(9), "FrameWPParams");
+        add(type == 5 && (id == 191 || id == 192), "FrameCallTagging");
         add(offers(10), "frameExclusions");
         add(type == 2 && offers(11), "FrameCallClasses");
         return frames;
@@ -60,7 +61,7 @@ private slots:
         for (const char* frame :
              {"FrameNumbers", "FrameDates", "FrameTimes", "FrameDistance", "FrameThresholds", "FrameCC",
               "FrameLinkvale", "FrameCircuits", "FrameSelectedCircuit", "frameSourceBill", "FrameWPParams",
-              "frameExclusions", "FrameCallClasses"})
+              "FrameCallTagging", "frameExclusions", "FrameCallClasses"})
             if (const auto* found = editor.screen.findChild<QWidget*>(frame); found && found->isVisible())
                 shown << frame;
         QCOMPARE(shown, framesOf(type, words[0], id));
@@ -148,7 +149,6 @@ private slots:
             QCOMPARE(editor.parameters().DistanceBandSelected(band), band == 6);
     }
 
-    /// A mobile report always starts with all lines; the bands chosen for it stay.
     void chosenBandsStay() {
         for (const int filter : {AllLinesAndMobiles, AllMobiles}) {
             Editor editor(*m_office, MobileReport, 195);
