@@ -184,6 +184,11 @@ private slots:
         };
         QCOMPARE(number(made.ID()), "0123");
         QCOMPARE(number(7), "0456");
+        const int original = made.ID();
+        QCOMPARE(made.SaveTemplate("copy"), clsTemplate::Saved);
+        QVERIFY(made.ID() != original);
+        QCOMPARE(number(made.ID()), "0123");
+        QCOMPARE(number(original), "0123");
     }
 
     void oddRowsAreLoaded() {

@@ -2,7 +2,9 @@
 
 #include "Screens.h"
 #include "schedules/ProjectHistory.h"
+#include "support/Modal.h"
 #include "support/TestClass.h"
+#include "templates/frmTemplate.h"
 #include "ui/uctListView.h"
 
 #include <QComboBox>
@@ -339,6 +341,21 @@ private slots:
             QCOMPARE(editor.db().scalar(due) == "0", yes);
         }
         QCOMPARE(editor.rows().size(), 2);
+    }
+
+    void aTemplateMadeFromHereIsTaken() {
+        Editor editor;
+        editor.chooseRecent("Brightwater");
+        inNextModal<frmTemplate>([](frmTemplate& screen) {
+            screen.findChild<QLineEdit*>("txtTemplate")->setText("Made for it");
+            screen.findChild<QAbstractButton*>("cmdSave")->click();
+        });
+        editor.press("cmdAddTemplate");
+        const auto& templates = *editor.screen->findChild<QComboBox*>("cmbTemplate");
+        QCOMPARE(templates.currentText(), "Made for it");
+        inNextModal<frmTemplate>([](frmTemplate& screen) { screen.close(); });
+        editor.press("cmdAddTemplate");
+        QCOMPARE(templates.currentText(), "Made for it");
     }
 
     void levelFourMaySetUpNoSubProjects() {

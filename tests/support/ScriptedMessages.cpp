@@ -20,7 +20,9 @@ void ScriptedMessages::notice(QWidget*, const QString& text, Icon, const QString
 
 bool ScriptedMessages::ask(QWidget*, const QString& text, Icon, const QString&) {
     m_shown << text;
-    return next(m_answers, text, false);
+    const Answer answer = next(m_answers, text, {});
+    if (answer.meanwhile) answer.meanwhile();
+    return answer.yes;
 }
 
 std::optional<QString> ScriptedMessages::input(QWidget*, const QString& prompt, const QString&) {

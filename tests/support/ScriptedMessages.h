@@ -4,12 +4,16 @@
 
 #include <QQueue>
 #include <QStringList>
+#include <functional>
 
 /// Answers from a script and records the exact texts. A box that the script has no answer for fails
 /// the test; the answers left over are the test's to check with `finished()`.
 class ScriptedMessages : public Messages {
 public:
-    void answer(bool yes) { m_answers.enqueue(yes); }
+    /// `meanwhile` happens while the question is open.
+    void answer(bool yes, const std::function<void()>& meanwhile = {}) {
+        m_answers.enqueue({yes, meanwhile});
+    }
     void type(const std::optional<QString>& text) { m_inputs.enqueue(text); }
     void pick(const QString& file) { m_files.enqueue(file); }
 
@@ -27,9 +31,13 @@ public:
     QString saveFile(QWidget* parent, const QString& folder, const QString& filter) override;
 
 private:
+    struct Answer {
+        bool yes = false;
+        std::function<void()> meanwhile;
+    };
     QStringList m_shown;
     QString m_lastDetails;
-    QQueue<bool> m_answers;
+    QQueue<Answer> m_answers;
     QQueue<std::optional<QString>> m_inputs;
     QQueue<QString> m_files;
 };

@@ -123,6 +123,22 @@ private slots:
         QVERIFY(!QGuiApplication::overrideCursor());
     }
 
+    /// A schedule that somebody adds while the question is open is asked about as well.
+    void aScheduleAddedMeanwhileIsAskedAbout() {
+        Manager manager;
+        const int id = manager.addTemplate("Doomed");
+        manager.show();
+        manager.list().selectId(id);
+        manager.messages.answer(true, [&] { manager.addSchedule(id, 0, ""); });
+        manager.messages.answer(false);
+        press(*manager.screen, "cmdDelete");
+        QCOMPARE(manager.shown(),
+                 (QStringList{"Are you sure you want to delete this template?",
+                              "There is currently 1 active schedule using this template,\nAre you "
+                              "sure you want to delete this template and all associated schedules?"}));
+        QCOMPARE(manager.idOf("Doomed"), id);
+    }
+
     void deletingIsAllOrNothing() {
         Manager manager;
         const int id = manager.idOf("Weekly call review");
@@ -154,6 +170,14 @@ private slots:
         });
         QTest::keyClick(&manager.list(), Qt::Key_Return);
         QVERIFY(texts(manager.list()).contains("Fortnightly call review"));
+
+        inNextModal<frmTemplate>([&](frmTemplate& editor) {
+            manager.messages.type("Yearly call review");
+            press(editor, "cmdSaveAs");
+        });
+        press(*manager.screen, "cmdEdit");
+        QCOMPARE(manager.shown(), QStringList{"Please enter a new template title"});
+        QCOMPARE(manager.list().selectedId(), manager.idOf("Yearly call review"));
 
         manager.list().selectId(manager.idOf("Pack for every department"));
         inNextModal<frmTransfer>([](frmTransfer& screen) { screen.close(); });

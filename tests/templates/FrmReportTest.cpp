@@ -111,6 +111,19 @@ private slots:
         QVERIFY(frmSelectReports(editor.context).Setup(7, 0) != 0);
     }
 
+    void everyReportOffersItsOutputs() {
+        Editor editor;
+        for (int type = BillingReport; type <= MobileReport; ++type)
+            for (const CatalogueEntry* entry : catalogueEntries(type, ListChoice::forLookUp(type, false))) {
+                const clsReport report = editor.report(type, entry->id);
+                editor.show(1, &report);
+                const QString options = entry->options().section(' ', -1);
+                QCOMPARE(editor.box("chkExcel").isEnabled(), options.contains('E'));
+                QCOMPARE(editor.box("chkCSV").isEnabled(), options.contains('C'));
+                QCOMPARE(editor.outputs(), options.contains('E') ? "E" : "");
+            }
+    }
+
     void anOutputStays() {
         Editor editor;
         clsReport report = editor.report(2, 161);

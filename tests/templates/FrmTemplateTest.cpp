@@ -79,6 +79,26 @@ private slots:
         QCOMPARE(editor.title().text(), "O'Brien's \"Ελλάδα\" [50%]; --");
     }
 
+    /// The numbers of a template that is given up must not fall to the next new one.
+    void aNewTemplateThatIsGivenUpLeavesNoNumbers() {
+        Editor editor;
+        const auto left = [&] {
+            return editor.scalar(
+                sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.TblExcludedNumbers WHERE TemplateID = -1"));
+        };
+        editor.show(-1);
+        editor.title().setText("Given up");
+        editor.db().execute(
+            sql("INSERT INTO NorvaScheduler.dbo.TblExcludedNumbers (TemplateID, TelNo) VALUES (-1, '0800')"));
+        editor.messages.answer(false);
+        press(*editor.screen, "cmdExit");
+        QCOMPARE(left(), 1);
+        editor.messages.answer(true);
+        press(*editor.screen, "cmdExit");
+        QCOMPARE(left(), 0);
+        QVERIFY(editor.closedWithCallback());
+    }
+
     void theOrderShownIsTheOrderSaved() {
         Editor editor;
         const int id = editor.addTemplate("Order");
