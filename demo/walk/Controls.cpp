@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QTreeView>
 
 uctListView& list(QWidget& screen, const QString& name) {
     return control<uctListView>(screen, name);
@@ -30,12 +31,28 @@ void tick(QWidget& screen, const QString& box) {
     if (!button.isChecked()) button.click();
 }
 
+void untick(QWidget& screen, const QString& box) {
+    auto& button = control<QAbstractButton>(screen, box);
+    if (button.isChecked()) button.click();
+}
+
+void tickFirst(QWidget& screen, const QString& checkList) {
+    auto& entries = *control<QTreeView>(control<QWidget>(screen, checkList), "lstEntries").model();
+    if (entries.rowCount() == 0) missingControl(screen, "entry of " + checkList);
+    entries.setData(entries.index(0, 0), Qt::Checked, Qt::CheckStateRole);
+}
+
 void choose(QWidget& screen, const QString& combo, const QString& entry) {
     auto& box = control<QComboBox>(screen, combo);
     const int place = box.findText(entry);
     if (place < 0) missingControl(screen, combo + " \"" + entry + '"');
     box.setCurrentIndex(place);
     emit box.activated(place);
+}
+
+void chooseLast(QWidget& screen, const QString& combo) {
+    auto& box = control<QComboBox>(screen, combo);
+    choose(screen, combo, box.itemText(box.count() - 1));
 }
 
 Walker::Ready statusIs(const QString& listName, const QString& title, const QString& status) {

@@ -12,8 +12,12 @@ int idOf(QWidget& screen, const QString& listName, const QString& text);
 Walker::Act select(const QString& listName, const QString& text);
 void type(QWidget& screen, const QString& box, const QString& text);
 void tick(QWidget& screen, const QString& box);
+void untick(QWidget& screen, const QString& box);
+/// Ticks the first entry of a list with check boxes; ends the walk when there is none.
+void tickFirst(QWidget& screen, const QString& checkList);
 /// Chooses an entry of a combo box as a user does; ends the walk when it is missing.
 void choose(QWidget& screen, const QString& combo, const QString& entry);
+void chooseLast(QWidget& screen, const QString& combo);
 
 /// The main screen shows the schedule with a status that begins so. Rows are read at each tick of the
 /// screen's timer; a walker need not wait for it.

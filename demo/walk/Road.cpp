@@ -1,8 +1,9 @@
 #include "demo/walk/Road.h"
 
-#include "demo/DemoServer.h"
 #include "app/Session.h"
+#include "demo/DemoServer.h"
 #include "demo/walk/Controls.h"
+#include "demo/walk/SubProjectRoad.h"
 #include "demo/walk/TemplateRoad.h"
 #include "ui/uctListView.h"
 
@@ -53,11 +54,12 @@ void planMainScreen(Walker& walker) {
 void planSchedule(Walker& walker) {
     const QString title = "Walked: monthly review";
     walker.add("add a schedule", on("frmMainScreen"), press("cmdAdd"));
-    walker.add("give it a title", on("frmSchedule"), [=](QWidget& screen) { type(screen, "txtTitle", title); });
-    planProject(walker, "cmdOpen", "frmSchedule");
-    walker.add("choose the template", on("frmSchedule", [](QWidget& screen) {
-                   return control<QComboBox>(screen, "cmbTemplate").count() > 0;
-               }),
+    walker.add("give it a title", on("frmSchedule"),
+               [=](QWidget& screen) { type(screen, "txtTitle", title); });
+    planProject(walker, "cmdOpen", "frmSchedule", "brightw");
+    walker.add("choose the template",
+               on("frmSchedule",
+                  [](QWidget& screen) { return control<QComboBox>(screen, "cmbTemplate").count() > 0; }),
                [](QWidget& screen) { choose(screen, "cmbTemplate", walkedTemplate); });
     walker.add("set the time", on("frmSchedule"), [](QWidget& screen) {
         control<QTimeEdit>(screen, "dtRunOnTime").setTime(QTime::currentTime().addSecs(4));
@@ -76,10 +78,11 @@ void planSchedule(Walker& walker) {
         QTimer::singleShot(0, &dialog, &QDialog::accept);
     });
     walker.add("hear that it runs at once", onMessage("The new schedule will run immediately"), answer("OK"));
-    walker.add("see the copy completed", statusIs("lstFinished", "Walked: once more", "Completed"), [=](QWidget& screen) {
-        select("lstFinished", "Walked: once more")(screen);
-        press("cmdDelete")(screen);
-    });
+    walker.add("see the copy completed", statusIs("lstFinished", "Walked: once more", "Completed"),
+               [=](QWidget& screen) {
+                   select("lstFinished", "Walked: once more")(screen);
+                   press("cmdDelete")(screen);
+               });
     walker.add("delete the copy", onMessage("Are you sure you want to delete the schedule"), answer("&Yes"));
     walker.add("see it gone", on("frmMainScreen"), [](QWidget&) {});
 }
@@ -89,7 +92,7 @@ void planSchedule(Walker& walker) {
 void planRoad(Walker& walker, const QString& server) {
     planLogin(walker, server);
     planMainScreen(walker);
-    planTemplate(walker);
+    planTemplates(walker);
     planSchedule(walker);
     planSubProjects(walker);
 }

@@ -2,12 +2,12 @@
 
 #include "demo/walk/Walker.h"
 
-/// The template that planTemplate makes.
+/// The template that planTemplates makes for the project "Brightwater".
 inline constexpr auto walkedTemplate = "Walked: all kinds of reports";
 
-/// Presses the button of the screen that leads to the project chooser, and opens the first demo project.
-void planProject(Walker& walker, const QString& button, const QString& screenName);
-/// Makes a template with a report of every type that the first demo project offers.
-void planTemplate(Walker& walker);
-/// Gives cost centres addresses and schedules a run for each of them.
-void planSubProjects(Walker& walker);
+/// Presses the button of the screen that leads to the project chooser, and opens the demo project whose
+/// name begins so.
+void planProject(Walker& walker, const QString& button, const QString& screenName, const QString& project);
+/// Makes templates with reports of every type, for projects of the bills that offer them, and sets
+/// parameters in every group that there is.
+void planTemplates(Walker& walker);

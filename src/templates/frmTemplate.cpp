@@ -88,6 +88,7 @@ void frmTemplate::buildFooter() {
 
 void frmTemplate::connectControls() {
     connect(m_ui->txtTemplate, &QLineEdit::textChanged, this, &frmTemplate::txtTemplate_Change);
+    connect(m_ui->cmdOpen, &QPushButton::clicked, this, &frmTemplate::cmdOpen_Click);
     connect(m_ui->optDate0, &QRadioButton::toggled, this, &frmTemplate::optDate_Click);
     connect(m_ui->chkCSVRepDefs, &QCheckBox::toggled, this, &frmTemplate::chkCSVRepDefs_Click);
     connect(m_ui->lstReports, &uctListView::rowActivated, this, &frmTemplate::cmdEdit_Click);
@@ -110,13 +111,12 @@ int frmTemplate::Setup(int templateId) {
     bool loaded = true;
     const bool done = guarded(context(), parentWidget(), "frmTemplate.Setup", [&] {
         WaitCursor wait;
-        if (templateId >= 0) {
+        if (templateId >= 0)
             loaded = m_template.LoadTemplate(templateId);
-        } else {
-            m_template.setUnitabAccount(session().project.unitabAccount);
-            m_template.setBillType(session().project.billType);
-        }
+        else
+            takeCurrentProject();
         if (!loaded) return;
+        m_ui->cmdOpen->setVisible(templateId < 0);
         m_ui->footer->setOffered(m_cmdSaveAs, templateId >= 0);
         m_ui->header->setNote(templateId >= 0 ? "Edit a template" : "Add a template");
         showTemplate();
@@ -127,12 +127,21 @@ int frmTemplate::Setup(int templateId) {
 void frmTemplate::showTemplate() {
     session().project.useDefaultDates = m_template.DefaultDates();
     m_ui->txtTemplate->setText(m_template.Title());
-    showReadOnly(*m_ui->txtUnitab, m_template.UnitabAccount());
-    showReadOnly(*m_ui->txtBillType, billTypeName(m_template.BillType()));
+    showAccount();
     (m_template.DefaultDates() ? m_ui->optDate0 : m_ui->optDate1)->setChecked(true);
     m_ui->chkCSVRepDefs->setChecked(m_template.CSVReportDefs());
     showReports(1);
     m_ready = true;
+}
+
+void frmTemplate::showAccount() {
+    showReadOnly(*m_ui->txtUnitab, m_template.UnitabAccount());
+    showReadOnly(*m_ui->txtBillType, billTypeName(m_template.BillType()));
+}
+
+void frmTemplate::takeCurrentProject() {
+    m_template.setUnitabAccount(session().project.unitabAccount);
+    m_template.setBillType(session().project.billType);
 }
 
 /// The rows are keyed by the positions of their reports, so that a row stays where it is while the
@@ -159,9 +168,18 @@ void frmTemplate::updateButtons() {
     const auto enable = [](QToolButton* button, bool enabled) {
         button->parentWidget()->setEnabled(enabled);
     };
+    m_ui->cmdOpen->setEnabled(m_template.Reports().Count() == 0);
     enable(m_cmdDuplicate, one);
     enable(m_cmdUp, one && selected.first() > 1);
     enable(m_cmdDown, one && selected.first() < m_template.Reports().Count());
+}
+
+void frmTemplate::cmdOpen_Click() {
+    run("frmTemplate.cmdOpen_Click", [this] {
+        if (!chooseProject(context(), this)) return;
+        takeCurrentProject();
+        showAccount();
+    });
 }
 
 void frmTemplate::txtTemplate_Change(const QString& title) {

@@ -34,6 +34,7 @@ protected:
     bool mayClose() override;
 
 private slots:
+    void cmdOpen_Click();
     void cmdAdd_Click();
     void cmdEdit_Click();
     void cmdDelete_Click();
@@ -49,6 +50,8 @@ private:
     void connectControls();
     void run(const char* slot, const std::function<void()>& body);
     void showTemplate();
+    void showAccount();
+    void takeCurrentProject();
     /// Fills the list anew and selects the report at a position, when there is one.
     void showReports(int selected);
     void updateButtons();

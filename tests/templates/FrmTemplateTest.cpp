@@ -79,6 +79,26 @@ private slots:
         QCOMPARE(editor.title().text(), "O'Brien's \"Ελλάδα\" [50%]; --");
     }
 
+    void aNewTemplateCanBeForAnotherProject() {
+        Editor editor;
+        editor.show(-1);
+        inNextModal<frmSQLServerDatabases>([](frmSQLServerDatabases& chooser) {
+            control<QLineEdit>(chooser, "txtSearch").setText("Harcourt");
+            press(chooser, "cmdOpen");
+        });
+        press(*editor.screen, "cmdOpen");
+        QCOMPARE(control<QLineEdit>(*editor.screen, "txtUnitab").text(), "HL20417");
+        QCOMPARE(control<QLineEdit>(*editor.screen, "txtBillType").text(), "Linkvale");
+        editor.shown(); // the projects that were left out
+        editor.add(4, "recurring");
+        QVERIFY(!control<QPushButton>(*editor.screen, "cmdOpen").isEnabled());
+        editor.title().setText("Charges");
+        press(*editor.screen, "cmdSave");
+        QCOMPARE(editor.shown(), QStringList());
+        QCOMPARE(editor.show(editor.idOf("Charges")), 0);
+        QVERIFY(!control<QPushButton>(*editor.screen, "cmdOpen").isVisible());
+    }
+
     /// The numbers of a template that is given up must not fall to the next new one.
     void aNewTemplateThatIsGivenUpLeavesNoNumbers() {
         Editor editor;
