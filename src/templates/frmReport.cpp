@@ -41,7 +41,7 @@ frmReport::frmReport(ScreenContext& context, QWidget* parent)
 
     m_ui->lstReports->setColumns({{"Report"}}, "ReportTitle");
     m_ui->lstReports->setHeaderHidden(true);
-    m_ui->lstReports->setFixedHeight(fontMetrics().height() + 8); // one row
+    m_ui->lstReports->setFixedHeight(fontMetrics().height() + 4); // one row
     m_ui->lstParameters->setColumns({{"Parameter", ListColumn::Text, 30}, {"Value", ListColumn::Text, 80}},
                                     "ReportParameters");
     m_ui->lstParameters->header()->setSectionsClickable(false);

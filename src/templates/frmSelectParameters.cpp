@@ -34,8 +34,8 @@ frmSelectParameters::frmSelectParameters(ScreenContext& context, QWidget* parent
             &frmSelectParameters::followScrolling);
 
     const int letter = fontMetrics().averageCharWidth();
-    m_ui->lstGroups->setMinimumWidth(letter * 26);
-    m_ui->splitter->setSizes({letter * 30, letter * 100});
+    m_ui->lstGroups->setMinimumWidth(letter * 22);
+    m_ui->splitter->setSizes({letter * 24, letter * 100});
     m_ui->splitter->setStretchFactor(1, 1);
     m_ui->splitter->remember("SelectParameters");
     connect(m_ui->lstGroups, &QListWidget::currentRowChanged, this, [this](int row) { goTo(row, false); });

@@ -39,7 +39,7 @@ QPalette colours() {
     return palette;
 }
 
-/// Makes visible what the base style hides: outlines of check boxes and option buttons on a dark window,
+/// Makes visible what the base style hides: outlines of boxes and buttons on a dark window,
 /// and which control has the keyboard, be it a button, a row or a whole list.
 class VisibleStyle : public QProxyStyle {
 public:
@@ -50,7 +50,16 @@ public:
         if (element == PE_Frame) return drawFrame(*option, *painter);
         if (element == PE_FrameFocusRect) return drawFocus(option, painter, widget);
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-        if (current == Palette::Dark) drawIndicatorOutline(element, *option, *painter);
+        if (current != Palette::Dark) return;
+        drawIndicatorOutline(element, *option, *painter);
+        if (element == PE_FrameLineEdit) drawBoxOutline(*option, *painter);
+    }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                            const QWidget* widget) const override {
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+        if (current == Palette::Dark && (control == CC_SpinBox || control == CC_ComboBox))
+            drawBoxOutline(*option, *painter);
     }
 
 private:
@@ -70,6 +79,16 @@ private:
         if (const auto* given = qstyleoption_cast<const QStyleOptionFocusRect*>(option)) shown = *given;
         shown.state |= State_KeyboardFocusChange; // else only after the Tab key
         QProxyStyle::drawPrimitive(PE_FrameFocusRect, &shown, painter, widget);
+    }
+
+    static void drawBoxOutline(const QStyleOption& option, QPainter& painter) {
+        if (option.state & State_HasFocus) return; // has an outline that is seen
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Palette::frameLine().lighter(130));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(QRectF(option.rect).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+        painter.restore();
     }
 
     static void drawIndicatorOutline(PrimitiveElement element, const QStyleOption& option,
