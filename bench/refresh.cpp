@@ -28,12 +28,14 @@ void bareReading(benchmark::State& state) {
     for (auto _ : state) {
         benchmark::DoNotOptimize(db.query(sql("SELECT * FROM NorvaScheduler.dbo.tblschedule WITH (NOLOCK)")));
         benchmark::DoNotOptimize(db.query(sql("SELECT * FROM NorvaScheduler.dbo.tblTemplate WITH (NOLOCK)")));
-        benchmark::DoNotOptimize(db.query(sql("SELECT TemplateID, COUNT(*) FROM NorvaScheduler.dbo.tblTemplate_Report "
-                                              "WITH (NOLOCK) GROUP BY TemplateID")));
+        benchmark::DoNotOptimize(
+            db.query(sql("SELECT TemplateID, COUNT(*) FROM NorvaScheduler.dbo.tblTemplate_Report "
+                         "WITH (NOLOCK) GROUP BY TemplateID")));
     }
 }
 
-void refresh(benchmark::State& state) {
+/// With `changes`, the engine has written one row since the last refresh.
+void refresh(benchmark::State& state, bool changes) {
     Session& session = serverWith(int(state.range(0))).session;
     MessageBoxes messages;
     ScreenContext context{session, messages};
@@ -43,17 +45,34 @@ void refresh(benchmark::State& state) {
     QApplication::processEvents();
     const qint64 before = session.db().statementCount();
     for (auto _ : state) {
+        if (changes) {
+            state.PauseTiming();
+            session.db().execute(
+                sql("UPDATE NorvaScheduler.dbo.tblSchedule SET Status = 3 - Status WHERE ScheduleID = "
+                    "(SELECT MIN(ScheduleID) FROM NorvaScheduler.dbo.tblSchedule WHERE Status IN (0, 3))"));
+            state.ResumeTiming();
+        }
         screen.FillScheduleList();
         QApplication::processEvents();
     }
-    state.counters["statements"] = double(session.db().statementCount() - before) / double(state.iterations());
+    state.counters["statements"] =
+        double(session.db().statementCount() - before) / double(state.iterations());
     state.counters["peakMiB"] = peakMemory();
 }
 
 } // namespace
 
 BENCHMARK(bareReading)->Arg(100)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
-BENCHMARK(refresh)->Arg(100)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(refresh, unchanged, false)
+    ->Arg(100)
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(refresh, one_changed, true)
+    ->Arg(100)
+    ->Arg(1'000)
+    ->Arg(10'000)
+    ->Unit(benchmark::kMillisecond);
 
 int main(int argc, char* argv[]) {
     qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -5,19 +5,46 @@
 namespace {
 
 const QString storedFormat = "yyyy-MMM-dd HH:mm:ss";
-const QString shownFormat = "dd MMM yyyy HH:mm";
 
 const QString months = "JanFebMarAprMayJunJulAugSepOctNovDec";
 
-/// A date in one of the two fixed forms, read by the places of its parts: lists hold tens of thousands,
-/// and the general reading of a format takes a hundred times as long. Invalid for any other text.
-QDateTime readFixed(QStringView date, qsizetype day, qsizetype month, qsizetype year, QStringView time) {
+/// What a calendar and a clock show, without a time zone: making a QDateTime asks the system for the
+/// zone each time, which lists of tens of thousands cannot afford.
+struct ClockTime {
+    QDate date;
+    QTime time;
+
+    bool isValid() const { return date.isValid() && time.isValid(); }
+};
+
+/// A date in one of the two fixed forms, read by the places of its parts, which is a hundred times
+/// quicker than the general reading of a format. Invalid for any other text.
+ClockTime readFixed(QStringView date, qsizetype day, qsizetype month, qsizetype year, QStringView time) {
     const qsizetype name = months.indexOf(date.mid(month, 3));
     if (name < 0 || name % 3 != 0) return {};
-    const QDate read(date.mid(year, 4).toInt(), int(name / 3) + 1, date.mid(day, 2).toInt());
     const int seconds = time.size() > 5 ? time.mid(6, 2).toInt() : 0;
-    const QTime clock(time.mid(0, 2).toInt(), time.mid(3, 2).toInt(), seconds);
-    return read.isValid() && clock.isValid() ? QDateTime(read, clock) : QDateTime();
+    return {QDate(date.mid(year, 4).toInt(), int(name / 3) + 1, date.mid(day, 2).toInt()),
+            QTime(time.mid(0, 2).toInt(), time.mid(3, 2).toInt(), seconds)};
+}
+
+ClockTime readStored(QStringView text) {
+    const bool fixed = text.size() == 20 && text[4] == '-' && text[8] == '-' && text[11] == ' '
+                       && text[14] == ':' && text[17] == ':';
+    return fixed ? readFixed(text, 9, 5, 0, text.mid(12)) : ClockTime();
+}
+
+ClockTime readShown(QStringView text) {
+    const bool fixed =
+        text.size() == 17 && text[2] == ' ' && text[6] == ' ' && text[11] == ' ' && text[14] == ':';
+    return fixed ? readFixed(text, 0, 3, 7, text.mid(12)) : ClockTime();
+}
+
+QString shownText(const ClockTime& clock) {
+    static const QDate zeroDay = zeroDate().date();
+    if (!clock.isValid() || clock.date == zeroDay) return "not specified";
+    const QByteArray month = months.mid((clock.date.month() - 1) * 3, 3).toLatin1();
+    return QString::asprintf("%02d %s %04d %02d:%02d", clock.date.day(), month.constData(), clock.date.year(),
+                             clock.time.hour(), clock.time.minute());
 }
 
 QString counted(qint64 count, const QString& unit) {
@@ -36,27 +63,31 @@ QString storedDate(const QDateTime& date) {
 
 QDateTime parseStoredDate(const QString& stored) {
     const QString text = stored.trimmed();
-    if (text.size() == 20 && text[4] == '-' && text[8] == '-' && text[11] == ' ' && text[14] == ':' && text[17] == ':')
-        if (const QDateTime date = readFixed(text, 9, 5, 0, QStringView(text).mid(12)); date.isValid()) return date;
+    if (const ClockTime clock = readStored(text); clock.isValid()) return {clock.date, clock.time};
     const QDateTime date = QLocale::c().toDateTime(text, storedFormat);
     return date.isValid() ? date : QDateTime::fromString(QString(text).replace(' ', 'T'), Qt::ISODate);
 }
 
 QString shownDate(const QDateTime& date) {
-    static const QDate zeroDay = zeroDate().date();
-    return !date.isValid() || date.date() == zeroDay ? "not specified" : QLocale::c().toString(date, shownFormat);
+    return shownText({date.date(), date.time()});
 }
 
 QString shownStoredDate(const QString& stored) {
+    const QString text = stored.trimmed();
+    if (const ClockTime clock = readStored(text); clock.isValid()) return shownText(clock);
     const QDateTime date = parseStoredDate(stored);
-    return date.isValid() || stored.trimmed().isEmpty() ? shownDate(date)
-                                                        : QString("no date (%1)").arg(stored.trimmed());
+    return date.isValid() || text.isEmpty() ? shownDate(date) : QString("no date (%1)").arg(text);
 }
 
 QDateTime parseShownDate(const QString& shown) {
-    if (shown.size() == 17 && shown[2] == ' ' && shown[6] == ' ' && shown[11] == ' ' && shown[14] == ':')
-        return readFixed(shown, 0, 3, 7, QStringView(shown).mid(12));
-    return {};
+    const ClockTime clock = readShown(shown);
+    return clock.isValid() ? QDateTime(clock.date, clock.time) : QDateTime();
+}
+
+std::optional<qint64> orderOfShownDate(const QString& shown) {
+    const ClockTime clock = readShown(shown);
+    if (!clock.isValid()) return {};
+    return clock.date.toJulianDay() * 86'400'000 + clock.time.msecsSinceStartOfDay();
 }
 
 QString durationText(qint64 seconds, bool showSeconds) {

@@ -39,12 +39,17 @@ public:
     explicit RecordSet(QStringList columns) : m_columns(std::move(columns)) {}
 
     const QStringList& columns() const { return m_columns; }
-    qsizetype rowCount() const { return m_columns.isEmpty() ? 0 : qsizetype(m_cells.size()) / m_columns.size(); }
+    qsizetype rowCount() const {
+        return m_columns.isEmpty() ? 0 : qsizetype(m_cells.size()) / m_columns.size();
+    }
     bool isEmpty() const { return m_cells.empty(); }
     Row row(qsizetype index) const { return {*this, index}; }
     const QString& cell(qsizetype row, int column) const;
     /// The place of a column; throws DbError (207) when there is none of that name.
     int column(const char* name) const;
+
+    /// The same columns and cells in the same order; NULL and '' are the same here.
+    bool operator==(const RecordSet&) const = default;
 
     /// Appends one value; rows fill from left to right.
     void append(QString value) { m_cells.push_back(std::move(value)); }

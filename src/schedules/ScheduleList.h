@@ -1,5 +1,9 @@
 #pragma once
 
+#include "db/RecordSet.h"
+#include "templates/TemplateSummary.h"
+
+#include <QMap>
 #include <QString>
 #include <vector>
 
@@ -18,7 +22,19 @@ struct ScheduleListRow {
     QString problem; ///< why the schedule cannot be run or edited; empty when it can
 };
 
-/// The schedules that the session's user sees: his own, or everybody's for the administrator. The
-/// number of statements is three, and one more for each cost-centre table and level that
-/// sub-project templates use, however many schedules there are.
-std::vector<ScheduleListRow> loadScheduleList(Session& session);
+/// All that the main screen shows of the schedules that the session's user sees, as it was read: his own
+/// schedules, or everybody's for the administrator. Comparing two readings is much quicker than making
+/// rows of one.
+struct ScheduleReading {
+    RecordSet schedules;
+    QHash<int, TemplateSummary> templates;
+    /// How many cost centres an account (case-folded) has at a level; empty when they cannot be read.
+    QMap<std::pair<QString, int>, QString> subProjects;
+
+    bool operator==(const ScheduleReading&) const = default;
+    std::vector<ScheduleListRow> rows() const;
+};
+
+/// The number of statements is three, and one more for each cost-centre table and level that the
+/// sub-project templates of these schedules use, however many schedules there are.
+ScheduleReading readSchedules(Session& session);

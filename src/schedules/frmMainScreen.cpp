@@ -9,7 +9,6 @@
 #include "app/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
-#include "schedules/ScheduleList.h"
 #include "schedules/ScheduleStatus.h"
 #include "schedules/frmSchedule.h"
 #include "schedules/frmScheduleView.h"
@@ -167,7 +166,13 @@ void frmMainScreen::FillScheduleList() {
     m_tmrScheduler.stop();
     const auto restart = qScopeGuard([this] { m_tmrScheduler.start(); });
     try {
-        showRows(loadScheduleList(m_context.session));
+        ScheduleReading reading = readSchedules(m_context.session);
+        if (reading == m_reading) {
+            PopulateScreen(true);
+        } else {
+            showRows(reading.rows());
+            m_reading = std::move(reading);
+        }
         m_ui->lblServerState->clear();
     } catch (const DbError& error) {
         tellProblem(error);
@@ -189,7 +194,7 @@ void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
     std::vector<ListRow> pending;
     std::vector<ListRow> finished;
     m_runDates.clear();
-    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime now = QDateTime::currentDateTimeUtc();
     for (const ScheduleListRow& schedule : rows) {
         ListRow row = listRow(schedule);
         if (isFinished(schedule.status)) {
@@ -199,7 +204,7 @@ void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
         if (statusText(schedule.status) == statusText(Pending)) {
             const QDateTime due = parseShownDate(schedule.shownDate); // to the minute, as it is shown
             row.texts[StatusColumn] = dueText(due, now);
-            m_runDates.insert(schedule.id, due);
+            m_runDates.insert(schedule.id, due.toUTC());
         }
         pending.push_back(std::move(row));
     }
@@ -213,7 +218,7 @@ void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
 }
 
 void frmMainScreen::PopulateScreen(bool force) {
-    const QDateTime now = QDateTime::currentDateTime();
+    const QDateTime now = QDateTime::currentDateTimeUtc();
     const auto minute = [](const QDateTime& time) { return time.toSecsSinceEpoch() / 60; };
     if (!force && minute(now) == minute(m_lastDueUpdate)) return;
     ListModel& rows = m_ui->lstSchedules->rows();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "schedules/ScheduleList.h"
 #include "ui/ScreenContext.h"
 
 #include <QDateTime>
@@ -11,7 +12,6 @@
 class QLineEdit;
 class uctListView;
 class DbError;
-struct ScheduleListRow;
 namespace Ui {
 class frmMainScreen;
 }
@@ -67,7 +67,8 @@ private:
     ScreenContext& m_context;
     std::unique_ptr<Ui::frmMainScreen> m_ui;
     QTimer m_tmrScheduler;
-    QHash<int, QDateTime> m_runDates; ///< of the pending list, by ScheduleID
+    ScheduleReading m_reading;        ///< what the lists show
+    QHash<int, QDateTime> m_runDates; ///< of the pending list, by ScheduleID; in UTC, which compares quickly
     int m_selectedScheduleId = -1;
     bool m_finishedListActive = false;
     QDateTime m_lastDueUpdate;

@@ -16,6 +16,7 @@ struct TemplateHeader {
     qint16 subLevel = 1; ///< cost-centre level 1 to 5
     bool subEmail = false;
 
+    bool operator==(const TemplateHeader&) const = default;
     bool isOrdinary() const { return templateType == 0; }
     /// The title as the database holds it: two apostrophes for each double quote.
     QString storedTitle() const;

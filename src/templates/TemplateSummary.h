@@ -9,6 +9,7 @@
 struct TemplateSummary {
     TemplateHeader header;
     int reportCount = 0;
+    bool operator==(const TemplateSummary&) const = default;
 };
 
 /// All templates by their keys, in two statements however many there are.

@@ -13,14 +13,6 @@ void runInBatches(Connection& connection, const QList<Sql>& statements) {
         connection.run(Sql::join(statements.mid(from, RowsPerBatch), sql("\n")));
 }
 
-bool sameCells(const RecordSet& left, const RecordSet& right) {
-    if (left.columns() != right.columns() || left.rowCount() != right.rowCount()) return false;
-    for (qsizetype row = 0; row < left.rowCount(); ++row)
-        for (int column = 0; column < left.columns().size(); ++column)
-            if (left.cell(row, column) != right.cell(row, column)) return false;
-    return true;
-}
-
 } // namespace
 
 clsTemplate::clsTemplate(Connection& connection, const CurrentProject& project)
@@ -166,9 +158,7 @@ clsTemplate::StoredRows clsTemplate::readRows(int templateId) const {
 bool clsTemplate::isChangedSinceLoad() const {
     if (!m_loaded) return false;
     const StoredRows now = readRows(m_header.id);
-    return !now.header.isEmpty()
-           && !(sameCells(now.header, m_loaded->header) && sameCells(now.costCentres, m_loaded->costCentres)
-                && sameCells(now.reports, m_loaded->reports));
+    return !now.header.isEmpty() && now != *m_loaded;
 }
 
 bool clsTemplate::LoadTemplate(int templateId) {

@@ -82,6 +82,7 @@ private:
         RecordSet header;
         RecordSet costCentres;
         RecordSet reports;
+        bool operator==(const StoredRows&) const = default;
     };
     StoredRows readRows(int templateId) const;
     bool isChangedSinceLoad() const;

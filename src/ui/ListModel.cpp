@@ -11,8 +11,8 @@ constexpr double unreadable = -std::numeric_limits<double>::infinity();
 
 ListModel::SortKey keyOf(const QString& text, ListColumn::Kind kind) {
     if (kind == ListColumn::Date) {
-        const QDateTime date = parseShownDate(text);
-        return date.isValid() ? double(date.toMSecsSinceEpoch()) : unreadable;
+        const std::optional<qint64> order = orderOfShownDate(text);
+        return order ? double(*order) : unreadable;
     }
     if (kind == ListColumn::Number) {
         bool isNumber = false;
@@ -94,7 +94,8 @@ void ListModel::indexRows() {
 void ListModel::makeKeys(int row) {
     std::vector<SortKey> keys;
     for (std::size_t column = 0; column < m_columns.size(); ++column)
-        keys.push_back(keyOf(m_rows[std::size_t(row)].texts.value(qsizetype(column)), m_columns[column].kind));
+        keys.push_back(
+            keyOf(m_rows[std::size_t(row)].texts.value(qsizetype(column)), m_columns[column].kind));
     m_keys[std::size_t(row)] = std::move(keys);
 }
 
@@ -121,13 +122,20 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 QVariant ListModel::data(const QModelIndex& index, int role) const {
     const ListRow& row = m_rows[std::size_t(index.row())];
     switch (role) {
-    case Qt::DisplayRole: return row.texts.value(index.column());
-    case Qt::ToolTipRole: return row.toolTip.isEmpty() ? row.texts.value(index.column()) : row.toolTip;
-    case Qt::DecorationRole: return index.column() == 0 && !row.icon.isNull() ? QVariant(row.icon) : QVariant();
-    case Qt::BackgroundRole: return row.background.isValid() ? QVariant(row.background) : QVariant();
-    case IdRole: return row.id;
-    case KeyRole: return QString::number(row.id) + "ID";
-    default: return {};
+    case Qt::DisplayRole:
+        return row.texts.value(index.column());
+    case Qt::ToolTipRole:
+        return row.toolTip.isEmpty() ? row.texts.value(index.column()) : row.toolTip;
+    case Qt::DecorationRole:
+        return index.column() == 0 && !row.icon.isNull() ? QVariant(row.icon) : QVariant();
+    case Qt::BackgroundRole:
+        return row.background.isValid() ? QVariant(row.background) : QVariant();
+    case IdRole:
+        return row.id;
+    case KeyRole:
+        return QString::number(row.id) + "ID";
+    default:
+        return {};
     }
 }
 

@@ -77,7 +77,7 @@ void DemoServerTest::firstLoginMakesTheSchedulerDatabase() {
     const LoginOutcome outcome = login.logIn(program.server(), "QuorraAdmin", DemoServer::loginPassword);
     QVERIFY2(outcome.result == LoginOutcome::Done, qPrintable(outcome.message));
     QCOMPARE(session.serverDefaults.dataFolder, QString("C:\\SQLData\\"));
-    QVERIFY(loadScheduleList(session).empty());
+    QVERIFY(readSchedules(session).rows().empty());
 }
 
 void DemoServerTest::projectsAreListed() {
@@ -142,7 +142,7 @@ void DemoServerTest::olderProjectCanBeUpdated() {
 void DemoServerTest::everyScheduleIsShown() {
     TestProgram program;
     program.logIn();
-    const auto rows = loadScheduleList(program.session);
+    const auto rows = readSchedules(program.session).rows();
     QSet<int> states;
     qsizetype broken = 0;
     for (const ScheduleListRow& row : rows) {
@@ -157,7 +157,7 @@ void DemoServerTest::everyScheduleIsShown() {
 
     TestProgram other;
     other.logIn("Amelia.Hart");
-    const auto own = loadScheduleList(other.session);
+    const auto own = readSchedules(other.session).rows();
     QVERIFY(!own.empty() && own.size() < rows.size());
 }
 
@@ -188,7 +188,7 @@ void DemoServerTest::manySchedulesAreFilledIn() {
     db.execute(sql("DELETE FROM NorvaScheduler.dbo.tblSchedule"));
     schedulerContent::fillSchedules(db, 1200, 20, 3);
     const qint64 before = db.statementCount();
-    const auto rows = loadScheduleList(program.session);
+    const auto rows = readSchedules(program.session).rows();
     QVERIFY(db.statementCount() - before < 10);
     QCOMPARE(rows.size(), std::size_t(1200));
     for (const ScheduleListRow& row : rows) QCOMPARE(row.contents, QString("Reports : 3"));
