@@ -126,8 +126,10 @@ const CatalogueEntry* catalogueEntry(int reportType, int reportSubType, ListChoi
     return firstEntry(reportType, choice, [=](const CatalogueEntry& e) { return e.id == reportSubType; });
 }
 
-const CatalogueEntry* catalogueEntry(int reportType, const QString& title, ListChoice choice) {
-    return firstEntry(reportType, choice, [&](const CatalogueEntry& e) { return latin1(e.title) == title; });
+int GetReportTypeIdFromTitle(int reportType, const QString& title, ListChoice choice) {
+    const CatalogueEntry* entry =
+        firstEntry(reportType, choice, [&](const CatalogueEntry& each) { return each.titleText() == title; });
+    return entry ? entry->id : 0;
 }
 
 QString gsReportsArray_Billing() {

@@ -75,8 +75,8 @@ std::span<const CatalogueEntry> catalogueRows(int reportType);
 QList<const CatalogueEntry*> catalogueEntries(int reportType, ListChoice choice);
 /// Null when the list holds no such report.
 const CatalogueEntry* catalogueEntry(int reportType, int reportSubType, ListChoice choice);
-/// The first entry of exactly this title; null when there is none.
-const CatalogueEntry* catalogueEntry(int reportType, const QString& title, ListChoice choice);
+/// The identifier of the first entry of exactly this title; 0 when there is none.
+int GetReportTypeIdFromTitle(int reportType, const QString& title, ListChoice choice);
 
 /// The lists as texts: identifier, title and options of each entry, all joined by ",".
 QString gsReportsArray_Billing();

@@ -1,5 +1,15 @@
 #include "reports/clsReport.h"
 
+#include "reports/FewNumbers.h"
+
+namespace {
+
+QString titleOf(const CatalogueEntry* entry) {
+    return entry ? entry->titleText() : QString("Unknown Report");
+}
+
+} // namespace
+
 clsReport::clsReport(const CurrentProject& project)
     : m_project(&project), m_parameters(std::make_shared<clsReportParameters>(project)) {}
 
@@ -20,29 +30,29 @@ const CatalogueEntry* clsReport::Entry() const {
 }
 
 QString clsReport::GetReportTitle() const {
-    return titleOf(lookedUpEntry());
+    const std::optional<QString> value = SingleValue();
+    return titleOf(lookedUpEntry()) + (value ? " '" + *value + "'" : QString());
 }
 
 QString clsReport::ShownTitle() const {
-    return titleOf(Entry());
+    const std::optional<QString> value = SingleValue();
+    return titleOf(Entry()) + (value ? " '" + fewNumbers(*value) + "'" : QString());
 }
 
-QString clsReport::titleOf(const CatalogueEntry* entry) const {
-    const QString title = entry ? entry->titleText() : "Unknown Report";
-    const auto withValue = [&](const QString& value) { return title + " '" + value + "'"; };
+std::optional<QString> clsReport::SingleValue() const {
     switch (m_reportSubType) {
     case CallsToNumberReport:
-        return withValue(m_parameters->CallsToNumber());
+        return m_parameters->CallsToNumber();
     case CallsFromNumberReport:
-        return withValue(m_parameters->CallsFromNumber());
+        return m_parameters->CallsFromNumber();
     case CallsNotToNumberReport:
-        return withValue(m_parameters->CallsNotToNumber());
+        return m_parameters->CallsNotToNumber();
     case RepeatCallerReport:
-        return withValue(m_parameters->RepeatCallerThreshold());
+        return m_parameters->RepeatCallerThreshold();
     case SelectedCircuitReport:
-        return withValue(m_parameters->SelectedCircuitID());
+        return m_parameters->SelectedCircuitID();
     default:
-        return title;
+        return {};
     }
 }
 

@@ -3,6 +3,8 @@
 #include "reports/Catalogue.h"
 #include "reports/clsReportParameters.h"
 
+#include <optional>
+
 /// One report of a template: which catalogue report it is, its parameters and its outputs.
 class clsReport {
 public:
@@ -15,8 +17,11 @@ public:
     /// The report's entry in any of the lists, those of mobile and Wispera reports included whatever the
     /// current project is; null when no list holds it.
     const CatalogueEntry* Entry() const;
-    /// The title as editors show it: like GetReportTitle(), but by Entry().
+    /// The title as editors show it: like GetReportTitle(), but by Entry(), and with the first few of many
+    /// numbers.
     QString ShownTitle() const;
+    /// The value that the report carries beside its groups, if it is one of the five that carry one.
+    std::optional<QString> SingleValue() const;
     /// Whether the list that the current project offers holds the report.
     bool IsOffered() const { return offeredEntry() != nullptr; }
     /// The key of its row as last loaded; 0 or less for a report not yet saved.
@@ -53,7 +58,6 @@ public:
 private:
     const CatalogueEntry* lookedUpEntry() const;
     const CatalogueEntry* offeredEntry() const;
-    QString titleOf(const CatalogueEntry* entry) const;
     bool keepIfAllowed(bool& output, char letter);
 
     const CurrentProject* m_project;

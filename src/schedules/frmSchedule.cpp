@@ -91,8 +91,8 @@ void frmSchedule::connectControls() {
     connect(m_ui->dtRunOnTime, &QTimeEdit::timeChanged, this, &frmSchedule::dtRunOn_Change);
 }
 
-void frmSchedule::run(const char* slot, const std::function<void()>& body) {
-    guarded(context(), this, slot, body);
+void frmSchedule::run(const char* slot, const std::function<void()>& body, const QString& headline) {
+    guarded(context(), this, slot, body, headline);
 }
 
 int frmSchedule::Setup(int scheduleId) {
@@ -298,21 +298,28 @@ bool frmSchedule::checkRunDate() {
 }
 
 void frmSchedule::cmdSave_Click() {
-    run("frmSchedule.cmdSave_Click", [this] {
-        if (checkTitle(m_schedule.Title()) && checkProject() && checkTemplate() && checkRunDate()) save({});
-    });
+    run(
+        "frmSchedule.cmdSave_Click",
+        [this] {
+            if (checkTitle(m_schedule.Title()) && checkProject() && checkTemplate() && checkRunDate())
+                save({});
+        },
+        "Error saving schedule");
 }
 
 void frmSchedule::cmdSaveAs_Click() {
-    run("frmSchedule.cmdSaveAs_Click", [this] {
-        if (!checkProject() || !checkTemplate()) return;
-        const QString proposed = m_newTitle.isEmpty() ? m_schedule.Title() : m_newTitle;
-        const QString title =
-            messages().input(this, "Please enter a new schedule title", proposed).value_or(QString());
-        if (title.isEmpty()) return;
-        m_newTitle = title;
-        if (checkTitle(title)) save(title);
-    });
+    run(
+        "frmSchedule.cmdSaveAs_Click",
+        [this] {
+            if (!checkProject() || !checkTemplate()) return;
+            const QString proposed = m_newTitle.isEmpty() ? m_schedule.Title() : m_newTitle;
+            const QString title =
+                messages().input(this, "Please enter a new schedule title", proposed).value_or(QString());
+            if (title.isEmpty()) return;
+            m_newTitle = title;
+            if (checkTitle(title)) save(title);
+        },
+        "Error saving schedule");
 }
 
 void frmSchedule::save(const QString& newTitle) {

@@ -47,7 +47,7 @@ private slots:
 private:
     void buildFooter();
     void connectControls();
-    void run(const char* slot, const std::function<void()>& body);
+    void run(const char* slot, const std::function<void()>& body, const QString& headline = {});
 
     void RefreshForm();
     void showTitleLength();

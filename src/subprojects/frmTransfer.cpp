@@ -76,8 +76,8 @@ void frmTransfer::connectControls() {
         connect(OptCC(level), &QRadioButton::clicked, this, [this, level] { OptCC_Click(level); });
 }
 
-void frmTransfer::run(const char* slot, const std::function<void()>& body) {
-    guarded(context(), this, slot, body);
+void frmTransfer::run(const char* slot, const std::function<void()>& body, const QString& headline) {
+    guarded(context(), this, slot, body, headline);
 }
 
 QRadioButton* frmTransfer::optionOf(int type) const {
@@ -320,9 +320,12 @@ bool frmTransfer::confirmSave() {
 }
 
 void frmTransfer::cmdSave_Click() {
-    run("frmTransfer.cmdSave_Click", [this] {
-        if (!m_filling && checkChoices() && confirmSave()) save();
-    });
+    run(
+        "frmTransfer.cmdSave_Click",
+        [this] {
+            if (!m_filling && checkChoices() && confirmSave()) save();
+        },
+        "Error saving template");
 }
 
 void frmTransfer::save() {

@@ -49,7 +49,7 @@ private:
 
     void buildFooter();
     void connectControls();
-    void run(const char* slot, const std::function<void()>& body);
+    void run(const char* slot, const std::function<void()>& body, const QString& headline = {});
 
     QString CheckProjectisValid() const;
     bool isProjectChosen() const;

@@ -32,14 +32,12 @@ QStringList callTables(Connection& connection, const Name& project) {
 }
 
 /// The recosted totals of bills that have none of their own, by bill.
-QHash<int, QString> recostedTotals(Connection& connection, const Name& project, const QList<int>& bills) {
-    QList<Sql> ids;
-    for (const int bill : bills) ids << Sql::value(bill);
+QHash<int, QString> recostedTotals(Connection& connection, const Name& project) {
     QList<Sql> parts;
     for (const QString& table : callTables(connection, project))
-        parts << sql(" Select BillID, Isnull(Sum(OrigCost),0) NewCost from {}.dbo.{} Where BillID in ({}) "
-                     "Group By BillID ",
-                     project, Name(table), Sql::join(ids, sql(",")));
+        parts << sql(" Select BillID, Isnull(Sum(OrigCost),0) NewCost from {}.dbo.{} Where BillID in "
+                     "(Select BillId From {}.dbo.Tbl50 Where BillTotal Is Null) Group By BillID ",
+                     project, Name(table), project);
     QHash<int, QString> totals;
     if (parts.isEmpty()) return totals;
     for (const Row row :
@@ -59,7 +57,7 @@ Bills loadBills(Connection& connection, const QString& projectName) {
         !connection.query(sql("SELECT TOP 1 Imports FROM {}.dbo.Tbl50 WHERE Imports = 'O' ", project))
              .isEmpty();
     const RecordSet rows = connection.query(sql("SELECT * FROM {}.dbo.Tbl50 ORDER BY BillId ", project));
-    QList<int> withoutTotal;
+    bool allHaveTotals = true;
     for (const Row row : rows) {
         Bill bill;
         bill.id = row.integer("BillId");
@@ -70,13 +68,13 @@ Bills loadBills(Connection& connection, const QString& projectName) {
             bill.invoiceReference =
                 invoiceReference(bill, optional(row, rows, "LocAd1"), optional(row, rows, "ReportReference"));
         if (row.isNull("BillTotal"))
-            withoutTotal << bill.id;
+            allHaveTotals = false;
         else
             bill.total = pounds(row.text("BillTotal"));
         found.bills << bill;
     }
-    if (withoutTotal.isEmpty()) return found;
-    const QHash<int, QString> totals = recostedTotals(connection, project, withoutTotal);
+    if (allHaveTotals) return found;
+    const QHash<int, QString> totals = recostedTotals(connection, project);
     for (Bill& bill : found.bills)
         if (bill.total.isNull()) bill.total = pounds(totals.value(bill.id, "0"));
     return found;

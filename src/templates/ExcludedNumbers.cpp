@@ -31,10 +31,11 @@ void ExcludedNumbers::clear() {
     note(before, {});
 }
 
-void ExcludedNumbers::remove(const QString& number) {
-    const QString key = numberKey(number);
-    const Entries before{{key, entries().value(key)}};
-    NumberTable::remove(number);
+void ExcludedNumbers::removeAll(const QStringList& numbers) {
+    const Entries all = entries();
+    Entries before;
+    for (const QString& number : numbers) before[numberKey(number)] = all.value(numberKey(number));
+    NumberTable::removeAll(numbers);
     note(before, {});
 }
 
@@ -46,16 +47,25 @@ void ExcludedNumbers::replace(const QStringList& numbers, const Progress& progre
     note(before, now);
 }
 
+void ExcludedNumbers::removeAllBut(const QStringList& kept) {
+    Entries others = entries();
+    for (const QString& number : kept) others.remove(numberKey(number));
+    QStringList numbers;
+    for (const QList<Entry>& each : std::as_const(others)) numbers << each.first().number;
+    removeAll(numbers);
+}
+
 bool ExcludedNumbers::isChanged() const {
     return std::ranges::any_of(m_changes, [](const Change& each) { return each.before != each.now; });
 }
 
 void ExcludedNumbers::undo() {
-    QList<Entry> added;
+    QStringList added;
     for (const Change& each : std::as_const(m_changes))
-        if (each.before != each.now) added += each.now;
+        if (each.before != each.now)
+            for (const Entry& entry : each.now) added << entry.number;
     Transaction transaction(m_connection);
-    deleteEntries(added);
+    NumberTable::removeAll(added);
     const Entries left = entries();
     QList<Entry> removed;
     for (auto each = m_changes.cbegin(); each != m_changes.cend(); ++each)
@@ -82,16 +92,6 @@ void ExcludedNumbers::note(const Entries& before, const Entries& now) {
     for (auto each = now.cbegin(); each != now.cend(); ++each) m_changes[each.key()].now = each.value();
 }
 
-void ExcludedNumbers::deleteEntries(const QList<Entry>& entries) {
-    for (qsizetype first = 0; first < entries.size(); first += NumbersPerStatement) {
-        QList<Sql> numbers;
-        for (const Entry& each : entries.mid(first, NumbersPerStatement)) numbers << sql("{}", each.number);
-        m_connection.execute(sql("DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TelNo IN ({}) "
-                                 "AND TemplateID = {}",
-                                 Sql::join(numbers, sql(", ")), m_templateId));
-    }
-}
-
 void ExcludedNumbers::insertEntries(const QList<Entry>& entries) {
     for (qsizetype first = 0; first < entries.size(); first += NumbersPerStatement) {
         QList<Sql> rows;
@@ -103,6 +103,13 @@ void ExcludedNumbers::insertEntries(const QList<Entry>& entries) {
     }
 }
 
+int ExcludedNumbers::count() {
+    return m_connection
+        .scalar(sql("SELECT COUNT(*) FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID = {}",
+                    m_templateId))
+        .toInt();
+}
+
 Sql ExcludedNumbers::selectNumbers() const {
     return sql("SELECT TelNo FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID = {}",
                m_templateId);
@@ -112,9 +119,9 @@ Sql ExcludedNumbers::deleteAll() const {
     return sql("DELETE  FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID = {}", m_templateId);
 }
 
-Sql ExcludedNumbers::deleteOne(const QString& number) const {
-    return sql("DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TelNo = {} AND TemplateID = {}",
-               number, m_templateId);
+Sql ExcludedNumbers::deleteThese(const Sql& condition) const {
+    return sql("DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TelNo {} AND TemplateID = {}",
+               condition, m_templateId);
 }
 
 Sql ExcludedNumbers::insertInto() const {

@@ -12,15 +12,17 @@ public:
     /// The connection must outlive the object.
     ExcludedNumbers(Connection& connection, int templateId);
 
-    int templateId() const { return m_templateId; }
+    int count();
     /// How often the number is excluded, over all templates.
     int countEverywhere(const QString& number);
 
     void add(const QString& number) override;
     void clear() override;
-    void remove(const QString& number) override;
+    void removeAll(const QStringList& numbers) override;
     void replace(const QStringList& numbers, const Progress& progress) override;
     bool isChanged() const;
+    /// Removes all numbers but these.
+    void removeAllBut(const QStringList& kept);
     /// Removes what was added and puts back what was removed: all of it or, after a failure, nothing.
     void undo();
 
@@ -28,7 +30,7 @@ protected:
     Connection& connection() override { return m_connection; }
     Sql selectNumbers() const override;
     Sql deleteAll() const override;
-    Sql deleteOne(const QString& number) const override;
+    Sql deleteThese(const Sql& condition) const override;
     Sql insertInto() const override;
     Sql values(const QString& number) const override;
 
@@ -48,7 +50,6 @@ private:
 
     Entries entries();
     void note(const Entries& before, const Entries& now);
-    void deleteEntries(const QList<Entry>& entries);
     void insertEntries(const QList<Entry>& entries);
 
     Connection& m_connection;

@@ -1,6 +1,7 @@
 #include "templates/NumberList.h"
 
 #include "app/Session.h"
+#include "db/DbError.h"
 
 namespace {
 
@@ -34,6 +35,12 @@ NumberTable::LeftOut NumberList::SetupNumbers(const QString& list, const Progres
     return usable.leftOut;
 }
 
+void NumberList::add(const QString& number) {
+    if (number.contains(','))
+        throw DbError(0, "A comma separates two numbers: please enter one number at a time.");
+    NumberTable::add(number);
+}
+
 Sql NumberList::selectNumbers() const {
     return sql("SELECT CalledNo FROM {}.dbo.{}", m_project, Name(m_table));
 }
@@ -42,8 +49,8 @@ Sql NumberList::deleteAll() const {
     return sql("DELETE FROM {}.dbo.{}", m_project, Name(m_table));
 }
 
-Sql NumberList::deleteOne(const QString& number) const {
-    return sql("DELETE FROM {}.dbo.{} WHERE CalledNo = {}", m_project, Name(m_table), number);
+Sql NumberList::deleteThese(const Sql& condition) const {
+    return sql("DELETE FROM {}.dbo.{} WHERE CalledNo {}", m_project, Name(m_table), condition);
 }
 
 Sql NumberList::insertInto() const {

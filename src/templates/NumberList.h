@@ -18,11 +18,14 @@ public:
     /// The numbers joined by ", ".
     QString joined() { return numbers().join(", "); }
 
+    /// Refuses what would become two numbers when the list is read again.
+    void add(const QString& number) override;
+
 protected:
     Connection& connection() override { return m_connection; }
     Sql selectNumbers() const override;
     Sql deleteAll() const override;
-    Sql deleteOne(const QString& number) const override;
+    Sql deleteThese(const Sql& condition) const override;
     Sql insertInto() const override;
     Sql values(const QString& number) const override;
 

@@ -54,8 +54,15 @@ void NumberTable::clear() {
     connection().execute(deleteAll());
 }
 
-void NumberTable::remove(const QString& number) {
-    connection().execute(deleteOne(number));
+void NumberTable::removeAll(const QStringList& numbers) {
+    Transaction transaction(connection());
+    for (qsizetype first = 0; first < numbers.size(); first += RowsPerStatement) {
+        QList<Sql> values;
+        for (const QString& number : numbers.mid(first, RowsPerStatement)) values << Sql::value(number);
+        connection().execute(deleteThese(values.size() == 1 ? sql("= {}", values.first())
+                                                            : sql("IN ({})", Sql::join(values, sql(", ")))));
+    }
+    transaction.commit();
 }
 
 bool NumberTable::contains(const QString& number) {

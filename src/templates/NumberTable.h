@@ -39,7 +39,8 @@ public:
     /// Refuses a number that does not fit. Does not look for duplicates.
     virtual void add(const QString& number);
     virtual void clear();
-    virtual void remove(const QString& number);
+    /// All of them or, after a failure, none.
+    virtual void removeAll(const QStringList& numbers);
     /// The numbers that fit the table, without duplicates.
     Fitting fitting(const QStringList& numbers) const;
     /// Replaces the list by fitting numbers: all of them, or, after a failure, the list is as it was.
@@ -49,7 +50,8 @@ protected:
     virtual Connection& connection() = 0;
     virtual Sql selectNumbers() const = 0;
     virtual Sql deleteAll() const = 0;
-    virtual Sql deleteOne(const QString& number) const = 0;
+    /// `condition` is "= N'…'" or "IN (…)", of the number's column.
+    virtual Sql deleteThese(const Sql& condition) const = 0;
     virtual Sql insertInto() const = 0;                  ///< "INSERT INTO … (…) VALUES "
     virtual Sql values(const QString& number) const = 0; ///< "(…)"
 

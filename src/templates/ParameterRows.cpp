@@ -3,6 +3,7 @@
 #include "reports/AccountFilter.h"
 #include "reports/CallFilter.h"
 #include "reports/CallTagging.h"
+#include "reports/FewNumbers.h"
 #include "reports/ParameterSummary.h"
 
 #include <QLocale>
@@ -68,11 +69,11 @@ private:
     void addNumbers() {
         switch (m_report.ReportSubType()) {
         case CallsToNumberReport:
-            return add("Calls To Number", either(m_parameters.CallsToNumber(), "(none)"));
+            return add("Calls To Number", either(fewNumbers(m_parameters.CallsToNumber()), "(none)"));
         case CallsFromNumberReport:
-            return add("Calls From Number", either(m_parameters.CallsFromNumber(), "(none)"));
+            return add("Calls From Number", either(fewNumbers(m_parameters.CallsFromNumber()), "(none)"));
         case CallsNotToNumberReport:
-            return add("Calls Not To Number", either(m_parameters.CallsNotToNumber(), "(none)"));
+            return add("Calls Not To Number", either(fewNumbers(m_parameters.CallsNotToNumber()), "(none)"));
         case SelectedCircuitReport:
             return add("Selected Circuit", either(m_parameters.SelectedCircuitID(), "(none)"));
         }
@@ -118,6 +119,9 @@ private:
     void addAccounts(const CatalogueEntry& entry) {
         if (entry.offers(AccountsGroup))
             add("Account Filter", accountText(m_parameters, m_report.ReportType()));
+        if (entry.offers(AccountsGroup) && m_report.ReportType() == BillingReport)
+            add("Summary Level",
+                QString("Level %1").arg(qMax(1, int(m_parameters.CostCentreSummarySelectionLevel()))));
         if (entry.offers(BillNumberGroup))
             add("Selected Bill No", either(m_parameters.LinkvaleBillNumber(), "All"));
         if (entry.offers(SourceBillGroup))

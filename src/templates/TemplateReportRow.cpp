@@ -1,6 +1,8 @@
 #include "templates/TemplateReportRow.h"
 
 #include <QRegularExpression>
+#include <algorithm>
+#include <numeric>
 #include <optional>
 #include <stdexcept>
 
@@ -8,7 +10,7 @@ namespace templateReportRow {
 
 namespace {
 
-/// The places of the columns that select() asks for.
+/// The places of the columns that read() asks for.
 enum Column {
     CallFilter,
     AccountFilter,
@@ -142,21 +144,9 @@ QString ifOffered(const clsReport& report, int group, const QString& value) {
 }
 
 std::optional<QString> singleValue(const clsReport& report) {
-    const clsReportParameters& parameters = *report.Parameters();
-    switch (report.ReportSubType()) {
-    case CallsToNumberReport:
-        return parameters.CallsToNumber();
-    case CallsFromNumberReport:
-        return parameters.CallsFromNumber();
-    case CallsNotToNumberReport:
-        return parameters.CallsNotToNumber();
-    case RepeatCallerReport:
-        return parameters.RepeatCallerThreshold();
-    case SelectedCircuitReport:
-        return ifOffered(report, CircuitIdGroup, parameters.SelectedCircuitID());
-    default:
-        return std::nullopt;
-    }
+    const std::optional<QString> value = report.SingleValue();
+    return report.ReportSubType() == SelectedCircuitReport ? ifOffered(report, CircuitIdGroup, *value)
+                                                           : value;
 }
 
 std::optional<QString> circuitPercentage(const clsReport& report) {
@@ -175,10 +165,21 @@ void addDates(ColumnValues& columns, const clsReportParameters& parameters) {
     columns.add("Overnight", parameters.TimeRangeOvernight());
 }
 
+/// A server returns rows in any order it likes; their keys grow in the order of saving.
+RecordSet inOrderOfSaving(const RecordSet& rows) {
+    std::vector<qsizetype> order(std::size_t(rows.rowCount()));
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_sort(order, {}, [&](qsizetype row) { return rows.row(row).integer(ReportID); });
+    RecordSet sorted(rows.columns());
+    for (const qsizetype row : order)
+        for (int column = 0; column < rows.columns().size(); ++column) sorted.append(rows.cell(row, column));
+    return sorted;
+}
+
 } // namespace
 
-Sql select(int templateId) {
-    return sql(
+RecordSet read(Connection& connection, int templateId) {
+    return inOrderOfSaving(connection.query(sql(
         "SELECT CallFilter, AccountFilter, Day1, Day2, Day3, Day4, Day5, Day6, Day7, DateStart, DateEnd, "
         "TimeStart, TimeEnd, Overnight, "
         "Distance1, Distance2, Distance3, Distance4, Distance5, Distance6, Distance7, Distance8, "
@@ -189,7 +190,7 @@ Sql select(int templateId) {
         "ReportCaption, Tagging, ReportHeader, UserId, CallClassParams, LineSelection, BillIds, ReportID, "
         "OutputExcel, Outputcsv, EmailFiles, CostCentreLevel"
         " FROM NorvaScheduler.dbo.[tblTemplate_Report] WITH (NOLOCK) WHERE ([TemplateID] = {})",
-        templateId);
+        templateId)));
 }
 
 void addReports(const RecordSet& rows, const CurrentProject& project, clsReports_Collection& reports) {

@@ -1,15 +1,15 @@
 #pragma once
 
-#include "db/RecordSet.h"
+#include "db/Connection.h"
 #include "reports/clsReports_Collection.h"
 #include "templates/ColumnValues.h"
 
 /// One report as a row of tblTemplate_Report.
 namespace templateReportRow {
 
-/// Reads the rows of a template.
-Sql select(int templateId);
-/// Adds a report for each row of select(), under the key "ID" and the row's key. NULL gives the
+/// The rows of a template in the order in which they were saved.
+RecordSet read(Connection& connection, int templateId);
+/// Adds a report for each row of read(), under the key "ID" and the row's key. NULL gives the
 /// default of a new report; a threshold that is no number keeps its text.
 void addReports(const RecordSet& rows, const CurrentProject& project, clsReports_Collection& reports);
 

@@ -2,6 +2,7 @@
 
 #include "db/DbError.h"
 #include "templates/TemplateReportRow.h"
+#include "templates/modTemplates.h"
 
 namespace {
 
@@ -29,11 +30,6 @@ void clsTemplate::Clear() {
     m_hasChanged = false;
 }
 
-void clsTemplate::setReports(clsReports_Collection reports) {
-    m_reports = std::move(reports);
-    m_hasChanged = true;
-}
-
 void clsTemplate::setCCSubType(qint16 type) {
     if (type == m_header.subType) return;
     change(m_header.subType, type);
@@ -58,7 +54,7 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenC
             requireFits("cost centre", costCentre.Value, 30, CodePage::Unicode);
 
     Transaction transaction(m_connection);
-    lockTemplates();
+    lockTemplates(m_connection); // two titles counted before either is written would both be free
     if (titleIsUsed(header)) return TitleUsed;
     if (header.id != -1 && whenChanged == KeepTheirs && isChangedSinceLoad()) return ChangedMeanwhile;
     header.id = writeHeader(header, headerColumns);
@@ -73,13 +69,6 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenC
     m_loaded.reset();
     m_hasChanged = false;
     return Saved;
-}
-
-/// Whoever saves a template at the same moment waits here until this one is through: two titles that
-/// are counted before either is written would both be free.
-void clsTemplate::lockTemplates() {
-    m_connection.query(
-        sql("SELECT TOP 1 [TemplateID] FROM NorvaScheduler.dbo.[tblTemplate] WITH (TABLOCKX, HOLDLOCK)"));
 }
 
 bool clsTemplate::titleIsUsed(const TemplateHeader& header) const {
@@ -150,7 +139,7 @@ clsTemplate::StoredRows clsTemplate::readRows(int templateId) const {
             m_connection.query(sql("SELECT CCName FROM NorvaScheduler.dbo.[tblCCSubProject_CCs] WITH "
                                    "(NOLOCK) WHERE ([TemplateID] = {})",
                                    templateId));
-    rows.reports = m_connection.query(templateReportRow::select(templateId));
+    rows.reports = templateReportRow::read(m_connection, templateId);
     return rows;
 }
 

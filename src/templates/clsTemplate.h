@@ -45,7 +45,6 @@ public:
     /// What is changed inside is not noticed by HasChanged(): call MarkChanged().
     clsReports_Collection& Reports() { return m_reports; }
     const clsReports_Collection& Reports() const { return m_reports; }
-    void setReports(clsReports_Collection reports);
     bool HasChanged() const { return m_hasChanged; }
     void MarkChanged() { m_hasChanged = true; }
     int BillType() const { return m_header.billType; }
@@ -86,7 +85,6 @@ private:
     };
     StoredRows readRows(int templateId) const;
     bool isChangedSinceLoad() const;
-    void lockTemplates();
     bool titleIsUsed(const TemplateHeader& header) const;
     int writeHeader(const TemplateHeader& header, const ColumnValues& columns);
     void copyExcludedNumbers(int from, int to);

@@ -25,7 +25,7 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
     add("Save", "&Save", "document-save", "Write the numbers to a file", &frmExcludeNumbers::cmdSave_Click);
     add("DeletedSelected", "&Delete", "edit-delete", "Delete the selected number",
         &frmExcludeNumbers::cmdDeletedSelected_Click);
-    add("Delete", "Delete a&ll", "edit-clear-all", "Delete all numbers of the list",
+    add("Delete", "Delet&e all", "edit-clear-all", "Delete all numbers of the list",
         &frmExcludeNumbers::cmdDelete_Click);
     footer.addStretch();
     add("Cancel", "&Cancel", "dialog-cancel", "Close and undo what was changed here",
@@ -80,25 +80,26 @@ void frmExcludeNumbers::cmdDelete_Click() {
 
 void frmExcludeNumbers::cmdDeletedSelected_Click() {
     constexpr const char* routine = "frmExcludeNumbers.cmdDeletedSelected_Click";
-    bool removed = false;
-    guarded(context(), this, routine, [&] { deleteSelected(removed); });
-    // Some may be gone when another one fails. Where none is, the selection is worth keeping.
-    if (removed) guarded(context(), this, routine, [this] { m_ui->grid->refresh(); });
+    guarded(context(), this, routine, [&] { deleteSelected(); });
 }
 
-void frmExcludeNumbers::deleteSelected(bool& removed) {
+/// Whoever answers No has had enough of the questions; what he agreed to before is deleted.
+void frmExcludeNumbers::deleteSelected() {
     const QStringList selected = m_ui->grid->selectedNumbers();
     if (selected.isEmpty()) {
         messages().notice(this, "You must select a number to delete.");
         return;
     }
+    QStringList agreed;
     for (const QString& number : selected) {
         if (!messages().ask(this,
                             QString("Do you wish to delete '%1' from the Exclusion List ?").arg(number)))
-            continue;
-        m_list->remove(number);
-        removed = true;
+            break;
+        agreed << number;
     }
+    if (agreed.isEmpty()) return;
+    m_list->removeAll(agreed);
+    m_ui->grid->refresh();
 }
 
 bool frmExcludeNumbers::mayClose() {

@@ -33,7 +33,7 @@ private slots:
     void cmdDeletedSelected_Click();
 
 private:
-    void deleteSelected(bool& removed); ///< sets it as soon as a number is gone
+    void deleteSelected();
     void tellOfOthers(const QString& number);
 
     std::unique_ptr<Ui::frmExcludeNumbers> m_ui;

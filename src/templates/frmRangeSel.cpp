@@ -85,7 +85,7 @@ void frmRangeSel::cmdDelete_Click() {
 
 void frmRangeSel::deleteSelected() {
     WaitCursor wait;
-    for (const QString& number : m_ui->grid->selectedNumbers()) m_list->remove(number);
+    m_list->removeAll(m_ui->grid->selectedNumbers());
     m_ui->grid->refresh();
 }
 

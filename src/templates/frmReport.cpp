@@ -12,6 +12,7 @@
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/WheelGuard.h"
 #include "ui/WindowSize.h"
 #include "ui_frmReport.h"
 
@@ -50,6 +51,7 @@ frmReport::frmReport(ScreenContext& context, QWidget* parent)
     m_ui->hdrOutputs->attach(m_ui->paneOutputs, "Report/Outputs");
     buildFooter();
     connectControls();
+    guardFromWheel(*this);
     resizeToText(*this, 105, 36);
 }
 
@@ -93,7 +95,7 @@ int frmReport::Setup(int billType, const clsReport* report, int templateId) {
                        }
                        fillTypes(billType);
                        showReport();
-                       m_ui->cmbType->setFocus();
+                       report ? m_ui->cmdParameters->setFocus() : m_ui->cmbType->setFocus();
                    })
                ? 0
                : -1;
@@ -114,8 +116,11 @@ void frmReport::fillTypes(int billType) {
 
 void frmReport::cmbType_Click() {
     if (m_loading) return;
-    m_report = clsReport(session().project);
-    m_report.setReportType(m_ui->cmbType->currentData().toInt());
+    const int type = m_ui->cmbType->currentData().toInt();
+    m_left.insert_or_assign(m_report.ReportType(), m_report);
+    const auto left = m_left.find(type);
+    m_report = left == m_left.end() ? clsReport(session().project) : left->second;
+    m_report.setReportType(type);
     m_changed = true;
     showReport();
 }

@@ -4,6 +4,7 @@
 #include "ui/ScreenDialog.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 
@@ -62,6 +63,7 @@ private:
 
     std::unique_ptr<Ui::frmReport> m_ui;
     clsReport m_report;
+    std::map<int, clsReport> m_left; ///< by type: a type that is chosen again brings its report back
     int m_templateId = -1;
     const frmSelectReports* m_chooser = nullptr;       ///< while it is open
     const frmBillSelection* m_billSelection = nullptr; ///< while it is open

@@ -18,6 +18,7 @@
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/WheelGuard.h"
 #include "ui/WindowSize.h"
 #include "ui/uctFrameHeader.h"
 #include "ui_frmSelectParameters.h"
@@ -67,10 +68,8 @@ int frmSelectParameters::Setup(clsReport& report, int templateId) {
     return guarded(context(), this, "frmSelectParameters.Setup",
                    [&] {
                        WaitCursor wait;
-                       const int type = report.ReportType();
                        m_report = &report;
-                       m_entry = catalogueEntry(type, report.ReportSubType(),
-                                                ListChoice::forLookUp(type, session().project.wispera));
+                       m_entry = report.Entry();
                        m_working = report.Parameters()->Clone();
                        m_ui->header->setNote(m_entry ? m_entry->titleText() : report.GetReportTitle());
                        if (m_entry) buildGroups({context(), report, *m_entry, m_lists, templateId});
@@ -150,7 +149,7 @@ void frmSelectParameters::buildChoiceGroups(const EditedReport& report) {
 }
 
 void frmSelectParameters::announce(uctParameterGroup* group, QWidget* frame, const QString& title) {
-    guardFromWheel(group);
+    guardFromWheel(*group);
     auto* item = new QListWidgetItem(title, m_ui->lstGroups);
     m_groups.push_back({group, frame, item});
     connect(group, &uctParameterGroup::changed, this, [this, item, title] {
@@ -189,22 +188,6 @@ void frmSelectParameters::followScrolling() {
         if (m_groups[i].frame->y() <= top + fontMetrics().height()) row = int(i);
     const QSignalBlocker quiet(m_ui->lstGroups);
     m_ui->lstGroups->setCurrentRow(row);
-}
-
-void frmSelectParameters::guardFromWheel(QWidget* group) {
-    QList<QWidget*> boxes = group->findChildren<QWidget*>();
-    boxes.removeIf(
-        [](QWidget* box) { return !box->inherits("QComboBox") && !box->inherits("QAbstractSpinBox"); });
-    for (QWidget* box : boxes) {
-        box->setFocusPolicy(Qt::StrongFocus);
-        box->installEventFilter(this);
-    }
-}
-
-bool frmSelectParameters::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus()) return false;
-    event->ignore();
-    return true;
 }
 
 void frmSelectParameters::RefreshParams() {

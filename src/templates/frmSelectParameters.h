@@ -42,7 +42,6 @@ public slots:
 
 protected:
     bool mayClose() override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private slots:
     void cmdSave_Click();
@@ -68,8 +67,6 @@ private:
     void goTo(int group, bool focus);
     /// Marks the group at the top of the scrolled area in the list.
     void followScrolling();
-    /// The wheel scrolls over boxes that do not have the focus, instead of changing their values.
-    void guardFromWheel(QWidget* group);
     void save();
     void showTexts();
     /// Asks until the answer can be used; nothing when the user gives up.

@@ -1,6 +1,7 @@
 #include "templates/frmTemplate.h"
 
 #include "app/Session.h"
+#include "db/DbError.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "reports/BillType.h"
 #include "templates/ExcludedNumbers.h"
@@ -103,8 +104,8 @@ void frmTemplate::connectControls() {
     shortcut(Qt::ALT | Qt::Key_Down, m_cmdDown);
 }
 
-void frmTemplate::run(const char* slot, const std::function<void()>& body) {
-    guarded(context(), this, slot, body);
+void frmTemplate::run(const char* slot, const std::function<void()>& body, const QString& headline) {
+    guarded(context(), this, slot, body, headline);
 }
 
 int frmTemplate::Setup(int templateId) {
@@ -114,7 +115,7 @@ int frmTemplate::Setup(int templateId) {
         if (templateId >= 0)
             loaded = m_template.LoadTemplate(templateId);
         else
-            takeCurrentProject();
+            startNewTemplate();
         if (!loaded) return;
         m_ui->cmdOpen->setVisible(templateId < 0);
         m_ui->footer->setOffered(m_cmdSaveAs, templateId >= 0);
@@ -137,6 +138,11 @@ void frmTemplate::showTemplate() {
 void frmTemplate::showAccount() {
     showReadOnly(*m_ui->txtUnitab, m_template.UnitabAccount());
     showReadOnly(*m_ui->txtBillType, billTypeName(m_template.BillType()));
+}
+
+void frmTemplate::startNewTemplate() {
+    takeCurrentProject();
+    m_foreignNumbers = ExcludedNumbers(session().db(), -1).numbers();
 }
 
 void frmTemplate::takeCurrentProject() {
@@ -316,28 +322,31 @@ clsTemplate::SaveResult frmTemplate::store(const QString& newTitle) {
 }
 
 void frmTemplate::cmdSave_Click() {
-    run("frmTemplate.cmdSave_Click", [this] {
-        if (m_template.Title().trimmed().isEmpty()) {
-            tell("Please enter a Template name");
-            m_ui->txtTemplate->setFocus();
-            return;
-        }
-        WaitCursor wait;
-        if (!checkOutputs()) return;
-        const QString question = activeSchedulesQuestion(session().db(), m_template.ID());
-        if (!question.isEmpty() && !confirm(question)) return;
-        switch (store({})) {
-        case clsTemplate::Saved:
-            return callBackAndClose();
-        case clsTemplate::TitleUsed:
-            tell("Template name already exists");
-            return m_ui->txtTemplate->setFocus();
-        case clsTemplate::ChangedMeanwhile:
-            return; // the user has decided to keep editing
-        default:
-            tell("Error saving template");
-        }
-    });
+    run(
+        "frmTemplate.cmdSave_Click",
+        [this] {
+            if (m_template.Title().trimmed().isEmpty()) {
+                tell("Please enter a Template name");
+                m_ui->txtTemplate->setFocus();
+                return;
+            }
+            WaitCursor wait;
+            if (!checkOutputs()) return;
+            const QString question = activeSchedulesQuestion(session().db(), m_template.ID());
+            if (!question.isEmpty() && !confirm(question)) return;
+            switch (store({})) {
+            case clsTemplate::Saved:
+                return callBackAndClose();
+            case clsTemplate::TitleUsed:
+                tell("Template name already exists");
+                return m_ui->txtTemplate->setFocus();
+            case clsTemplate::ChangedMeanwhile:
+                return; // the user has decided to keep editing
+            default:
+                tell("Error saving template");
+            }
+        },
+        "Error saving template");
 }
 
 /// Empty when the user gives up.
@@ -358,34 +367,42 @@ QString frmTemplate::askNewTitle() {
 }
 
 void frmTemplate::cmdSaveAs_Click() {
-    run("frmTemplate.cmdSaveAs_Click", [this] {
-        if (!checkOutputs()) return;
-        const QString title = askNewTitle();
-        if (title.isEmpty()) return;
-        WaitCursor wait;
-        switch (store(title)) {
-        case clsTemplate::Saved:
-            return callBackAndClose();
-        case clsTemplate::TitleBlank:
-            return tell("Error saving template, title is blank");
-        case clsTemplate::TitleUsed:
-            return tell("Error saving template, title already exists");
-        default:
-            tell("Error saving template");
-        }
-    });
+    run(
+        "frmTemplate.cmdSaveAs_Click",
+        [this] {
+            if (!checkOutputs()) return;
+            const QString title = askNewTitle();
+            if (title.isEmpty()) return;
+            WaitCursor wait;
+            switch (store(title)) {
+            case clsTemplate::Saved:
+                return callBackAndClose();
+            case clsTemplate::TitleBlank:
+                return tell("Error saving template, title is blank");
+            case clsTemplate::TitleUsed:
+                return tell("Error saving template, title already exists");
+            default:
+                tell("Error saving template");
+            }
+        },
+        "Error saving template");
 }
 
 bool frmTemplate::mayClose() {
     const bool blank =
         m_template.ID() == -1 && m_template.Title().isEmpty() && m_template.Reports().Count() == 0;
-    if (blank || !m_template.HasChanged()) return true;
-    if (!messages().ask(this, "Are you sure you want to cancel your changes?")) return false;
-    if (m_template.ID() == -1) forgetExcludedNumbers();
-    return true;
+    const bool leaves = blank || !m_template.HasChanged()
+                        || messages().ask(this, "Are you sure you want to cancel your changes?");
+    if (leaves && m_template.ID() == -1) forgetExcludedNumbers();
+    return leaves;
 }
 
-/// Those entered for a template that is never saved would fall to the next new one.
+/// Those entered for a template that is never saved would fall to the next new one. Others may be
+/// somebody else's, for a new template of his own. What cannot be removed now goes at the next login.
 void frmTemplate::forgetExcludedNumbers() {
-    run("frmTemplate.forgetExcludedNumbers", [this] { ExcludedNumbers(session().db(), -1).clear(); });
+    try {
+        ExcludedNumbers(session().db(), -1).removeAllBut(m_foreignNumbers);
+    } catch (const DbError& error) {
+        session().log.write("frmTemplate.forgetExcludedNumbers", error);
+    }
 }

@@ -48,9 +48,10 @@ private slots:
 private:
     void buildFooter();
     void connectControls();
-    void run(const char* slot, const std::function<void()>& body);
+    void run(const char* slot, const std::function<void()>& body, const QString& headline = {});
     void showTemplate();
     void showAccount();
+    void startNewTemplate();
     void takeCurrentProject();
     /// Fills the list anew and selects the report at a position, when there is one.
     void showReports(int selected);
@@ -72,6 +73,7 @@ private:
     QToolButton* m_cmdDown = nullptr;
     QToolButton* m_cmdSaveAs = nullptr;
     clsTemplate m_template;
+    QStringList m_foreignNumbers;              ///< excluded for unsaved templates before this one was begun
     const frmReport* m_reportEditor = nullptr; ///< while it is open
     int m_edited = 0;                          ///< the position of the report in it; 0 for a new one
     QString m_newTitle;                        ///< as typed for the last save-as, which was refused

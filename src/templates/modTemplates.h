@@ -14,6 +14,9 @@ struct ScheduleCounts {
 ScheduleCounts countSchedules(Connection& connection, int templateId);
 /// What is asked before a template with so many schedules is deleted.
 QString deleteQuestion(const ScheduleCounts& schedules);
+/// Whoever saves or deletes a template at the same moment waits until this transaction is through.
+void lockTemplates(Connection& connection);
+
 /// Deletes a template with its reports and, when it has schedules, these and their logs: all or nothing.
 /// False, and nothing is deleted, when its schedules are others than the user was asked about.
 bool deleteTemplate(Connection& connection, int templateId, const ScheduleCounts& agreed);

@@ -54,7 +54,8 @@ uctBillNumber::uctBillNumber(const EditedReport& report, QWidget* parent)
 
 void uctBillNumber::load(const clsReportParameters& parameters) {
     const QString& number = parameters.LinkvaleBillNumber();
-    const int type = number.isEmpty() ? -1 : m_type->findData(number.left(1));
+    // A letter alone is a number; one before it is the bill's type.
+    const int type = number.size() < 2 ? -1 : m_type->findData(number.left(1));
     m_type->setCurrentIndex(qMax(0, type));
     m_number->setText(type > 0 ? number.mid(1) : number);
 }

@@ -23,6 +23,7 @@ QDateEdit* dateEdit(const QString& name, QWidget* parent) {
     edit->setLocale(QLocale(QLocale::English, QLocale::UnitedKingdom));
     edit->setDisplayFormat("dd MMM yyyy");
     edit->setCalendarPopup(true);
+    edit->setMinimumDate(QDate(1753, 1, 1)); // where the server's dates begin
     return edit;
 }
 

@@ -39,7 +39,7 @@ void uctExclusions::cmdExclusions_Click() {
 
 void uctExclusions::showCount() {
     ExcludedNumbers numbers(editedReport().context.session.db(), editedReport().templateId);
-    const qsizetype count = numbers.numbers().size();
+    const int count = numbers.count();
     const QString listed = count == 0   ? "No numbers are excluded"
                            : count == 1 ? "1 number is excluded"
                                         : QString("%1 numbers are excluded").arg(count);

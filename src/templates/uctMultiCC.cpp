@@ -66,7 +66,8 @@ void uctMultiCC::fill(int level, const QStringList& centres, const QString& want
     QComboBox& list = *box(level);
     list.clear();
     list.addItem(centres.isEmpty() ? "(none on this level)" : "(any)", QString());
-    for (const QString& centre : centres) list.addItem(centre, centre);
+    list.addItems(centres);
+    for (int i = 0; i < centres.size(); ++i) list.setItemData(i + 1, centres[i]);
     if (!wanted.isEmpty() && list.findData(wanted, Qt::UserRole, Qt::MatchFixedString) < 0)
         list.addItem(wanted, wanted);
     choose(level, wanted);

@@ -17,6 +17,7 @@
 #include <QLocale>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QStringListModel>
 
 namespace {
@@ -141,16 +142,15 @@ void uctNumberGrid::addTyped() {
     m_number->clear();
     showCount();
     emit numberAdded(number);
-    emit changed();
 }
 
-bool uctNumberGrid::loadFile() {
+void uctNumberGrid::loadFile() {
     const QString path =
         m_context->messages.openFile(window(), m_context->session.paths.ProjectFolder(), fileFilter);
-    return !path.isEmpty() && ReadCalledNos(path);
+    if (!path.isEmpty()) ReadCalledNos(path);
 }
 
-bool uctNumberGrid::ReadCalledNos(const QString& path) {
+void uctNumberGrid::ReadCalledNos(const QString& path) {
     NumberTable::Fitting found;
     qsizetype lines = 0;
     {
@@ -159,6 +159,7 @@ bool uctNumberGrid::ReadCalledNos(const QString& path) {
         lines = read.size();
         found = m_table->fitting(read);
         if (!found.numbers.isEmpty()) {
+            const auto hideProgress = qScopeGuard([this] { m_progress->hide(); });
             m_table->replace(found.numbers, progress());
             refresh();
         }
@@ -173,7 +174,6 @@ bool uctNumberGrid::ReadCalledNos(const QString& path) {
                                                  .arg(found.leftOut.total())
                                                  .arg(lines)
                                                  .arg(reasons));
-    return !found.numbers.isEmpty();
 }
 
 void uctNumberGrid::saveFile() {

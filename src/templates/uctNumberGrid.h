@@ -32,16 +32,15 @@ public:
     /// Shows how far the writing of many numbers is, and keeps the screen painted.
     NumberTable::Progress progress();
 
-    /// Asks for a file and reads it: see ReadCalledNos. False when nothing was read.
-    bool loadFile();
+    /// Asks for a file and reads it: see ReadCalledNos.
+    void loadFile();
     /// Replaces the list by the file's numbers and tells of those left out. A file that holds none, or
     /// cannot be read, leaves the list as it was.
-    bool ReadCalledNos(const QString& path);
+    void ReadCalledNos(const QString& path);
     /// Asks for a file and writes the list into it, one number on each line.
     void saveFile();
 
 signals:
-    void changed(); ///< a number was added
     void numberAdded(const QString& number);
     void deletePressed();
 

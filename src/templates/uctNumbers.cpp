@@ -1,5 +1,6 @@
 #include "templates/uctNumbers.h"
 
+#include "reports/FewNumbers.h"
 #include "templates/GroupParts.h"
 #include "ui/Icons.h"
 
@@ -7,8 +8,6 @@
 #include <QPushButton>
 
 namespace {
-
-constexpr qsizetype NumbersShown = 8;
 
 QString buttonName(const clsReport& report) {
     switch (report.ReportSubType()) {
@@ -61,8 +60,7 @@ void uctNumbers::load(const clsReportParameters& parameters) {
         return;
     }
     const QString count = numbers.size() == 1 ? "1 number: " : QString("%1 numbers: ").arg(numbers.size());
-    m_numbers->setText(count + numbers.mid(0, NumbersShown).join(", ")
-                       + (numbers.size() > NumbersShown ? ", …" : ""));
+    m_numbers->setText(count + fewNumbers(numbers.join(", ")));
 }
 
 const QString& numbersOf(const clsReport& report, const clsReportParameters& parameters) {

@@ -102,8 +102,9 @@ bool uctThresholds::eventFilter(QObject* watched, QEvent* event) {
 
 void uctThresholds::leave(const Pair& pair) {
     const QWidget* now = QApplication::focusWidget();
-    const bool cancels = now && now->objectName() == "cmdCancel";
-    if (!isVisible() || now == pair.lower || now == pair.higher || cancels) return;
+    // Cancel makes the amounts not matter, and Save has its own words for them.
+    const bool leavesScreen = now && (now->objectName() == "cmdCancel" || now->objectName() == "cmdSave");
+    if (!isVisible() || now == pair.lower || now == pair.higher || leavesScreen) return;
     if (pair.higher->text().isEmpty() || !isAmount(pair.lower) || !isAmount(pair.higher)) return;
     if (('0' + pair.higher->text()).toDouble() > ('0' + pair.lower->text()).toDouble()) return;
     editedReport().context.messages.notice(

@@ -39,6 +39,17 @@ private slots:
         QTEST(report.GetReportTitle(), "title");
     }
 
+    void shownTitlesAreShort() {
+        const CurrentProject project;
+        clsReport report = reportOf(project, 2, 142);
+        const QString general = "General Reports - Calls To Number '%1'";
+        report.Parameters()->setCallsToNumber("1, 2, 3, 4, 5, 6, 7, 8");
+        QCOMPARE(report.ShownTitle(), general.arg("1, 2, 3, 4, 5, 6, 7, 8"));
+        report.Parameters()->setCallsToNumber("1, 2, 3, 4, 5, 6, 7, 8, 9, 10");
+        QCOMPARE(report.ShownTitle(), general.arg("1, 2, 3, 4, 5, 6, 7, 8, …"));
+        QCOMPARE(report.GetReportTitle(), general.arg("1, 2, 3, 4, 5, 6, 7, 8, 9, 10"));
+    }
+
     void outputsFollowTheCatalogue() {
         const CurrentProject project;
         const auto allowed = [&](int type, int subType) {

@@ -47,7 +47,7 @@ private:
         if (fails) fail();
         return results;
     }
-    [[noreturn]] void fail() const { throw DbError(0, "Made to fail.", {}, m_fault.lost); }
+    [[noreturn]] void fail() const { throw DbError(50000, "Made to fail.", {}, m_fault.lost); }
 
     std::unique_ptr<Server> m_server;
     Fault& m_fault;

@@ -157,7 +157,8 @@ private slots:
             manager.fault.arm(0);
             QCOMPARE(manager.shown().last(), "Made to fail."); // at last when the list is read anew
         } while (manager.idOf("Weekly call review") != 0);
-        QCOMPARE(step, 2 + 2 + 4 + 1 + 1); // counts, and once more; deletions, the commit, and the list
+        QCOMPARE(step, 2 + 2 + 2 + 4 + 1
+                           + 1); // counts; locks, counts once more; deletions, the commit, and the list
     }
 
     void editingLeadsToTheEditor() {

@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QTextEdit>
 #include <QTreeView>
+#include <QWheelEvent>
 
 /// The report editor and the report chooser.
 class FrmReportTest : public QObject {
@@ -109,6 +110,24 @@ private slots:
         QTest::keyClick(&filter, Qt::Key_Return);
         QCOMPARE(chooser.chosen()->id, 326); // the one after 325
         QVERIFY(frmSelectReports(editor.context).Setup(7, 0) != 0);
+    }
+
+    /// Neither the wheel nor a look at another type loses the report.
+    void aTypeThatIsChosenAgainBringsItsReportBack() {
+        Editor editor;
+        clsReport report = editor.report(2, 161);
+        report.Parameters()->setReportCaption("Dear calls");
+        editor.show(1, &report);
+        auto& types = control<QComboBox>(*editor.screen, "cmbType");
+        QWheelEvent wheel(QPointF(5, 5), types.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&types, &wheel);
+        QCOMPARE(types.currentData().toInt(), 2);
+        types.setCurrentIndex(types.findData(1));
+        QCOMPARE(editor.valueOf("Report Caption"), "");
+        types.setCurrentIndex(types.findData(2));
+        QCOMPARE(editor.valueOf("Report Caption"), "Dear calls");
+        QCOMPARE(editor.screen->Report().ReportSubType(), 161);
     }
 
     void everyReportOffersItsOutputs() {

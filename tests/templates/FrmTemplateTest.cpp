@@ -102,21 +102,31 @@ private slots:
     /// The numbers of a template that is given up must not fall to the next new one.
     void aNewTemplateThatIsGivenUpLeavesNoNumbers() {
         Editor editor;
+        const auto exclude = [&](const QString& number) {
+            editor.db().execute(
+                sql("INSERT INTO NorvaScheduler.dbo.TblExcludedNumbers (TemplateID, TelNo) VALUES (-1, {})",
+                    number));
+        };
         const auto left = [&] {
             return editor.scalar(
                 sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.TblExcludedNumbers WHERE TemplateID = -1"));
         };
+        exclude("0700"); // by somebody else, for a new template of his own
+        editor.show(-1);
+        exclude("0800");
+        press(*editor.screen, "cmdExit"); // nothing else was entered
+        QCOMPARE(left(), 1);
+
         editor.show(-1);
         editor.title().setText("Given up");
-        editor.db().execute(
-            sql("INSERT INTO NorvaScheduler.dbo.TblExcludedNumbers (TemplateID, TelNo) VALUES (-1, '0800')"));
+        exclude("0800");
         editor.messages.answer(false);
         press(*editor.screen, "cmdExit");
-        QCOMPARE(left(), 1);
+        QCOMPARE(left(), 2);
         editor.messages.answer(true);
         press(*editor.screen, "cmdExit");
-        QCOMPARE(left(), 0);
-        QVERIFY(editor.closedWithCallback());
+        QCOMPARE(left(), 1);
+        QVERIFY(!editor.screen->isVisible());
     }
 
     void theOrderShownIsTheOrderSaved() {
@@ -195,6 +205,10 @@ private slots:
             QCOMPARE(editor.title().text(), "Swept");
             QCOMPARE(editor.list().model()->rowCount(), 2);
             QVERIFY(!QGuiApplication::overrideCursor());
+            if (step > 0) {
+                QCOMPARE(editor.shown().last(), "Error saving template");
+                QCOMPARE(editor.messages.lastDetails(), "Made to fail.");
+            }
             if (editor.messages.finished()) {
                 if (button == "cmdSave")
                     editor.messages.answer(true);
