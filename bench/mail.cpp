@@ -18,7 +18,7 @@ BenchServer& server() {
 QList<MailEntry> entries(int count) {
     QList<MailEntry> made;
     for (int i = 0; i < count; ++i)
-        made.append({"BW10023", QString("O'Hara's Depot %1").arg(i), 1 + i % 5,
+        made.append({"BW10023", QString("O'Hara's Depot %1").arg(i), QString::number(1 + i % 5),
                      QString("depot.%1@example.com").arg(i)});
     return made;
 }

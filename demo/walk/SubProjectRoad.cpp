@@ -10,6 +10,8 @@ void planSubProjects(Walker& walker) {
     walker.add("open the options again", on("frmMainScreen"), press("cmdOptions"));
     walker.add("open the e-mail settings", on("frmOptions"), press("cmdEmail"));
     walker.add("add an address", on("frmEmailSettings"), press("cmdAdd"));
+    walker.add("choose the level", on("frmMailSelection"),
+               [](QWidget& screen) { choose(screen, "cmbLevel", "Level 2"); });
     walker.add("choose its cost centre",
                on("frmMailSelection",
                   [](QWidget& screen) { return !list(screen, "lstCentres").rows().rows().empty(); }),
@@ -35,7 +37,10 @@ void planSubProjects(Walker& walker) {
         type(screen, "txtTemplate", "Walked: departments");
         tick(screen, "OptCC2");
         tick(screen, "Option1");
+        press("chkEmailFiles")(screen);
     });
+    walker.add("hear that e-mails can be large", onMessage("Cost centre sub projects can be very large"),
+               answer("OK"));
     walker.add("save the sub-project template", on("frmTransfer"), press("cmdSave"));
     walker.add("hear that files are over-written", onMessage("Any existing files"), answer("OK"));
     walker.add("choose it", on("frmSchedule"), [](QWidget& screen) {

@@ -17,25 +17,18 @@ bool reportColumnIsMissing(Connection& connection, const QString& column, const 
            == 0;
 }
 
-/// Another login may have added the column in this moment: that is as good.
-void addColumn(Connection& connection, const Sql& statement) {
-    try {
-        connection.execute(statement);
-    } catch (const DbError& error) {
-        if (error.number() != DbError::DuplicateColumn) throw;
-    }
-}
-
 void upgradeExcludedNumbers(Connection& connection, const QString& table) {
-    connection.execute(sql("IF NOT Exists(SELECT [Name] FROM sysobjects WHERE [Name] = {}) CREATE TABLE [dbo].{} ( "
-                           " [ID] [int] IDENTITY(1,1) PRIMARY KEY, "
-                           " [TemplateID] [int] NOT NULL, "
-                           " [TelNo] [varchar] (25) COLLATE Latin1_General_CI_AS NULL , "
-                           " [Include] [bit] DEFAULT 0 "
-                           ") ON [PRIMARY] ",
-                           table, Name(table)));
-    connection.execute(sql("DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID NOT IN "
-                           "(SELECT DISTINCT TemplateID FROM [NorvaScheduler].dbo.tblTemplate) OR TemplateID IS NULL "));
+    connection.execute(
+        sql("IF NOT Exists(SELECT [Name] FROM sysobjects WHERE [Name] = {}) CREATE TABLE [dbo].{} ( "
+            " [ID] [int] IDENTITY(1,1) PRIMARY KEY, "
+            " [TemplateID] [int] NOT NULL, "
+            " [TelNo] [varchar] (25) COLLATE Latin1_General_CI_AS NULL , "
+            " [Include] [bit] DEFAULT 0 "
+            ") ON [PRIMARY] ",
+            table, Name(table)));
+    connection.execute(
+        sql("DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID NOT IN "
+            "(SELECT DISTINCT TemplateID FROM [NorvaScheduler].dbo.tblTemplate) OR TemplateID IS NULL "));
 }
 
 /// Bands 15 to 17. The old fourteenth band becomes the seventeenth in the run that adds the fifteenth,
@@ -57,7 +50,8 @@ void upgradeBandsTo23(Connection& connection) {
     for (int band = 18; band <= 23; ++band) {
         const QString column = QString("Distance%1").arg(band);
         if (reportColumnIsMissing(connection, column))
-            addColumn(connection, sql("ALTER TABLE tblTemplate_Report ADD {} [Bit] NOT NULL DEFAULT 0 ", Name(column)));
+            addColumn(connection,
+                      sql("ALTER TABLE tblTemplate_Report ADD {} [Bit] NOT NULL DEFAULT 0 ", Name(column)));
     }
 }
 
@@ -72,8 +66,19 @@ void addReportColumn(Connection& connection, const QString& column, const Sql& a
 
 } // namespace
 
+void addColumn(Connection& connection, const Sql& statement) {
+    try {
+        connection.execute(statement);
+    } catch (const DbError& error) {
+        if (error.number() != DbError::DuplicateColumn) throw;
+    }
+}
+
 bool schedulerDatabaseExists(Connection& connection) {
-    return connection.scalar(sql("SELECT COUNT(*) FROM master.dbo.sysdatabases WHERE name = 'NorvaScheduler'")).toInt() > 0;
+    return connection
+               .scalar(sql("SELECT COUNT(*) FROM master.dbo.sysdatabases WHERE name = 'NorvaScheduler'"))
+               .toInt()
+           > 0;
 }
 
 bool schedulerTablesExist(Connection& connection) {
@@ -81,11 +86,12 @@ bool schedulerTablesExist(Connection& connection) {
 }
 
 void createSchedulerDatabase(Connection& connection, const ServerDefaults& defaults) {
-    connection.execute(sql("CREATE DATABASE [NorvaScheduler] ON (NAME = N'NorvaScheduler_Data', FILENAME = {} , "
-                           "SIZE = 50, FILEGROWTH = 10%) LOG ON (NAME = N'NorvaScheduler_Log', FILENAME = {} , "
-                           "SIZE = 5, FILEGROWTH = 10%)",
-                           defaults.dataFolder + "NorvaScheduler_Data" + defaults.dataExtension,
-                           defaults.logFolder + "NorvaScheduler_Log" + defaults.logExtension));
+    connection.execute(
+        sql("CREATE DATABASE [NorvaScheduler] ON (NAME = N'NorvaScheduler_Data', FILENAME = {} , "
+            "SIZE = 50, FILEGROWTH = 10%) LOG ON (NAME = N'NorvaScheduler_Log', FILENAME = {} , "
+            "SIZE = 5, FILEGROWTH = 10%)",
+            defaults.dataFolder + "NorvaScheduler_Data" + defaults.dataExtension,
+            defaults.logFolder + "NorvaScheduler_Log" + defaults.logExtension));
 }
 
 void dropSchedulerDatabase(Connection& connection) {
@@ -104,17 +110,20 @@ void upgradeAtMainScreen(Connection& connection) {
                     sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [UserID] [varchar] (30) "
                         "COLLATE Latin1_General_CI_AS NULL  "),
                     sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET UserId = '' "));
-    addReportColumn(connection, "CallClassParams",
-                    sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CallClassParams] [varchar] (2000) "
-                        "COLLATE Latin1_General_CI_AS NULL  "),
-                    sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CallClassParams = '' "));
-    addReportColumn(connection, "LineSelection",
-                    sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [LineSelection] [varchar] (100) "
-                        "COLLATE Latin1_General_CI_AS NULL  "),
-                    sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET LineSelection = '' "));
-    addReportColumn(connection, "CostCentreLevel",
-                    sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CostCentreLevel] [smallint] DEFAULT 1 "),
-                    sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CostCentreLevel = 1 "));
+    addReportColumn(
+        connection, "CallClassParams",
+        sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CallClassParams] [varchar] (2000) "
+            "COLLATE Latin1_General_CI_AS NULL  "),
+        sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CallClassParams = '' "));
+    addReportColumn(
+        connection, "LineSelection",
+        sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [LineSelection] [varchar] (100) "
+            "COLLATE Latin1_General_CI_AS NULL  "),
+        sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET LineSelection = '' "));
+    addReportColumn(
+        connection, "CostCentreLevel",
+        sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CostCentreLevel] [smallint] DEFAULT 1 "),
+        sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CostCentreLevel = 1 "));
     addReportColumn(connection, "BillIds",
                     sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [BillIds] [varchar] (200) "
                         "COLLATE Latin1_General_CI_AS NULL  "),

@@ -5,12 +5,17 @@
 class Connection;
 struct ServerDefaults;
 
+class Sql;
+
 bool schedulerDatabaseExists(Connection& connection);
 /// Whether the default database holds the scheduler's tables.
 bool schedulerTablesExist(Connection& connection);
 /// Sends the CREATE DATABASE of NorvaScheduler. Needs both folders; throws DbError.
 void createSchedulerDatabase(Connection& connection, const ServerDefaults& defaults);
 void dropSchedulerDatabase(Connection& connection);
+
+/// Sends an ALTER TABLE … ADD. Another program may have added the column in this moment: that is as good.
+void addColumn(Connection& connection, const Sql& statement);
 
 /// The upgrades that a login makes in the default database: the exclusion table and its orphans, then
 /// the distance bands. Safe to repeat; a database with any subset of the later columns comes out whole.

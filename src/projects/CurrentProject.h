@@ -12,7 +12,8 @@ struct CurrentProject {
     int billType = 0;      ///< see reports/BillType.h; 0 while unknown
     QDate defaultStart;    ///< of its bills; invalid while unknown
     QDate defaultEnd;
-    bool wispera = false; ///< it holds Wispera data
+    bool wispera = false;         ///< it holds Wispera data
+    bool ownCentresReady = false; ///< the user's copies of its cost centres are up to date
 
     /// Reports take the project's default dates instead of their own. Belongs to the application, not
     /// to the project: it outlives a change of project.

@@ -6,6 +6,7 @@
 #include "db/DbError.h"
 #include "db/StoredTitle.h"
 #include "schedules/ScheduleStatus.h"
+#include "templates/modTemplates.h"
 
 clsSchedule::clsSchedule(Session& session) : m_session(session) {
     Clear();
@@ -75,6 +76,7 @@ clsSchedule::SaveResult clsSchedule::SaveSchedule(const QString& newTitle, bool 
     const bool insert = !newTitle.isEmpty() || m_id == notStored;
 
     Transaction transaction(m_session.db());
+    lockSchedules(m_session.db()); // two titles counted before either is written would both be free
     if (titleIsUsed(stored, insert)) return TitleExists;
     if (!insert)
         if (const SaveResult found = compareWithStoredRow(stored); found != Saved) return found;
@@ -109,41 +111,43 @@ clsSchedule::SaveResult clsSchedule::compareWithStoredRow(const QString& storedT
 }
 
 ScheduleRow clsSchedule::wantedRow(const QString& storedTitle) {
-    return {storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate), m_loaded.status,
-            m_session.userName};
+    return {storedTitle,           Template().ID(), m_projectFile,
+            storedDate(m_runDate), m_loaded.status, m_session.userName};
 }
 
 bool clsSchedule::titleIsUsed(const QString& storedTitle, bool insert) const {
     Connection& db = m_session.db();
-    const QString count
-        = insert ? db.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) "
-                                 "WHERE ([ScheduleTitle] = {})",
-                                 storedTitle))
-                 : db.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) "
-                                 "WHERE ([ScheduleTitle] = {} AND [ScheduleID] <> {})",
-                                 storedTitle, m_id));
+    const QString count =
+        insert ? db.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) "
+                               "WHERE ([ScheduleTitle] = {})",
+                               storedTitle))
+               : db.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) "
+                               "WHERE ([ScheduleTitle] = {} AND [ScheduleID] <> {})",
+                               storedTitle, m_id));
     return count.toInt() >= 1;
 }
 
 void clsSchedule::insertRow(const QString& storedTitle) {
     Connection& db = m_session.db();
-    db.execute(sql("INSERT INTO NorvaScheduler.dbo.[tblSchedule] ([ScheduleTitle], [TemplateID], [ProjectRef], "
-                   "[RunDate], [Status], [RanDate], [Username]) VALUES ({}, {}, {}, {}, {}, {}, {})",
-                   storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate), int(Pending),
-                   storedDate(zeroDate()), m_session.userName));
+    db.execute(
+        sql("INSERT INTO NorvaScheduler.dbo.[tblSchedule] ([ScheduleTitle], [TemplateID], [ProjectRef], "
+            "[RunDate], [Status], [RanDate], [Username]) VALUES ({}, {}, {}, {}, {}, {}, {})",
+            storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate), int(Pending),
+            storedDate(zeroDate()), m_session.userName));
     m_id = int(db.scalar(sql("SELECT @@IDentity")).toDouble()); // a decimal on some servers
 }
 
 void clsSchedule::updateRow(const QString& storedTitle) {
-    m_session.db().execute(
-        sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [ScheduleTitle] = {}, [TemplateID] = {}, [ProjectRef] = {}, "
-            "[RunDate] = {}, [Username] = {} WHERE ([ScheduleID] = {})",
-            storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate), m_session.userName, m_id));
+    m_session.db().execute(sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [ScheduleTitle] = {}, "
+                               "[TemplateID] = {}, [ProjectRef] = {}, "
+                               "[RunDate] = {}, [Username] = {} WHERE ([ScheduleID] = {})",
+                               storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate),
+                               m_session.userName, m_id));
 }
 
 int clsSchedule::GetStatus() const {
-    const RecordSet rows = m_session.db().query(
-        sql("SELECT [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE [ScheduleID] = {}", m_id));
+    const RecordSet rows = m_session.db().query(sql(
+        "SELECT [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE [ScheduleID] = {}", m_id));
     return rows.isEmpty() ? int(NoSuchSchedule) : rows.row(0).integer("Status");
 }
 

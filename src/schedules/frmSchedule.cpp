@@ -426,13 +426,17 @@ bool frmSchedule::mayClose() {
 
 void frmSchedule::cmdEditTemplate_Click() {
     run("frmSchedule.cmdEditTemplate_Click", [this] {
-        if (!checkProject()) return;
-        const int id = m_schedule.Template().ID();
-        if (readTemplateType(session().db(), id).value_or(0) == 0)
-            openScreen<frmTemplate>(context(), this, "Error Loading Template", id);
-        else
-            openScreen<frmTransfer>(context(), this, "Error Loading " + m_schedule.Template().Title(), id);
+        if (checkProject()) editTemplate("Error Loading Template");
     });
+}
+
+/// In the editor of its type: the other one would drop what is entered there.
+void frmSchedule::editTemplate(const QString& failure) {
+    const int id = m_schedule.Template().ID();
+    if (readTemplateType(session().db(), id).value_or(0) == 0)
+        openScreen<frmTemplate>(context(), this, failure, id);
+    else
+        openScreen<frmTransfer>(context(), this, "Error Loading " + m_schedule.Template().Title(), id);
 }
 
 void frmSchedule::cmdAddTemplate_Click() {
@@ -446,9 +450,7 @@ void frmSchedule::cmdAddTemplate_Click() {
 
 void frmSchedule::cmdReports_Click() {
     run("frmSchedule.cmdReports_Click", [this] {
-        if (checkProject() && checkTemplate())
-            openScreen<frmTemplate>(context(), this, "Error Loading " + m_schedule.Template().Title(),
-                                    m_schedule.Template().ID());
+        if (checkProject() && checkTemplate()) editTemplate("Error Loading " + m_schedule.Template().Title());
     });
 }
 

@@ -55,6 +55,7 @@ private:
     void fillHistory();
     void fillTemplates();
     void selectTemplate();
+    void editTemplate(const QString& failure);
     int lastTemplate() const;
     void takeTemplateMadeAfter(int last);
 

@@ -71,6 +71,15 @@ bool holdsAddress(const QStringList& fields) {
                        [](const QString& field) { return field.contains('@'); });
 }
 
+/// Captions hold neither addresses nor bare numbers.
+bool isHeading(const QStringList& fields) {
+    return !holdsAddress(fields) && std::none_of(fields.begin(), fields.end(), [](const QString& field) {
+        bool isNumber = false;
+        field.toInt(&isNumber);
+        return isNumber;
+    });
+}
+
 QString lineOf(const MailEntry& entry) {
     return QStringList{entry.billAccount, entry.costCentre, entry.level, entry.emailAddress}.join(',');
 }
@@ -92,7 +101,7 @@ AddressFile readAddressFile(const QString& path) {
         if (content.columns == 0) {
             content.columns = qMax<qsizetype>(1, fields.size());
             if (!content.hasUsableColumns()) break;
-            if (!holdsAddress(fields)) {
+            if (isHeading(fields)) {
                 content.heading = fields;
                 continue;
             }

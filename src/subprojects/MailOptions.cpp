@@ -2,6 +2,7 @@
 
 #include "db/ColumnText.h"
 #include "db/Connection.h"
+#include "db/SchedulerDatabase.h"
 
 namespace {
 
@@ -12,15 +13,15 @@ QString readOption(Connection& connection, const char* column) {
     return rows.isEmpty() || !there ? QString() : rows.row(0).text(column);
 }
 
-void addColumn(Connection& connection, const QString& column, const Sql& type) {
+void addOptionColumn(Connection& connection, const QString& column, const Sql& type) {
     const QString found = connection.scalar(
         sql("SELECT count(*) as [RowCount] From NorvaScheduler.dbo.sysobjects o WITH (NOLOCK) "
             "INNER JOIN NorvaScheduler.dbo.syscolumns c WITH (NOLOCK) ON o.id = c.id "
             "WHERE c.name = {} AND o.name = 'tblOptions'",
             column));
     if (found.toInt() == 0)
-        connection.execute(
-            sql("ALTER TABLE NorvaScheduler.dbo.tblOptions ADD {} {} NULL ", Name(column), type));
+        addColumn(connection,
+                  sql("ALTER TABLE NorvaScheduler.dbo.tblOptions ADD {} {} NULL ", Name(column), type));
 }
 
 } // namespace
@@ -39,8 +40,8 @@ QString GetMaxFileSizeDesc(Connection& connection) {
 }
 
 void addMailOptionColumns(Connection& connection) {
-    addColumn(connection, "DefaultEmail", sql("[varchar] (254) COLLATE Latin1_General_CI_AS"));
-    addColumn(connection, "MaxFileSize", sql("[int]"));
+    addOptionColumn(connection, "DefaultEmail", sql("[varchar] (254) COLLATE Latin1_General_CI_AS"));
+    addOptionColumn(connection, "MaxFileSize", sql("[int]"));
 }
 
 void saveMailOptions(Connection& connection, const QString& defaultEmail, int maxFileSize) {

@@ -96,24 +96,7 @@ void frmMailImport::cmdOpen_Click() {
 
 void frmMailImport::readFile() {
     attempt([this] {
-        m_file = {};
-        const QString path = QDir::fromNativeSeparators(m_ui->txtFile->text().trimmed());
-        QString refusal;
-        if (!QFileInfo(path).isFile()) {
-            refusal = "File not found.";
-        } else {
-            WaitCursor wait;
-            const auto showWhatWasRead = qScopeGuard([this] {
-                offerLayouts();
-                mapFile();
-            });
-            m_file = readAddressFile(path);
-            if (!m_file.hasUsableColumns()) {
-                m_file = {};
-                refusal = "This file is Invalid.  The file must contain at least two columns and be comma "
-                          "separated.";
-            }
-        }
+        const QString refusal = refusalOfFile();
         if (!refusal.isEmpty())
             messages().notice(this, refusal);
         else if (const ImportRow* stopper = countRows(m_rows).stopper)
@@ -121,6 +104,23 @@ void frmMailImport::readFile() {
         else
             m_cmdImport->setFocus();
     });
+}
+
+/// Reads the file and shows what it holds; what was shown before is gone in any case. Why the file
+/// cannot be used, or nothing.
+QString frmMailImport::refusalOfFile() {
+    WaitCursor wait;
+    m_file = {};
+    const auto showWhatWasRead = qScopeGuard([this] {
+        offerLayouts();
+        mapFile();
+    });
+    const QString path = QDir::fromNativeSeparators(m_ui->txtFile->text().trimmed());
+    if (!QFileInfo(path).isFile()) return "File not found.";
+    m_file = readAddressFile(path);
+    if (m_file.hasUsableColumns()) return {};
+    m_file = {};
+    return "This file is Invalid.  The file must contain at least two columns and be comma separated.";
 }
 
 void frmMailImport::tellStop(const ImportRow& stopper) {
@@ -209,11 +209,14 @@ void frmMailImport::cmdImport_Click() {
             for (const ImportRow& row : m_rows)
                 if (row.status == ImportRow::New) m_book.AddEntrytoGrid(row.entry);
         }
+        const QString details =
+            leftOutText(m_rows)
+            + (m_file.heading.isEmpty() ? "" : "\nThe first line was taken for a heading.");
         messages().notice(this,
                           counts.added == 1
                               ? "1 new address has been added to the grid."
                               : QString("%1 new addresses have been added to the grid.").arg(counts.added),
-                          Messages::Plain, {}, leftOutText(m_rows));
+                          Messages::Plain, {}, details.trimmed());
         callBackAndClose();
     });
 }

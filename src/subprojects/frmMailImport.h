@@ -25,6 +25,7 @@ private slots:
     void cmdOpen_Click();
     void cmdImport_Click();
     void readFile();
+    QString refusalOfFile();
     void showLines();
 
 private:

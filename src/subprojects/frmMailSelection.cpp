@@ -62,6 +62,8 @@ void frmMailSelection::fillCentres() {
         chosen ? QString("%1 (bill account %2)").arg(project.database, project.unitabAccount) : QString());
     m_ui->lstCentres->setEmptyText(chosen ? "This level has no cost centres."
                                           : "Choose a project to see its cost centres.");
+    ListViewUnselect(*m_ui->lstCentres); // those of another level or account must not be added to this one
+    m_ui->lstCentres->setRows({});
     QStringList centres;
     if (chosen) {
         WaitCursor wait;
@@ -69,7 +71,6 @@ void frmMailSelection::fillCentres() {
     }
     std::vector<ListRow> rows;
     for (const QString& centre : centres) rows.push_back({int(rows.size()), {centre}});
-    ListViewUnselect(*m_ui->lstCentres);
     m_ui->lstCentres->setRows(std::move(rows));
 }
 

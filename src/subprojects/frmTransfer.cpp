@@ -1,6 +1,7 @@
 #include "subprojects/frmTransfer.h"
 
 #include "app/Session.h"
+#include "db/DbError.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "subprojects/MailOptions.h"
 #include "subprojects/modSubProjects.h"
@@ -150,7 +151,7 @@ void frmTransfer::showProject() {
 void frmTransfer::showChoices() {
     m_ui->txtTemplate->setText(m_template.Title());
     optionOf(m_template.CCSubType())->setChecked(true);
-    if (QRadioButton* level = OptCC(m_template.CCSubLevel())) level->setChecked(true);
+    showLevel();
     m_ui->chkEmailFiles->setChecked(m_template.CCSubEmail());
     for (const clsString& costCentre : m_template.CCs())
         m_ticked[m_template.CCSubLevel()] << costCentre.Value;
@@ -184,6 +185,7 @@ void frmTransfer::cmdOpen_Click() {
             m_template.setUnitabAccount(session().project.unitabAccount);
             m_template.setBillType(session().project.billType);
             m_ticked.clear();
+            m_ui->lstCC->setEntries({}, {});
         } else {
             m_ticked[m_template.CCSubLevel()] = m_ui->lstCC->tickedKeys();
         }
@@ -202,6 +204,15 @@ void frmTransfer::Option_Click(int type) {
     m_ui->lstCC->setEnabled(type == tickedCostCentres);
 }
 
+/// A stored level may be none of the five: then none is chosen.
+void frmTransfer::showLevel() {
+    for (int level = 1; level <= levels; ++level) {
+        OptCC(level)->setAutoExclusive(false); // or one of them would stay chosen
+        OptCC(level)->setChecked(level == m_template.CCSubLevel());
+    }
+    for (int level = 1; level <= levels; ++level) OptCC(level)->setAutoExclusive(true);
+}
+
 void frmTransfer::OptCC_Click(int level) {
     const qint16 former = m_template.CCSubLevel();
     const bool done = isProjectChosen() && guarded(context(), this, "frmTransfer.OptCC_Click", [&] {
@@ -212,7 +223,22 @@ void frmTransfer::OptCC_Click(int level) {
     if (done) return;
     if (!isProjectChosen()) messages().notice(this, "You must select a project.");
     m_template.setCCSubLevel(former);
-    if (QRadioButton* option = OptCC(former)) option->setChecked(true);
+    showLevel();
+}
+
+/// An account without cost-centre tables leaves the template to be edited, but has nothing to choose from.
+QStringList frmTransfer::readCostCentresOf(int level) {
+    if (!isProjectChosen() || !OptCC(level)) return {};
+    WaitCursor wait;
+    try {
+        return subProjectCostCentres(session(), level);
+    } catch (const DbError& error) {
+        if (error.number() != DbError::InvalidObject) throw;
+        m_projectProblem =
+            QString("The project '%1' has no cost centres: %2").arg(session().project.database, error.text());
+        showProject();
+        return {};
+    }
 }
 
 /// Fills the list with the cost centres of the level. A long list is filled in steps, between which the
@@ -221,18 +247,16 @@ void frmTransfer::loadCCTasks() {
     constexpr qsizetype step = 1000;
     const int level = m_template.CCSubLevel();
     const QStringList ticked = m_ticked.value(level);
-    QStringList names;
-    if (isProjectChosen() && level >= 1 && level <= levels) {
-        WaitCursor wait;
-        names = subProjectCostCentres(session(), level);
-    }
+    const QStringList names = readCostCentresOf(level);
     m_ui->lstCC->setEmptyText(isProjectChosen() ? "This level has no cost centres."
                                                 : "Select a project to see its cost centres.");
-    QSet<QString> unlisted(ticked.begin(), ticked.end());
-    const QSet<QString> known(names.begin(), names.end());
+    QSet<QString> unlisted;
+    for (const QString& name : ticked) unlisted.insert(listKey(name));
+    QSet<QString> known;
+    for (const QString& name : names) known.insert(listKey(name));
     std::vector<CheckListEntry> entries;
     for (const QString& name : ticked)
-        if (!known.contains(name))
+        if (!known.contains(listKey(name)))
             entries.push_back({name, {isProjectChosen() ? name + "   (not in this project)" : name}});
 
     m_stop = false;
@@ -245,7 +269,7 @@ void frmTransfer::loadCCTasks() {
     while (filled < names.size() && !m_stop) {
         for (const QString& name : names.mid(filled, chunk)) {
             entries.push_back({name, {name}});
-            unlisted.remove(name);
+            unlisted.remove(listKey(name));
         }
         filled = qMin(filled + chunk, names.size());
         if (!m_filling) break;
@@ -254,7 +278,7 @@ void frmTransfer::loadCCTasks() {
         QCoreApplication::processEvents();
     }
     for (const QString& name : names.mid(filled))
-        if (unlisted.contains(name)) entries.push_back({name, {name}});
+        if (unlisted.contains(listKey(name))) entries.push_back({name, {name}});
     m_ui->lstCC->setEntries(std::move(entries), ticked);
     setFilling(false);
     if (focused) focused->setFocus();
@@ -301,6 +325,7 @@ bool frmTransfer::checkChoices() {
     if (m_template.Title().trimmed().isEmpty())
         return refused("Please enter a Template name", m_ui->txtTemplate);
     if (m_template.UnitabAccount().isEmpty()) return refused("You must select a project.", m_ui->cmdOpen);
+    if (!OptCC(m_template.CCSubLevel())) return refused("Please select a cost centre level.", OptCC(1));
     m_template.CCs().Clear();
     if (m_template.CCSubType() != tickedCostCentres) return true;
     const QStringList ticked = m_ui->lstCC->tickedKeys();

@@ -56,6 +56,7 @@ private:
     bool isOfTemplate(const QString& account) const;
     void showProject();
     void showChoices();
+    void showLevel();
     QRadioButton* optionOf(int type) const;
     QRadioButton* OptCC(int level) const;
     QWidget& entries() const;
@@ -63,6 +64,7 @@ private:
 
     void OptCC_Click(int level);
     void Option_Click(int type);
+    QStringList readCostCentresOf(int level);
     void loadCCTasks();
     void setFilling(bool filling);
 

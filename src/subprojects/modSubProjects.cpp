@@ -24,16 +24,12 @@ bool hasOwnCostCentres(const Session& session) {
     return session.multiLevel == ownCopies;
 }
 
-/// A user's first use of his copies makes them.
-template <class Read>
-QStringList readOwn(Session& session, Read read) {
-    try {
-        return read();
-    } catch (const DbError& error) {
-        if (error.number() != DbError::InvalidObject) throw;
-        prepareAccountCostCentres(session, true);
-        return read();
-    }
+/// The first use in a project makes the user's copies, or brings them up to date: the tables alone do not
+/// say whether an earlier run came to its end.
+void prepareOwnCostCentres(Session& session) {
+    if (session.project.ownCentresReady) return;
+    prepareAccountCostCentres(session, true);
+    session.project.ownCentresReady = true;
 }
 
 QStringList withinLimits(Session& session, int level, QStringList centres) {
@@ -74,24 +70,22 @@ QStringList missingSubProjectTables(Session& session) {
 }
 
 QStringList subProjectCostCentres(Session& session, int level) {
-    const QStringList centres =
-        hasOwnCostCentres(session) ? readOwn(
-            session, [&] { return readCostCentres(session, level, CostCentreSource::UserInProject); })
-                                   : readCostCentres(session, level, CostCentreSource::Master);
-    return withinLimits(session, level, centres);
+    const bool own = hasOwnCostCentres(session);
+    if (own) prepareOwnCostCentres(session);
+    const auto source = own ? CostCentreSource::UserInProject : CostCentreSource::Master;
+    return withinLimits(session, level, readCostCentres(session, level, source));
 }
 
 QStringList addressCostCentres(Session& session, int level) {
     QStringList centres;
-    if (hasOwnCostCentres(session)) {
-        centres =
-            readOwn(session, [&] { return readCentresList(session, level, userCentresTable(session)); });
-    } else {
-        try {
-            centres = readCentresList(session, level, masterCentresTable(session.project.unitabAccount));
-        } catch (const DbError& error) {
-            if (error.number() != DbError::InvalidObject) throw;
-        }
+    try {
+        const bool own = hasOwnCostCentres(session);
+        if (own) prepareOwnCostCentres(session);
+        centres = readCentresList(session, level,
+                                  own ? userCentresTable(session)
+                                      : masterCentresTable(session.project.unitabAccount));
+    } catch (const DbError& error) {
+        if (error.number() != DbError::InvalidObject) throw; // an account without cost centres
     }
     return withinLimits(session, level, centres);
 }

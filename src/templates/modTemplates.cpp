@@ -31,12 +31,15 @@ void lockTemplates(Connection& connection) {
         sql("SELECT TOP 1 [TemplateID] FROM NorvaScheduler.dbo.[tblTemplate] WITH (TABLOCKX, HOLDLOCK)"));
 }
 
+void lockSchedules(Connection& connection) {
+    connection.query(
+        sql("SELECT TOP 1 [ScheduleID] FROM NorvaScheduler.dbo.[tblSchedule] WITH (TABLOCKX, HOLDLOCK)"));
+}
+
 bool deleteTemplate(Connection& connection, int templateId, const ScheduleCounts& agreed) {
     Transaction transaction(connection);
     lockTemplates(connection);
-    // Nor may a schedule come or go between the counting and the deletion.
-    connection.query(
-        sql("SELECT TOP 1 [ScheduleID] FROM NorvaScheduler.dbo.[tblSchedule] WITH (TABLOCKX, HOLDLOCK)"));
+    lockSchedules(connection); // none may come or go between the counting and the deletion
     if (countSchedules(connection, templateId) != agreed) return false;
     if (agreed.all > 0) {
         connection.execute(sql("DELETE FROM NorvaScheduler.dbo.[tblLogs] WHERE [ScheduleID] IN (SELECT "

@@ -17,6 +17,9 @@ QString deleteQuestion(const ScheduleCounts& schedules);
 /// Whoever saves or deletes a template at the same moment waits until this transaction is through.
 void lockTemplates(Connection& connection);
 
+/// The same for schedules, whoever changes them.
+void lockSchedules(Connection& connection);
+
 /// Deletes a template with its reports and, when it has schedules, these and their logs: all or nothing.
 /// False, and nothing is deleted, when its schedules are others than the user was asked about.
 bool deleteTemplate(Connection& connection, int templateId, const ScheduleCounts& agreed);

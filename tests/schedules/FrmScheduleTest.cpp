@@ -2,6 +2,7 @@
 
 #include "Screens.h"
 #include "schedules/ProjectHistory.h"
+#include "subprojects/frmTransfer.h"
 #include "support/Modal.h"
 #include "support/TestClass.h"
 #include "templates/frmTemplate.h"
@@ -356,6 +357,20 @@ private slots:
         inNextModal<frmTemplate>([](frmTemplate& screen) { screen.close(); });
         editor.press("cmdAddTemplate");
         QCOMPARE(templates.currentText(), "Made for it");
+    }
+
+    /// The editor of ordinary templates would drop the reports that are added to a sub-project one.
+    void reportsOfSubProjectsAreNotEdited() {
+        Editor editor;
+        editor.chooseRecent("Brightwater");
+        editor.templates().setCurrentText("Pack for every department");
+        bool shown = false;
+        inNextModal<frmTransfer>([&](frmTransfer& screen) {
+            shown = true;
+            screen.close();
+        });
+        editor.press("cmdReports");
+        QVERIFY(shown);
     }
 
     void levelFourMaySetUpNoSubProjects() {

@@ -59,6 +59,8 @@ private slots:
             {"2 new: BW|Finance|4|x@example.com"});
         row("heading of other words", "Kostenstelle,Adresse\nFinance,x@example.com",
             {"2 new: ACC|Finance|3|x@example.com"});
+        row("no heading", "BW,Finance,1,nobody\nBW,Sales,2,x@example.com",
+            {"1 refused: BW|Finance|1|nobody", "2 new: BW|Sales|2|x@example.com"});
         row("heading of five", "a,b,c,d,e\nFinance,x@example.com", {"unusable"});
         row("line ends", "\xef\xbb\xbf\r\nA,x@example.com\r\n\r\n  \r\n,\nB,x@example.com\rC,x@example.com",
             {"2 new: ACC|A|3|x@example.com", "6 new: ACC|B|3|x@example.com", "7 new: ACC|C|3|x@example.com"});

@@ -1,3 +1,4 @@
+#include "demo/BulkInsert.h"
 #include "subprojects/MailOptions.h"
 #include "subprojects/Office.h"
 #include "subprojects/frmEmailSettings.h"
@@ -117,6 +118,13 @@ private slots:
             level.setCurrentIndex(4);
             emit level.activated(4);
             QCOMPARE(centres.model()->rowCount(), 1);
+            // Centres of the former level must not be added to one whose own cannot be read.
+            QVERIFY(centres.selectId(0));
+            book.office.program.fault.arm(1);
+            emit level.activated(4);
+            book.office.program.fault.arm(0);
+            QCOMPARE(book.office.shown(), QStringList{"Made to fail."});
+            QCOMPARE(add("x@example.com"), QStringList{"You must Select a Cost Centre."});
             press(screen, "cmdClose");
         });
         book.press("cmdAdd");
@@ -145,8 +153,8 @@ private slots:
         QCOMPARE(book.office.shown(), QStringList{"1 new address has been added to the grid."});
         QCOMPARE(
             book.messages().lastDetails(),
-            QString(
-                "1 address known already.\n1 address refused:\nLine 4: The e-mail address is not valid."));
+            QString("1 address known already.\n1 address refused:\nLine 4: The e-mail address is not valid.\n"
+                    "The first line was taken for a heading."));
         QVERIFY(book.column(3).contains("o'hara@example.ie"));
         QVERIFY(book.screen.CheckSaveState());
     }
@@ -185,9 +193,14 @@ private slots:
         AddressBook book;
         frmMailImport screen(office.program.context, book);
         auto& file = child<QLineEdit>(screen, "txtFile");
+        file.setText(office.file("Finance,x@example.com\n"));
+        QTest::keyClick(&file, Qt::Key_Return);
+        QVERIFY(child(screen, "cmdImport").isEnabled());
         file.setText(office.folder.filePath("nothing.csv"));
         QTest::keyClick(&file, Qt::Key_Return);
         QCOMPARE(office.shown(), QStringList{"File not found."});
+        QVERIFY(!child(screen, "cmdImport").isEnabled()); // what the former file held is not to be added
+        QCOMPARE(child<uctListView>(screen, "lstPreview").model()->rowCount(), 0);
         if (QFile("/proc/self/mem").exists()) { // there, but not to be read
             file.setText("/proc/self/mem");
             QTest::keyClick(&file, Qt::Key_Return);
@@ -312,6 +325,13 @@ private slots:
         QFETCH(const bool, lost);
         Book book;
         Fault& fault = book.office.program.fault;
+        BulkInsert more(book.office.db(),
+                        sql("INSERT INTO NorvaScheduler.dbo.tblMailAddresses VALUES")); // more than a batch
+        for (int i = 0; i < 700; ++i)
+            more.add(QString("BW10023"), QString("Centre %1").arg(i), QString("c%1@example.com").arg(i),
+                     QString("1"));
+        more.finish();
+        QCOMPARE(book.screen.Setup(), 0);
         const QStringList old = book.office.storedBook();
         book.select("Warehouse");
         book.messages().answer(true);
@@ -344,7 +364,7 @@ private slots:
                 break;
             }
         }
-        QVERIFY(failures >= 5);
+        QVERIFY(failures >= 6);
         QVERIFY(book.office.storedBook() == wanted);
     }
 

@@ -263,6 +263,44 @@ private slots:
                  QString("1|2|1|0|OD40256: Children's Services, Head Office, Operations"));
     }
 
+    /// What the database holds need not be what the screen would write.
+    void oddStoredTemplates() {
+        Transfer transfer("O'Dowd Freight");
+        const QString title = "Pack for selected divisions";
+        const int id = transfer.templateOf(title);
+        Connection& db = transfer.office.db();
+        db.execute(sql(
+            "UPDATE NorvaScheduler.dbo.tblCCSubProject_CCs SET CCName = Upper(CCName) WHERE TemplateID = {}",
+            id));
+        QVERIFY(transfer.open(id));
+        const int listed = transfer.list().count();
+        QCOMPARE(transfer.list().tickedKeys().size(), 2);
+
+        Transfer other("O'Dowd Freight");
+        other.office.db().execute(
+            sql("UPDATE NorvaScheduler.dbo.tblTemplate SET SubCCLevel = 6 WHERE TemplateID = {}", id));
+        QVERIFY(other.open(id));
+        for (const char* level : {"OptCC1", "OptCC2", "OptCC3", "OptCC4", "OptCC5"})
+            QVERIFY(!other.isChecked(level));
+        QCOMPARE(other.save(), QStringList{"Please select a cost centre level."});
+        other.press("OptCC1");
+        QVERIFY(other.isChecked("OptCC1"));
+        QCOMPARE(other.list().count(), listed);
+    }
+
+    /// A template can still be renamed when its account has no cost centres any more.
+    void anAccountWithoutCostCentres() {
+        Transfer transfer;
+        transfer.office.db().execute(sql("DROP TABLE CostCentres.dbo.BW10023_TblCC"));
+        QVERIFY(transfer.open(transfer.templateOf("Pack for every department")));
+        QCOMPARE(transfer.list().count(), 0);
+        QVERIFY(child<QLabel>(transfer.screen, "lblProjectProblem").text().contains("has no cost centres"));
+        transfer.name("Renamed");
+        transfer.office.program.messages.answer(true); // though a schedule uses it
+        QCOMPARE(transfer.save().first(), overWritten);
+        QVERIFY(transfer.templateOf("Renamed") > 0);
+    }
+
     void aLongFillCanBeStopped() {
         Transfer transfer;
         Connection& db = transfer.office.db();
@@ -296,6 +334,19 @@ private slots:
         QCOMPARE(subProjectCostCentres(session, 1), QStringList{"Operations"});
         QCOMPARE(addressCostCentres(session, 2), QStringList{"Warehouse"});
         QCOMPARE(subProjectCostCentres(session, 3), (QStringList{"Warehouse East", "Warehouse West"}));
+
+        Office broken("Jonas.Weber"); // whose copies are not made at one go
+        for (int step = 1; !broken.program.session.project.ownCentresReady; ++step) {
+            broken.program.fault.arm(step);
+            try {
+                subProjectCostCentres(broken.program.session, 1);
+            } catch (const DbError&) {
+            }
+            broken.program.fault.arm(0);
+            if (step == 12)
+                QCOMPARE(addressCostCentres(broken.program.session, 1), QStringList{"Children's Services"});
+        }
+        QCOMPARE(subProjectCostCentres(broken.program.session, 1), QStringList{"Children's Services"});
 
         Office own("Jonas.Weber"); // works on his own copies, which his first use makes
         Session& owner = own.program.session;
