@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
+#include <algorithm>
 #include <numeric>
 
 uctListView::uctListView(QWidget* parent) : QTreeView(parent) {
@@ -32,7 +33,8 @@ void uctListView::setColumns(std::vector<ListColumn> columns, const QString& key
 }
 
 void uctListView::restoreWidths(const QString& key) {
-    m_fitColumns = !header()->restoreState(QByteArray::fromBase64(getSetting("VWT", "Columns", key, "").toLatin1()));
+    m_fitColumns =
+        !header()->restoreState(QByteArray::fromBase64(getSetting("VWT", "Columns", key, "").toLatin1()));
     header()->setSortIndicatorShown(false); // the caption carries the mark
     if (m_fitColumns) fitColumns();
     connect(header(), &QHeaderView::sectionResized, this, [this, key] {
@@ -44,8 +46,9 @@ void uctListView::restoreWidths(const QString& key) {
 
 void uctListView::fitColumns() {
     const std::vector<ListColumn>& columns = m_model->columnList();
-    const int characters = std::accumulate(columns.begin(), columns.end(), 0,
-                                           [](int sum, const ListColumn& column) { return sum + column.width; });
+    const int characters =
+        std::accumulate(columns.begin(), columns.end(), 0,
+                        [](int sum, const ListColumn& column) { return sum + column.width; });
     for (int i = 0; i + 1 < int(columns.size()); ++i) // the last one takes what is left
         header()->resizeSection(i, columns[std::size_t(i)].width * viewport()->width() / characters);
 }
@@ -65,7 +68,8 @@ void uctListView::setRows(std::vector<ListRow> rows) {
 }
 
 void uctListView::setFilterWords(const QString& words) {
-    const QList<int> selected = selectedIds(); // else the view selects a neighbour of a row that goes
+    const QList<int> selected = selectedIds();
+    selectionModel()->clearSelection(); // or the view selects a neighbour of each row that goes
     m_order->setFilterWords(words);
     select(selected);
     viewport()->update();
@@ -85,11 +89,21 @@ QList<int> uctListView::selectedIds() const {
 }
 
 void uctListView::select(const QList<int>& ids) {
-    QItemSelection selection;
+    std::vector<int> shown;
     for (const int id : ids)
         if (const int row = m_model->rowOf(id); row >= 0)
-            selection.select(m_model->index(row, 0), m_model->index(row, m_model->columnCount() - 1));
-    selectionModel()->select(m_order->mapSelectionFromSource(selection), QItemSelectionModel::ClearAndSelect);
+            if (const QModelIndex index = m_order->mapFromSource(m_model->index(row, 0)); index.isValid())
+                shown.push_back(index.row());
+    std::ranges::sort(shown);
+    // Neighbours become one range: the time that a selection takes grows with the square of its ranges.
+    QItemSelection selection;
+    const int lastColumn = m_model->columnCount() - 1;
+    for (std::size_t first = 0, next = 1; first < shown.size(); first = next++) {
+        while (next < shown.size() && shown[next] == shown[next - 1] + 1) ++next;
+        selection.append(QItemSelectionRange(m_order->index(shown[first], 0),
+                                             m_order->index(shown[next - 1], lastColumn)));
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
 }
 
 bool uctListView::selectId(int id) {
