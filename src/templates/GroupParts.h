@@ -2,7 +2,10 @@
 
 #include "ui/Palette.h"
 
+#include <QComboBox>
+#include <QCompleter>
 #include <QLabel>
+#include <QLineEdit>
 
 /// Small pieces that the groups of the parameter editor are made of.
 namespace groupParts {
@@ -32,6 +35,15 @@ inline QLabel* problem(QWidget* parent) {
 inline void showProblem(QLabel* label, const QString& text) {
     label->setText(text);
     label->setVisible(!text.isEmpty());
+}
+
+/// Typing finds the entries that hold the text, wherever it stands in them.
+inline void makeSearchable(QComboBox* box) {
+    box->setEditable(true);
+    box->setInsertPolicy(QComboBox::NoInsert);
+    box->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    box->completer()->setFilterMode(Qt::MatchContains);
+    box->lineEdit()->setClearButtonEnabled(true);
 }
 
 } // namespace groupParts

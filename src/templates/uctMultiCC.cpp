@@ -4,7 +4,6 @@
 #include "ui/Cursors.h"
 #include "ui/SlotGuard.h"
 
-#include <QComboBox>
 #include <QGridLayout>
 #include <algorithm>
 
@@ -16,6 +15,7 @@ uctMultiCC::uctMultiCC(const EditedReport& report, const ProjectLists::CostCentr
     for (int level = 1; level <= 5; ++level) {
         auto* each = m_boxes[std::size_t(level) - 1] = new QComboBox(this);
         each->setObjectName(QString("cmbCC%1").arg(level));
+        groupParts::makeSearchable(each);
         each->setMaxVisibleItems(18);
         each->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         each->setMinimumContentsLength(30);
@@ -27,6 +27,7 @@ uctMultiCC::uctMultiCC(const EditedReport& report, const ProjectLists::CostCentr
         grid->addWidget(caption, level - 1, 0);
         grid->addWidget(each, level - 1, 1);
         connect(each, &QComboBox::activated, this, [this, level] { cmbCC_Click(level); });
+        connect(each->lineEdit(), &QLineEdit::editingFinished, this, [this, level] { takeTyped(level); });
     }
     grid->setColumnStretch(2, 1);
     grid->addWidget(groupParts::hint(this, "Each level lists the cost centres below those chosen above it."),
@@ -39,9 +40,26 @@ void uctMultiCC::setChosen(const ProjectLists::CostCentres& chosen) {
 
 ProjectLists::CostCentres uctMultiCC::chosen() const {
     ProjectLists::CostCentres chosen;
-    for (int level = 1; level <= 5; ++level)
-        chosen[std::size_t(level) - 1] = box(level)->currentData().toString();
+    for (int level = 1; level <= 5; ++level) {
+        const int typed = typedEntry(level);
+        chosen[std::size_t(level) - 1] = typed < 0 ? m_shown[std::size_t(level) - 1] : box(level)->itemData(typed).toString();
+    }
     return chosen;
+}
+
+/// The entry whose name stands in the box, the first one in an emptied box; -1 while there is none of
+/// that name.
+int uctMultiCC::typedEntry(int level) const {
+    const QString text = box(level)->currentText().trimmed();
+    return text.isEmpty() ? 0 : box(level)->findText(text, Qt::MatchFixedString);
+}
+
+/// What is no entry gives way to the last choice.
+void uctMultiCC::takeTyped(int level) {
+    const QString shown = m_shown[std::size_t(level) - 1];
+    const int typed = typedEntry(level);
+    choose(level, typed < 0 ? shown : box(level)->itemData(typed).toString());
+    if (box(level)->currentData().toString() != shown) cmbCC_Click(level);
 }
 
 void uctMultiCC::BlankRemainingMulti(int level) {

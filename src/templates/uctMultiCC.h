@@ -24,6 +24,8 @@ private:
     void fillFrom(int firstLevel, ProjectLists::CostCentres wanted);
     void fill(int level, const QStringList& centres, const QString& wanted);
     void choose(int level, const QString& centre);
+    int typedEntry(int level) const;
+    void takeTyped(int level);
     void cmbCC_Click(int level);
     QComboBox* box(int level) const { return m_boxes[std::size_t(level) - 1]; }
 

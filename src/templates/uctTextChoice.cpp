@@ -4,24 +4,17 @@
 #include "templates/GroupParts.h"
 
 #include <QComboBox>
-#include <QCompleter>
 #include <QGridLayout>
 #include <QLineEdit>
 
 uctTextChoice::uctTextChoice(const EditedReport& report, Field field, QWidget* parent)
     : uctParameterGroup(report, parent), m_field(std::move(field)), m_box(new QComboBox(this)) {
     m_box->setObjectName(m_field.control);
-    m_box->setEditable(m_field.typed);
-    m_box->setInsertPolicy(QComboBox::NoInsert);
+    if (m_field.typed) groupParts::makeSearchable(m_box);
     m_box->setMaxVisibleItems(18);
     m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_box->setMinimumContentsLength(m_field.typed ? 30 : 8);
     m_box->addItems(m_field.choices);
-    if (m_field.typed) {
-        m_box->completer()->setCompletionMode(QCompleter::PopupCompletion);
-        m_box->completer()->setFilterMode(Qt::MatchContains);
-        m_box->lineEdit()->setClearButtonEnabled(true);
-    }
     auto* caption = new QLabel(m_field.caption, this);
     caption->setBuddy(m_box);
     m_box->setAccessibleName(QString(m_field.caption).remove('&'));

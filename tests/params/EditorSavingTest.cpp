@@ -413,6 +413,28 @@ private slots:
         QCOMPARE(editor.parameters().CostCentre(2), "");
     }
 
+    void typedCostCentres() {
+        Office office;
+        Editor editor(office, CallReport, 161);
+        QVERIFY(editor.open());
+        press(editor.screen, "OptSelect0");
+        const auto typeCentre = [&](const char* box, const QString& text) {
+            QLineEdit& edit = *child<QComboBox>(editor.screen, box).lineEdit();
+            edit.setText(text);
+            emit edit.editingFinished();
+            return edit.text();
+        };
+        QCOMPARE(typeCentre("cmbCC1", "children's SERVICES"), "Children's Services");
+        QCOMPARE(entries(editor.screen, "cmbCC2"), (QStringList{"(any)", "Holiday Club", "Nursery"}));
+        QCOMPARE(typeCentre("cmbCC1", "no such centre"), "Children's Services");
+        QCOMPARE(typeCentre("cmbCC2", "Nursery"), "Nursery");
+        QCOMPARE(typeCentre("cmbCC2", ""), "(any)");
+        child<QComboBox>(editor.screen, "cmbCC2").lineEdit()->setText("nursery"); // saved without leaving the box
+        QCOMPARE(editor.save(), QStringList());
+        QCOMPARE(editor.parameters().CostCentre(1), "Children's Services");
+        QCOMPARE(editor.parameters().CostCentre(2), "Nursery");
+    }
+
     /// A user restricted to Operations, Warehouse cannot widen that, whatever the report held.
     void restrictedUser() {
         Office office("Siobhan.Kelly");
