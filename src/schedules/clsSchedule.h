@@ -53,6 +53,8 @@ public:
     const QString& Title() const { return m_title; }
     void setTitle(const QString& title);
     const QDateTime& RunDate() const { return m_runDate; }
+    /// The stored run date as it was loaded, which may be no date: then RunDate() is the present.
+    const QString& StoredRunDate() const { return m_loaded.runDate; }
     void setRunDate(const QDateTime& when);
     const QDateTime& RanDate() const { return m_ranDate; }
     bool HasChanged() const { return m_hasChanged; }

@@ -109,6 +109,11 @@ int frmSchedule::Setup(int scheduleId) {
         }
         const bool stored = m_schedule.ID() != clsSchedule::notStored;
         if (stored) openStoredProject();
+        if (stored && !parseStoredDate(m_schedule.StoredRunDate()).isValid())
+            messages().notice(parentWidget(),
+                              QString("The stored run date '%1' is no date. Please check the date that "
+                                      "is shown before you save.")
+                                  .arg(m_schedule.StoredRunDate()));
         m_ui->footer->setOffered(m_cmdSaveAs, stored);
         m_ui->footer->setOffered(m_cmdDelete, stored);
         m_ui->header->setNote(stored ? "Edit a schedule" : "Add a schedule");

@@ -209,10 +209,11 @@ void frmScheduleView::cmdSaveAs_Click() {
     guarded(context(), this, "frmScheduleView.cmdSaveAs_Click", [this] {
         const QString typed =
             messages()
-                .input(this, "Please enter a new schedule title (note: this will create a new "
-                             "active schedule)")
+                .input(this,
+                       "Please enter a new schedule title (note: this will create a new active schedule)",
+                       m_newTitle)
                 .value_or(QString());
-        const QString title = asCopyTitle(typed);
+        const QString title = m_newTitle = asCopyTitle(typed);
         if (title.isEmpty() || !saveCopy(title)) return;
         warnOfImmediateRun();
         callBackAndClose();

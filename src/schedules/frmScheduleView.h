@@ -40,6 +40,7 @@ private:
 
     std::unique_ptr<Ui::frmScheduleView> m_ui;
     int m_scheduleId = clsSchedule::notStored;
+    QString m_newTitle; ///< typed for a copy, offered again when it was refused
     clsSchedule m_schedule;
     std::vector<LogEntry> m_log;
 };

@@ -185,6 +185,18 @@ private slots:
         QCOMPARE(editor.show(id), int(clsSchedule::NotFound));
     }
 
+    void aRunDateThatIsNoneIsTold() {
+        Editor editor;
+        const int id = editor.add("March", Pending, tomorrow);
+        editor.db().execute(
+            sql("UPDATE NorvaScheduler.dbo.tblSchedule SET RunDate = N'soon' WHERE ScheduleID = {}", id));
+        editor.show(id);
+        QCOMPARE(editor.shown(),
+                 QStringList("The stored run date 'soon' is no date. Please check the date that is "
+                             "shown before you save."));
+        QCOMPARE(editor.date().date(), QDate::currentDate());
+    }
+
     void cancelAsksOnlyAfterChanges() {
         Editor editor;
         const int id = editor.add("March", Pending, tomorrow);
