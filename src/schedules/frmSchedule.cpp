@@ -97,7 +97,7 @@ void frmSchedule::run(const char* slot, const std::function<void()>& body, const
 
 int frmSchedule::Setup(int scheduleId) {
     int result = 0;
-    const bool done = guarded(context(), parentWidget(), "frmSchedule.Setup", [&] {
+    const bool done = load("frmSchedule.Setup", [&] {
         if (scheduleId != clsSchedule::notStored)
             result = m_schedule.LoadSchedule(scheduleId);
         else

@@ -101,7 +101,7 @@ void frmScheduleView::buildList() {
 
 int frmScheduleView::Setup(int scheduleId) {
     int result = 0;
-    const bool done = guarded(context(), parentWidget(), "frmScheduleView.Setup", [&] {
+    const bool done = load("frmScheduleView.Setup", [&] {
         WaitCursor wait;
         m_scheduleId = scheduleId;
         result = m_schedule.LoadSchedule(scheduleId);

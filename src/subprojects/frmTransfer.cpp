@@ -96,7 +96,7 @@ QRadioButton* frmTransfer::OptCC(int level) const {
 
 int frmTransfer::Setup(int templateId) {
     bool loaded = true;
-    const bool done = guarded(context(), parentWidget(), "frmTransfer.Setup", [&] {
+    const bool done = load("frmTransfer.Setup", [&] {
         WaitCursor wait;
         if (templateId < 0) {
             m_template.setTemplateType(subProjectType);

@@ -62,11 +62,11 @@ void frmManageTemplates::run(const char* slot, const std::function<void()>& body
 }
 
 int frmManageTemplates::Setup() {
-    return guarded(context(), parentWidget(), "frmManageTemplates.Setup",
-                   [this] {
-                       fillList();
-                       goToList();
-                   })
+    return load("frmManageTemplates.Setup",
+                [this] {
+                    fillList();
+                    goToList();
+                })
                ? 0
                : -1;
 }

@@ -84,19 +84,19 @@ void frmReport::run(const char* slot, const std::function<void()>& body) {
 }
 
 int frmReport::Setup(int billType, const clsReport* report, int templateId) {
-    return guarded(context(), parentWidget(), "frmReport.Setup",
-                   [&] {
-                       const QScopedValueRollback loading(m_loading, true);
-                       m_templateId = templateId;
-                       m_ui->lblTitle->setText(report ? "Edit a report" : "Create a report");
-                       if (report) {
-                           m_report = *report;
-                           m_report.setParameters(report->Parameters()->Clone());
-                       }
-                       fillTypes(billType);
-                       showReport();
-                       report ? m_ui->cmdParameters->setFocus() : m_ui->cmbType->setFocus();
-                   })
+    return load("frmReport.Setup",
+                [&] {
+                    const QScopedValueRollback loading(m_loading, true);
+                    m_templateId = templateId;
+                    m_ui->lblTitle->setText(report ? "Edit a report" : "Create a report");
+                    if (report) {
+                        m_report = *report;
+                        m_report.setParameters(report->Parameters()->Clone());
+                    }
+                    fillTypes(billType);
+                    showReport();
+                    report ? m_ui->cmdParameters->setFocus() : m_ui->cmbType->setFocus();
+                })
                ? 0
                : -1;
 }
@@ -175,7 +175,7 @@ void frmReport::cmdReports_Click() {
     run("frmReport.cmdReports_Click", [this] {
         frmSelectReports chooser(context(), this);
         if (chooser.Setup(m_report.ReportType(), m_report.ReportSubType()) != 0) {
-            messages().notice(this, "Error loading reports form");
+            messages().notice(this, "Error loading reports form", Messages::Plain, {}, chooser.loadProblem());
             return;
         }
         chooser.SetCallback(this, "CalledbackReport");
@@ -214,7 +214,8 @@ void frmReport::cmdParameters_Click() {
         }
         frmSelectParameters editor(context(), this);
         if (editor.Setup(m_report, m_templateId) != 0) {
-            messages().notice(this, "Error loading parameters form");
+            messages().notice(this, "Error loading parameters form", Messages::Plain, {},
+                              editor.loadProblem());
             return;
         }
         editor.SetCallback(this, "CalledbackParam");

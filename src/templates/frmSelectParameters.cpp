@@ -65,21 +65,21 @@ void frmSelectParameters::buildFooter() {
 }
 
 int frmSelectParameters::Setup(clsReport& report, int templateId) {
-    return guarded(context(), this, "frmSelectParameters.Setup",
-                   [&] {
-                       WaitCursor wait;
-                       m_report = &report;
-                       m_entry = report.Entry();
-                       m_working = report.Parameters()->Clone();
-                       m_ui->header->setNote(m_entry ? m_entry->titleText() : report.GetReportTitle());
-                       if (m_entry) buildGroups({context(), report, *m_entry, m_lists, templateId});
-                       m_ui->lblNoGroups->setVisible(m_groups.empty());
-                       m_ui->splitter->widget(0)->setHidden(m_groups.empty());
-                       static_cast<QVBoxLayout*>(m_ui->groups->layout())->addStretch();
-                       buildFooter(); // after the groups, which the Tab key reaches before
-                       RefreshParams();
-                       m_ui->lstGroups->setCurrentRow(0);
-                   })
+    return load("frmSelectParameters.Setup",
+                [&] {
+                    WaitCursor wait;
+                    m_report = &report;
+                    m_entry = report.Entry();
+                    m_working = report.Parameters()->Clone();
+                    m_ui->header->setNote(m_entry ? m_entry->titleText() : report.GetReportTitle());
+                    if (m_entry) buildGroups({context(), report, *m_entry, m_lists, templateId});
+                    m_ui->lblNoGroups->setVisible(m_groups.empty());
+                    m_ui->splitter->widget(0)->setHidden(m_groups.empty());
+                    static_cast<QVBoxLayout*>(m_ui->groups->layout())->addStretch();
+                    buildFooter(); // after the groups, which the Tab key reaches before
+                    RefreshParams();
+                    m_ui->lstGroups->setCurrentRow(0);
+                })
                ? 0
                : -1;
 }

@@ -110,7 +110,7 @@ void frmTemplate::run(const char* slot, const std::function<void()>& body, const
 
 int frmTemplate::Setup(int templateId) {
     bool loaded = true;
-    const bool done = guarded(context(), parentWidget(), "frmTemplate.Setup", [&] {
+    const bool done = load("frmTemplate.Setup", [&] {
         WaitCursor wait;
         if (templateId >= 0)
             loaded = m_template.LoadTemplate(templateId);
@@ -237,7 +237,7 @@ void frmTemplate::editReport(int position) {
     frmReport editor(context(), this);
     const clsReport* report = position > 0 ? &m_template.Reports().Item(position) : nullptr;
     if (editor.Setup(m_template.BillType(), report, m_template.ID()) != 0) {
-        tell("Error loading report form");
+        messages().notice(this, "Error loading report form", Messages::Plain, {}, editor.loadProblem());
         return;
     }
     editor.SetCallback(this, "Calledback");

@@ -1,8 +1,26 @@
 #include "ui/ScreenDialog.h"
 
+#include "app/Session.h"
+#include "db/DbError.h"
+#include "ui/SlotGuard.h"
+
 ScreenDialog::ScreenDialog(ScreenContext& context, QWidget* parent) : QDialog(parent), m_context(context) {
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
+}
+
+bool ScreenDialog::load(const char* setup, const std::function<void()>& body) {
+    try {
+        body();
+        return true;
+    } catch (const DbError& error) {
+        session().log.write(setup, error);
+        m_loadProblem = inWords(error);
+    } catch (const std::exception& error) {
+        session().log.write(setup, 1, QString::fromUtf8(error.what()));
+        m_loadProblem = QString::fromUtf8(error.what());
+    }
+    return false;
 }
 
 void ScreenDialog::reject() {

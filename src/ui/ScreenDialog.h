@@ -4,6 +4,7 @@
 #include "ui/ScreenContext.h"
 
 #include <QDialog>
+#include <functional>
 
 /// What every modal screen shares: the way back to its caller and one way out. A screen answers its
 /// close button, Esc and the window's own close alike in `mayClose`.
@@ -17,7 +18,13 @@ public:
 
     void reject() override;
 
+    /// Why load() failed, in words; empty while it did not.
+    const QString& loadProblem() const { return m_loadProblem; }
+
 protected:
+    /// Reads what the screen shows. A failure is written to the error log under the name of the Setup and
+    /// left to the caller to tell, who has the words for it.
+    bool load(const char* setup, const std::function<void()>& body);
     ScreenContext& context() const { return m_context; }
     Session& session() const { return m_context.session; }
     Messages& messages() const { return m_context.messages; }
@@ -29,4 +36,5 @@ protected:
 private:
     ScreenContext& m_context;
     Callback m_callback;
+    QString m_loadProblem;
 };

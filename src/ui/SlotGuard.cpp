@@ -6,24 +6,25 @@
 
 #include <QString>
 
+QString inWords(const DbError& error) {
+    if (error.connectionLost())
+        return "The connection to the server was lost. Nothing that you entered is lost: "
+               "please try again when the server can be reached.";
+    if (error.number() == DbError::LockTimeout)
+        return "Another program is changing the same data. Please try again in a moment.";
+    return error.text();
+}
+
 namespace {
 
 void tell(const ScreenContext& context, QWidget* screen, const DbError& error, const QString& headline) {
-    const auto notice = [&](const QString& text, const QString& details) {
-        // What the program itself refuses says enough.
-        if (headline.isEmpty() || error.number() == 0 || error.number() == DbError::TextTooLong)
-            context.messages.notice(screen, text, Messages::Plain, {}, details);
-        else
-            context.messages.notice(screen, headline, Messages::Plain, {}, text);
-    };
-    if (error.connectionLost())
-        notice("The connection to the server was lost. Nothing that you entered is lost: "
-               "please try again when the server can be reached.",
-               error.text());
-    else if (error.number() == DbError::LockTimeout)
-        notice("Another program is changing the same data. Please try again in a moment.", error.text());
+    const QString words = inWords(error);
+    const QString serversWords = words == error.text() ? QString() : error.text();
+    // What the program itself refuses says enough.
+    if (headline.isEmpty() || error.number() == 0 || error.number() == DbError::TextTooLong)
+        context.messages.notice(screen, words, Messages::Plain, {}, serversWords);
     else
-        notice(error.text(), {});
+        context.messages.notice(screen, headline, Messages::Plain, {}, words);
 }
 
 } // namespace

@@ -7,6 +7,11 @@
 
 class QWidget;
 
+class DbError;
+
+/// What a database error means to a user.
+QString inWords(const DbError& error);
+
 /// Runs the body of a screen's slot. What the body does not handle itself is written to the error log
 /// under the slot's name ("frmTemplate.cmdDelete_Click") and told to the user; the screen stays open.
 /// An error of the server is told under `headline`, "Error saving template", if there is one. Returns whether

@@ -9,7 +9,8 @@
 /// Sets a child screen up and shows it modally; when it closes, `caller`'s slot CalledBack is invoked.
 /// A screen that cannot be set up is not shown: `failure` is told instead. Returns whether it was shown.
 template <class Screen, class... SetupArguments>
-bool openScreen(ScreenContext& context, QWidget* caller, const QString& failure, SetupArguments... arguments) {
+bool openScreen(ScreenContext& context, QWidget* caller, const QString& failure,
+                SetupArguments... arguments) {
     Screen screen(context, caller);
     int result = 0;
     {
@@ -17,7 +18,7 @@ bool openScreen(ScreenContext& context, QWidget* caller, const QString& failure,
         result = screen.Setup(arguments...);
     }
     if (result != 0) {
-        context.messages.notice(caller, failure);
+        context.messages.notice(caller, failure, Messages::Plain, {}, screen.loadProblem());
         return false;
     }
     screen.SetCallback(caller, "Calledback");

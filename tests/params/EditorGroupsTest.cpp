@@ -120,7 +120,7 @@ private slots:
         office.program.fault.arm(1);
         Editor editor(office, BillingReport, 231);
         QVERIFY(!editor.open());
-        QCOMPARE(office.shown(), QStringList{"Made to fail."});
+        QCOMPARE(editor.screen.loadProblem(), "Made to fail.");
     }
 
     void bandsFollowTheLines() {

@@ -165,6 +165,11 @@ private slots:
         Manager manager;
         manager.show();
         manager.list().selectId(manager.idOf("Weekly call review"));
+        manager.fault.arm(2); // the type is read, the template is not
+        press(*manager.screen, "cmdEdit");
+        manager.fault.arm(0);
+        QCOMPARE(manager.shown(), QStringList{"Error loading template"});
+        QCOMPARE(manager.messages.lastDetails(), "Made to fail.");
         inNextModal<frmTemplate>([](frmTemplate& editor) {
             control<QLineEdit>(editor, "txtTemplate").setText("Fortnightly call review");
             press(editor, "cmdSave");
