@@ -95,7 +95,7 @@ int frmManageTemplates::lastTemplate() const {
 
 void frmManageTemplates::fillList() {
     WaitCursor wait;
-    const QIcon icons[] = {icon("view-list-text"), icon("view-list-tree")};
+    const QIcon icons[] = {rowIcon("view-list-text"), rowIcon("view-list-tree")};
     const QHash<int, TemplateSummary> summaries = loadTemplateSummaries(session().db());
     std::vector<ListRow> rows;
     for (const TemplateUsage& usage : loadTemplateUsage(session())) {

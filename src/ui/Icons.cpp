@@ -24,3 +24,16 @@ QIcon icon(const QString& name) {
     const QIcon themed = QIcon::fromTheme(name);
     return themed.isNull() ? initialOf(name) : themed;
 }
+
+QIcon rowIcon(const QString& name) {
+    constexpr int size = 32;
+    QIcon both;
+    QPixmap mark = icon(name).pixmap(size);
+    both.addPixmap(mark, QIcon::Normal);
+    QPainter painter(&mark);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(mark.rect(), QGuiApplication::palette().color(QPalette::HighlightedText));
+    painter.end();
+    both.addPixmap(mark, QIcon::Selected);
+    return both;
+}

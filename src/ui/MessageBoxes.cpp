@@ -4,18 +4,32 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 
 namespace {
 
+/// The box takes its width from the text alone, and has no format for what stands below it.
+void addDetails(QMessageBox& box, const QString& details) {
+    box.setInformativeText(details);
+    if (auto* label = box.findChild<QLabel*>("qt_msgbox_informativelabel"))
+        label->setTextFormat(Qt::PlainText);
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(box.fontMetrics().averageCharWidth() * 60, 0), grid->rowCount(), 0, 1,
+                      grid->columnCount());
+}
+
 int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, const QString& title,
          QMessageBox::StandardButtons buttons, const QString& details = {}) {
     const QString lines = QString(text).replace("\r\n", "\n").replace('\r', '\n');
-    QMessageBox box(icon, title.isEmpty() ? QApplication::applicationDisplayName() : title, lines, buttons, parent);
-    if (buttons & QMessageBox::No) box.setDefaultButton(QMessageBox::No); // Enter alone must not delete anything
-    box.setTextFormat(Qt::PlainText); // titles that users typed are no markup
-    box.setInformativeText(details);
+    QMessageBox box(icon, title.isEmpty() ? QApplication::applicationDisplayName() : title, lines, buttons,
+                    parent);
+    if (buttons & QMessageBox::No)
+        box.setDefaultButton(QMessageBox::No); // Enter alone must not delete anything
+    box.setTextFormat(Qt::PlainText);          // titles that users typed are no markup
+    if (!details.isEmpty()) addDetails(box, details);
     // The hourglass belongs to the work, not to the question in its middle.
     NormalCursor pointer;
     return box.exec();
@@ -25,8 +39,8 @@ int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, const QSt
 
 void MessageBoxes::notice(QWidget* parent, const QString& text, Icon icon, const QString& title,
                           const QString& details) {
-    show(parent, text, icon == Information ? QMessageBox::Information : QMessageBox::NoIcon, title, QMessageBox::Ok,
-         details);
+    show(parent, text, icon == Information ? QMessageBox::Information : QMessageBox::NoIcon, title,
+         QMessageBox::Ok, details);
 }
 
 bool MessageBoxes::ask(QWidget* parent, const QString& text, Icon icon, const QString& title) {
@@ -51,5 +65,6 @@ QString MessageBoxes::openFile(QWidget* parent, const QString& folder, const QSt
 }
 
 QString MessageBoxes::saveFile(QWidget* parent, const QString& folder, const QString& filter) {
-    return QFileDialog::getSaveFileName(parent, {}, folder, filter, nullptr, QFileDialog::DontConfirmOverwrite);
+    return QFileDialog::getSaveFileName(parent, {}, folder, filter, nullptr,
+                                        QFileDialog::DontConfirmOverwrite);
 }
