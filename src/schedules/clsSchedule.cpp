@@ -75,23 +75,25 @@ clsSchedule::SaveResult clsSchedule::SaveSchedule(const QString& newTitle, bool 
     const QString stored = storedTitle(title);
     const bool insert = !newTitle.isEmpty() || m_id == notStored;
 
+    const int former = m_id;
     Transaction transaction(m_session.db());
     lockSchedules(m_session.db()); // two titles counted before either is written would both be free
-    if (titleIsUsed(stored, insert)) return TitleExists;
+    const bool inserted = insert && m_outcomeUnknown && takeTwin(stored);
+    if (!inserted && titleIsUsed(stored, insert)) return TitleExists;
     if (!insert)
         if (const SaveResult found = compareWithStoredRow(stored); found != Saved) return found;
-    const int former = m_id;
     try {
-        insert ? insertRow(stored) : updateRow(stored);
+        if (!inserted) insert ? insertRow(stored) : updateRow(stored);
         if (saveTemplate && Template().SaveTemplate() != clsTemplate::Saved)
             throw DbError(0, "The template's name is used by another template of its account.");
+        m_outcomeUnknown = true; // until the answer is there
         transaction.commit();
     } catch (...) {
         m_id = former;
         throw;
     }
     m_title = title;
-    m_hasChanged = false;
+    m_hasChanged = m_outcomeUnknown = false;
     m_loaded = wantedRow(stored);
     if (insert) m_loaded.status = Pending;
     return Saved;
@@ -108,6 +110,18 @@ clsSchedule::SaveResult clsSchedule::compareWithStoredRow(const QString& storedT
     // What is there already is no conflict: the reply to an earlier save may have been lost.
     const bool same = m_found.decidesAs(m_loaded) || m_found.decidesAs(wantedRow(storedTitle));
     return same ? Saved : ChangedMeanwhile;
+}
+
+/// An earlier save has inserted the schedule when its answer got lost: then its row is this one's.
+bool clsSchedule::takeTwin(const QString& storedTitle) {
+    const RecordSet rows = m_session.db().query(
+        sql("SELECT * FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE ([ScheduleTitle] = {})",
+            storedTitle));
+    if (rows.isEmpty()) return false;
+    const ScheduleRow found = ScheduleRow::read(rows.row(0));
+    if (!found.decidesAs(wantedRow(storedTitle)) || found.userName != m_session.userName) return false;
+    m_id = rows.row(0).integer("ScheduleID");
+    return true;
 }
 
 ScheduleRow clsSchedule::wantedRow(const QString& storedTitle) {

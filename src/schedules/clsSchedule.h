@@ -65,6 +65,7 @@ private:
     void insertRow(const QString& storedTitle);
     void updateRow(const QString& storedTitle);
     SaveResult compareWithStoredRow(const QString& storedTitle);
+    bool takeTwin(const QString& storedTitle);
     ScheduleRow wantedRow(const QString& storedTitle);
     void readRanDate();
 
@@ -76,6 +77,7 @@ private:
     QDateTime m_runDate;
     QDateTime m_ranDate;
     bool m_hasChanged = false;
-    ScheduleRow m_loaded; ///< the row when it was loaded or saved last
-    ScheduleRow m_found;  ///< the row that stood against a save
+    bool m_outcomeUnknown = false; ///< a commit failed, or its answer got lost
+    ScheduleRow m_loaded;          ///< the row when it was loaded or saved last
+    ScheduleRow m_found;           ///< the row that stood against a save
 };

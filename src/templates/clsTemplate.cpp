@@ -44,31 +44,66 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenC
     }
     if (header.title.trimmed().isEmpty()) return TitleBlank;
 
-    // What no column can hold is found before anything is sent.
-    const ColumnValues headerColumns = header.columns();
-    QList<ColumnValues> reportRows;
-    if (header.isOrdinary())
-        for (clsReport& report : m_reports) reportRows << templateReportRow::columns(report);
-    else
-        for (const clsString& costCentre : m_ccs)
-            requireFits("cost centre", costCentre.Value, 30, CodePage::Unicode);
-
+    const NewRows rows = newRows(header); // what no column can hold is found before anything is sent
     Transaction transaction(m_connection);
     lockTemplates(m_connection); // two titles counted before either is written would both be free
-    if (titleIsUsed(header)) return TitleUsed;
-    if (header.id != -1 && whenChanged == KeepTheirs && isChangedSinceLoad()) return ChangedMeanwhile;
-    header.id = writeHeader(header, headerColumns);
-    if (!newTitle.isEmpty() && m_header.id != -1) copyExcludedNumbers(m_header.id, header.id);
+    if (titleIsUsed(header)) {
+        header.id = m_outcomeUnknown ? storedTwin(header, rows) : -1;
+        if (header.id == -1) return TitleUsed;
+    }
+    if (header.id != -1 && whenChanged == KeepTheirs && isChangedSinceLoad(header.id)
+        && !isStored(header.id, rows))
+        return ChangedMeanwhile;
+    const bool copies = header.id == -1 && m_header.id != -1;
+    header.id = writeHeader(header, rows.header);
+    if (copies) copyExcludedNumbers(m_header.id, header.id);
     if (header.isOrdinary())
-        replaceReports(header.id, reportRows);
+        replaceReports(header.id, rows.reports);
     else
         replaceCostCentres(header.id);
+    m_outcomeUnknown = true; // until the answer is there
     transaction.commit();
 
     m_header = header;
     m_loaded.reset();
-    m_hasChanged = false;
+    m_hasChanged = m_outcomeUnknown = false;
     return Saved;
+}
+
+/// Throws DbError when a text does not fit.
+clsTemplate::NewRows clsTemplate::newRows(const TemplateHeader& header) {
+    NewRows rows{header.columns(), {}, {}};
+    if (header.isOrdinary())
+        for (clsReport& report : m_reports) rows.reports << templateReportRow::columns(report);
+    else
+        for (const clsString& costCentre : m_ccs) {
+            requireFits("cost centre", costCentre.Value, 30, CodePage::Unicode);
+            rows.costCentres << costCentre.Value;
+        }
+    return rows;
+}
+
+QString clsTemplate::NewRows::wording() const {
+    QStringList texts = costCentres;
+    texts << header.values().text();
+    for (const ColumnValues& report : reports) texts << report.values().text();
+    return texts.join('\n');
+}
+
+/// Whether saving would write just what is there: by an earlier save, whose answer got lost.
+bool clsTemplate::isStored(int id, const NewRows& rows) const {
+    clsTemplate stored(m_connection, m_project);
+    return stored.LoadTemplate(id) && stored.newRows(stored.m_header).wording() == rows.wording();
+}
+
+/// The template of the same title and account that holds just what is to be saved; -1 when that differs.
+int clsTemplate::storedTwin(const TemplateHeader& header, const NewRows& rows) const {
+    const int id = m_connection
+                       .scalar(sql("SELECT TemplateID FROM NorvaScheduler.dbo.[tblTemplate] WITH (NOLOCK) "
+                                   "WHERE ([Title] = {}) AND ([UnitabAccount] = {})",
+                                   header.storedTitle(), header.unitabAccount))
+                       .toInt();
+    return isStored(id, rows) ? id : -1;
 }
 
 bool clsTemplate::titleIsUsed(const TemplateHeader& header) const {
@@ -144,9 +179,9 @@ clsTemplate::StoredRows clsTemplate::readRows(int templateId) const {
 }
 
 /// A template that is gone counts as unchanged: writing its header finds that out.
-bool clsTemplate::isChangedSinceLoad() const {
-    if (!m_loaded) return false;
-    const StoredRows now = readRows(m_header.id);
+bool clsTemplate::isChangedSinceLoad(int id) const {
+    if (!m_loaded || id != m_header.id) return false;
+    const StoredRows now = readRows(id);
     return !now.header.isEmpty() && now != *m_loaded;
 }
 

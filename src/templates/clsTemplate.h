@@ -84,7 +84,17 @@ private:
         bool operator==(const StoredRows&) const = default;
     };
     StoredRows readRows(int templateId) const;
-    bool isChangedSinceLoad() const;
+    bool isChangedSinceLoad(int id) const;
+    /// What a save writes.
+    struct NewRows {
+        ColumnValues header;
+        QList<ColumnValues> reports;
+        QStringList costCentres;
+        QString wording() const;
+    };
+    NewRows newRows(const TemplateHeader& header);
+    bool isStored(int id, const NewRows& rows) const;
+    int storedTwin(const TemplateHeader& header, const NewRows& rows) const;
     bool titleIsUsed(const TemplateHeader& header) const;
     int writeHeader(const TemplateHeader& header, const ColumnValues& columns);
     void copyExcludedNumbers(int from, int to);
@@ -99,4 +109,5 @@ private:
     clsStrings m_ccs;
     bool m_printReportDefs = false;
     bool m_hasChanged = false;
+    bool m_outcomeUnknown = false; ///< a commit failed, or its answer got lost
 };

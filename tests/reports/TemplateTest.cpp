@@ -319,12 +319,37 @@ private slots:
             QCOMPARE(now.filter("|added").size(), kind == "sub-project" ? 0 : 60);
             QCOMPARE(now.filter("|North").size() + now.filter("|South").size(),
                      kind == "sub-project" ? 2 : 0);
+            QCOMPARE(edited.SaveTemplate(kind == "copy" ? "copied" : ""), clsTemplate::Saved);
+            QCOMPARE(rows().size(), now.size()); // not a second one
             return;
         }
         m_fault.arm(0);
         QVERIFY(failures >= 4);
         QVERIFY(rows() != before);
         QVERIFY(!edited.HasChanged());
+    }
+
+    /// One's own save whose answer got lost is not taken for somebody else's.
+    void lostAnswerOfAnUpdate() {
+        clsTemplate made = newTemplate("T", "A", 3);
+        made.SaveTemplate();
+        clsTemplate edited(*m_connection, m_project);
+        QVERIFY(edited.LoadTemplate(made.ID()));
+        edited.Reports().Item(1).Parameters()->setCostRangeMinimum("5");
+        m_fault.after = true;
+        for (int step = 5; rows().filter("T2").isEmpty() && step < 30; ++step) {
+            edited.setTitle("T2");
+            m_fault.arm(step);
+            try {
+                edited.SaveTemplate();
+                QFAIL("the commit was not reached");
+            } catch (const DbError&) {
+            }
+            m_fault.arm(0);
+        }
+        QCOMPARE(edited.SaveTemplate(), clsTemplate::Saved);
+        clsTemplate twin = newTemplate("T2", "A", 3); // the same title from somebody else is none of ours
+        QCOMPARE(twin.SaveTemplate(), clsTemplate::TitleUsed);
     }
 
     void summariesEqualLoading() {

@@ -402,6 +402,7 @@ private slots:
         QTest::newRow("update") << false << false << false;
         QTest::newRow("update, reply lost") << false << true << true;
         QTest::newRow("insert") << true << false << false;
+        QTest::newRow("insert, reply lost") << true << true << true;
         QTest::newRow("insert, connection lost") << true << false << true;
     }
 
