@@ -48,13 +48,15 @@ struct Session {
     QString serverName; ///< not empty: a login has succeeded
     QString userName;
     QString userPassword;
-    int userLevel = 0;             ///< 1 to 5
-    int multiLevel = 0;            ///< of a level-4 user
+    int userLevel = 0;                     ///< 1 to 5
+    int multiLevel = 0;                    ///< of a level-4 user
     QStringList costCentres{5, QString()}; ///< levels 1 to 5 to which a level-4 user is restricted
 
     ServerDefaults serverDefaults;
     GlobalOptions options;
     CurrentProject project;
+    /// Numbers that the user excluded for a template that is not saved yet: nobody else's.
+    QStringList newExclusions;
     LogSubject logSubject;
     bool diagnostics = false; ///< the log view tells the keys behind a log entry
 };

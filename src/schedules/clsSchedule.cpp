@@ -77,6 +77,7 @@ clsSchedule::SaveResult clsSchedule::SaveSchedule(const QString& newTitle, bool 
 
     const int former = m_id;
     Transaction transaction(m_session.db());
+    if (saveTemplate) lockTemplates(m_session.db()); // before the schedules, as everybody does
     lockSchedules(m_session.db()); // two titles counted before either is written would both be free
     const bool inserted = insert && m_outcomeUnknown && takeTwin(stored);
     if (!inserted && titleIsUsed(stored, insert)) return TitleExists;

@@ -189,18 +189,10 @@ void frmSchedule::selectTemplate() {
     m_ui->cmdEditTemplate->setEnabled(m_ui->cmbTemplate->currentIndex() >= 0);
 }
 
-/// Later templates have higher keys.
-int frmSchedule::lastTemplate() const {
-    int last = -1;
-    for (int i = 0; i < m_ui->cmbTemplate->count(); ++i)
-        last = qMax(last, m_ui->cmbTemplate->itemData(i).toInt());
-    return last;
-}
-
 /// Whoever makes a template from here wants it for the schedule.
-void frmSchedule::takeTemplateMadeAfter(int last) {
-    if (lastTemplate() > last)
-        m_ui->cmbTemplate->setCurrentIndex(m_ui->cmbTemplate->findData(lastTemplate()));
+void frmSchedule::takeTemplate(int id) {
+    const int place = m_ui->cmbTemplate->findData(id);
+    if (id != -1 && place >= 0) m_ui->cmbTemplate->setCurrentIndex(place);
 }
 
 bool frmSchedule::isProjectChosen() const {
@@ -447,9 +439,8 @@ void frmSchedule::editTemplate(const QString& failure) {
 void frmSchedule::cmdAddTemplate_Click() {
     run("frmSchedule.cmdAddTemplate_Click", [this] {
         if (!checkProject()) return;
-        const int last = lastTemplate();
-        openScreen<frmTemplate>(context(), this, "Error Loading Template", -1);
-        takeTemplateMadeAfter(last);
+        if (const auto editor = openScreen<frmTemplate>(context(), this, "Error Loading Template", -1))
+            takeTemplate(editor->ID());
     });
 }
 
@@ -468,10 +459,9 @@ void frmSchedule::cmdCCSub_Click() {
         }
         if (!checkProject()) return;
         const bool edit = m_ui->cmbTemplate->currentIndex() >= 0 && m_schedule.Template().TemplateType() != 0;
-        const int last = lastTemplate();
-        openScreen<frmTransfer>(
+        const auto screen = openScreen<frmTransfer>(
             context(), this, "Error Loading " + (edit ? m_schedule.Template().Title() : QString("Template")),
             edit ? m_schedule.Template().ID() : -1);
-        takeTemplateMadeAfter(last);
+        if (screen) takeTemplate(screen->ID());
     });
 }

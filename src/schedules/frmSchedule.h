@@ -56,8 +56,7 @@ private:
     void fillTemplates();
     void selectTemplate();
     void editTemplate(const QString& failure);
-    int lastTemplate() const;
-    void takeTemplateMadeAfter(int last);
+    void takeTemplate(int id);
 
     void openStoredProject();
     void chooseFromHistory(int row);

@@ -5,36 +5,39 @@
 #include "db/DbError.h"
 #include "schedules/ScheduleStatus.h"
 #include "schedules/clsSchedule.h"
+#include "templates/modTemplates.h"
 
 #include <QRegularExpression>
 #include <QScopeGuard>
 #include <limits>
 
 int ReadScheduleStatus(Session& session, int scheduleId) {
-    const RecordSet rows = session.db().query(
-        sql("SELECT TOP 1 [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE ([ScheduleID] = {})",
-            scheduleId));
+    const RecordSet rows = session.db().query(sql(
+        "SELECT TOP 1 [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE ([ScheduleID] = {})",
+        scheduleId));
     if (rows.isEmpty()) throw DbError(0, "This schedule has been deleted by somebody else in the meantime.");
     return rows.row(0).integer("Status");
 }
 
 void SetScheduleStatus(Session& session, int scheduleId, int status) {
     session.db().execute(
-        sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [Status] = {} WHERE ([ScheduleID] = {})", status, scheduleId));
+        sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [Status] = {} WHERE ([ScheduleID] = {})", status,
+            scheduleId));
 }
 
 void WriteLogEntry(Session& session, int errorCode, const QString& errorDescription) {
     const LogSubject& subject = session.logSubject;
-    session.db().execute(sql("INSERT INTO NorvaScheduler.dbo.[tblLogs] ([ScheduleID], [ReportID], [ErrorCode], "
-                             "[ErrorDescription], [ReportName]) VALUES ({}, {}, {}, {}, {})",
-                             subject.LogScheduleID, subject.LogReportID, errorCode, errorDescription,
-                             subject.LogReportName));
+    session.db().execute(
+        sql("INSERT INTO NorvaScheduler.dbo.[tblLogs] ([ScheduleID], [ReportID], [ErrorCode], "
+            "[ErrorDescription], [ReportName]) VALUES ({}, {}, {}, {}, {})",
+            subject.LogScheduleID, subject.LogReportID, errorCode, errorDescription, subject.LogReportName));
 }
 
 bool ResetSchedule(Session& session, int scheduleId) {
     Transaction transaction(session.db());
-    const QString status = session.db().scalar(sql(
-        "SELECT [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (UPDLOCK) WHERE ([ScheduleID] = {})", scheduleId));
+    const QString status = session.db().scalar(
+        sql("SELECT [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (UPDLOCK) WHERE ([ScheduleID] = {})",
+            scheduleId));
     if (status.toInt() != Processing) return false;
     const auto done = qScopeGuard([&] { session.logSubject.LogScheduleID = -1; });
     session.logSubject = {scheduleId, -1, {}};
@@ -46,8 +49,11 @@ bool ResetSchedule(Session& session, int scheduleId) {
 
 void DeleteSchedule(Session& session, int scheduleId) {
     Transaction transaction(session.db());
-    session.db().execute(sql("DELETE FROM NorvaScheduler.dbo.[tblLogs] WHERE ([ScheduleID] = {})", scheduleId));
-    session.db().execute(sql("DELETE FROM NorvaScheduler.dbo.[tblSchedule] WHERE ([ScheduleID] = {})", scheduleId));
+    lockSchedules(session.db()); // before the logs, as everybody does
+    session.db().execute(
+        sql("DELETE FROM NorvaScheduler.dbo.[tblLogs] WHERE ([ScheduleID] = {})", scheduleId));
+    session.db().execute(
+        sql("DELETE FROM NorvaScheduler.dbo.[tblSchedule] WHERE ([ScheduleID] = {})", scheduleId));
     transaction.commit();
 }
 

@@ -75,7 +75,7 @@ bool holdsAddress(const QStringList& fields) {
 bool isHeading(const QStringList& fields) {
     return !holdsAddress(fields) && std::none_of(fields.begin(), fields.end(), [](const QString& field) {
         bool isNumber = false;
-        field.toInt(&isNumber);
+        field.toLongLong(&isNumber);
         return isNumber;
     });
 }

@@ -25,12 +25,12 @@ private slots:
     void cmdOpen_Click();
     void cmdImport_Click();
     void readFile();
-    QString refusalOfFile();
     void showLines();
 
 private:
     void buildFooter();
     void attempt(const std::function<void()>& body);
+    QString refusalOfFile();
     void offerLayouts();
     MailEntry defaults() const;
     AddressLayout layout() const;

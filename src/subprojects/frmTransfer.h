@@ -24,6 +24,8 @@ public:
     /// A negative ID prepares a new template for the current project. 0 when the template could be
     /// loaded.
     int Setup(int templateId);
+    /// Of the template; -1 while it was never saved.
+    int ID() const { return m_template.ID(); }
 
 protected:
     bool mayClose() override;

@@ -24,12 +24,22 @@ bool hasOwnCostCentres(const Session& session) {
     return session.multiLevel == ownCopies;
 }
 
-/// The first use in a project makes the user's copies, or brings them up to date: the tables alone do not
-/// say whether an earlier run came to its end.
-void prepareOwnCostCentres(Session& session) {
-    if (session.project.ownCentresReady) return;
-    prepareAccountCostCentres(session, true);
-    session.project.ownCentresReady = true;
+/// The first use after a project was chosen makes the user's copy, or adds what the master gained: the
+/// tables alone do not say whether an earlier run came to its end. A copy that cannot be brought up to
+/// date, for want of rights say, is used as it is.
+QStringList readOwnAllocation(Session& session, int level) {
+    const auto read = [&] { return readCostCentres(session, level, CostCentreSource::UserInProject); };
+    if (session.project.ownCentresReady) return read();
+    try {
+        prepareAccountCostCentres(session, false);
+        session.project.ownCentresReady = true;
+    } catch (const DbError& error) {
+        if (error.connectionLost()) throw;
+        session.log.write("prepareAccountCostCentres", error);
+        if (const QStringList centres = read(); !centres.isEmpty()) return centres;
+        throw;
+    }
+    return read();
 }
 
 QStringList withinLimits(Session& session, int level, QStringList centres) {
@@ -53,6 +63,19 @@ QStringList readCentresList(Session& session, int level, const QString& table) {
     return centres;
 }
 
+bool holdsCentres(Session& session, const QString& table) {
+    try {
+        return session.db()
+                   .scalar(sql("SELECT COUNT(*) FROM Costcentres.dbo.{} WHERE Account = {}", Name(table),
+                               session.project.unitabAccount))
+                   .toInt()
+               > 0;
+    } catch (const DbError& error) {
+        if (error.number() != DbError::InvalidObject) throw;
+        return false;
+    }
+}
+
 } // namespace
 
 QStringList missingSubProjectTables(Session& session) {
@@ -70,20 +93,19 @@ QStringList missingSubProjectTables(Session& session) {
 }
 
 QStringList subProjectCostCentres(Session& session, int level) {
-    const bool own = hasOwnCostCentres(session);
-    if (own) prepareOwnCostCentres(session);
-    const auto source = own ? CostCentreSource::UserInProject : CostCentreSource::Master;
-    return withinLimits(session, level, readCostCentres(session, level, source));
+    const QStringList centres = hasOwnCostCentres(session)
+                                    ? readOwnAllocation(session, level)
+                                    : readCostCentres(session, level, CostCentreSource::Master);
+    return withinLimits(session, level, centres);
 }
 
 QStringList addressCostCentres(Session& session, int level) {
+    const bool own = hasOwnCostCentres(session);
+    const QString table = own ? userCentresTable(session) : masterCentresTable(session.project.unitabAccount);
     QStringList centres;
     try {
-        const bool own = hasOwnCostCentres(session);
-        if (own) prepareOwnCostCentres(session);
-        centres = readCentresList(session, level,
-                                  own ? userCentresTable(session)
-                                      : masterCentresTable(session.project.unitabAccount));
+        if (own && !holdsCentres(session, table)) prepareAccountCostCentres(session, true);
+        centres = readCentresList(session, level, table);
     } catch (const DbError& error) {
         if (error.number() != DbError::InvalidObject) throw; // an account without cost centres
     }

@@ -47,12 +47,12 @@ void ExcludedNumbers::replace(const QStringList& numbers, const Progress& progre
     note(before, now);
 }
 
-void ExcludedNumbers::removeAllBut(const QStringList& kept) {
-    Entries others = entries();
-    for (const QString& number : kept) others.remove(numberKey(number));
+QStringList ExcludedNumbers::added() const {
     QStringList numbers;
-    for (const QList<Entry>& each : std::as_const(others)) numbers << each.first().number;
-    removeAll(numbers);
+    for (const Change& each : m_changes)
+        if (each.before != each.now)
+            for (const Entry& entry : each.now) numbers << entry.number;
+    return numbers;
 }
 
 bool ExcludedNumbers::isChanged() const {
@@ -60,12 +60,8 @@ bool ExcludedNumbers::isChanged() const {
 }
 
 void ExcludedNumbers::undo() {
-    QStringList added;
-    for (const Change& each : std::as_const(m_changes))
-        if (each.before != each.now)
-            for (const Entry& entry : each.now) added << entry.number;
     Transaction transaction(m_connection);
-    NumberTable::removeAll(added);
+    NumberTable::removeAll(added());
     const Entries left = entries();
     QList<Entry> removed;
     for (auto each = m_changes.cbegin(); each != m_changes.cend(); ++each)

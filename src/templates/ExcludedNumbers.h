@@ -21,8 +21,8 @@ public:
     void removeAll(const QStringList& numbers) override;
     void replace(const QStringList& numbers, const Progress& progress) override;
     bool isChanged() const;
-    /// Removes all numbers but these.
-    void removeAllBut(const QStringList& kept);
+    /// The numbers added through this object that are there.
+    QStringList added() const;
     /// Removes what was added and puts back what was removed: all of it or, after a failure, nothing.
     void undo();
 

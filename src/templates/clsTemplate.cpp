@@ -14,6 +14,11 @@ void runInBatches(Connection& connection, const QList<Sql>& statements) {
         connection.run(Sql::join(statements.mid(from, RowsPerBatch), sql("\n")));
 }
 
+QStringList sorted(QStringList texts) {
+    texts.sort();
+    return texts;
+}
+
 } // namespace
 
 clsTemplate::clsTemplate(Connection& connection, const CurrentProject& project)
@@ -56,6 +61,7 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenC
         return ChangedMeanwhile;
     const bool copies = header.id == -1 && m_header.id != -1;
     header.id = writeHeader(header, rows.header);
+    if (m_header.id == -1 || copies) handOverExcludedNumbers(header.id);
     if (copies) copyExcludedNumbers(m_header.id, header.id);
     if (header.isOrdinary())
         replaceReports(header.id, rows.reports);
@@ -83,8 +89,14 @@ clsTemplate::NewRows clsTemplate::newRows(const TemplateHeader& header) {
     return rows;
 }
 
+/// A server returns the cost centres in any order.
+bool clsTemplate::StoredRows::operator==(const StoredRows& other) const {
+    return header == other.header && reports == other.reports
+           && sorted(costCentres) == sorted(other.costCentres);
+}
+
 QString clsTemplate::NewRows::wording() const {
-    QStringList texts = costCentres;
+    QStringList texts = sorted(costCentres);
     texts << header.values().text();
     for (const ColumnValues& report : reports) texts << report.values().text();
     return texts.join('\n');
@@ -93,7 +105,12 @@ QString clsTemplate::NewRows::wording() const {
 /// Whether saving would write just what is there: by an earlier save, whose answer got lost.
 bool clsTemplate::isStored(int id, const NewRows& rows) const {
     clsTemplate stored(m_connection, m_project);
-    return stored.LoadTemplate(id) && stored.newRows(stored.m_header).wording() == rows.wording();
+    try {
+        return stored.LoadTemplate(id) && stored.newRows(stored.m_header).wording() == rows.wording();
+    } catch (const DbError& error) {
+        if (error.number() != DbError::TextTooLong) throw;
+        return false; // what older versions stored may not fit any more
+    }
 }
 
 /// The template of the same title and account that holds just what is to be saved; -1 when that differs.
@@ -127,11 +144,13 @@ int clsTemplate::writeHeader(const TemplateHeader& header, const ColumnValues& c
     }
     m_connection.execute(sql("INSERT INTO NorvaScheduler.dbo.tblTemplate ({}) VALUES ({})", columns.names(),
                              columns.values()));
-    const int id = int(m_connection.scalar(sql("SELECT @@IDentity")).toDouble());
-    // Excluded numbers that were entered before the template had a key.
+    return int(m_connection.scalar(sql("SELECT @@IDentity")).toDouble());
+}
+
+/// Those that were entered before the template had a key.
+void clsTemplate::handOverExcludedNumbers(int id) {
     m_connection.execute(
         sql("UPDATE [NorvaScheduler].dbo.TblExcludedNumbers SET TemplateID = {} WHERE TemplateID = -1", id));
-    return id;
 }
 
 void clsTemplate::copyExcludedNumbers(int from, int to) {
@@ -170,10 +189,11 @@ clsTemplate::StoredRows clsTemplate::readRows(int templateId) const {
             templateId));
     if (rows.header.isEmpty()) return rows;
     if (!TemplateHeader::read(rows.header.row(0)).isOrdinary())
-        rows.costCentres =
-            m_connection.query(sql("SELECT CCName FROM NorvaScheduler.dbo.[tblCCSubProject_CCs] WITH "
-                                   "(NOLOCK) WHERE ([TemplateID] = {})",
-                                   templateId));
+        for (const Row row :
+             m_connection.query(sql("SELECT CCName FROM NorvaScheduler.dbo.[tblCCSubProject_CCs] WITH "
+                                    "(NOLOCK) WHERE ([TemplateID] = {})",
+                                    templateId)))
+            rows.costCentres << row.text(0);
     rows.reports = templateReportRow::read(m_connection, templateId);
     return rows;
 }
@@ -193,7 +213,7 @@ bool clsTemplate::LoadTemplate(int templateId) {
 
     m_header = TemplateHeader::read(rows.header.row(0));
     m_ccs.Clear();
-    for (const Row row : rows.costCentres) m_ccs.AddString(row.text(0));
+    for (const QString& name : rows.costCentres) m_ccs.AddString(name);
     m_reports = std::move(reports);
     m_loaded = std::move(rows);
     m_printReportDefs = false;

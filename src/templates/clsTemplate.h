@@ -79,9 +79,9 @@ private:
     /// All rows of one template as they are stored.
     struct StoredRows {
         RecordSet header;
-        RecordSet costCentres;
+        QStringList costCentres;
         RecordSet reports;
-        bool operator==(const StoredRows&) const = default;
+        bool operator==(const StoredRows& other) const;
     };
     StoredRows readRows(int templateId) const;
     bool isChangedSinceLoad(int id) const;
@@ -97,6 +97,7 @@ private:
     int storedTwin(const TemplateHeader& header, const NewRows& rows) const;
     bool titleIsUsed(const TemplateHeader& header) const;
     int writeHeader(const TemplateHeader& header, const ColumnValues& columns);
+    void handOverExcludedNumbers(int id);
     void copyExcludedNumbers(int from, int to);
     void replaceReports(int id, const QList<ColumnValues>& rows);
     void replaceCostCentres(int id);

@@ -19,7 +19,7 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
                          auto slot) {
         connect(footer.add(name, caption, icon, toolTip), &QToolButton::clicked, this, slot);
     };
-    add("Ok", "&OK", "dialog-ok-apply", "Close and keep the list", &frmExcludeNumbers::callBackAndClose);
+    add("Ok", "&OK", "dialog-ok-apply", "Close and keep the list", &frmExcludeNumbers::cmdOk_Click);
     add("Load", "&Load", "document-open", "Replace the list by the numbers in a file",
         &frmExcludeNumbers::cmdLoad_Click);
     add("Save", "&Save", "document-save", "Write the numbers to a file", &frmExcludeNumbers::cmdSave_Click);
@@ -44,12 +44,18 @@ int frmExcludeNumbers::Setup(int templateId) {
     return guarded(context(), this, "frmExcludeNumbers.Setup",
                    [&] {
                        WaitCursor wait;
+                       m_templateId = templateId;
                        m_list = std::make_unique<ExcludedNumbers>(session().db(), templateId);
                        m_ui->grid->attach(context(), *m_list, "frmExcludeNumbers");
                        m_ui->grid->refresh();
                    })
                ? 0
                : -1;
+}
+
+void frmExcludeNumbers::cmdOk_Click() {
+    if (m_templateId == -1) session().newExclusions += m_list->added();
+    callBackAndClose();
 }
 
 /// Beside the template's own row there may be others: that is allowed, but worth knowing.

@@ -27,6 +27,7 @@ protected:
     bool mayClose() override;
 
 private slots:
+    void cmdOk_Click();
     void cmdLoad_Click();
     void cmdSave_Click();
     void cmdDelete_Click();
@@ -38,4 +39,5 @@ private:
 
     std::unique_ptr<Ui::frmExcludeNumbers> m_ui;
     std::unique_ptr<ExcludedNumbers> m_list;
+    int m_templateId = -1;
 };

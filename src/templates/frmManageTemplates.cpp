@@ -79,18 +79,7 @@ void frmManageTemplates::goToList() {
 }
 
 void frmManageTemplates::CalledBack() {
-    run("frmManageTemplates.CalledBack", [this] {
-        const int formerLast = lastTemplate();
-        fillList();
-        if (const int last = lastTemplate(); last > formerLast) m_ui->lstTemplates->selectId(last);
-    });
-}
-
-/// The template made last has the highest key.
-int frmManageTemplates::lastTemplate() const {
-    int last = -1;
-    for (const ListRow& row : m_ui->lstTemplates->rows().rows()) last = qMax(last, row.id);
-    return last;
+    run("frmManageTemplates.CalledBack", [this] { fillList(); });
 }
 
 void frmManageTemplates::fillList() {
@@ -116,8 +105,7 @@ void frmManageTemplates::fillList() {
 
 void frmManageTemplates::cmdAdd_Click() {
     run("frmManageTemplates.cmdAdd_Click", [this] {
-        if (!session().project.database.isEmpty() || chooseProject(context(), this))
-            openScreen<frmTemplate>(context(), this, "Error loading template", -1);
+        if (!session().project.database.isEmpty() || chooseProject(context(), this)) openEditor(-1);
     });
 }
 
@@ -136,10 +124,16 @@ void frmManageTemplates::editTemplate(int templateId) {
         messages().notice(this, "This template has been deleted by somebody else in the meantime.");
         fillList();
     } else if (*type == 0) {
-        openScreen<frmTemplate>(context(), this, "Error loading template", templateId);
+        openEditor(templateId);
     } else {
         openScreen<frmTransfer>(context(), this, "Error Loading ", templateId);
     }
+}
+
+/// A template that is made there is selected afterwards.
+void frmManageTemplates::openEditor(int templateId) {
+    if (const auto editor = openScreen<frmTemplate>(context(), this, "Error loading template", templateId))
+        m_ui->lstTemplates->selectId(editor->ID());
 }
 
 void frmManageTemplates::cmdDelete_Click() {

@@ -33,9 +33,9 @@ private:
     void buildFooter();
     void run(const char* slot, const std::function<void()>& body);
     void fillList();
-    int lastTemplate() const;
     void goToList();
     void editTemplate(int templateId);
+    void openEditor(int templateId);
 
     std::unique_ptr<Ui::frmManageTemplates> m_ui;
 };

@@ -117,6 +117,7 @@ void frmReport::fillTypes(int billType) {
 void frmReport::cmbType_Click() {
     if (m_loading) return;
     const int type = m_ui->cmbType->currentData().toInt();
+    if (m_report.ReportSubType() != 0) takeOutputs();
     m_left.insert_or_assign(m_report.ReportType(), m_report);
     const auto left = m_left.find(type);
     m_report = left == m_left.end() ? clsReport(session().project) : left->second;
@@ -305,11 +306,15 @@ void frmReport::cmdSave_Click() {
             messages().notice(this, fault);
             return;
         }
-        m_report.setOutputExcel(m_ui->chkExcel->isChecked());
-        m_report.setOutputCSV(m_ui->chkCSV->isChecked());
-        m_report.setOutputEmail(m_ui->chkEmailFiles->isChecked());
+        takeOutputs();
         callBackAndClose();
     });
+}
+
+void frmReport::takeOutputs() {
+    m_report.setOutputExcel(m_ui->chkExcel->isChecked());
+    m_report.setOutputCSV(m_ui->chkCSV->isChecked());
+    m_report.setOutputEmail(m_ui->chkEmailFiles->isChecked());
 }
 
 bool frmReport::mayClose() {

@@ -58,6 +58,7 @@ private:
     void showOutputs();
     void output_Click(QCheckBox* clicked);
     bool hasOutput() const;
+    void takeOutputs();
     /// The first thing that stands against saving; empty when nothing does.
     QString firstFault() const;
 

@@ -142,7 +142,7 @@ void frmTemplate::showAccount() {
 
 void frmTemplate::startNewTemplate() {
     takeCurrentProject();
-    m_foreignNumbers = ExcludedNumbers(session().db(), -1).numbers();
+    session().newExclusions.clear();
 }
 
 void frmTemplate::takeCurrentProject() {
@@ -397,11 +397,13 @@ bool frmTemplate::mayClose() {
     return leaves;
 }
 
-/// Those entered for a template that is never saved would fall to the next new one. Others may be
-/// somebody else's, for a new template of his own. What cannot be removed now goes at the next login.
+/// Those entered for a template that is never saved would fall to the next new one. What cannot be
+/// removed now goes at the next login.
 void frmTemplate::forgetExcludedNumbers() {
+    const QStringList numbers = std::exchange(session().newExclusions, {});
+    if (numbers.isEmpty()) return;
     try {
-        ExcludedNumbers(session().db(), -1).removeAllBut(m_foreignNumbers);
+        ExcludedNumbers(session().db(), -1).removeAll(numbers);
     } catch (const DbError& error) {
         session().log.write("frmTemplate.forgetExcludedNumbers", error);
     }

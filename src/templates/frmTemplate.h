@@ -73,7 +73,6 @@ private:
     QToolButton* m_cmdDown = nullptr;
     QToolButton* m_cmdSaveAs = nullptr;
     clsTemplate m_template;
-    QStringList m_foreignNumbers;              ///< excluded for unsaved templates before this one was begun
     const frmReport* m_reportEditor = nullptr; ///< while it is open
     int m_edited = 0;                          ///< the position of the report in it; 0 for a new one
     QString m_newTitle;                        ///< as typed for the last save-as, which was refused

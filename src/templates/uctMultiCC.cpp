@@ -42,7 +42,8 @@ ProjectLists::CostCentres uctMultiCC::chosen() const {
     ProjectLists::CostCentres chosen;
     for (int level = 1; level <= 5; ++level) {
         const int typed = typedEntry(level);
-        chosen[std::size_t(level) - 1] = typed < 0 ? m_shown[std::size_t(level) - 1] : box(level)->itemData(typed).toString();
+        chosen[std::size_t(level) - 1] =
+            typed < 0 ? m_shown[std::size_t(level) - 1] : box(level)->itemData(typed).toString();
     }
     return chosen;
 }
@@ -50,8 +51,12 @@ ProjectLists::CostCentres uctMultiCC::chosen() const {
 /// The entry whose name stands in the box, the first one in an emptied box; -1 while there is none of
 /// that name.
 int uctMultiCC::typedEntry(int level) const {
-    const QString text = box(level)->currentText().trimmed();
-    return text.isEmpty() ? 0 : box(level)->findText(text, Qt::MatchFixedString);
+    const QComboBox& list = *box(level);
+    const QString text = list.currentText();
+    if (text == list.itemText(list.currentIndex())) return list.currentIndex();
+    if (text.trimmed().isEmpty()) return 0;
+    const int exact = list.findText(text, Qt::MatchFixedString);
+    return exact >= 0 ? exact : list.findText(text.trimmed(), Qt::MatchFixedString);
 }
 
 /// What is no entry gives way to the last choice.

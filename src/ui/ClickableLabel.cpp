@@ -10,6 +10,9 @@ ClickableLabel::ClickableLabel(const QString& text, QAbstractButton* button, QWi
 }
 
 void ClickableLabel::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()) && m_button->isEnabled())
-        m_button->click();
+    if (event->button() != Qt::LeftButton || !rect().contains(event->position().toPoint())
+        || !m_button->isEnabled())
+        return;
+    m_button->setFocus(Qt::MouseFocusReason); // what is being typed elsewhere is taken first
+    m_button->click();
 }

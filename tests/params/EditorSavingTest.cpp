@@ -429,7 +429,15 @@ private slots:
         QCOMPARE(typeCentre("cmbCC1", "no such centre"), "Children's Services");
         QCOMPARE(typeCentre("cmbCC2", "Nursery"), "Nursery");
         QCOMPARE(typeCentre("cmbCC2", ""), "(any)");
-        child<QComboBox>(editor.screen, "cmbCC2").lineEdit()->setText("nursery"); // saved without leaving the box
+        office.db().execute(
+            sql("UPDATE Brightwater.dbo.BW10023_TblCC SET CostCentre2 = N' Nursery 2' WHERE CostCentre2 = "
+                "N'Holiday Club'"));
+        choose(editor.screen, "cmbCC1", "Children's Services");
+        QCOMPARE(typeCentre("cmbCC2", " Nursery 2"), " Nursery 2"); // a blank is a part of the name
+        QCOMPARE(typeCentre("cmbCC2", "Nursery"), "Nursery");
+        child<QComboBox>(editor.screen, "cmbCC2")
+            .lineEdit()
+            ->setText("nursery"); // saved without leaving the box
         QCOMPARE(editor.save(), QStringList());
         QCOMPARE(editor.parameters().CostCentre(1), "Children's Services");
         QCOMPARE(editor.parameters().CostCentre(2), "Nursery");

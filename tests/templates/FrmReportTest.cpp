@@ -123,11 +123,13 @@ private slots:
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&types, &wheel);
         QCOMPARE(types.currentData().toInt(), 2);
+        editor.box("chkCSV").click();
         types.setCurrentIndex(types.findData(1));
         QCOMPARE(editor.valueOf("Report Caption"), "");
         types.setCurrentIndex(types.findData(2));
         QCOMPARE(editor.valueOf("Report Caption"), "Dear calls");
         QCOMPARE(editor.screen->Report().ReportSubType(), 161);
+        QCOMPARE(editor.outputs(), "EC");
     }
 
     void everyReportOffersItsOutputs() {

@@ -2,6 +2,7 @@
 
 #include "projects/frmSQLServerDatabases.h"
 #include "support/TestClass.h"
+#include "templates/frmExcludeNumbers.h"
 #include "templates/frmSelectParameters.h"
 #include "templates/frmTemplate.h"
 #include "ui/uctCheckList.h"
@@ -102,30 +103,38 @@ private slots:
     /// The numbers of a template that is given up must not fall to the next new one.
     void aNewTemplateThatIsGivenUpLeavesNoNumbers() {
         Editor editor;
-        const auto exclude = [&](const QString& number) {
+        const auto excludeAsAnother = [&](const QString& number) {
             editor.db().execute(
                 sql("INSERT INTO NorvaScheduler.dbo.TblExcludedNumbers (TemplateID, TelNo) VALUES (-1, {})",
                     number));
+        };
+        const auto exclude = [&](const QString& number) {
+            frmExcludeNumbers screen(editor.context);
+            QCOMPARE(screen.Setup(-1), 0);
+            control<QLineEdit>(screen, "txtNumber").setText(number);
+            press(screen, "cmdAdd");
+            press(screen, "cmdOk");
         };
         const auto left = [&] {
             return editor.scalar(
                 sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.TblExcludedNumbers WHERE TemplateID = -1"));
         };
-        exclude("0700"); // by somebody else, for a new template of his own
+        excludeAsAnother("0700");
         editor.show(-1);
+        excludeAsAnother("0701"); // while this one is open
         exclude("0800");
         press(*editor.screen, "cmdExit"); // nothing else was entered
-        QCOMPARE(left(), 1);
+        QCOMPARE(left(), 2);
 
         editor.show(-1);
         editor.title().setText("Given up");
         exclude("0800");
         editor.messages.answer(false);
         press(*editor.screen, "cmdExit");
-        QCOMPARE(left(), 2);
+        QCOMPARE(left(), 3);
         editor.messages.answer(true);
         press(*editor.screen, "cmdExit");
-        QCOMPARE(left(), 1);
+        QCOMPARE(left(), 2);
         QVERIFY(!editor.screen->isVisible());
     }
 
