@@ -13,6 +13,7 @@
 #include "templates/frmTemplate.h"
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"
+#include "ui/FollowFocus.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
@@ -54,6 +55,7 @@ frmSchedule::frmSchedule(ScreenContext& screenContext, QWidget* parent)
     setTextColour(*m_ui->lblProjectProblem, Palette::problem());
     buildFooter();
     connectControls();
+    followFocus(*m_ui->scroll);
     resizeToText(*this, 110, 30);
 }
 

@@ -7,6 +7,7 @@
 #include "subprojects/modSubProjects.h"
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"
+#include "ui/FollowFocus.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
@@ -47,6 +48,7 @@ frmTransfer::frmTransfer(ScreenContext& screenContext, QWidget* parent)
     buildFooter();
     connectControls();
     setFilling(false);
+    followFocus(*m_ui->scroll);
     resizeToText(*this, 115, 36);
 }
 

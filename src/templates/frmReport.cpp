@@ -9,6 +9,7 @@
 #include "templates/frmSelectParameters.h"
 #include "templates/frmSelectReports.h"
 #include "ui/Cursors.h"
+#include "ui/FollowFocus.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
@@ -52,6 +53,7 @@ frmReport::frmReport(ScreenContext& context, QWidget* parent)
     buildFooter();
     connectControls();
     guardFromWheel(*this);
+    followFocus(*m_ui->scroll);
     resizeToText(*this, 105, 36);
 }
 

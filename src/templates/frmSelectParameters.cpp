@@ -16,6 +16,7 @@
 #include "templates/uctThresholds.h"
 #include "templates/uctTimes.h"
 #include "ui/Cursors.h"
+#include "ui/FollowFocus.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
 #include "ui/WheelGuard.h"
@@ -42,6 +43,7 @@ frmSelectParameters::frmSelectParameters(ScreenContext& context, QWidget* parent
     connect(m_ui->lstGroups, &QListWidget::currentRowChanged, this, [this](int row) { goTo(row, false); });
     connect(m_ui->lstGroups, &QListWidget::itemActivated, this,
             [this](QListWidgetItem* item) { goTo(m_ui->lstGroups->row(item), true); });
+    followFocus(*m_ui->scrGroups);
     resizeToText(*this, 135, 36);
 }
 
