@@ -25,16 +25,10 @@ void fillChooser(benchmark::State& state) {
     qsizetype projects = 0;
     for (auto _ : state) projects = loadProjectList(server.session).names.size();
     state.counters["projects"] = double(projects);
-    state.counters["statements"] = double(server.session.db().statementCount() - before) / double(state.iterations());
+    state.counters["statements"] =
+        double(server.session.db().statementCount() - before) / double(state.iterations());
 }
 
 } // namespace
 
 BENCHMARK(fillChooser)->Arg(10)->Arg(300)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char* argv[]) {
-    QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

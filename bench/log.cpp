@@ -12,14 +12,16 @@ namespace {
 int scheduleWithLog(Connection& db, int rows) {
     schedulerContent::fillSchedules(db, 1, 1, 20);
     const int id = db.scalar(sql("SELECT MIN(ScheduleID) FROM NorvaScheduler.dbo.tblSchedule")).toInt();
-    const int report = db.scalar(sql("SELECT MIN(ReportID) FROM NorvaScheduler.dbo.tblTemplate_Report")).toInt();
+    const int report =
+        db.scalar(sql("SELECT MIN(ReportID) FROM NorvaScheduler.dbo.tblTemplate_Report")).toInt();
     QList<Sql> values;
     for (int i = 0; i < rows; ++i) {
         values << sql("({}, {}, {}, N'a line of the log', N'')", id, report + i % 20, i % 7 == 0 ? 17 : 0);
         if (values.size() < 500 && i + 1 < rows) continue;
-        db.execute(sql("INSERT INTO NorvaScheduler.dbo.tblLogs (ScheduleID, ReportID, ErrorCode, ErrorDescription, "
-                       "ReportName) VALUES {}",
-                       Sql::join(values, sql(", "))));
+        db.execute(
+            sql("INSERT INTO NorvaScheduler.dbo.tblLogs (ScheduleID, ReportID, ErrorCode, ErrorDescription, "
+                "ReportName) VALUES {}",
+                Sql::join(values, sql(", "))));
         values.clear();
     }
     return id;
@@ -37,17 +39,10 @@ void openLog(benchmark::State& state) {
         screen.show();
         QApplication::processEvents();
     }
-    state.counters["statements"] = double(server.session.db().statementCount() - before) / double(state.iterations());
+    state.counters["statements"] =
+        double(server.session.db().statementCount() - before) / double(state.iterations());
 }
 
 } // namespace
 
 BENCHMARK(openLog)->Arg(200)->Arg(20'000)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char* argv[]) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

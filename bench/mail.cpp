@@ -3,7 +3,6 @@
 #include "subprojects/AddressImport.h"
 #include "subprojects/modMailAddresses.h"
 
-#include <QCoreApplication>
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>
 
@@ -54,10 +53,3 @@ void saving(benchmark::State& state) {
 
 BENCHMARK(importing)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(saving)->Arg(1'000)->Arg(10'000)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char* argv[]) {
-    QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

@@ -14,7 +14,8 @@
 namespace {
 
 void countStatements(benchmark::State& state, Session& session, qint64 before) {
-    state.counters["statements"] = double(session.db().statementCount() - before) / double(state.iterations());
+    state.counters["statements"] =
+        double(session.db().statementCount() - before) / double(state.iterations());
 }
 
 void openManager(benchmark::State& state) {
@@ -40,12 +41,13 @@ void saveTemplate(benchmark::State& state) {
     large.setUnitabAccount(server.session.project.unitabAccount);
     for (int i = 0; i < state.range(0); ++i) {
         QString key;
-        large.Reports().Add(-1, std::make_shared<clsReportParameters>(server.session.project), 2, 161, true, true, false,
-                            key);
+        large.Reports().Add(-1, std::make_shared<clsReportParameters>(server.session.project), 2, 161, true,
+                            true, false, key);
     }
     const qint64 before = server.session.db().statementCount();
     for (auto _ : state)
-        if (large.SaveTemplate() != clsTemplate::Saved) state.SkipWithError("the template could not be saved");
+        if (large.SaveTemplate() != clsTemplate::Saved)
+            state.SkipWithError("the template could not be saved");
     countStatements(state, server.session, before);
 }
 
@@ -67,11 +69,3 @@ void loadNumbers(benchmark::State& state) {
 BENCHMARK(openManager)->Arg(10)->Arg(1'000)->Unit(benchmark::kMillisecond);
 BENCHMARK(saveTemplate)->Arg(20)->Arg(200)->Unit(benchmark::kMillisecond);
 BENCHMARK(loadNumbers)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char* argv[]) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

@@ -1,49 +1,12 @@
 #pragma once
 
-#include "projects/modProjects.h"
 #include "reports/clsReport.h"
-#include "support/TestProgram.h"
+#include "support/Office.h"
 #include "templates/frmSelectParameters.h"
 
 #include <QLineEdit>
 #include <QTest>
 #include <QToolButton>
-
-/// Counts how often it is called back.
-class Caller : public QObject {
-    Q_OBJECT
-
-public slots:
-    void CalledbackParam() { ++calls; }
-    void CalledBack() { ++calls; }
-
-public:
-    int calls = 0;
-};
-
-/// A user at work in a project.
-struct Office {
-    TestProgram program;
-    Caller caller;
-
-    explicit Office(const QString& user = "QuorraAdmin", const QString& project = "Brightwater") {
-        program.logIn(user);
-        openProject(program.session, project);
-    }
-    Connection& db() { return program.other(); }
-    QStringList shown() { return program.messages.takeShown(); }
-};
-
-template <class T = QWidget>
-T& child(QWidget& screen, const char* name) {
-    T* found = screen.findChild<T*>(QString::fromLatin1(name));
-    if (!found) qFatal("the screen has no %s", name);
-    return *found;
-}
-
-inline void press(QWidget& screen, const char* button) {
-    child<QAbstractButton>(screen, button).click();
-}
 
 inline void type(QWidget& screen, const char* box, const QString& text) {
     auto& edit = child<QLineEdit>(screen, box);

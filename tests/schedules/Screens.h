@@ -2,21 +2,11 @@
 
 #include "app/modCommonFunctions.h"
 #include "schedules/ScheduleStatus.h"
+#include "support/Caller.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
 #include <QToolButton>
-
-/// Whom a screen calls back.
-class Caller : public QObject {
-    Q_OBJECT
-
-public:
-    int calls = 0;
-
-public slots:
-    void CalledBack() { ++calls; }
-};
 
 /// A screen over one schedule of a program whose other schedules are gone.
 template <class Screen>

@@ -1,6 +1,6 @@
 #include "demo/BulkInsert.h"
+#include "subprojects/BookOffice.h"
 #include "subprojects/MailOptions.h"
-#include "subprojects/Office.h"
 #include "subprojects/frmEmailSettings.h"
 #include "subprojects/frmMailImport.h"
 #include "subprojects/frmMailSelection.h"
@@ -18,7 +18,7 @@ class EmailSettingsTest : public QObject {
     Q_OBJECT
 
     struct Book {
-        Office office;
+        BookOffice office;
         frmEmailSettings screen;
 
         explicit Book(const QString& user = Session::serverLoginName)
@@ -176,7 +176,7 @@ private slots:
     void importsThatAreStopped() {
         QFETCH(const QByteArray, content);
         QFETCH(const QString, message);
-        Office office;
+        BookOffice office;
         AddressBook book;
         frmMailImport screen(office.program.context, book);
         screen.show();
@@ -189,7 +189,7 @@ private slots:
     }
 
     void filesThatCannotBeRead() {
-        Office office;
+        BookOffice office;
         AddressBook book;
         frmMailImport screen(office.program.context, book);
         auto& file = child<QLineEdit>(screen, "txtFile");
@@ -211,7 +211,7 @@ private slots:
     }
 
     void theAccountAndLevelThatTheFileOmits() {
-        Office office("QuorraAdmin", "");
+        BookOffice office("QuorraAdmin", "");
         AddressBook book;
         frmMailImport screen(office.program.context, book);
         office.program.messages.pick(office.file("Finance,x@example.com"));
@@ -227,7 +227,7 @@ private slots:
         QByteArray content;
         for (int i = 0; i < 100'000; ++i)
             content += QByteArray("BW,Centre ") + QByteArray::number(i) + ",2,x@example.com\r\n";
-        Office office;
+        BookOffice office;
         AddressBook book;
         frmMailImport screen(office.program.context, book);
         office.program.messages.pick(office.file(content));
@@ -369,7 +369,7 @@ private slots:
     }
 
     void optionsOfAnOlderDatabase() {
-        Office office;
+        BookOffice office;
         office.db().execute(sql("ALTER TABLE NorvaScheduler.dbo.tblOptions DROP COLUMN DefaultEmail"));
         office.db().execute(sql("ALTER TABLE NorvaScheduler.dbo.tblOptions DROP COLUMN MaxFileSize"));
         QCOMPARE(GetMaxFileSizeDesc(office.db()), QString("Unlimited"));

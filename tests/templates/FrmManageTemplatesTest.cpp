@@ -14,7 +14,7 @@ class FrmManageTemplatesTest : public QObject {
         std::unique_ptr<frmManageTemplates> screen;
 
         using TemplateProgram::TemplateProgram;
-        uctListView& list() { return control<uctListView>(*screen, "lstTemplates"); }
+        uctListView& list() { return child<uctListView>(*screen, "lstTemplates"); }
         void show() {
             screen = std::make_unique<frmManageTemplates>(context);
             QCOMPARE(screen->Setup(), 0);
@@ -73,7 +73,7 @@ private slots:
             QVERIFY(manager.list().model()->rowCount() > count);
             ListViewColumnSort(manager.list(), 3, false);
             QCOMPARE(texts(manager.list(), 3).last(), "20"); // as numbers: 4 before 20
-            control<QLineEdit>(*manager.screen, "txtFilter").setText("linkvale hl2");
+            child<QLineEdit>(*manager.screen, "txtFilter").setText("linkvale hl2");
             QCOMPARE(texts(manager.list()), QStringList{"Linkvale invoice check"});
         }
         QCOMPARE(statements[0], statements[1]);
@@ -171,7 +171,7 @@ private slots:
         QCOMPARE(manager.shown(), QStringList{"Error loading template"});
         QCOMPARE(manager.messages.lastDetails(), "Made to fail.");
         inNextModal<frmTemplate>([](frmTemplate& editor) {
-            control<QLineEdit>(editor, "txtTemplate").setText("Fortnightly call review");
+            child<QLineEdit>(editor, "txtTemplate").setText("Fortnightly call review");
             press(editor, "cmdSave");
         });
         QTest::keyClick(&manager.list(), Qt::Key_Return);

@@ -34,13 +34,13 @@ class FrmReportTest : public QObject {
             report.setOutputExcel(true);
             return report;
         }
-        QCheckBox& box(const QString& name) { return control<QCheckBox>(*screen, name); }
+        QCheckBox& box(const QString& name) { return child<QCheckBox>(*screen, name); }
         /// "E", "C" and "M" of the ticked outputs.
         QString outputs() {
             return QString(box("chkExcel").isChecked() ? "E" : "") + (box("chkCSV").isChecked() ? "C" : "")
                    + (box("chkEmailFiles").isChecked() ? "M" : "");
         }
-        uctListView& parameters() { return control<uctListView>(*screen, "lstParameters"); }
+        uctListView& parameters() { return child<uctListView>(*screen, "lstParameters"); }
         QString valueOf(const QString& caption) {
             return texts(parameters(), 1).value(texts(parameters()).indexOf(caption));
         }
@@ -78,11 +78,11 @@ private slots:
         Editor editor;
         editor.session.options = {{}, false, true};
         editor.show(1);
-        QCOMPARE(control<QLabel>(*editor.screen, "lblTitle").text(), "Create a report");
-        QVERIFY(!control<QAbstractButton>(*editor.screen, "cmdReports").isEnabled());
+        QCOMPARE(child<QLabel>(*editor.screen, "lblTitle").text(), "Create a report");
+        QVERIFY(!child<QAbstractButton>(*editor.screen, "cmdReports").isEnabled());
         press(*editor.screen, "cmdSave");
         chooseReport(*editor.screen, 2, "frequent mobiles");
-        QCOMPARE(texts(control<uctListView>(*editor.screen, "lstReports")),
+        QCOMPARE(texts(child<uctListView>(*editor.screen, "lstReports")),
                  QStringList{"100 Most Frequent - Calls to Mobiles"});
         QCOMPARE(editor.outputs(), "C"); // what the options give a new report
         chooseReport(*editor.screen, 2, "trends");
@@ -97,9 +97,9 @@ private slots:
         Editor editor;
         frmSelectReports chooser(editor.context);
         QCOMPARE(chooser.Setup(3, 326), 0);
-        auto& description = control<QTextEdit>(chooser, "lblDescription");
+        auto& description = child<QTextEdit>(chooser, "lblDescription");
         QVERIFY(description.toPlainText().contains("This report has a Circuit ID Selection"));
-        auto& filter = control<QLineEdit>(chooser, "txtFilter");
+        auto& filter = child<QLineEdit>(chooser, "txtFilter");
         filter.setText("no such report");
         QTest::keyClick(&filter, Qt::Key_Return);
         QCOMPARE(editor.shown(), QStringList{"You must select a report in the list."});
@@ -118,7 +118,7 @@ private slots:
         clsReport report = editor.report(2, 161);
         report.Parameters()->setReportCaption("Dear calls");
         editor.show(1, &report);
-        auto& types = control<QComboBox>(*editor.screen, "cmbType");
+        auto& types = child<QComboBox>(*editor.screen, "cmbType");
         QWheelEvent wheel(QPointF(5, 5), types.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
                           Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&types, &wheel);

@@ -27,8 +27,8 @@ class FrmTemplateTest : public QObject {
             [this] { QVERIFY(QTest::qWaitForWindowActive(screen.get())); }(); // shortcuts work nowhere else
             return result;
         }
-        uctListView& list() { return control<uctListView>(*screen, "lstReports"); }
-        QLineEdit& title() { return control<QLineEdit>(*screen, "txtTemplate"); }
+        uctListView& list() { return child<uctListView>(*screen, "lstReports"); }
+        QLineEdit& title() { return child<QLineEdit>(*screen, "txtTemplate"); }
         void add(int type, const QString& words) {
             inNextModal<frmReport>([=](frmReport& report) {
                 chooseReport(report, type, words);
@@ -40,9 +40,9 @@ class FrmTemplateTest : public QObject {
         void selectNumbers(int count) {
             inNextModal<frmReport>([=](frmReport& report) {
                 inNextModal<frmSelectParameters>([=](frmSelectParameters& parameters) {
-                    control<QRadioButton>(parameters, "OptSelect1").click();
+                    child<QRadioButton>(parameters, "OptSelect1").click();
                     auto& model =
-                        *control<uctCheckList>(parameters, "lstAccounts").findChild<QTreeView*>()->model();
+                        *child<uctCheckList>(parameters, "lstAccounts").findChild<QTreeView*>()->model();
                     for (int i = 0; i < count; ++i)
                         model.setData(model.index(i, 0), Qt::Checked, Qt::CheckStateRole);
                     press(parameters, "cmdSave");
@@ -59,9 +59,9 @@ private slots:
     void aNewTemplateIsMadeFromNothing() {
         Editor editor;
         QCOMPARE(editor.show(-1), 0);
-        QVERIFY(!control<QToolButton>(*editor.screen, "cmdSaveAs").isVisible());
-        QCOMPARE(control<QLineEdit>(*editor.screen, "txtUnitab").text(), "BW10023");
-        QCOMPARE(control<QLineEdit>(*editor.screen, "txtBillType").text(), "Norva Unitab");
+        QVERIFY(!child<QToolButton>(*editor.screen, "cmdSaveAs").isVisible());
+        QCOMPARE(child<QLineEdit>(*editor.screen, "txtUnitab").text(), "BW10023");
+        QCOMPARE(child<QLineEdit>(*editor.screen, "txtBillType").text(), "Norva Unitab");
         editor.title().setText("   ");
         press(*editor.screen, "cmdSave");
         editor.title().setText("O'Brien's \"Ελλάδα\" [50%]; --");
@@ -84,20 +84,20 @@ private slots:
         Editor editor;
         editor.show(-1);
         inNextModal<frmSQLServerDatabases>([](frmSQLServerDatabases& chooser) {
-            control<QLineEdit>(chooser, "txtSearch").setText("Harcourt");
+            child<QLineEdit>(chooser, "txtSearch").setText("Harcourt");
             press(chooser, "cmdOpen");
         });
         press(*editor.screen, "cmdOpen");
-        QCOMPARE(control<QLineEdit>(*editor.screen, "txtUnitab").text(), "HL20417");
-        QCOMPARE(control<QLineEdit>(*editor.screen, "txtBillType").text(), "Linkvale");
+        QCOMPARE(child<QLineEdit>(*editor.screen, "txtUnitab").text(), "HL20417");
+        QCOMPARE(child<QLineEdit>(*editor.screen, "txtBillType").text(), "Linkvale");
         editor.shown(); // the projects that were left out
         editor.add(4, "recurring");
-        QVERIFY(!control<QPushButton>(*editor.screen, "cmdOpen").isEnabled());
+        QVERIFY(!child<QPushButton>(*editor.screen, "cmdOpen").isEnabled());
         editor.title().setText("Charges");
         press(*editor.screen, "cmdSave");
         QCOMPARE(editor.shown(), QStringList());
         QCOMPARE(editor.show(editor.idOf("Charges")), 0);
-        QVERIFY(!control<QPushButton>(*editor.screen, "cmdOpen").isVisible());
+        QVERIFY(!child<QPushButton>(*editor.screen, "cmdOpen").isVisible());
     }
 
     /// The numbers of a template that is given up must not fall to the next new one.
@@ -111,7 +111,7 @@ private slots:
         const auto exclude = [&](const QString& number) {
             frmExcludeNumbers screen(editor.context);
             QCOMPARE(screen.Setup(-1), 0);
-            control<QLineEdit>(screen, "txtNumber").setText(number);
+            child<QLineEdit>(screen, "txtNumber").setText(number);
             press(screen, "cmdAdd");
             press(screen, "cmdOk");
         };
@@ -147,7 +147,7 @@ private slots:
         QTest::keyClick(editor.screen.get(), Qt::Key_Up, Qt::AltModifier);
         press(*editor.screen, "cmdUp"); // 211 214 212 213
         editor.list().selectId(1);
-        QVERIFY(!control<QToolButton>(*editor.screen, "cmdUp").isEnabled());
+        QVERIFY(!child<QToolButton>(*editor.screen, "cmdUp").isEnabled());
         press(*editor.screen, "cmdDown");      // 214 211 212 213
         press(*editor.screen, "cmdDuplicate"); // 214 211 211 212 213
         editor.list().selectId(4);
@@ -398,7 +398,7 @@ private slots:
         editor.show(editor.idOf("Invoice only"));
         const auto choose = [](const QString& project) {
             inNextModal<frmSQLServerDatabases>([project](frmSQLServerDatabases& chooser) {
-                QTest::keyClicks(&control<QLineEdit>(chooser, "txtSearch"), project);
+                QTest::keyClicks(&child<QLineEdit>(chooser, "txtSearch"), project);
                 press(chooser, project.isEmpty() ? "cmdCancel" : "cmdOpen");
             });
         };
@@ -433,12 +433,12 @@ private slots:
     void defaultDatesAreShownAtOnce() {
         Editor editor;
         editor.show(editor.idOf("Weekly call review"));
-        control<QRadioButton>(*editor.screen, "optDate0").click();
+        child<QRadioButton>(*editor.screen, "optDate0").click();
         QVERIFY(texts(editor.list(), 2).first().contains("Project Default Dates"));
         QVERIFY(editor.session.project.useDefaultDates);
-        control<QRadioButton>(*editor.screen, "optDate1").click();
+        child<QRadioButton>(*editor.screen, "optDate1").click();
         QVERIFY(!texts(editor.list(), 2).first().contains("Project Default Dates"));
-        control<QCheckBox>(*editor.screen, "chkCSVRepDefs").click();
+        child<QCheckBox>(*editor.screen, "chkCSVRepDefs").click();
         editor.messages.answer(false);
         QTest::keyClick(editor.screen.get(), Qt::Key_Escape);
         QCOMPARE(editor.shown(), QStringList{"Are you sure you want to cancel your changes?"});

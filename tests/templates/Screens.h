@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/Caller.h"
+#include "support/Controls.h"
 #include "support/Modal.h"
 #include "support/TestProgram.h"
 #include "templates/frmReport.h"
@@ -12,26 +14,6 @@
 #include <QTest>
 #include <QToolButton>
 
-/// Whom a screen calls back.
-class TemplateCaller : public QWidget {
-    Q_OBJECT
-
-public:
-    int calls = 0;
-
-public slots:
-    void CalledBack() { ++calls; }
-};
-
-template <class Widget>
-Widget& control(const QWidget& screen, const QString& name) {
-    return *screen.findChild<Widget*>(name);
-}
-
-inline void press(const QWidget& screen, const QString& button) {
-    control<QAbstractButton>(screen, button).click();
-}
-
 /// The texts of a list as shown, one line for each row.
 inline QStringList texts(const uctListView& list, int column = 0) {
     QStringList texts;
@@ -42,10 +24,10 @@ inline QStringList texts(const uctListView& list, int column = 0) {
 
 /// In the report editor: picks the type and, in the chooser, the report.
 inline void chooseReport(const frmReport& editor, int type, const QString& words) {
-    auto& types = control<QComboBox>(editor, "cmbType");
+    auto& types = child<QComboBox>(editor, "cmbType");
     types.setCurrentIndex(types.findData(type));
     inNextModal<frmSelectReports>([words](frmSelectReports& chooser) {
-        auto& filter = control<QLineEdit>(chooser, "txtFilter");
+        auto& filter = child<QLineEdit>(chooser, "txtFilter");
         QTest::keyClicks(&filter, words);
         QTest::keyClick(&filter, Qt::Key_Return);
     });
@@ -54,7 +36,7 @@ inline void chooseReport(const frmReport& editor, int type, const QString& words
 
 /// The program with templates, and the demo's project Brightwater opened.
 struct TemplateProgram : TestProgram {
-    TemplateCaller caller;
+    Caller caller;
 
     explicit TemplateProgram(const QString& user = Session::serverLoginName,
                              const QString& project = "Brightwater");
