@@ -1,6 +1,5 @@
 #include "demo/DemoEngine.h"
 
-#include "app/modCommonFunctions.h"
 #include "db/DbError.h"
 #include "db/StoredTitle.h"
 #include "schedules/ScheduleStatus.h"
@@ -39,7 +38,7 @@ DemoEngine::DemoEngine(Connection& connection, std::function<void()> work,
                        std::function<void(const QString&)> tell)
     : m_connection(connection), m_work(std::move(work)), m_tell(std::move(tell)) {}
 
-int DemoEngine::runDueSchedules(const QDateTime& now) {
+int DemoEngine::runDueSchedules(const WallClock& now) {
     int finished = 0;
     const auto runClaimed = [&] {
         finished += run(*m_claimed);
@@ -57,7 +56,7 @@ int DemoEngine::runDueSchedules(const QDateTime& now) {
 }
 
 /// The run date is text, which no server sorts by time.
-QList<DemoEngine::DueSchedule> DemoEngine::dueSchedules(const QDateTime& now) {
+QList<DemoEngine::DueSchedule> DemoEngine::dueSchedules(const WallClock& now) {
     const RecordSet pending = m_connection.query(sql(
         "SELECT [ScheduleID], [ScheduleTitle], [RunDate] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) "
         "WHERE [Status] = {}",
@@ -65,9 +64,9 @@ QList<DemoEngine::DueSchedule> DemoEngine::dueSchedules(const QDateTime& now) {
     QList<DueSchedule> due;
     for (const Row row : pending) {
         const QString stored = row.text("RunDate");
-        const QDateTime when = parseStoredDate(stored);
-        if (!when.isValid() || when > now) continue; // without a run date there is no time to run it
-        due.append({row.integer("ScheduleID"), shownTitle(row.text("ScheduleTitle")), stored, when});
+        const auto when = WallClock::fromStored(stored);
+        if (!when || *when > now) continue; // without a run date there is no time to run it
+        due.append({row.integer("ScheduleID"), shownTitle(row.text("ScheduleTitle")), stored, *when});
     }
     std::sort(due.begin(), due.end(), [](const DueSchedule& a, const DueSchedule& b) {
         return std::tie(a.runDate, a.title) < std::tie(b.runDate, b.title);
@@ -78,7 +77,7 @@ QList<DemoEngine::DueSchedule> DemoEngine::dueSchedules(const QDateTime& now) {
 /// Of several engines only one finds the row still pending; none does when a user has just put the run
 /// off.
 bool DemoEngine::claim(const DueSchedule& schedule) {
-    return m_connection.execute(sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [Status] = {} "
+    return m_connection.changedRows(sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [Status] = {} "
                                     "WHERE [ScheduleID] = {} AND [Status] = {} AND [RunDate] = {}",
                                     int(Processing), schedule.id, int(Pending), schedule.storedRunDate))
            == 1;
@@ -166,10 +165,10 @@ bool DemoEngine::finish(const DueSchedule& schedule, const QList<LogRow>& rows) 
         std::any_of(rows.begin(), rows.end(), [](const LogRow& row) { return row.errorCode != NoError; });
     const int status = failed ? CompletedWithErrors : Completed;
     Transaction transaction(m_connection);
-    const qint64 updated = m_connection.execute(
+    const qint64 updated = m_connection.changedRows(
         sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [Status] = {}, [RanDate] = {} "
             "WHERE [ScheduleID] = {} AND [Status] = {}",
-            status, storedDate(QDateTime::currentDateTime()), schedule.id, int(Processing)));
+            status, WallClock::now().stored(), schedule.id, int(Processing)));
     if (updated == 0) {
         m_tell(QString("\"%1\" was reset or deleted while it ran.").arg(schedule.title));
         return false;

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/WallClock.h"
 #include "db/Connection.h"
 
-#include <QDateTime>
 #include <optional>
 
 class clsTemplate;
@@ -20,7 +20,7 @@ public:
 
     /// Runs what is due at `now`, the oldest first, and returns how many schedules it brought to an
     /// end. Throws DbError; a run that a lost connection cut off is taken up again by the next call.
-    int runDueSchedules(const QDateTime& now);
+    int runDueSchedules(const WallClock& now);
     /// Lets runDueSchedules() return after the run that it is in.
     void stop() { m_stopped = true; }
 
@@ -29,7 +29,7 @@ private:
         int id;
         QString title;
         QString storedRunDate;
-        QDateTime runDate;
+        WallClock runDate;
     };
     struct LogRow {
         int reportId;
@@ -38,7 +38,7 @@ private:
         QString reportName;
     };
 
-    QList<DueSchedule> dueSchedules(const QDateTime& now);
+    QList<DueSchedule> dueSchedules(const WallClock& now);
     bool claim(const DueSchedule& schedule);
     bool run(const DueSchedule& schedule);
     QList<LogRow> outcome(int scheduleId);

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/WallClock.h"
 #include "db/ConnectionString.h"
 
-#include <QDateTime>
 #include <functional>
 
 /// How much a demo server holds.
@@ -10,7 +10,7 @@ struct DemoOptions {
     int callRecords = 10'000;                     ///< over all projects
     bool schedulerDatabase = true;                ///< false leaves NorvaScheduler to the first login
     bool schedulerContent = true;                 ///< templates, schedules, logs, addresses and options
-    QDateTime now = QDateTime::currentDateTime(); ///< what the run dates lie around
+    WallClock now = WallClock::now(); ///< what the run dates lie around
     std::function<void(const QString& step)> tell = [](const QString&) {};
 
     /// Enough of everything for a test, made in a moment.

@@ -1,7 +1,6 @@
 #include "demo/SchedulerContent.h"
 
 #include "app/Session.h"
-#include "app/modCommonFunctions.h"
 #include "db/StoredTitle.h"
 #include "demo/BulkInsert.h"
 #include "demo/DemoProject.h"
@@ -19,20 +18,20 @@ const QString priya = "Priya.Nair";
 /// Rows of tblSchedule and tblLogs, one at a time because the logs need the schedules' keys.
 class ScheduleWriter {
 public:
-    ScheduleWriter(Connection& connection, const QDateTime& now)
+    ScheduleWriter(Connection& connection, const WallClock& now)
         : m_connection(connection), m_now(now), m_templates(demoTemplates::create(connection, now.date())) {}
 
     /// `run` is in minutes from now.
     int add(const QString& title, const QString& templateTitle, qint64 run, int status, const QString& user) {
-        const QDateTime when = m_now.addSecs(run * 60);
-        const QDateTime ran = isFinished(status) ? when.addSecs(95) : zeroDate();
-        return addRow(title, m_templates.value(templateTitle), storedDate(when), status, storedDate(ran),
+        const WallClock when = m_now.addSecs(run * 60);
+        const WallClock ran = isFinished(status) ? when.addSecs(95) : WallClock();
+        return addRow(title, m_templates.value(templateTitle), when.stored(), status, ran.stored(),
                       user);
     }
     /// Of a template that was deleted behind the Scheduler's back.
     int addOrphan(const QString& title, qint64 run, int status, const QString& user) {
-        return addRow(title, m_templates.lastId() + 1000, storedDate(m_now.addSecs(run * 60)), status,
-                      storedDate(zeroDate()), user);
+        return addRow(title, m_templates.lastId() + 1000, m_now.addSecs(run * 60).stored(), status,
+                      WallClock().stored(), user);
     }
     int addWithRunDate(const QString& title, const QString& templateTitle, const QString& runDate,
                        const QString& user) {
@@ -68,7 +67,7 @@ private:
     }
 
     Connection& m_connection;
-    QDateTime m_now;
+    WallClock m_now;
     DemoTemplates m_templates;
 };
 
@@ -152,7 +151,7 @@ void addExcludedNumbers(Connection& connection, const DemoTemplates& templates) 
 
 } // namespace
 
-void fill(Connection& connection, const QDateTime& now) {
+void fill(Connection& connection, const WallClock& now) {
     Transaction transaction(connection);
     ScheduleWriter writer(connection, now);
     addPending(writer);
@@ -168,7 +167,7 @@ void fill(Connection& connection, const QDateTime& now) {
 }
 
 void fillSchedules(Connection& connection, int schedules, int templates, int reportsPerTemplate) {
-    const QDateTime now = QDateTime::currentDateTime();
+    const WallClock now = WallClock::now();
     Transaction transaction(connection);
     const QList<int> templateIds = demoTemplates::createMany(connection, templates, reportsPerTemplate);
     BulkInsert rows(connection,
@@ -177,10 +176,10 @@ void fillSchedules(Connection& connection, int schedules, int templates, int rep
     static const QList<int> states{Pending, Pending, Completed, CompletedWithErrors, Disabled};
     for (int i = 0; i < schedules; ++i) {
         const int status = states.at(i % states.size());
-        const QDateTime when = now.addSecs((isFinished(status) ? -1 : 1) * (i + 1) * 600);
+        const WallClock when = now.addSecs((isFinished(status) ? -1 : 1) * (i + 1) * 600);
         rows.add(QString("Schedule %1").arg(i + 1, 6, 10, QChar('0')), templateIds.at(i % templateIds.size()),
-                 demoProjects::all().first().database, storedDate(when), status,
-                 storedDate(isFinished(status) ? when.addSecs(60) : zeroDate()), administrator);
+                 demoProjects::all().first().database, when.stored(), status,
+                 (isFinished(status) ? when.addSecs(60) : WallClock()).stored(), administrator);
     }
     rows.finish();
     transaction.commit();

@@ -33,7 +33,7 @@ public:
     /// False when the server could not be asked; says so once, until it is back.
     bool runDue() {
         try {
-            m_engine.runDueSchedules(QDateTime::currentDateTime());
+            m_engine.runDueSchedules(WallClock::now());
             noteAnswer();
             return true;
         } catch (const DbError& error) {

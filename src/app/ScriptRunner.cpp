@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QStringDecoder>
 #include <QTextStream>
 
@@ -29,6 +30,46 @@ QStringList readLines(const QString& path) {
     return read;
 }
 
+/// The batches that lines "GO" end, blank ones left away.
+QStringList readBatches(const QString& path) {
+    QStringList batches;
+    QString batch;
+    const auto end = [&] {
+        if (!batch.trimmed().isEmpty()) batches << batch;
+        batch.clear();
+    };
+    for (const QString& line : readLines(path)) {
+        if (line.trimmed().compare("GO", Qt::CaseInsensitive) == 0) end();
+        else batch += line + "\r\n";
+    }
+    end();
+    return batches;
+}
+
+/// Takes each batch out of the list once it has run; `path` is for words only.
+void runBatches(Connection& connection, const QString& path, QStringList& batches) {
+    const auto startAfresh = qScopeGuard([&] { connection.close(); });
+    for (int number = 1; !batches.isEmpty(); ++number, batches.removeFirst()) {
+        try {
+            connection.execute(Sql::script(batches.first()));
+        } catch (const DbError& error) {
+            throw DbError(error.number(),
+                          QString("%1, batch %2: %3").arg(QDir::toNativeSeparators(path)).arg(number).arg(error.text()),
+                          error.statement(), error.connectionLost());
+        }
+    }
+}
+
+/// Nothing that the administrator wanted is lost: where the rest cannot be written, the whole file is kept.
+void keepUnrun(const QStringList& batches, const QString& path) {
+    const QString kept = path + ".failed";
+    const QByteArray content = batches.join("GO\r\n").toUtf8() + "GO\r\n";
+    QFile file(kept);
+    if (file.open(QIODevice::Append) && file.write(content) == content.size() && file.flush()) return;
+    file.remove();
+    QFile::rename(path, kept);
+}
+
 } // namespace
 
 QString readScript(const QString& path) {
@@ -36,25 +77,8 @@ QString readScript(const QString& path) {
 }
 
 void runScript(Connection& connection, const QString& path) {
-    QString batch;
-    int number = 0;
-    const auto execute = [&] {
-        if (batch.trimmed().isEmpty()) return;
-        ++number;
-        try {
-            connection.execute(Sql::script(batch));
-        } catch (const DbError& error) {
-            throw DbError(error.number(),
-                          QString("%1, batch %2: %3").arg(QDir::toNativeSeparators(path)).arg(number).arg(error.text()),
-                          error.statement(), error.connectionLost());
-        }
-        batch.clear();
-    };
-    for (const QString& line : readLines(path)) {
-        if (line.trimmed().compare("GO", Qt::CaseInsensitive) == 0) execute();
-        else batch += line + "\r\n";
-    }
-    execute();
+    QStringList batches = readBatches(path);
+    runBatches(connection, path, batches);
 }
 
 QString runJobs(Connection& connection, const QString& folder) {
@@ -62,13 +86,15 @@ QString runJobs(Connection& connection, const QString& folder) {
     if (!QFile::exists(path)) return {};
     QString failure;
     try {
-        readScript(path); // one that cannot be read is kept for the next start
+        QStringList batches = readBatches(path); // a file that cannot be read is kept for the next start
         try {
-            runScript(connection, path);
+            runBatches(connection, path, batches);
         } catch (const DbError& error) {
-            failure = error.text();
+            keepUnrun(batches, path);
+            failure = error.text() + "\r\n" + batches.first();
         }
-        if (!QFile::remove(path)) failure += " The script could not be deleted and will run again.";
+        if (QFile::exists(path) && !QFile::remove(path))
+            failure += " The script could not be deleted and will run again.";
     } catch (const DbError& error) {
         failure = error.text();
     }

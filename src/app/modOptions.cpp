@@ -28,13 +28,12 @@ void ReadGlobalOptions(Session& session) {
 
 void SaveGlobalOptions(Session& session, const GlobalOptions& options) {
     requireFits("output path", options.outputPath, 260, CodePage::Unicode);
-    Connection& db = session.db();
-    Transaction transaction(db);
-    const qint64 rows = db.execute(sql("UPDATE NorvaScheduler.dbo.tblOptions SET OutputPath = {}, CSV = {}, Excel = {}",
-                                       options.outputPath, options.csv, options.excel));
-    if (rows == 0)
-        db.execute(sql("INSERT INTO NorvaScheduler.dbo.tblOptions (OutputPath, CSV, Excel) VALUES ({}, {}, {})",
-                       options.outputPath, options.csv, options.excel));
+    Transaction transaction(session.db());
+    session.db().execute(
+        sql("IF EXISTS (SELECT * FROM NorvaScheduler.dbo.tblOptions WITH (UPDLOCK, HOLDLOCK)) "
+            "UPDATE NorvaScheduler.dbo.tblOptions SET OutputPath = {}, CSV = {}, Excel = {} "
+            "ELSE INSERT INTO NorvaScheduler.dbo.tblOptions (OutputPath, CSV, Excel) VALUES ({}, {}, {})",
+            options.outputPath, options.csv, options.excel, options.outputPath, options.csv, options.excel));
     transaction.commit();
     ReadGlobalOptions(session);
 }

@@ -59,9 +59,9 @@ QString Connection::scalar(const Sql& batch) {
     return set.isEmpty() ? QString() : set.cell(0, 0);
 }
 
-qint64 Connection::execute(const Sql& batch) {
-    const Results results = run(batch);
-    return results.counts.empty() ? 0 : results.counts.back();
+qint64 Connection::changedRows(const Sql& batch) {
+    const Results results = run(sql("{}\r\nSELECT @@ROWCOUNT", batch));
+    return results.sets.empty() ? 0 : results.sets.back().row(0).integer(0);
 }
 
 Results Connection::run(const Sql& batch) {

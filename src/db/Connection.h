@@ -26,9 +26,11 @@ public:
     RecordSet query(const Sql& batch);
     /// The first field of the first row of a query; null when there is no row.
     QString scalar(const Sql& batch);
-    /// For writing: the rows that the batch's last counting statement affected. Never run twice; a
-    /// connection known to be lost is reopened before.
-    qint64 execute(const Sql& batch);
+    /// For writing. Never run twice; a connection known to be lost is reopened before.
+    void execute(const Sql& batch) { run(batch); }
+    /// The same, and how many rows its last statement changed: asked of the server, whose counts reach the
+    /// driver only when the session's settings let them.
+    qint64 changedRows(const Sql& batch);
     Results run(const Sql& batch);
 
     bool inTransaction() const { return m_inTransaction; }

@@ -28,8 +28,8 @@ std::unique_ptr<OdbcServer> OdbcServer::open(const ConnectionString& target, con
     std::unique_ptr<OdbcServer> server(new OdbcServer);
     const OdbcDriver driver = OdbcDriver::choose(server->installedDrivers(), settings.driver);
     server->connect(driver, driver.connectionString(target, settings), target.loginTimeout);
-    // Row counts tell whether a row was still there, and a server may be set up to leave them out.
-    if (driver.isSqlServer()) server->execute(sql("SET NOCOUNT OFF"));
+    // Texts such as '2008/04/01' would be read as 4 January for a login whose language puts days first.
+    if (driver.isSqlServer()) server->execute(sql("SET DATEFORMAT mdy"));
     return server;
 }
 

@@ -20,8 +20,8 @@ int Row::integer(const char* column) const { return integer(m_set->column(column
 bool Row::flag(const char* column) const { return flag(m_set->column(column)); }
 double Row::number(const char* column) const { return number(m_set->column(column)); }
 
-QDateTime Row::dateTime(const char* column) const {
-    return QDateTime::fromString(text(column).left(23).replace(u' ', u'T'), Qt::ISODateWithMs);
+QDate Row::date(const char* column) const {
+    return QDate::fromString(text(column).left(10), Qt::ISODate);
 }
 
 const QString& RecordSet::cell(qsizetype row, int column) const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDateTime>
+#include <QDate>
 #include <QStringList>
 #include <vector>
 
@@ -23,8 +23,8 @@ public:
     int integer(const char* column) const;
     bool flag(const char* column) const;
     double number(const char* column) const;
-    /// A value of a date or datetime column; invalid for NULL.
-    QDateTime dateTime(const char* column) const;
+    /// The day of a date or datetime column; invalid for NULL.
+    QDate date(const char* column) const;
 
 private:
     const RecordSet* m_set;

@@ -31,17 +31,21 @@ void upgradeExcludedNumbers(Connection& connection, const QString& table) {
             "(SELECT DISTINCT TemplateID FROM [NorvaScheduler].dbo.tblTemplate) OR TemplateID IS NULL "));
 }
 
-/// Bands 15 to 17. The old fourteenth band becomes the seventeenth in the run that adds the fifteenth,
+/// Bands 15 to 17. The old fourteenth band becomes the seventeenth in the run that adds the fifteenth itself,
 /// never again; one transaction, so that a run that is cut off does not add columns without the move.
 void upgradeBandsTo17(Connection& connection) {
+    QStringList missing;
+    for (const char* column : {"Distance15", "Distance16", "Distance17"})
+        if (reportColumnIsMissing(connection, column)) missing << column;
+    if (missing.isEmpty()) return;
     Transaction transaction(connection);
-    const bool moveBand14 = reportColumnIsMissing(connection, "Distance15");
-    for (const int band : {15, 16, 17}) {
-        const QString column = QString("Distance%1").arg(band);
-        if (reportColumnIsMissing(connection, column))
+    bool addedBand15 = false;
+    for (const QString& column : missing) {
+        const bool added =
             addColumn(connection, sql("ALTER TABLE tblTemplate_Report ADD {} [bit] NULL  ", Name(column)));
+        addedBand15 |= added && column == "Distance15";
     }
-    if (moveBand14)
+    if (addedBand15)
         connection.execute(sql("UPDATE tblTemplate_Report SET Distance17 = Distance14, Distance14 = 0 "));
     transaction.commit();
 }
@@ -55,22 +59,25 @@ void upgradeBandsTo23(Connection& connection) {
     }
 }
 
-/// A column added with the value that every existing report gets, as one step.
+/// A column added with the value that every existing report gets, as one step: what is filled without
+/// having been added here would wipe what users have set since.
 void addReportColumn(Connection& connection, const QString& column, const Sql& add, const Sql& fill) {
     if (!reportColumnIsMissing(connection, column, sql("WITH (NOLOCK) "))) return;
     Transaction transaction(connection);
-    addColumn(connection, add);
+    if (!addColumn(connection, add)) return;
     connection.execute(fill);
     transaction.commit();
 }
 
 } // namespace
 
-void addColumn(Connection& connection, const Sql& statement) {
+bool addColumn(Connection& connection, const Sql& statement) {
     try {
         connection.execute(statement);
+        return true;
     } catch (const DbError& error) {
         if (error.number() != DbError::DuplicateColumn) throw;
+        return false;
     }
 }
 
@@ -120,12 +127,12 @@ void upgradeAtMainScreen(Connection& connection) {
         sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [LineSelection] [varchar] (100) "
             "COLLATE Latin1_General_CI_AS NULL  "),
         sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET LineSelection = '' "));
-    addReportColumn(
-        connection, "CostCentreLevel",
-        sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CostCentreLevel] [smallint] DEFAULT 1 "),
-        sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CostCentreLevel = 1 "));
     addReportColumn(connection, "BillIds",
                     sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [BillIds] [varchar] (200) "
                         "COLLATE Latin1_General_CI_AS NULL  "),
                     sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET BillIds = '' "));
+    addReportColumn(
+        connection, "CostCentreLevel",
+        sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CostCentreLevel] [smallint] DEFAULT 1 "),
+        sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CostCentreLevel = 1 "));
 }

@@ -14,8 +14,9 @@ bool schedulerTablesExist(Connection& connection);
 void createSchedulerDatabase(Connection& connection, const ServerDefaults& defaults);
 void dropSchedulerDatabase(Connection& connection);
 
-/// Sends an ALTER TABLE … ADD. Another program may have added the column in this moment: that is as good.
-void addColumn(Connection& connection, const Sql& statement);
+/// Sends an ALTER TABLE … ADD. False when another program has added the column in this moment, which then
+/// fills it as well.
+bool addColumn(Connection& connection, const Sql& statement);
 
 /// The upgrades that a login makes in the default database: the exclusion table and its orphans, then
 /// the distance bands. Safe to repeat; a database with any subset of the later columns comes out whole.

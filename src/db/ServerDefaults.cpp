@@ -54,18 +54,27 @@ Sql createGetDefaults(const QString& value) {
     return text;
 }
 
+/// In one transaction: another login would put the procedure for the other folder in its place.
 QString readRegistry(Connection& connection, const QString& value) {
+    Transaction transaction(connection);
     connection.execute(sql("If Exists(Select Name from sysobjects Where Name = 'spGetDefaults') Drop Procedure spGetDefaults"));
     connection.execute(createGetDefaults(value));
-    return connection.scalar(sql("declare @folder varchar(1000)\r\n"
-                                 "exec spGetDefaults @folder OUTPUT\r\n"
-                                 "select @folder"));
+    const QString folder = connection.scalar(sql("declare @folder varchar(1000)\r\n"
+                                                 "exec spGetDefaults @folder OUTPUT\r\n"
+                                                 "select @folder"));
+    transaction.commit();
+    return folder;
 }
 
 QString askServer(Connection& connection, const QString& registryValue, const QString& property, QString& problem) {
     QString folder;
     try {
-        folder = readRegistry(connection, registryValue);
+        try {
+            folder = readRegistry(connection, registryValue);
+        } catch (const DbError& error) {
+            if (error.number() != DbError::AlreadyExists) throw; // else another login was first: its turn is over now
+            folder = readRegistry(connection, registryValue);
+        }
     } catch (const DbError& error) {
         if (error.connectionLost()) throw;
         problem = error.text(); // a server without the registry procedures says so in its own way

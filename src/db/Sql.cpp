@@ -45,11 +45,6 @@ Sql Sql::value(const QDate& date) {
     return date.isValid() ? script(date.toString("''yyyyMMdd''")) : null();
 }
 
-Sql Sql::value(const QDateTime& dateTime) {
-    return dateTime.isValid() ? script(u'\'' + dateTime.toString("yyyy-MM-ddTHH:mm:ss") + u'\'')
-                              : null();
-}
-
 Sql Sql::value(double number) {
     if (!std::isfinite(number)) throw DbError(0, "A number is not finite and cannot be stored.");
     return script(QString::number(number, 'g', 15));

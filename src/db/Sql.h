@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QDateTime>
+#include <QDate>
 #include <QList>
 #include <QString>
 #include <concepts>
@@ -37,8 +37,7 @@ public:
     static Sql value(const char*) = delete;
     static Sql null() { return script("NULL"); }
     static Sql value(const Secret& secret);
-    static Sql value(const QDate& date);         ///< '20080401'; an invalid date is NULL
-    static Sql value(const QDateTime& dateTime); ///< '2008-04-01T09:05:00'; an invalid one is NULL
+    static Sql value(const QDate& date); ///< '20080401'; an invalid date is NULL
     static Sql value(double number);
     static Sql value(const Name& name) { return script(name.quoted()); }
     static Sql value(const Sql& sql) { return sql; }

@@ -13,7 +13,8 @@ struct CurrentProject {
     QDate defaultStart;    ///< of its bills; invalid while unknown
     QDate defaultEnd;
     bool wispera = false;         ///< it holds Wispera data
-    bool ownCentresReady = false; ///< the user's copy of its cost centres is up to date
+    bool ownCentresReady = false;     ///< the user's copy of its cost centres is up to date
+    bool ownCentresListReady = false; ///< and so is his list of them
 
     /// Reports take the project's default dates instead of their own. Belongs to the application, not
     /// to the project: it outlives a change of project.

@@ -1,7 +1,7 @@
 #include "projects/ProjectList.h"
 
 #include "app/Session.h"
-#include "db/DbError.h"
+#include "db/Procedure.h"
 
 namespace {
 
@@ -71,28 +71,14 @@ Sql createProjectListProcedure() {
         noProjects, noProjects);
 }
 
-RecordSet runProcedure(Connection& db) {
-    db.execute(sql("If Exists(Select Name from sysobjects Where Name = 'spGetProjectList') Drop Procedure spGetProjectList"));
-    db.execute(createProjectListProcedure());
-    return db.query(sql("spGetProjectList 0"));
-}
-
-/// Another user may make or drop the same procedure in the same moment; then once more.
-RecordSet readProjects(Connection& db) {
-    try {
-        return runProcedure(db);
-    } catch (const DbError& error) {
-        const QList<int> inTheWay{DbError::AlreadyExists, DbError::CannotDrop, DbError::NoSuchProcedure};
-        if (!inTheWay.contains(error.number())) throw;
-        return runProcedure(db);
-    }
-}
-
 } // namespace
 
 ProjectList loadProjectList(Session& session) {
     DefaultDatabase scheduler(session.db(), "NorvaScheduler");
-    const RecordSet rows = readProjects(session.db());
+    const RecordSet rows = runRecreated(
+        session.db(),
+        sql("If Exists(Select Name from sysobjects Where Name = 'spGetProjectList') Drop Procedure spGetProjectList"),
+        createProjectListProcedure(), sql("spGetProjectList 0"));
     ProjectList list;
     for (const Row row : rows) {
         const QString name = row.text("name");

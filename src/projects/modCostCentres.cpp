@@ -2,6 +2,7 @@
 
 #include "app/Session.h"
 #include "db/DbError.h"
+#include "db/Procedure.h"
 
 namespace {
 
@@ -48,19 +49,26 @@ void createTable(Connection& db, const Table& table, const Sql& catalogue, const
     }
 }
 
-void dropProcedure(Connection& db, const Sql& catalogue, const QString& name) {
-    db.execute(sql("If Exists(Select Name from {} Where Name = {}) Drop Procedure {}", catalogue, name, Name(name)));
+/// For the rest of the transaction.
+void lockTable(Connection& db, const Table& table) {
+    db.query(sql("SELECT TOP 1 ID FROM {} WITH (TABLOCKX, HOLDLOCK)", table.sqlName()));
+}
+
+Sql dropProcedure(const Sql& catalogue, const QString& name) {
+    return sql("If Exists(Select Name from {} Where Name = {}) Drop Procedure {}", catalogue, name, Name(name));
 }
 
 void runProcedure(Connection& db, const Sql& catalogue, const QString& name, const Sql& body, const QString& account) {
-    dropProcedure(db, catalogue, name);
-    db.execute(sql("CREATE PROCEDURE {}\r\n@BillAccount varchar(20)\r\nAS\r\n{}\r\n", Name(name), body));
-    db.execute(sql("EXECUTE {} {}", Name(name), account));
+    runRecreated(db, dropProcedure(catalogue, name),
+                 sql("CREATE PROCEDURE {}\r\n@BillAccount varchar(20)\r\nAS\r\n{}\r\n", Name(name), body),
+                 sql("EXECUTE {} {}", Name(name), account));
 }
 
-/// Numbers of the master, or of the copy itself, that the copy lacks.
+/// Numbers of the master, or of the copy itself, that the copy lacks. Nothing is "not in" a list that holds
+/// a NULL, so rows without a number are left out of it.
 Sql lackingNumbers(const Table& copy, const Sql& account) {
-    return sql("Where UnitabAccount = {} AND TelNo Not in (Select Distinct TelNo from {} Where UnitabAccount = {})",
+    return sql("Where UnitabAccount = {} AND TelNo Not in (Select Distinct TelNo from {} Where UnitabAccount = {} "
+               "AND TelNo is not null)",
                account, copy.sqlName(), account);
 }
 
@@ -107,7 +115,7 @@ void prepareUserCostCentres(Session& session) {
     const Table own{project, session.userName + "_TblCC"};
     DefaultDatabase inProject(db, project);
     createTable(db, own, sql("{}.dbo.sysobjects", Name(project)), allocationColumns());
-    dropProcedure(db, sql("sysobjects"), session.userName + "_CreateCC");
+    db.execute(dropProcedure(sql("sysobjects"), session.userName + "_CreateCC"));
     runProcedure(db, sql("sysobjects"), session.userName + "_CreateMasterCentres",
                  sql("Delete From {}\r\n{}", own.sqlName(),
                      insertAllocation(own, account, {costCentres, masterTable(account)},
@@ -130,6 +138,8 @@ void prepareAccountCostCentres(Session& session, bool fullRebuild) {
     createTable(db, copy, sql("dbo.sysobjects"), allocationColumns());
     createTable(db, centres, projectCatalogue, centresColumns());
     createTable(db, inProject, sql("dbo.sysobjects"), allocationColumns());
+    Transaction transaction(db);
+    lockTable(db, copy); // another desk of the same user would add the same numbers
     ensureAllNumbers(db, session, master, copy);
     runProcedure(db, sql("sysobjects"), session.userName + "_TransferUserCentres",
                  sql("Delete from {} \r\n{}", inProject.sqlName(), insertAllocation(inProject, account, copy, ofBillAccount)),
@@ -142,6 +152,7 @@ void prepareAccountCostCentres(Session& session, bool fullRebuild) {
                          centres.sqlName(), centres.sqlName(), account,
                          Table{costCentres, masterCentresTable(account)}.sqlName()),
                      account);
+    transaction.commit();
 }
 
 QStringList readCostCentres(Session& session, int level, CostCentreSource source) {

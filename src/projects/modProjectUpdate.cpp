@@ -33,9 +33,12 @@ void addColumn(Connection& db, const QString& project, const QString& table, con
                        Name(table), Name(column)));
 }
 
+/// Calls that are not updated yet. One that the rule does not reach and that has no band keeps none, so it
+/// never counts: it would bring the question back at every save.
 int callsToUpdate(Connection& db, const Name& project, const Sql& hint) {
     return db
-        .scalar(sql("Select count(*) from {}.DBO.tblCallrecords {}Where TimeBandCopy = '' or TimeBandCopy is null",
+        .scalar(sql("Select count(*) from {}.DBO.tblCallrecords {}Where (TimeBandCopy = '' or TimeBandCopy is null) "
+                    "and not (([Date] < '2008/04/01' or [Date] is null) and (TimeBand = '' or TimeBand is null))",
                     project, hint))
         .toInt();
 }
@@ -66,7 +69,9 @@ bool updateTimeBands(Session& session, bool askFirst, const std::function<bool(c
 
     const Sql callBand = bandOf(sql("Date"));
     QList<Sql> steps{
-        sql("Update {}.DBO.tblcallrecords set TimeBand0818 = TimeBand", project),
+        // Calls that an earlier update has reached keep the band that was kept then.
+        sql("Update {}.DBO.tblcallrecords set TimeBand0818 = TimeBand Where TimeBandCopy = '' or TimeBandCopy is null",
+            project),
         sql("Update {}.DBO.tblcallrecords set TimeBand = {} Where  [Date] >= '2008/04/01' ", project, callBand),
         sql("Update {}.DBO.tblcallrecords set TimeBandCopy = TimeBand", project),
         sql("Update {}.DBO.tblcallrecords set TimeBand0719 = {}", project, callBand),

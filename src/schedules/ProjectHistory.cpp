@@ -3,7 +3,6 @@
 #include "app/CommandLine.h"
 #include "app/CsvLine.h"
 #include "app/Session.h"
-#include "app/modCommonFunctions.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -35,9 +34,9 @@ std::optional<QList<Entry>> parse(const QByteArray& content) {
         if (line.trimmed().isEmpty()) continue;
         const QStringList fields = splitCommandLine(line.trimmed());
         if (fields.size() != 2 || !isPlainName(fields[0])) return {};
-        const QDateTime lastUsed = parseStoredDate(fields[1]);
-        if (!lastUsed.isValid()) return {};
-        entries << Entry{fields[0], lastUsed};
+        const auto lastUsed = WallClock::fromStored(fields[1]);
+        if (!lastUsed) return {};
+        entries << Entry{fields[0], *lastUsed};
     }
     return entries;
 }
@@ -57,7 +56,7 @@ QList<Entry> read(const Session& session) {
     return entries ? entries->first(qMin<qsizetype>(entries->size(), mostEntries)) : ignored("it is damaged");
 }
 
-void remember(const Session& session, const QString& project, const QDateTime& when) {
+void remember(const Session& session, const QString& project, const WallClock& when) {
     if (!isPlainName(project)) return;
     QList<Entry> entries = read(session);
     entries.removeIf(
@@ -65,7 +64,7 @@ void remember(const Session& session, const QString& project, const QDateTime& w
     entries.prepend({project, when});
     QByteArray content;
     for (const Entry& entry : entries.first(qMin<qsizetype>(entries.size(), mostEntries)))
-        content += csvLine({entry.project, storedDate(entry.lastUsed)}).toUtf8() + "\r\n";
+        content += csvLine({entry.project, entry.lastUsed.stored()}).toUtf8() + "\r\n";
     QSaveFile file(path(session));
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
         session.log.write("ProjectHistory.Remember", 1, file.errorString());

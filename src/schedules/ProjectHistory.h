@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDateTime>
+#include "app/WallClock.h"
+
 #include <QList>
 #include <QString>
 
@@ -12,7 +13,7 @@ namespace projectHistory {
 
 struct Entry {
     QString project;
-    QDateTime lastUsed;
+    WallClock lastUsed;
 };
 
 inline constexpr int mostEntries = 15;
@@ -21,7 +22,6 @@ inline constexpr int mostEntries = 15;
 QList<Entry> read(const Session& session);
 /// Puts a project on top. That it cannot be written is written to the error log only: the history is
 /// a convenience.
-void remember(const Session& session, const QString& project,
-              const QDateTime& when = QDateTime::currentDateTime());
+void remember(const Session& session, const QString& project, const WallClock& when = WallClock::now());
 
 } // namespace projectHistory

@@ -1,7 +1,6 @@
 #include "schedules/ScheduleList.h"
 
 #include "app/Session.h"
-#include "app/modCommonFunctions.h"
 #include "db/DbError.h"
 #include "db/StoredTitle.h"
 #include "schedules/ScheduleStatus.h"
@@ -74,7 +73,9 @@ std::vector<ScheduleListRow> ScheduleReading::rows() const {
         row.title = shownTitle(schedule.text("ScheduleTitle"));
         row.status = schedule.integer("Status");
         row.project = schedule.text("ProjectRef");
-        row.shownDate = shownStoredDate(schedule.text(isFinished(row.status) ? "RanDate" : "RunDate"));
+        const QString date = schedule.text(isFinished(row.status) ? "RanDate" : "RunDate");
+        row.shownDate = shownStoredDate(date);
+        row.date = WallClock::fromStored(date);
         const auto summary = templates.constFind(schedule.integer("TemplateID"));
         if (summary != templates.constEnd())
             describeTemplate(row, *summary, subProjects.value(subProjectKey(summary->header)));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/WallClock.h"
 #include "db/RecordSet.h"
 #include "templates/TemplateSummary.h"
 
@@ -16,6 +17,7 @@ struct ScheduleListRow {
     int status = 0;
     QString project;
     QString shownDate; ///< of the last run for finished schedules, else of the run to come
+    std::optional<WallClock> date; ///< the same; nothing where the stored text is no date
     QString contents;  ///< "Reports : 3", "Sub Projects : 12"
     QString templateTitle;
     bool subProjects = false;

@@ -89,9 +89,9 @@ QString diagnosticLine(Session& session, int reportId) {
     return QString("Report-ID:%1 Report-Type:%2").arg(reportId).arg(subType);
 }
 
-QString ranText(const QDateTime& runDate, const QDateTime& ranDate) {
-    const QString ran = shownDate(ranDate);
-    if (ranDate.date() == zeroDate().date() || ranDate <= runDate) return ran;
+QString ranText(const WallClock& runDate, const WallClock& ranDate) {
+    const QString ran = ranDate.shown();
+    if (ranDate.isZeroDate() || ranDate <= runDate) return ran;
     return ran + " (Delayed " + durationText(runDate.secsTo(ranDate), true) + ")";
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDateTime>
+#include "app/WallClock.h"
+
 #include <QString>
 #include <vector>
 
@@ -32,7 +33,7 @@ QString logAsCsv(const std::vector<LogEntry>& log);
 QString diagnosticLine(Session& session, int reportId);
 
 /// When a schedule ran and how late that was; without the delay where it ran in time or never.
-QString ranText(const QDateTime& runDate, const QDateTime& ranDate);
+QString ranText(const WallClock& runDate, const WallClock& ranDate);
 /// A stored status, or NoSuchSchedule, as the log view words it.
 QString logStatusText(int status);
 /// A project reference of more than 100 characters cut in its middle: its beginning up to the third

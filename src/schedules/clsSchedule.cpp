@@ -1,7 +1,6 @@
 #include "schedules/clsSchedule.h"
 
 #include "app/Session.h"
-#include "app/modCommonFunctions.h"
 #include "db/ColumnText.h"
 #include "db/DbError.h"
 #include "db/StoredTitle.h"
@@ -17,8 +16,8 @@ void clsSchedule::Clear() {
     m_title.clear();
     m_projectFile.clear();
     m_template.reset();
-    m_runDate = QDateTime::currentDateTime();
-    m_ranDate = zeroDate();
+    m_runDate = WallClock::now();
+    m_ranDate = {};
     m_hasChanged = false;
     m_loaded = {};
 }
@@ -43,7 +42,7 @@ void clsSchedule::setTitle(const QString& title) {
     m_hasChanged = true;
 }
 
-void clsSchedule::setRunDate(const QDateTime& when) {
+void clsSchedule::setRunDate(const WallClock& when) {
     m_runDate = when;
     m_hasChanged = true;
 }
@@ -60,8 +59,8 @@ clsSchedule::LoadResult clsSchedule::LoadSchedule(int id) {
     if (project.isEmpty()) return NoProject;
     m_projectFile = project;
     m_title = shownTitle(row.text("ScheduleTitle"));
-    if (const QDateTime run = parseStoredDate(row.text("RunDate")); run.isValid()) m_runDate = run;
-    if (const QDateTime ran = parseStoredDate(row.text("RanDate")); ran.isValid()) m_ranDate = ran;
+    if (const auto run = WallClock::fromStored(row.text("RunDate"))) m_runDate = *run;
+    if (const auto ran = WallClock::fromStored(row.text("RanDate"))) m_ranDate = *ran;
     m_id = row.integer("ScheduleID");
     m_loaded = ScheduleRow::read(row);
     return Loaded;
@@ -127,7 +126,7 @@ bool clsSchedule::takeTwin(const QString& storedTitle) {
 
 ScheduleRow clsSchedule::wantedRow(const QString& storedTitle) {
     return {storedTitle,           Template().ID(), m_projectFile,
-            storedDate(m_runDate), m_loaded.status, m_session.userName};
+            m_runDate.stored(), m_loaded.status, m_session.userName};
 }
 
 bool clsSchedule::titleIsUsed(const QString& storedTitle, bool insert) const {
@@ -147,8 +146,8 @@ void clsSchedule::insertRow(const QString& storedTitle) {
     db.execute(
         sql("INSERT INTO NorvaScheduler.dbo.[tblSchedule] ([ScheduleTitle], [TemplateID], [ProjectRef], "
             "[RunDate], [Status], [RanDate], [Username]) VALUES ({}, {}, {}, {}, {}, {}, {})",
-            storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate), int(Pending),
-            storedDate(zeroDate()), m_session.userName));
+            storedTitle, Template().ID(), m_projectFile, m_runDate.stored(), int(Pending),
+            WallClock().stored(), m_session.userName));
     m_id = int(db.scalar(sql("SELECT @@IDentity")).toDouble()); // a decimal on some servers
 }
 
@@ -156,7 +155,7 @@ void clsSchedule::updateRow(const QString& storedTitle) {
     m_session.db().execute(sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [ScheduleTitle] = {}, "
                                "[TemplateID] = {}, [ProjectRef] = {}, "
                                "[RunDate] = {}, [Username] = {} WHERE ([ScheduleID] = {})",
-                               storedTitle, Template().ID(), m_projectFile, storedDate(m_runDate),
+                               storedTitle, Template().ID(), m_projectFile, m_runDate.stored(),
                                m_session.userName, m_id));
 }
 
@@ -166,14 +165,14 @@ int clsSchedule::GetStatus() const {
     return rows.isEmpty() ? int(NoSuchSchedule) : rows.row(0).integer("Status");
 }
 
-void clsSchedule::SetRanDate(const QDateTime& when) {
+void clsSchedule::SetRanDate(const WallClock& when) {
     m_session.db().execute(
-        sql("UPDATE [tblSchedule] SET [RanDate] = {} WHERE ([ScheduleID] = {})", storedDate(when), m_id));
+        sql("UPDATE [tblSchedule] SET [RanDate] = {} WHERE ([ScheduleID] = {})", when.stored(), m_id));
     readRanDate();
 }
 
 void clsSchedule::readRanDate() {
-    const QDateTime ran = parseStoredDate(m_session.db().scalar(
-        sql("SELECT TOP 1 [RanDate] FROM NorvaScheduler.dbo.tblSchedule WHERE ([ScheduleID] = {})", m_id)));
-    m_ranDate = ran.isValid() ? ran : zeroDate();
+    const QString ran = m_session.db().scalar(
+        sql("SELECT TOP 1 [RanDate] FROM NorvaScheduler.dbo.tblSchedule WHERE ([ScheduleID] = {})", m_id));
+    m_ranDate = WallClock::fromStored(ran).value_or(WallClock());
 }

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/WallClock.h"
 #include "schedules/ScheduleRow.h"
 #include "templates/clsTemplate.h"
 
-#include <QDateTime>
 #include <memory>
 
 struct Session;
@@ -29,7 +29,7 @@ public:
 
     void Clear();
     /// Stores when the schedule was run, and reads it back.
-    void SetRanDate(const QDateTime& when);
+    void SetRanDate(const WallClock& when);
     /// Inserts under `newTitle` when it is given or the schedule is not stored yet, else updates. With
     /// `saveTemplate` the template is saved as well, in the same transaction. A row that is no longer
     /// as it was loaded is not overwritten. Throws DbError when a text does not fit.
@@ -52,11 +52,11 @@ public:
     void setProjectFile(const QString& project);
     const QString& Title() const { return m_title; }
     void setTitle(const QString& title);
-    const QDateTime& RunDate() const { return m_runDate; }
+    const WallClock& RunDate() const { return m_runDate; }
     /// The stored run date as it was loaded, which may be no date: then RunDate() is the present.
     const QString& StoredRunDate() const { return m_loaded.runDate; }
-    void setRunDate(const QDateTime& when);
-    const QDateTime& RanDate() const { return m_ranDate; }
+    void setRunDate(const WallClock& when);
+    const WallClock& RanDate() const { return m_ranDate; }
     bool HasChanged() const { return m_hasChanged; }
     void setHasChanged(bool changed) { m_hasChanged = changed; }
 
@@ -74,8 +74,8 @@ private:
     QString m_title;
     QString m_projectFile;
     std::unique_ptr<clsTemplate> m_template;
-    QDateTime m_runDate;
-    QDateTime m_ranDate;
+    WallClock m_runDate;
+    WallClock m_ranDate;
     bool m_hasChanged = false;
     bool m_outcomeUnknown = false; ///< a commit failed, or its answer got lost
     ScheduleRow m_loaded;          ///< the row when it was loaded or saved last

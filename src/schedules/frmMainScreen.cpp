@@ -5,7 +5,6 @@
 #include "app/Version.h"
 #include "app/frmHelp.h"
 #include "app/frmOptions.h"
-#include "app/modCommonFunctions.h"
 #include "app/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
@@ -194,7 +193,7 @@ void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
     std::vector<ListRow> pending;
     std::vector<ListRow> finished;
     m_runDates.clear();
-    const QDateTime now = QDateTime::currentDateTimeUtc();
+    const WallClock now = WallClock::now();
     for (const ScheduleListRow& schedule : rows) {
         ListRow row = listRow(schedule);
         if (isFinished(schedule.status)) {
@@ -202,9 +201,8 @@ void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
             continue;
         }
         if (statusText(schedule.status) == statusText(Pending)) {
-            const QDateTime due = parseShownDate(schedule.shownDate); // to the minute, as it is shown
-            row.texts[StatusColumn] = dueText(due, now);
-            m_runDates.insert(schedule.id, due.toUTC());
+            row.texts[StatusColumn] = dueText(schedule.date, now);
+            m_runDates.insert(schedule.id, schedule.date);
         }
         pending.push_back(std::move(row));
     }
@@ -218,8 +216,8 @@ void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
 }
 
 void frmMainScreen::PopulateScreen(bool force) {
-    const QDateTime now = QDateTime::currentDateTimeUtc();
-    const auto minute = [](const QDateTime& time) { return time.toSecsSinceEpoch() / 60; };
+    const WallClock now = WallClock::now();
+    const auto minute = [](const WallClock& time) { return time.order() / 60; };
     if (!force && minute(now) == minute(m_lastDueUpdate)) return;
     ListModel& rows = m_ui->lstSchedules->rows();
     for (auto schedule = m_runDates.cbegin(); schedule != m_runDates.cend(); ++schedule)

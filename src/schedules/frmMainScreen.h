@@ -3,7 +3,6 @@
 #include "schedules/ScheduleList.h"
 #include "ui/ScreenContext.h"
 
-#include <QDateTime>
 #include <QMainWindow>
 #include <QTimer>
 #include <functional>
@@ -68,8 +67,8 @@ private:
     std::unique_ptr<Ui::frmMainScreen> m_ui;
     QTimer m_tmrScheduler;
     ScheduleReading m_reading;        ///< what the lists show
-    QHash<int, QDateTime> m_runDates; ///< of the pending list, by ScheduleID; in UTC, which compares quickly
+    QHash<int, std::optional<WallClock>> m_runDates; ///< of the pending list, by ScheduleID
     int m_selectedScheduleId = -1;
     bool m_finishedListActive = false;
-    QDateTime m_lastDueUpdate;
+    WallClock m_lastDueUpdate;
 };

@@ -1,7 +1,6 @@
 #include "schedules/frmSchedule.h"
 
 #include "app/Session.h"
-#include "app/modCommonFunctions.h"
 #include "db/DbError.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "projects/modProjectUpdate.h"
@@ -111,7 +110,7 @@ int frmSchedule::Setup(int scheduleId) {
         }
         const bool stored = m_schedule.ID() != clsSchedule::notStored;
         if (stored) openStoredProject();
-        if (stored && !parseStoredDate(m_schedule.StoredRunDate()).isValid())
+        if (stored && !WallClock::fromStored(m_schedule.StoredRunDate()))
             messages().notice(parentWidget(),
                               QString("The stored run date '%1' is no date. Please check the date that "
                                       "is shown before you save.")
@@ -166,7 +165,7 @@ void frmSchedule::showProject() {
 void frmSchedule::fillHistory() {
     std::vector<ListRow> rows;
     for (const projectHistory::Entry& entry : projectHistory::read(session()))
-        rows.push_back({int(rows.size()), {entry.project, shownDate(entry.lastUsed)}});
+        rows.push_back({int(rows.size()), {entry.project, entry.lastUsed.shown()}});
     m_ui->lstHistory->setRows(std::move(rows));
 }
 

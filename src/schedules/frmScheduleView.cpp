@@ -249,7 +249,7 @@ bool frmScheduleView::saveCopy(const QString& title) {
 
 void frmScheduleView::warnOfImmediateRun() {
     constexpr int hour = 3600;
-    if (m_schedule.RunDate() >= QDateTime::currentDateTime().addSecs(hour)) return;
+    if (m_schedule.RunDate() >= WallClock::now().addSecs(hour)) return;
     messages().notice(this, "The new schedule will run immediately when scheduler is started.\n"
                             "If this is not intended please amend the schedule's run date.");
 }

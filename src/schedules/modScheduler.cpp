@@ -65,12 +65,12 @@ QString scheduleTitleProblem(const QString& title) {
     return {};
 }
 
-QString dueText(const QDateTime& runDate, const QDateTime& now) {
-    if (!runDate.isValid() || runDate >= now) return "Pending";
-    const qint64 seconds = runDate.secsTo(now);
+QString dueText(const std::optional<WallClock>& runDate, const WallClock& now) {
+    if (!runDate || *runDate >= now) return "Pending";
+    const qint64 seconds = runDate->secsTo(now);
     const QString prefix = "Pending (Delayed %1)";
     if (seconds > std::numeric_limits<qint32>::max()) {
-        const int years = now.date().year() - runDate.date().year();
+        const int years = now.date().year() - runDate->date().year();
         return prefix.arg(QString("%1 %2").arg(years).arg(years < 2 ? "Year" : "Years"));
     }
     if (seconds >= 61) return prefix.arg(durationText(seconds, false));
@@ -80,5 +80,5 @@ QString dueText(const QDateTime& runDate, const QDateTime& now) {
 std::optional<qint64> GetSecondsToRun(Session& session, int scheduleId) {
     clsSchedule schedule(session);
     if (schedule.LoadSchedule(scheduleId) != clsSchedule::Loaded) return std::nullopt;
-    return QDateTime::currentDateTime().secsTo(schedule.RunDate());
+    return WallClock::now().secsTo(schedule.RunDate());
 }

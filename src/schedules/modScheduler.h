@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QDateTime>
+#include "app/WallClock.h"
+
 #include <QString>
 #include <optional>
 
@@ -20,8 +21,8 @@ void DeleteSchedule(Session& session, int scheduleId);
 /// What is wrong with a schedule title, in words; empty when nothing is. Its length is not looked at.
 QString scheduleTitleProblem(const QString& title);
 /// The status text of a pending schedule at a moment: "Pending" until its time has come, then how
-/// long it is overdue.
-QString dueText(const QDateTime& runDate, const QDateTime& now);
+/// long it is overdue; without a date always "Pending".
+QString dueText(const std::optional<WallClock>& runDate, const WallClock& now);
 /// Seconds from now to the schedule's run date; negative when it is overdue, nothing when the
 /// schedule cannot be loaded.
 std::optional<qint64> GetSecondsToRun(Session& session, int scheduleId);

@@ -48,13 +48,11 @@ void saveMailOptions(Connection& connection, const QString& defaultEmail, int ma
     requireFits("default e-mail address", defaultEmail, 254, CodePage::Latin1252);
     Transaction transaction(connection);
     addMailOptionColumns(connection);
-    const qint64 rows =
-        connection.execute(sql("UPDATE NorvaScheduler.dbo.tblOptions SET DefaultEmail = {}, MaxFileSize = {}",
-                               defaultEmail, maxFileSize));
-    if (rows == 0)
-        connection.execute(
-            sql("INSERT INTO NorvaScheduler.dbo.tblOptions (OutputPath, CSV, Excel, DefaultEmail, "
-                "MaxFileSize) VALUES (N'', 0, 0, {}, {})",
-                defaultEmail, maxFileSize));
+    connection.execute(
+        sql("IF EXISTS (SELECT * FROM NorvaScheduler.dbo.tblOptions WITH (UPDLOCK, HOLDLOCK)) "
+            "UPDATE NorvaScheduler.dbo.tblOptions SET DefaultEmail = {}, MaxFileSize = {} "
+            "ELSE INSERT INTO NorvaScheduler.dbo.tblOptions (OutputPath, CSV, Excel, DefaultEmail, "
+            "MaxFileSize) VALUES (N'', 0, 0, {}, {})",
+            defaultEmail, maxFileSize, defaultEmail, maxFileSize));
     transaction.commit();
 }

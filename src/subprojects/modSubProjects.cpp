@@ -6,6 +6,7 @@
 #include "templates/CostCentreLimits.h"
 
 #include <QSet>
+#include <optional>
 
 namespace {
 
@@ -24,22 +25,29 @@ bool hasOwnCostCentres(const Session& session) {
     return session.multiLevel == ownCopies;
 }
 
-/// The first use after a project was chosen makes the user's copy, or adds what the master gained: the
-/// tables alone do not say whether an earlier run came to its end. A copy that cannot be brought up to
-/// date, for want of rights say, is used as it is.
-QStringList readOwnAllocation(Session& session, int level) {
-    const auto read = [&] { return readCostCentres(session, level, CostCentreSource::UserInProject); };
-    if (session.project.ownCentresReady) return read();
+/// The first use after a project was chosen makes the user's copy and list, or adds what the master gained:
+/// the tables alone do not say whether an earlier run came to its end. What cannot be brought up to date, for
+/// want of rights say, is used as it is: then the reason is returned.
+std::optional<DbError> bringOwnCentresUpToDate(Session& session, bool withList) {
+    CurrentProject& project = session.project;
+    if (withList ? project.ownCentresListReady : project.ownCentresReady) return {};
     try {
-        prepareAccountCostCentres(session, false);
-        session.project.ownCentresReady = true;
+        prepareAccountCostCentres(session, withList);
+        project.ownCentresReady = true;
+        project.ownCentresListReady |= withList;
+        return {};
     } catch (const DbError& error) {
         if (error.connectionLost()) throw;
         session.log.write("prepareAccountCostCentres", error);
-        if (const QStringList centres = read(); !centres.isEmpty()) return centres;
-        throw;
+        return error;
     }
-    return read();
+}
+
+QStringList readOwnAllocation(Session& session, int level) {
+    const std::optional<DbError> problem = bringOwnCentresUpToDate(session, false);
+    const QStringList centres = readCostCentres(session, level, CostCentreSource::UserInProject);
+    if (problem && centres.isEmpty()) throw *problem;
+    return centres;
 }
 
 QStringList withinLimits(Session& session, int level, QStringList centres) {
@@ -61,19 +69,6 @@ QStringList readCentresList(Session& session, int level, const QString& table) {
         if (!row.text(0).isEmpty()) centres << row.text(0);
     centres.sort(Qt::CaseInsensitive);
     return centres;
-}
-
-bool holdsCentres(Session& session, const QString& table) {
-    try {
-        return session.db()
-                   .scalar(sql("SELECT COUNT(*) FROM Costcentres.dbo.{} WHERE Account = {}", Name(table),
-                               session.project.unitabAccount))
-                   .toInt()
-               > 0;
-    } catch (const DbError& error) {
-        if (error.number() != DbError::InvalidObject) throw;
-        return false;
-    }
 }
 
 } // namespace
@@ -104,7 +99,7 @@ QStringList addressCostCentres(Session& session, int level) {
     const QString table = own ? userCentresTable(session) : masterCentresTable(session.project.unitabAccount);
     QStringList centres;
     try {
-        if (own && !holdsCentres(session, table)) prepareAccountCostCentres(session, true);
+        if (own) bringOwnCentresUpToDate(session, true);
         centres = readCentresList(session, level, table);
     } catch (const DbError& error) {
         if (error.number() != DbError::InvalidObject) throw; // an account without cost centres

@@ -63,7 +63,7 @@ Bills loadBills(Connection& connection, const QString& projectName) {
         bill.id = row.integer("BillId");
         bill.account = optional(row, rows, "CurrentUnitabAccount");
         bill.customer = optional(row, rows, "Customer");
-        bill.created = QLocale::c().toString(row.dateTime("CreateDate").date(), "dd/MM/yyyy");
+        bill.created = QLocale::c().toString(row.date("CreateDate"), "dd/MM/yyyy");
         if (row.text("Imports") == "O")
             bill.invoiceReference =
                 invoiceReference(bill, optional(row, rows, "LocAd1"), optional(row, rows, "ReportReference"));

@@ -6,6 +6,7 @@
 namespace {
 
 constexpr int CalledNoLength = 20;
+const QString tableEnding = "_TblCallsTo";
 
 } // namespace
 
@@ -13,10 +14,29 @@ NumberList::NumberList(Session& session)
     : NumberTable(CalledNoLength),
       m_session(session),
       m_project(session.project.database),
-      m_table(session.userName + "_TblCallsTo"),
+      m_table(session.userName + '_' + m_desk.name() + tableEnding),
       m_connection(session.db().another(session.project.database)) {}
 
+NumberList::~NumberList() {
+    try {
+        dropTable(m_table);
+    } catch (const DbError& error) {
+        m_session.log.write("NumberList.DropTable", error); // the next list on this computer drops it
+    }
+}
+
+void NumberList::dropTable(const QString& name) {
+    m_connection.execute(sql("if object_id({}) is not null drop table [dbo].{}",
+                             "[dbo]." + Name(name).quoted(), Name(name)));
+}
+
 void NumberList::CreateTblCallsTo() {
+    const QString beginning = m_session.userName + '_';
+    for (const Row row : m_connection.query(sql("SELECT [name] FROM dbo.sysobjects WHERE [name] LIKE {}", '%' + tableEnding))) {
+        const QString name = row.text(0);
+        if (name.startsWith(beginning) && DeskMark::isLeftOver(name.mid(beginning.size()).chopped(tableEnding.size())))
+            dropTable(name);
+    }
     const Name table(m_table);
     DefaultDatabase inProject(m_session.db(), m_session.project.database);
     m_session.db().execute(sql(

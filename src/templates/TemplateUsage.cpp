@@ -1,7 +1,7 @@
 #include "templates/TemplateUsage.h"
 
 #include "app/Session.h"
-#include "app/modCommonFunctions.h"
+#include "app/WallClock.h"
 
 #include <QHash>
 
@@ -32,35 +32,38 @@ RecordSet readUsage(Session& session) {
 
 /// The latest run of each template. Dates are stored as texts with month names, the greatest of which
 /// is September's, so the server's MAX tells the right year only.
-QHash<int, QDateTime> readLatestRuns(Session& session) {
+QHash<int, WallClock> readLatestRuns(Session& session) {
     Sql statement = sql("SELECT DISTINCT [TemplateID], [RanDate] FROM NorvaScheduler.dbo.[tblSchedule] WITH "
                         "(NOLOCK) WHERE ([RanDate] <> '')");
     if (!session.isAdministrator()) statement += sql(" AND Username = {}", session.userName);
     const RecordSet rows = session.db().query(statement);
-    QHash<int, QDateTime> latest;
+    QHash<int, WallClock> latest;
     for (const Row row : rows) {
-        const QDateTime ran = parseStoredDate(row.text(1));
-        QDateTime& known = latest[row.integer(0)];
-        if (ran.isValid() && (!known.isValid() || ran > known)) known = ran;
+        const auto ran = WallClock::fromStored(row.text(1));
+        if (!ran) continue;
+        WallClock& known = latest[row.integer(0)]; // the zero date at first, as for a schedule that never ran
+        known = std::max(known, *ran);
     }
     return latest;
 }
 
-QString shownLastUsed(const QString& lastUsed, const QDateTime& latest) {
+QString shownLastUsed(const QString& lastUsed, const std::optional<WallClock>& latest) {
     if (lastUsed.isEmpty() || lastUsed == "00:00:00") return neverUsed;
-    if (!latest.isValid()) return shownStoredDate(lastUsed); // a text that is no date is shown as it is
-    return latest.date() == zeroDate().date() ? neverUsed : shownDate(latest);
+    if (!latest) return shownStoredDate(lastUsed); // a text that is no date is shown as it is
+    return latest->isZeroDate() ? neverUsed : latest->shown();
 }
 
 } // namespace
 
 QList<TemplateUsage> loadTemplateUsage(Session& session) {
     const RecordSet rows = readUsage(session);
-    const QHash<int, QDateTime> latest = readLatestRuns(session);
+    const QHash<int, WallClock> latest = readLatestRuns(session);
     QList<TemplateUsage> usage;
     for (const Row row : rows) {
         const int id = row.integer("TemplateID");
-        usage.append({id, row.integer("ActiveCount"), shownLastUsed(row.text("LastUsed"), latest.value(id))});
+        const auto found = latest.constFind(id);
+        const auto known = found == latest.constEnd() ? std::nullopt : std::optional(*found);
+        usage.append({id, row.integer("ActiveCount"), shownLastUsed(row.text("LastUsed"), known)});
     }
     return usage;
 }

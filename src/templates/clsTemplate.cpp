@@ -136,7 +136,7 @@ int clsTemplate::writeHeader(const TemplateHeader& header, const ColumnValues& c
     if (header.id != -1) {
         const Sql update = sql("UPDATE NorvaScheduler.dbo.tblTemplate SET {} WHERE [TemplateID] = {}",
                                columns.assignments(), header.id);
-        if (m_connection.execute(update) == 0)
+        if (m_connection.changedRows(update) == 0)
             throw DbError(
                 0, "The template was deleted by another user. Nothing was saved; to keep your changes, "
                    "save it under a new title.");

@@ -20,6 +20,7 @@ QString shown(QDate date) {
 QDateEdit* dateEdit(const QString& name, QWidget* parent) {
     auto* edit = new QDateEdit(parent);
     edit->setObjectName(name);
+    edit->setTimeSpec(Qt::UTC); // a day without a midnight is a day all the same
     edit->setLocale(QLocale(QLocale::English, QLocale::UnitedKingdom));
     edit->setDisplayFormat("dd MMM yyyy");
     edit->setCalendarPopup(true);

@@ -24,6 +24,7 @@ const QString overnightHint =
 QTimeEdit* timeEdit(const QString& name, const QString& words, QWidget* parent) {
     auto* edit = new QTimeEdit(parent);
     edit->setObjectName(name);
+    edit->setTimeSpec(Qt::UTC);
     edit->setAccessibleName(words);
     edit->setDisplayFormat("HH:mm:ss");
     return edit;

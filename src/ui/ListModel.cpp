@@ -1,6 +1,6 @@
 #include "ui/ListModel.h"
 
-#include "app/modCommonFunctions.h"
+#include "app/WallClock.h"
 
 #include <QSet>
 #include <limits>

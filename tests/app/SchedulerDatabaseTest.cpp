@@ -82,6 +82,31 @@ private slots:
         }
     }
 
+    void firstLoginsThatMeetUpgradeOnce_data() {
+        QTest::addColumn<bool>("atLogin");
+        QTest::newRow("bands") << true;
+        QTest::newRow("later columns") << false;
+    }
+
+    void firstLoginsThatMeetUpgradeOnce() {
+        QFETCH(bool, atLogin);
+        TestProgram program;
+        program.logIn();
+        Connection& db = program.session.db();
+        Connection& other = program.other();
+        makeOldReportTable(db, 0);
+        const auto upgrade = atLogin ? upgradeAtLogin : upgradeAtMainScreen;
+        program.fault.meanwhile("begin", [&] { // both have found the columns missing
+            upgrade(other);
+            other.execute(atLogin ? sql("UPDATE tblTemplate_Report SET Distance14 = 1, Distance17 = 0")
+                                  : sql("UPDATE tblTemplate_Report SET UserId = 'W7', CostCentreLevel = 3"));
+        });
+        upgrade(db);
+        QCOMPARE(db.scalar(atLogin ? sql("SELECT COUNT(*) FROM tblTemplate_Report WHERE Distance14 = 1 AND Distance17 = 0")
+                                   : sql("SELECT COUNT(*) FROM tblTemplate_Report WHERE UserId = 'W7' AND CostCentreLevel = 3")),
+                 QString("2"));
+    }
+
     void exclusionsWithoutTemplateDisappear() {
         TestProgram program;
         program.logIn();

@@ -2,6 +2,7 @@
 #include "app/ScriptRunner.h"
 #include "app/modOptions.h"
 #include "db/DbError.h"
+#include "db/SchedulerDatabase.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 
@@ -113,10 +114,28 @@ private slots:
         QCOMPARE(db.scalar(sql("SELECT SUM(x) FROM jobs")), QString("3"));
 
         write(jobs, "INSERT INTO jobs VALUES (4)\nGO\nINSERT INTO nowhere VALUES (1)\nGO\nINSERT INTO jobs VALUES (8)\n");
-        QVERIFY(runJobs(db, program.session.paths.AppFolder()).contains("batch 2"));
+        const QString failure = runJobs(db, program.session.paths.AppFolder());
+        QVERIFY(failure.contains("batch 2") && failure.contains("INSERT INTO nowhere"));
         QVERIFY(!QFile::exists(jobs));
+        QCOMPARE(read(jobs + ".failed"),
+                 QByteArray("INSERT INTO nowhere VALUES (1)\r\nGO\r\nINSERT INTO jobs VALUES (8)\r\nGO\r\n"));
         QCOMPARE(db.scalar(sql("SELECT SUM(x) FROM jobs")), QString("7"));
         QVERIFY_EXCEPTION_THROWN(runScript(db, program.appFile("none.sql")), DbError);
+    }
+
+    void whatAScriptLeavesInTheSessionMeetsNobody() {
+        TestProgram program;
+        program.logIn();
+        Connection& db = program.session.db();
+        db.execute(sql("UPDATE tblTemplate_Report SET UserId = 'W7'"));
+        write(program.appFile("jobs.sql"), "USE NorvaTallymere\nSET NOCOUNT ON\nBEGIN TRANSACTION\n");
+        QCOMPARE(runJobs(db, program.session.paths.AppFolder()), QString());
+        upgradeAtMainScreen(db);
+        for (const char* path : {"D:\\Out", "E:\\Out"}) SaveGlobalOptions(program.session, {path, true, false});
+        program.session.connection->close();
+        QCOMPARE(program.other().scalar(sql("SELECT COUNT(*) FROM tblTemplate_Report WHERE UserId <> 'W7'")), QString("0"));
+        QCOMPARE(program.other().scalar(sql("SELECT COUNT(*) FROM tblOptions WHERE OutputPath = N'E:\\Out'")), QString("1"));
+        QCOMPARE(program.other().scalar(sql("SELECT COUNT(*) FROM tblOptions")), QString("1"));
     }
 
     void optionsAreReadAndLogged_data() {

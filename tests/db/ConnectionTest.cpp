@@ -97,7 +97,7 @@ private slots:
         answers({Lost});
         QVERIFY(errorOf([&] { m_connection->execute(sql("w")); })->connectionLost());
         QCOMPARE(m_script.log, QStringList({"w", "close"}));
-        QCOMPARE(m_connection->execute(sql("w")), 5);
+        m_connection->execute(sql("w"));
         QCOMPARE(m_script.log.mid(2), QStringList({"open Start", "w"}));
     }
 

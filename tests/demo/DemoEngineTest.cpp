@@ -1,5 +1,5 @@
 #include "demo/DemoEngine.h"
-#include "app/modCommonFunctions.h"
+#include "app/WallClock.h"
 #include "app/openServer.h"
 #include "db/DbError.h"
 #include "demo/DemoServer.h"
@@ -44,14 +44,14 @@ private:
 
     std::unique_ptr<TestProgram> m_program;
     std::unique_ptr<Connection> m_db;
-    QDateTime m_now;
+    WallClock m_now;
 };
 
 void DemoEngineTest::init() {
     m_db.reset(); // before the file that it reads
     m_program = std::make_unique<TestProgram>();
     m_db = std::make_unique<Connection>(connection());
-    m_now = QDateTime::currentDateTime();
+    m_now = WallClock::now();
 }
 
 void DemoEngineTest::dueSchedulesEndAsTheirContentsSay() {
@@ -76,7 +76,7 @@ void DemoEngineTest::dueSchedulesEndAsTheirContentsSay() {
     QCOMPARE(statusOf("Status of a later version"), 7);
     const QString ran =
         m_db->scalar(sql("SELECT RanDate FROM tblSchedule WHERE ScheduleTitle = 'Cost centre packs'"));
-    QCOMPARE(storedDate(parseStoredDate(ran)), ran);
+    QCOMPARE(WallClock::fromStored(ran)->stored(), ran);
 }
 
 void DemoEngineTest::aRunIsSeenAsProcessing() {
@@ -107,14 +107,14 @@ void DemoEngineTest::aScheduleThatWasPutOffIsNotRun() {
     Connection user = connection();
     DemoEngine engine(*m_db, [&] {
         user.execute(
-            sql("UPDATE tblSchedule SET RunDate = {} WHERE [Status] = 0", storedDate(m_now.addDays(1))));
+            sql("UPDATE tblSchedule SET RunDate = {} WHERE [Status] = 0", m_now.addDays(1).stored()));
     });
     QCOMPARE(engine.runDueSchedules(m_now), 1);
 }
 
 void DemoEngineTest::enginesNeverShareASchedule() {
     m_db->execute(
-        sql("UPDATE tblSchedule SET RunDate = {} WHERE [Status] = 0", storedDate(m_now.addDays(-1))));
+        sql("UPDATE tblSchedule SET RunDate = {} WHERE [Status] = 0", m_now.addDays(-1).stored()));
     const int due = m_db->scalar(sql("SELECT COUNT(*) FROM tblSchedule WHERE [Status] = 0")).toInt();
     QVERIFY(due > 10);
     std::atomic<int> finished = 0;

@@ -47,6 +47,8 @@ private slots:
         program.other().execute(sql("UPDATE CostCentres.dbo.{} SET CostCentre1 = N'Mine' WHERE ID = 1", copy));
         program.other().execute(sql("INSERT INTO CostCentres.dbo.BW10023_TblCC (UnitabAccount, CostCentre1, TelNo) "
                                     "VALUES ('BW10023', 'New''s', '0999'), ('BW10023', NULL, '0998'), ('other', 'x', '0997')"));
+        program.other().execute(sql("UPDATE CostCentres.dbo.{} SET TelNo = NULL WHERE ID = 1", copy)); // hides nothing
+        program.other().execute(sql("DELETE FROM CostCentres.dbo.BW10023_TblCC WHERE ID = 1"));
         for (int run = 0; run < 2; ++run) { // the second finds nothing to add
             prepareAccountCostCentres(program.session, false);
             QCOMPARE(count(program, "CostCentres", userTable(program.session)), before + 2);

@@ -58,7 +58,7 @@ struct Editor : ScheduleScreen<frmSchedule> {
     }
 };
 
-const QDateTime tomorrow = QDateTime::currentDateTime().addDays(1);
+const WallClock tomorrow = WallClock::now().addDays(1);
 
 } // namespace
 
@@ -134,17 +134,17 @@ private slots:
 
     void savingKeepsStatusAndRanDate() {
         Editor editor;
-        const int id = editor.add("Off", Disabled, QDateTime(QDate(2028, 2, 29), QTime(23, 59, 58)));
+        const int id = editor.add("Off", Disabled, WallClock(QDate(2037, 3, 29), QTime(1, 30, 58)));
         QCOMPARE(editor.show(id), 0);
-        QCOMPARE(editor.date().date(), QDate(2028, 2, 29));
+        QCOMPARE(editor.date().date(), QDate(2037, 3, 29));
         QTest::keyClicks(&editor.title(), "!");
         QTest::keyClick(&editor.title(), Qt::Key_S, Qt::ControlModifier);
         QVERIFY(editor.closedWithCallback());
         QCOMPARE(editor.rows(), QStringList("Off!|Brightwater|1|QuorraAdmin"));
         QCOMPARE(editor.db().scalar(sql("SELECT RunDate FROM NorvaScheduler.dbo.tblSchedule")),
-                 QString("2028-Feb-29 23:59:58"));
+                 QString("2037-Mar-29 01:30:58"));
         QCOMPARE(editor.db().scalar(sql("SELECT RanDate FROM NorvaScheduler.dbo.tblSchedule")),
-                 storedDate(zeroDate()));
+                 WallClock().stored());
     }
 
     void saveAsMakesANewPendingSchedule() {

@@ -41,7 +41,7 @@ struct View : ScheduleScreen<frmScheduleView> {
     }
     /// A run with one good report, one that failed, one deleted since, and a reset.
     int addRun() {
-        const int id = add("Run", CompletedWithErrors, QDateTime(QDate(2026, 3, 2), QTime(9, 0)));
+        const int id = add("Run", CompletedWithErrors, WallClock(QDate(2026, 3, 2), QTime(9, 0)));
         log(id, reportId(), 0, "");
         log(id, reportId(), 17, "No calls,\r\n\"none\" at all", "  Dear calls ");
         log(id, 999'999, 0, "");
@@ -121,7 +121,7 @@ private slots:
         QFETCH(int, minutes);
         QFETCH(bool, warns);
         View view;
-        view.show(view.add("Run", Completed, QDateTime::currentDateTime().addSecs(minutes * 60)));
+        view.show(view.add("Run", Completed, WallClock::now().addSecs(minutes * 60)));
         view.program.messages.type("  " + QString(60, 'c'));
         view.press("cmdSaveAs");
         const QStringList shown = view.shown();
@@ -138,7 +138,7 @@ private slots:
 
     void aCopyThatIsRefusedKeepsTheView() {
         View view;
-        const int id = view.add("Run", Completed, QDateTime::currentDateTime());
+        const int id = view.add("Run", Completed, WallClock::now());
         view.show(id);
         for (const auto& typed :
              {std::optional<QString>(), std::optional<QString>("  "), std::optional<QString>("RUN")}) {

@@ -1,4 +1,4 @@
-#include "app/modCommonFunctions.h"
+#include "app/WallClock.h"
 #include "schedules/ProjectHistory.h"
 #include "schedules/ScheduleLog.h"
 #include "schedules/ScheduleStatus.h"
@@ -111,13 +111,13 @@ private slots:
         QTest::newRow("in time") << run << run << "21 Nov 2026 09:00";
         QTest::newRow("before its time") << run << "2026-Nov-20 09:00:00"
                                          << "20 Nov 2026 09:00";
-        QTest::newRow("never") << run << storedDate(zeroDate()) << "not specified";
+        QTest::newRow("never") << run << WallClock().stored() << "not specified";
     }
 
     void delayOfARun() {
         QFETCH(QString, run);
         QFETCH(QString, ran);
-        QTEST(ranText(parseStoredDate(run), parseStoredDate(ran)), "text");
+        QTEST(ranText(*WallClock::fromStored(run), *WallClock::fromStored(ran)), "text");
     }
 
     void summaryCountsReportsNotRows() {

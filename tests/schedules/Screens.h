@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/modCommonFunctions.h"
+#include "app/WallClock.h"
 #include "schedules/ScheduleStatus.h"
 #include "support/Caller.h"
 #include "support/TestProgram.h"
@@ -30,13 +30,13 @@ struct ScheduleScreen {
             .toInt();
     }
     /// A row as another program would write it, for the project Brightwater.
-    int add(const QString& title, int status, const QDateTime& runDate,
+    int add(const QString& title, int status, const WallClock& runDate,
             const QString& project = "Brightwater") {
         db().execute(
             sql("INSERT INTO NorvaScheduler.dbo.tblSchedule (ScheduleTitle, TemplateID, ProjectRef, RunDate, "
                 "Status, RanDate, Username) VALUES ({}, {}, {}, {}, {}, {}, N'Amelia.Hart')",
-                title, templateOf("BW10023"), project, storedDate(runDate), status,
-                storedDate(isFinished(status) ? runDate.addSecs(60) : zeroDate())));
+                title, templateOf("BW10023"), project, runDate.stored(), status,
+                (isFinished(status) ? runDate.addSecs(60) : WallClock()).stored()));
         return int(db().scalar(sql("SELECT @@IDENTITY")).toDouble());
     }
     int show(int scheduleId) {

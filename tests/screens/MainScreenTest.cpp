@@ -1,5 +1,5 @@
 #include "schedules/frmMainScreen.h"
-#include "app/modCommonFunctions.h"
+#include "app/WallClock.h"
 #include "schedules/ScheduleStatus.h"
 #include "schedules/modScheduler.h"
 #include "support/TestClass.h"
@@ -37,7 +37,7 @@ class MainScreenTest : public QObject {
             return int(db.scalar(sql("SELECT @@IDENTITY")).toDouble());
         }
         int addIn(const QString& title, int status, qint64 seconds) {
-            return add(title, status, storedDate(QDateTime::currentDateTime().addSecs(seconds)), storedDate(zeroDate()));
+            return add(title, status, WallClock::now().addSecs(seconds).stored(), WallClock().stored());
         }
         frmMainScreen& show() {
             screen = std::make_unique<frmMainScreen>(program.context);
@@ -75,6 +75,8 @@ private slots:
         QTest::newRow("2 days") << "2026-Nov-19 11:55:00" << now << "Pending (Delayed 2 Days, 0 Hours, 5 Mins)";
         QTest::newRow("a year and a day") << "2025-Nov-20 12:00:00" << now << "Pending (Delayed 1 Year, 1 Day)";
         QTest::newRow("beyond 32 bits") << "1926-Nov-21 12:00:00" << now << "Pending (Delayed 100 Years)";
+        QTest::newRow("in an hour that clocks skip")
+            << "2026-Mar-29 01:30:00" << "2026-Mar-29 03:00:00" << "Pending (Delayed 1 Hour, 30 Mins)";
         QTest::newRow("no date") << "soon" << now << "Pending";
     }
 
@@ -82,7 +84,7 @@ private slots:
         QFETCH(QString, runDate);
         QFETCH(QString, now);
         QFETCH(QString, text);
-        QCOMPARE(dueText(parseStoredDate(runDate), parseStoredDate(now)), text);
+        QCOMPARE(dueText(WallClock::fromStored(runDate), *WallClock::fromStored(now)), text);
     }
 
     void everyStatusStandsInItsList() {
@@ -96,7 +98,7 @@ private slots:
         hub.add("no date", Pending, "next week");
         hub.add("done", Completed, "2026-Jan-01 08:00:00", "2026-Jan-02 09:05:00");
         hub.add("failed", CompletedWithErrors, "2026-Jan-01 08:00:00", "2026-Jan-03 10:00:59");
-        hub.add("reset, never ran", CompletedWithErrors, "2026-Jan-01 08:00:00", storedDate(zeroDate()));
+        hub.add("reset, never ran", CompletedWithErrors, "2026-Jan-01 08:00:00", WallClock().stored());
         hub.add("orphan", Pending, "2030-Jan-01 08:00:00", "", "QuorraAdmin", 9999);
         hub.show();
         QHash<QString, QStringList> rows;

@@ -360,6 +360,10 @@ private slots:
         own.db().execute(
             sql("DELETE FROM CostCentres.dbo.{}", Name(masterTable(owner.project.unitabAccount))));
         QCOMPARE(subProjectCostCentres(owner, 1), QStringList{"children's services"});
+        own.db().execute(sql("UPDATE CostCentres.dbo.{} SET CostCentre = N'CHILDREN''S SERVICES' WHERE [Level] = 1",
+                             Name(masterCentresTable(owner.project.unitabAccount))));
+        openProject(owner, owner.project.database); // brings the list up to date as well
+        QCOMPARE(addressCostCentres(owner, 1), QStringList{"CHILDREN'S SERVICES"});
     }
 };
 

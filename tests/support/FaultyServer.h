@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-/// When a FaultyServer fails. Shared by every session that is opened with it.
+/// When a FaultyServer fails, and what others do meanwhile. Shared by every session that is opened with it.
 struct Fault {
     int step = 0;       ///< the batch or commit, counted from 1, that fails; 0 for none
     bool after = false; ///< it fails after it was carried out
@@ -17,18 +17,36 @@ struct Fault {
         taken = 0;
     }
     int taken = 0; ///< steps since arm()
+
+    /// What another user does, once, just before a batch that holds the text is sent ("begin" for the start of
+    /// a transaction).
+    void meanwhile(const QString& before, const std::function<void()>& act) {
+        m_before = before;
+        m_act = act;
+    }
+    void comesTo(const QString& batch) {
+        if (m_act && batch.contains(m_before)) std::exchange(m_act, {})();
+    }
+
+private:
+    QString m_before;
+    std::function<void()> m_act;
 };
 
-/// A server whose n-th step fails.
+/// A server whose n-th step fails, and where others come in between.
 class FaultyServer : public Server {
 public:
     FaultyServer(std::unique_ptr<Server> server, Fault& fault)
         : m_server(std::move(server)), m_fault(fault) {}
 
     Results execute(const Sql& batch) override {
+        m_fault.comesTo(batch.text());
         return step([&] { return m_server->execute(batch); });
     }
-    void begin() override { m_server->begin(); }
+    void begin() override {
+        m_fault.comesTo("begin");
+        m_server->begin();
+    }
     void commit() override {
         try {
             step([&] { return m_server->commit(), Results(); });
