@@ -76,7 +76,7 @@ void DemoServerTest::firstLoginMakesTheSchedulerDatabase() {
     });
     const LoginOutcome outcome = login.logIn(program.server(), "QuorraAdmin", DemoServer::loginPassword);
     QVERIFY2(outcome.result == LoginOutcome::Done, qPrintable(outcome.message));
-    QCOMPARE(session.serverDefaults.dataFolder, QString("C:\\SQLData\\"));
+    QVERIFY(!session.serverDefaults.dataFolder.isEmpty());
     QVERIFY(readSchedules(session).rows().empty());
 }
 
