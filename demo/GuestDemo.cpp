@@ -41,8 +41,7 @@ GuestDemo::GuestDemo(const DemoOptions& options) : m_host(host(), openServer) {
     for (const QString& database : DemoServer::databases()) requireFree(m_host, database);
     m_host.execute(sql("CREATE DATABASE {}", Name(notes)));
     try {
-        m_host.execute(
-            sql("CREATE TABLE {}.dbo.Made (Kind varchar(10), [Name] nvarchar(128))", Name(notes)));
+        m_host.execute(sql("CREATE TABLE {}.dbo.Made (Kind varchar(10), [Name] nvarchar(128))", Name(notes)));
         provideLogin();
         for (const QString& database : DemoServer::databases()) announceDatabase(database);
         DemoServer::populate(host(), options);
@@ -75,7 +74,8 @@ void GuestDemo::provideLogin() {
         return;
     }
     try {
-        Connection(ConnectionString{login, DemoServer::loginPassword, "master", host().dataSource}, openServer)
+        Connection(ConnectionString{login, DemoServer::loginPassword, "master", host().dataSource},
+                   openServer)
             .open();
     } catch (const DbError& error) {
         if (error.number() != DbError::LoginFailed) throw;
@@ -91,8 +91,7 @@ void GuestDemo::note(const QString& kind, const QString& name) {
 /// The notes go last, so that a run that breaks off in here is no harm either.
 void GuestDemo::dropAll() {
     if (!databaseExists(m_host, notes)) return;
-    const bool written =
-        !m_host.scalar(sql("SELECT object_id({})", QString(notes) + ".dbo.Made")).isEmpty();
+    const bool written = !m_host.scalar(sql("SELECT object_id({})", QString(notes) + ".dbo.Made")).isEmpty();
     const RecordSet made =
         written ? m_host.query(sql("SELECT Kind, [Name] FROM {}.dbo.Made ORDER BY Kind", Name(notes)))
                 : RecordSet();

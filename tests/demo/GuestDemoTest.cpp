@@ -14,7 +14,8 @@ class GuestDemoTest : public QObject {
     std::unique_ptr<Connection> m_host;
 
     int count(const char* view, const QString& name) {
-        return m_host->scalar(sql("SELECT COUNT(*) FROM master.dbo.{} WHERE name = {}", Name(view), name)).toInt();
+        return m_host->scalar(sql("SELECT COUNT(*) FROM master.dbo.{} WHERE name = {}", Name(view), name))
+            .toInt();
     }
     int databases() { return m_host->scalar(sql("SELECT COUNT(*) FROM master.dbo.sysdatabases")).toInt(); }
 
@@ -65,7 +66,8 @@ private slots:
                                       "ALTER SERVER ROLE dbcreator ADD MEMBER QuorraAdmin; "
                                       "ALTER SERVER ROLE bulkadmin ADD MEMBER QuorraAdmin"
                                    << true;
-        QTest::newRow("the login, other password") << "CREATE LOGIN QuorraAdmin WITH PASSWORD = 'theirs'" << false;
+        QTest::newRow("the login, other password")
+            << "CREATE LOGIN QuorraAdmin WITH PASSWORD = 'theirs'" << false;
         QTest::newRow("a database") << "CREATE DATABASE CostCentres" << false;
     }
 
