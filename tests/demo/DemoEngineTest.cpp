@@ -51,7 +51,8 @@ private:
 };
 
 void DemoEngineTest::init() {
-    m_db.reset(); // before the file that it reads
+    m_db.reset(); // before the server that it reads, of which there is only one at a time
+    m_program.reset();
     m_program = std::make_unique<TestProgram>();
     m_db = std::make_unique<Connection>(connection());
     m_now = QDateTime::currentDateTime();
