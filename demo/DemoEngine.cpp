@@ -18,17 +18,25 @@ enum ErrorCode {
     NoData = 17
 };
 
-/// The project's table in which a report of this type looks first.
-QString tableOf(int reportType) {
+/// Where a report looks first, and the column of its dates when its dates can be chosen.
+struct Source {
+    QString table;
+    QString dateColumn;
+};
+
+Source sourceOf(int reportType, const CatalogueEntry& entry) {
+    const bool dated = entry.offers(CallDatesGroup);
     switch (reportType) {
     case BillingReport:
-        return "Tbl50";
+        return {"Tbl50", {}};
     case CircuitReport:
-        return "TblCcts";
+        return {"TblCcts", {}};
     case InvoiceReport:
-        return "TblfInvoice";
+        return {"TblfInvoice", {}};
     default:
-        return "TblCallRecords";
+        if (entry.presence == Presence::OnlyWispera) return {"TblWisperaEvents", dated ? "EventDate" : ""};
+        const bool ofMobiles = reportType == MobileReport || entry.lines == "M";
+        return {ofMobiles ? "TblMobCalls" : "TblCallRecords", dated ? "Date" : ""};
     }
 }
 
@@ -112,12 +120,13 @@ QList<DemoEngine::LogRow> DemoEngine::outcome(int scheduleId) {
 }
 
 QList<DemoEngine::LogRow> DemoEngine::reportRows(const clsTemplate& reportTemplate, const QString& project) {
+    constexpr int longestName = 200; // of tblLogs
     QList<LogRow> rows;
     for (const clsReport& report : reportTemplate.Reports()) {
-        const QString name = report.GetReportTitle();
-        if (name.startsWith("Unknown Report"))
+        const QString name = report.ShownTitle().left(longestName);
+        if (!report.Entry())
             rows.append({report.ID(), UnknownReport, "This version knows no such report.", name});
-        else if (!reportFindsData(report, project))
+        else if (!reportFindsData(report, project, reportTemplate.DefaultDates()))
             rows.append({report.ID(), NoData, "No data was found for the report's parameters.", name});
         else
             rows.append({report.ID(), NoError, "", name});
@@ -125,12 +134,15 @@ QList<DemoEngine::LogRow> DemoEngine::reportRows(const clsTemplate& reportTempla
     return rows;
 }
 
-bool DemoEngine::reportFindsData(const clsReport& report, const QString& project) {
-    const QString table = tableOf(report.ReportType());
-    Sql count = sql("SELECT COUNT(*) FROM {}.dbo.{}", Name(project), Name(table));
-    if (table == "TblCallRecords")
-        count += sql(" WHERE [Date] >= {} AND [Date] < {}", report.Parameters()->DateRangeStart(),
+/// The project's default dates are those of its bills: with them, everything that it holds counts.
+bool DemoEngine::reportFindsData(const clsReport& report, const QString& project, bool defaultDates) {
+    const Source source = sourceOf(report.ReportType(), *report.Entry());
+    Sql count = sql("SELECT COUNT(*) FROM {}.dbo.{}", Name(project), Name(source.table));
+    if (!source.dateColumn.isEmpty() && !defaultDates) {
+        const Name date(source.dateColumn);
+        count += sql(" WHERE {} >= {} AND {} < {}", date, report.Parameters()->DateRangeStart(), date,
                      report.Parameters()->DateRangeEnd().addDays(1));
+    }
     try {
         return m_connection.scalar(count).toInt() > 0;
     } catch (const DbError& error) {

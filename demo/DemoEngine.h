@@ -5,6 +5,7 @@
 
 #include <optional>
 
+class clsReport;
 class clsTemplate;
 
 /// Stands in for the analysis product's engine: runs schedules whose time has come. It makes no report
@@ -44,7 +45,7 @@ private:
     QList<LogRow> outcome(int scheduleId);
     QList<LogRow> reportRows(const clsTemplate& reportTemplate, const QString& project);
     QList<LogRow> subProjectRows(const clsTemplate& subProjects);
-    bool reportFindsData(const class clsReport& report, const QString& project);
+    bool reportFindsData(const clsReport& report, const QString& project, bool defaultDates);
     bool finish(const DueSchedule& schedule, const QList<LogRow>& rows);
 
     Connection& m_connection;

@@ -15,19 +15,11 @@
 
 namespace {
 
-QString dataSource(const QString& path) {
-    return "file:" + path;
+ConnectionString systemLogin(const QString& path) {
+    return {"sa", DemoServer::systemPassword, "master", "file:" + path};
 }
 
-void createLogin(Connection& system) {
-    const Name login(Session::serverLoginName);
-    system.execute(sql("CREATE LOGIN {} WITH PASSWORD = {}, CHECK_POLICY = OFF", login,
-                       Secret{DemoServer::loginPassword}));
-    for (const char* role : {"dbcreator", "bulkadmin"})
-        system.execute(sql("ALTER SERVER ROLE {} ADD MEMBER {}", Name(role), login));
-}
-
-/// Where the server would put the files of a new database.
+/// Where the server would put the files of a new database; a real one knows by itself.
 void registerFolders(Connection& system) {
     for (const QString value : {"DefaultData", "DefaultLog"})
         system.execute(sql("EXEC master.dbo.xp_regwrite N'HKEY_LOCAL_MACHINE', "
@@ -85,23 +77,35 @@ QString DemoServer::scriptsFolder() {
     return DEMO_SCRIPTS_FOLDER;
 }
 
+void DemoServer::createLogin(Connection& system) {
+    const Name login(Session::serverLoginName);
+    system.execute(sql("CREATE LOGIN {} WITH PASSWORD = {}, CHECK_POLICY = OFF", login,
+                       Secret{loginPassword}));
+    for (const char* role : {"dbcreator", "bulkadmin"})
+        system.execute(sql("ALTER SERVER ROLE {} ADD MEMBER {}", Name(role), login));
+}
+
+void DemoServer::buildEmpty(const QString& path) {
+    embedded::EmbeddedServer::create(path, systemPassword);
+    Connection master(systemLogin(path), openServer);
+    registerFolders(master);
+}
+
 void DemoServer::build(const QString& path, const DemoOptions& options) {
     const QString unfinished = path + ".unfinished";
     removeServerFile(unfinished);
-    embedded::EmbeddedServer::create(unfinished, systemPassword);
-    const ConnectionString system{"sa", systemPassword, "master", dataSource(unfinished)};
-    Connection master(system, openServer);
-    registerFolders(master); // a real server has its own
+    options.tell("Creating the server and its login…");
+    buildEmpty(unfinished);
+    Connection master(systemLogin(unfinished), openServer);
+    createLogin(master);
     master.close();
-    populate(system, options);
+    populate(systemLogin(unfinished), options);
     if (!QFile::rename(unfinished, path))
         throw std::runtime_error(QString("The file \"%1\" cannot be written.").arg(path).toStdString());
 }
 
 void DemoServer::populate(const ConnectionString& system, const DemoOptions& options) {
-    options.tell("Creating the server's login and settings…");
     Connection master(system, openServer);
-    createLogin(master);
     for (const DemoProject& project : demoProjects::all())
         if (project.is(DemoProject::Inaccessible)) createInaccessible(master, project, options);
 
@@ -123,8 +127,4 @@ QStringList DemoServer::databases() {
     QStringList names = centralDatabases::names();
     for (const DemoProject& project : demoProjects::all()) names << project.database;
     return names << "NorvaScheduler";
-}
-
-ConnectionString DemoServer::connectionString(const QString& path, const QString& database) {
-    return {Session::serverLoginName, loginPassword, database, dataSource(path)};
 }

@@ -5,6 +5,8 @@
 
 #include <functional>
 
+class Connection;
+
 /// How much a demo server holds.
 struct DemoOptions {
     int callRecords = 10'000;                     ///< over all projects
@@ -26,15 +28,16 @@ public:
     /// Where "SchDB.sql" and "DBOptions.sql" were when this was built.
     static QString scriptsFolder();
 
+    /// Makes an embedded server file without the demo. Throws DbError.
+    static void buildEmpty(const QString& path);
     /// Makes a new embedded server file, whole or not at all. Throws DbError or std::runtime_error.
     static void build(const QString& path, const DemoOptions& options);
-    /// The same on a server that is there; `system` names it and a login that may do everything.
-    /// Databases and logins of the demo must not exist yet. Throws DbError.
+    /// The login QuorraAdmin with its roles. Throws DbError.
+    static void createLogin(Connection& system);
+    /// Fills a server that has this login; `system` names it and a login that may do everything.
+    /// Databases of the demo must not exist yet. Throws DbError.
     static void populate(const ConnectionString& system, const DemoOptions& options);
 
     /// All that populate() may make.
     static QStringList databases();
-
-    /// How the program connects to the embedded server in this file.
-    static ConnectionString connectionString(const QString& path, const QString& database = "NorvaScheduler");
 };

@@ -1,9 +1,11 @@
+#include "app/CommandLine.h"
 #include "app/Session.h"
 #include "app/openServer.h"
 #include "modMain.h"
 #include "ui/MessageBoxes.h"
 
 #include <QApplication>
+#include <QFile>
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
@@ -12,7 +14,11 @@ int main(int argc, char* argv[]) {
     MessageBoxes messages;
     ScreenContext context{session, messages};
     modMain program(context);
-    if (!program.start(application, application.arguments().mid(1).join(' '))) return 0;
+    const QStringList arguments = application.arguments().mid(1);
+    hideArguments(argc, argv);
+    QFile input;
+    input.open(stdin, QIODevice::ReadOnly);
+    if (!program.start(application, typedCommandLine(arguments, input))) return 0;
     const int result = application.exec();
     program.endProgram();
     return result;

@@ -4,6 +4,9 @@
 #include "modMain.h"
 #include "schedules/frmMainScreen.h"
 #include "ui/MessageBoxes.h"
+#include "demo/DemoApplication.h"
+#include "demo/DemoServer.h"
+#include "demo/GuestDemo.h"
 #include "demo/walk/Road.h"
 
 #include <QApplication>
@@ -16,7 +19,8 @@ namespace {
 QProcess* runningEngine = nullptr;
 }
 
-/// Walks the program's typical road on a demo server, with the demo engine beside it:
+/// Walks the program's typical road with the demo engine beside it, on the demo server of the folder, or as
+/// a guest on the server that SCHEDULER_TEST_SERVER names (demo/GuestDemo.h):
 /// zelvan-scheduler-walk <demo folder> <picture folder> [light|dark]
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
@@ -26,7 +30,13 @@ int main(int argc, char* argv[]) {
     if (argc > 3) saveSetting("VWT", "Appearance", "Palette", QString::fromLocal8Bit(argv[3]));
 
     const QDir demo(QString::fromLocal8Bit(argv[1]));
-    const QString server = "file:" + demo.absoluteFilePath("server.db");
+    std::unique_ptr<GuestDemo> guest;
+    QString server = "file:" + demo.absoluteFilePath("server.db");
+    if (GuestDemo::isInvited()) {
+        guest = std::make_unique<GuestDemo>(DemoOptions());
+        server = GuestDemo::host().dataSource;
+        demoApplication::create(demo.absoluteFilePath("app"));
+    }
     Session session(demo.absoluteFilePath("app"), openServer);
     MessageBoxes messages;
     ScreenContext context{session, messages};

@@ -2,20 +2,15 @@
 
 #include <QStringList>
 
-/// The fields of a command line split at ","; a field in double quotes may hold commas, and two double
-/// quotes in it stand for one.
-inline QStringList splitCommandLine(const QString& line) {
-    QStringList fields{QString()};
-    bool quoted = false;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        if (line[i] == '"') {
-            if (quoted && line.mid(i + 1, 1) == "\"") fields.last() += line[i++];
-            else quoted = !quoted;
-        } else if (line[i] == ',' && !quoted) {
-            fields << QString();
-        } else {
-            fields.last() += line[i];
-        }
-    }
-    return fields;
-}
+class QIODevice;
+
+/// What stands behind the program's name, as its user typed it. A lone "-" stands for the first line of
+/// `input`, where nobody else can read it.
+QString typedCommandLine(const QStringList& arguments, QIODevice& input);
+/// Overwrites the arguments in the list of processes, which every user of the machine can read; Windows keeps
+/// a copy of its own.
+void hideArguments(int argc, char** argv);
+
+/// The fields of a line split at ","; a field in double quotes may hold commas, and two double quotes in it
+/// stand for one.
+QStringList splitCommandLine(const QString& line);

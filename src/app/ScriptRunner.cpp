@@ -2,32 +2,20 @@
 
 #include "db/Connection.h"
 #include "db/DbError.h"
+#include "db/ForeignText.h"
 
 #include <QDir>
 #include <QFile>
 #include <QScopeGuard>
-#include <QStringDecoder>
-#include <QTextStream>
 
 namespace {
 
-/// UTF-8, UTF-16 where the file begins with its mark, or what older editors on Windows write.
-QString decoded(const QByteArray& bytes) {
-    QStringDecoder decoder(QStringConverter::encodingForData(bytes).value_or(QStringConverter::Utf8));
-    const QString text = decoder(bytes);
-    return decoder.hasError() ? QString::fromLatin1(bytes) : text;
-}
-
 QStringList readLines(const QString& path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (!file.open(QIODevice::ReadOnly))
         throw DbError(0, QString("The script \"%1\" cannot be read: %2.")
                              .arg(QDir::toNativeSeparators(path), file.errorString()));
-    QString text = decoded(file.readAll());
-    QTextStream lines(&text);
-    QStringList read;
-    while (!lines.atEnd()) read << lines.readLine();
-    return read;
+    return foreignLines(file.readAll());
 }
 
 /// The batches that lines "GO" end, blank ones left away.

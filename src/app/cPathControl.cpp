@@ -1,11 +1,12 @@
 #include "app/cPathControl.h"
 
+#include "db/ForeignText.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QHash>
 #include <QSaveFile>
-#include <QTextStream>
 
 namespace {
 
@@ -60,10 +61,8 @@ QString cPathControl::appFile(const QString& name) const {
 
 void cPathControl::readPathSettingsFile() {
     QFile file(appFile("Paths.txt"));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) return;
-    QTextStream text(&file);
-    while (!text.atEnd()) {
-        const QString line = text.readLine();
+    if (!file.open(QIODevice::ReadOnly)) return;
+    for (const QString& line : foreignLines(file.readAll())) {
         const QString key = line.section('=', 0, 0).trimmed();
         const QString folder = withoutTrailingSeparator(line.section('=', 1));
         if (folder.isEmpty()) continue;

@@ -2,10 +2,10 @@
 
 #include "db/Connection.h"
 #include "db/DbError.h"
+#include "db/ForeignText.h"
 
 #include <QDir>
 #include <QFile>
-#include <QTextStream>
 
 namespace {
 
@@ -17,11 +17,9 @@ QString withSeparator(const QString& folder) {
 
 void readIni(const QString& path, ServerDefaults& defaults) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+    if (!file.open(QIODevice::ReadOnly))
         throw DbError(0, QString("\"%1\" cannot be read: %2.").arg(QDir::toNativeSeparators(path), file.errorString()));
-    QTextStream text(&file);
-    while (!text.atEnd()) {
-        const QString line = text.readLine();
+    for (const QString& line : foreignLines(file.readAll())) {
         const QString key = line.section('=', 0, 0).trimmed().toUpper();
         const QString value = line.section('=', 1).trimmed();
         if (key == "DATA") defaults.dataFolder = value;

@@ -1,29 +1,15 @@
 #include "subprojects/AddressFile.h"
 
+#include "app/CsvLine.h"
+#include "db/ForeignText.h"
+
 #include <QFile>
 #include <QSaveFile>
-#include <QStringDecoder>
 #include <algorithm>
 #include <optional>
 #include <stdexcept>
 
 namespace {
-
-/// What Windows has at 0x80 to 0x9F; the rest is Latin-1.
-constexpr char16_t windowsLetters[] = u"€\x81‚ƒ„…†‡ˆ‰Š‹Œ\x8dŽ\x8f\x90‘’“”•–—˜™š›œ\x9džŸ";
-
-QString fromWindowsText(const QByteArray& bytes) {
-    QString text = QString::fromLatin1(bytes);
-    for (QChar& letter : text)
-        if (letter >= u'\x80' && letter <= u'\x9f') letter = windowsLetters[letter.unicode() - 0x80];
-    return text;
-}
-
-QString decoded(const QByteArray& bytes) {
-    QStringDecoder decoder(QStringConverter::encodingForData(bytes).value_or(QStringConverter::Utf8));
-    const QString text = decoder.decode(bytes);
-    return decoder.hasError() ? fromWindowsText(bytes) : text;
-}
 
 /// The text up to the quote that closes the field; `at` is moved behind it. Nothing when none does.
 std::optional<QString> quotedField(const QString& line, qsizetype& at) {
@@ -55,7 +41,7 @@ QStringList splitLine(const QString& line) {
         const qsizetype end = comma < 0 ? line.size() : comma;
         const QString rest = line.mid(at, end - at).trimmed();
         if (quoted && !rest.isEmpty()) return {};
-        fields << (quoted ? quoted->trimmed() : rest);
+        fields << quoted.value_or(rest);
         at = end;
     }
     return fields;
@@ -80,8 +66,16 @@ bool isHeading(const QStringList& fields) {
     });
 }
 
+QStringList fieldsOf(const MailEntry& entry) {
+    return {entry.billAccount, entry.costCentre, entry.level, entry.emailAddress};
+}
+
+/// Plain fields as far as they read back so, the others in double quotes.
 QString lineOf(const MailEntry& entry) {
-    return QStringList{entry.billAccount, entry.costCentre, entry.level, entry.emailAddress}.join(',');
+    QStringList fields = fieldsOf(entry);
+    for (QString& field : fields)
+        if (splitLine(field) != QStringList{field}) field = csvLine({field});
+    return fields.join(',');
 }
 
 } // namespace
@@ -94,7 +88,7 @@ AddressFile readAddressFile(const QString& path) {
 
     AddressFile content;
     int number = 0;
-    for (const QString& line : decoded(bytes).replace("\r\n", "\n").replace('\r', '\n').split('\n')) {
+    for (const QString& line : foreignText(bytes).replace("\r\n", "\n").replace('\r', '\n').split('\n')) {
         ++number;
         const QStringList fields = splitLine(line);
         if (isBlank(fields)) continue;
@@ -112,9 +106,7 @@ AddressFile readAddressFile(const QString& path) {
 }
 
 bool survivesExport(const MailEntry& entry) {
-    return problemOf(entry).isEmpty()
-           && splitLine(lineOf(entry))
-                  == QStringList{entry.billAccount, entry.costCentre, entry.level, entry.emailAddress};
+    return problemOf(entry).isEmpty() && splitLine(lineOf(entry)) == fieldsOf(entry);
 }
 
 void writeAddressFile(const QString& path, const QList<MailEntry>& entries) {

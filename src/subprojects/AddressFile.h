@@ -20,13 +20,13 @@ struct AddressFile {
     bool hasUsableColumns() const { return columns >= 2 && columns <= 4; }
 };
 
-/// Reads a file of UTF-8, UTF-16 with its mark, or else Windows text. A field in double quotes may hold
+/// Reads a file (db/ForeignText.h). A field in double quotes may hold
 /// commas. Throws std::runtime_error when the file cannot be read.
 AddressFile readAddressFile(const QString& path);
 
-/// Whether the entry's line in a file reads back as the same entry: commas, line breaks and leading
-/// quotes, which the plain form of the file has no place for, stand against it.
+/// Whether the entry's line in a file reads back as the same entry: one that is not valid would be refused.
 bool survivesExport(const MailEntry& entry);
 /// Writes the whole file or leaves the former one: the fields in the order account, cost centre, level,
-/// address, with commas between. Throws std::runtime_error.
+/// address, with commas between; a field that would not read back so is put in double quotes. Throws
+/// std::runtime_error.
 void writeAddressFile(const QString& path, const QList<MailEntry>& entries);

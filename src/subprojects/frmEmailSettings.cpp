@@ -219,8 +219,7 @@ QList<MailEntry> frmEmailSettings::exportable() {
     for (const MailEntry& entry : m_book.entries()) (survivesExport(entry) ? fit : unfit) << entry;
     if (unfit.isEmpty()) return fit;
     const QString reason =
-        "These addresses would not read back from a file of columns with commas between, because a "
-        "field holds a comma, a quotation mark or a line break, or is not valid:\n\n"
+        "These addresses would not read back, because a field is not valid or holds a line break:\n\n"
         + inLines(unfit, {}) + "\n\n";
     if (fit.isEmpty()) {
         messages().notice(this, reason + "There are no other addresses to export.");

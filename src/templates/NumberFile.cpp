@@ -1,9 +1,10 @@
 #include "templates/NumberFile.h"
 
+#include "db/ForeignText.h"
+
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
-#include <QStringDecoder>
 #include <algorithm>
 #include <stdexcept>
 
@@ -16,14 +17,6 @@ constexpr qint64 LargestFile = 64 * 1024 * 1024;
 [[noreturn]] void refuse(const QString& path, const QString& reason) {
     throw std::runtime_error(
         QString("The file \"%1\" %2").arg(QDir::toNativeSeparators(path), reason).toStdString());
-}
-
-/// UTF-16 by its mark, UTF-8 where the bytes are valid as such, else the Western code page of older files.
-QString decoded(const QByteArray& bytes) {
-    const auto marked = QStringConverter::encodingForData(bytes);
-    QStringDecoder decoder(marked.value_or(QStringConverter::Utf8));
-    const QString text = decoder(bytes);
-    return decoder.hasError() ? QString::fromLatin1(bytes) : text;
 }
 
 /// Control characters other than those that part lines, pages and columns, or end a file.
@@ -40,7 +33,7 @@ QStringList read(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) refuse(path, "cannot be read: " + file.errorString());
     if (file.size() > LargestFile) refuse(path, "is too large for a list of telephone numbers.");
-    QString text = decoded(file.readAll());
+    QString text = foreignText(file.readAll());
     if (isBinary(text)) refuse(path, "is not a list of telephone numbers: it holds no plain text.");
     text.replace('\r', '\n').replace('\f', '\n').remove(u'\x1a');
     QStringList numbers;

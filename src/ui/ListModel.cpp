@@ -3,6 +3,7 @@
 #include "app/WallClock.h"
 
 #include <QSet>
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -38,6 +39,8 @@ void ListModel::setRows(std::vector<ListRow> rows) {
         endRemoveRows();
     }
     indexRows();
+    std::vector<int> order;
+    for (const ListRow& row : rows) order.push_back(row.id);
     std::vector<ListRow> added;
     for (ListRow& row : rows) {
         const int place = rowOf(row.id);
@@ -49,12 +52,29 @@ void ListModel::setRows(std::vector<ListRow> rows) {
             emit dataChanged(index(place, 0), index(place, columnCount() - 1));
         }
     }
-    if (added.empty()) return;
-    const int first = int(m_rows.size());
-    beginInsertRows({}, first, first + int(added.size()) - 1);
-    std::move(added.begin(), added.end(), std::back_inserter(m_rows));
-    makeKeysFrom(first);
-    endInsertRows();
+    if (!added.empty()) {
+        const int first = int(m_rows.size());
+        beginInsertRows({}, first, first + int(added.size()) - 1);
+        std::move(added.begin(), added.end(), std::back_inserter(m_rows));
+        makeKeysFrom(first);
+        endInsertRows();
+    }
+    arrange(order);
+}
+
+/// Brings the rows into the order of their IDs in `order`.
+void ListModel::arrange(const std::vector<int>& order) {
+    if (std::ranges::equal(m_rows, order, {}, &ListRow::id)) return;
+    emit layoutAboutToBeChanged();
+    std::vector<int> formerIds;
+    for (const ListRow& row : m_rows) formerIds.push_back(row.id);
+    std::vector<ListRow> arranged;
+    for (const int id : order) arranged.push_back(std::move(m_rows[std::size_t(rowOf(id))]));
+    m_rows = std::move(arranged);
+    makeKeysFrom(0);
+    for (const QModelIndex& each : persistentIndexList())
+        changePersistentIndex(each, index(rowOf(formerIds[std::size_t(each.row())]), each.column()));
+    emit layoutChanged();
 }
 
 /// The ranges of rows that are not wanted any more, the last one first.

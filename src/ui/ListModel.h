@@ -61,6 +61,7 @@ public:
 
 private:
     std::vector<std::pair<int, int>> goneRanges(const std::vector<ListRow>& wanted) const;
+    void arrange(const std::vector<int>& order);
     void resetRows(std::vector<ListRow> rows);
     void makeKeysFrom(int first);
     void makeKeys(int row);

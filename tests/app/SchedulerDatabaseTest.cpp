@@ -128,8 +128,8 @@ private slots:
         QTest::newRow("from the server") << QByteArray() << "*" << "*";
         QTest::newRow("from the file") << QByteArray("DATA=E:\\Data\r\nLog=F:\\Logs\\\r\nDATAEXTENSION=\r\nOTHER=x\r\n")
                                        << "E:\\Data\\|.dbf" << "F:\\Logs\\";
-        QTest::newRow("other extensions") << QByteArray("DATA=/var/data=1/\nDATAEXTENSION=.mdf\n")
-                                          << "/var/data=1/|.mdf" << "";
+        QTest::newRow("other extensions") << QByteArray("DATA=/var/donn\xe9" "es=1/\nDATAEXTENSION=.mdf\n")
+                                          << "/var/données=1/|.mdf" << "";
     }
 
     void serverDefaults() {

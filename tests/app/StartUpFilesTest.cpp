@@ -6,6 +6,8 @@
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 
+#include <QBuffer>
+#include <QStringEncoder>
 #include <QTest>
 
 /// The files beside the application: error log, folder settings, scripts.
@@ -68,8 +70,8 @@ private slots:
         paths.setSystemFolder(folder.path() + "/System/");
         QVERIFY(paths.SavePathSettingsFile());
         QCOMPARE(cPathControl(folder.path()).SystemFolder(), folder.path() + "/System");
-        write(paths.appFile("Paths.txt"), "nonsense\r\nBackupFolder\r\nProjectFolder=/elsewhere/=x\r\n");
-        QCOMPARE(cPathControl(folder.path()).ProjectFolder(), QString("/elsewhere/=x"));
+        write(paths.appFile("Paths.txt"), "nonsense\r\nBackupFolder\r\nProjectFolder=/Donn\xe9" "es/=x\r\n");
+        QCOMPARE(cPathControl(folder.path()).ProjectFolder(), QString("/Données/=x"));
     }
 
     void workingFilesAreCopied() {
@@ -89,16 +91,27 @@ private slots:
         QTest::addColumn<QString>("line");
         QTest::addColumn<QStringList>("fields");
         QTest::newRow("empty") << "" << QStringList{""};
-        QTest::newRow("three") << "anna,pass word,host,1433" << QStringList{"anna", "pass word", "host", "1433"};
+        QTest::newRow("without the shell's quotes") << "anna,pass word,host,1433"
+                                                    << QStringList{"anna", "pass word", "host,1433"};
+        QTest::newRow("four") << "anna,pass,word,host" << QStringList{"anna", "pass", "word", "host"};
         QTest::newRow("quoted comma") << "anna,\"a,b\",\"host,1433\"" << QStringList{"anna", "a,b", "host,1433"};
         QTest::newRow("quote in quotes") << "anna,\"a\"\"b\",s" << QStringList{"anna", "a\"b", "s"};
         QTest::newRow("drop") << "-d" << QStringList{"-d"};
+        QTest::newRow("from the input") << "-" << QStringList{"zoë", "a,b", "host,1433"};
     }
 
     void commandLineFields() {
         QFETCH(QString, line);
         QFETCH(QStringList, fields);
-        QCOMPARE(splitCommandLine(line), fields);
+        std::string program = "program";
+        std::string typed = line.toStdString();
+        std::vector<char*> arguments{program.data(), typed.data()};
+        QBuffer input;
+        input.setData("zo\xc3\xab,\"a,b\",\"host,1433\"\r\nmore\n");
+        QVERIFY(input.open(QIODevice::ReadOnly));
+        QCOMPARE(splitCommandLine(typedCommandLine(line.split(' '), input)), fields);
+        hideArguments(int(arguments.size()), arguments.data());
+        QVERIFY(typed.find_first_not_of('\0') == std::string::npos && program == "program");
     }
 
     void scriptsRunInBatches() {
@@ -107,18 +120,24 @@ private slots:
         Connection& db = program.session.db();
         const QString jobs = program.appFile("jobs.sql");
         QCOMPARE(runJobs(db, program.session.paths.AppFolder()), QString()); // nothing there, nothing done
-        write(jobs, "CREATE TABLE jobs (x int)\r\ngo\r\nINSERT INTO jobs\r\nVALUES (1)\r\nGo\r\n\r\nGO\r\n"
-                    "INSERT INTO jobs VALUES (2)");
-        QCOMPARE(runJobs(db, program.session.paths.AppFolder()), QString());
-        QVERIFY(!QFile::exists(jobs));
-        QCOMPARE(db.scalar(sql("SELECT SUM(x) FROM jobs")), QString("3"));
+        const QString script = "CREATE TABLE jobs (x int, letters nvarchar(9))\r\ngo\r\nINSERT INTO jobs (x)\r\nVALUES (1)\r\nGo\r\n\r\nGO\r\n"
+                               "INSERT INTO jobs VALUES (2, N'é€')";
+        QStringEncoder utf16(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
+        const QByteArray windows = script.chopped(4).toLatin1() + "\xe9\x80')";
+        for (const QByteArray& content : {QByteArray(utf16(script)), windows, script.toUtf8()}) {
+            write(jobs, content);
+            QCOMPARE(runJobs(db, program.session.paths.AppFolder()), QString());
+            QVERIFY(!QFile::exists(jobs));
+            QCOMPARE(db.scalar(sql("SELECT MAX(letters) FROM jobs WHERE x = 2")), QString("é€"));
+            if (content != script.toUtf8()) db.execute(sql("DROP TABLE jobs"));
+        }
 
-        write(jobs, "INSERT INTO jobs VALUES (4)\nGO\nINSERT INTO nowhere VALUES (1)\nGO\nINSERT INTO jobs VALUES (8)\n");
+        write(jobs, "INSERT INTO jobs (x) VALUES (4)\nGO\nINSERT INTO nowhere VALUES (1)\nGO\nINSERT INTO jobs (x) VALUES (8)\n");
         const QString failure = runJobs(db, program.session.paths.AppFolder());
         QVERIFY(failure.contains("batch 2") && failure.contains("INSERT INTO nowhere"));
         QVERIFY(!QFile::exists(jobs));
         QCOMPARE(read(jobs + ".failed"),
-                 QByteArray("INSERT INTO nowhere VALUES (1)\r\nGO\r\nINSERT INTO jobs VALUES (8)\r\nGO\r\n"));
+                 QByteArray("INSERT INTO nowhere VALUES (1)\r\nGO\r\nINSERT INTO jobs (x) VALUES (8)\r\nGO\r\n"));
         QCOMPARE(db.scalar(sql("SELECT SUM(x) FROM jobs")), QString("7"));
         QVERIFY_EXCEPTION_THROWN(runScript(db, program.appFile("none.sql")), DbError);
     }

@@ -3,9 +3,11 @@
 #include "app/openServer.h"
 #include "db/DbError.h"
 #include "demo/DemoServer.h"
+#include "projects/modProjects.h"
 #include "schedules/ScheduleStatus.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
+#include "templates/clsTemplate.h"
 
 #include <QTest>
 #include <atomic>
@@ -19,6 +21,7 @@ class DemoEngineTest : public QObject {
 private slots:
     void init();
     void dueSchedulesEndAsTheirContentsSay();
+    void everyOfferedReportIsKnown();
     void aRunIsSeenAsProcessing();
     void aRunResetByAUserStaysReset();
     void aScheduleThatWasPutOffIsNotRun();
@@ -39,7 +42,7 @@ private:
     }
 
     Connection connection() const {
-        return {DemoServer::connectionString(m_program->serverFile()), openServer};
+        return m_program->other().another("NorvaScheduler");
     }
 
     std::unique_ptr<TestProgram> m_program;
@@ -48,7 +51,8 @@ private:
 };
 
 void DemoEngineTest::init() {
-    m_db.reset(); // before the file that it reads
+    m_db.reset(); // before the server that it reads, of which there is only one at a time
+    m_program.reset();
     m_program = std::make_unique<TestProgram>();
     m_db = std::make_unique<Connection>(connection());
     m_now = WallClock::now();
@@ -77,6 +81,35 @@ void DemoEngineTest::dueSchedulesEndAsTheirContentsSay() {
     const QString ran =
         m_db->scalar(sql("SELECT RanDate FROM tblSchedule WHERE ScheduleTitle = 'Cost centre packs'"));
     QCOMPARE(WallClock::fromStored(ran)->stored(), ran);
+}
+
+/// A newcomer may pick any report that the first project offers, and sees it succeed.
+void DemoEngineTest::everyOfferedReportIsKnown() {
+    m_program->logIn();
+    openProject(m_program->session, "Brightwater");
+    const CurrentProject& project = m_program->session.project;
+    clsTemplate all(*m_db, project);
+    all.setTitle("All");
+    all.setUnitabAccount(project.unitabAccount);
+    all.setBillType(project.billType);
+    for (int type = BillingReport; type <= MobileReport; ++type)
+        for (const auto* entry : catalogueEntries(type, ListChoice::forProject(type, project.billType, true))) {
+            QString key;
+            const auto parameters = std::make_shared<clsReportParameters>(project);
+            parameters->setCallsNotToNumber(QString("01234567890,").repeated(400));
+            all.Reports().Add(0, parameters, type, entry->id, true, false, false, key);
+        }
+    const qsizetype reports = all.Reports().Count();
+    QCOMPARE(all.SaveTemplate(), int(clsTemplate::Saved));
+    m_db->execute(sql("UPDATE tblSchedule SET TemplateID = {}, ProjectRef = 'Brightwater' "
+                      "WHERE ScheduleTitle = 'Linkvale check, overdue some days'",
+                      all.ID()));
+    DemoEngine engine(*m_db, [&] { engine.stop(); });
+    QCOMPARE(engine.runDueSchedules(m_now), 1);
+    const RecordSet log = logOf("Linkvale check, overdue some days");
+    for (const Row row : log) QVERIFY2(row.integer("ErrorCode") == 0, qPrintable(row.text("ReportName")));
+    QCOMPARE(log.rowCount(), reports);
+    QCOMPARE(statusOf("Linkvale check, overdue some days"), int(Completed));
 }
 
 void DemoEngineTest::aRunIsSeenAsProcessing() {

@@ -36,7 +36,9 @@ class EditorGroupsTest : public QObject {
     }
 
 private slots:
-    void initTestCase() { m_office = std::make_unique<Office>(); }
+    void init() {
+        if (!m_office) m_office = std::make_unique<Office>();
+    }
 
     void everyReport_data() {
         QTest::addColumn<int>("type");
@@ -91,34 +93,34 @@ private slots:
     }
 
     void callClassesOnlyWithUnclassedCalls() {
-        Office office;
-        office.db().execute(sql("UPDATE Brightwater.dbo.TblMobCalls SET CallClass = 'SMS'"));
-        Editor editor(office, CallReport, 111);
+        const auto office = std::move(m_office); // of no use to others afterwards
+        office->db().execute(sql("UPDATE Brightwater.dbo.TblMobCalls SET CallClass = 'SMS'"));
+        Editor editor(*office, CallReport, 111);
         QVERIFY(editor.open());
         QVERIFY(!editor.screen.findChild<QWidget*>("FrameCallClasses"));
     }
 
     /// A project that lacks what the lists are read from can be worked with all the same.
     void missingTables() {
-        Office office;
+        const auto office = std::move(m_office); // of no use to others afterwards
         for (const char* table :
              {"TblCcts", "TblMobCalls", "TblWisperaEvents", "BW10023_TblCC", "TblCallRecords"})
-            office.db().execute(sql("DROP TABLE Brightwater.dbo.{}", Name(table)));
+            office->db().execute(sql("DROP TABLE Brightwater.dbo.{}", Name(table)));
         for (const auto& [type, id] : {std::pair{1, 231}, {2, 111}, {3, 326}, {5, 131}, {5, 195}}) {
-            Editor editor(office, type, id);
+            Editor editor(*office, type, id);
             QVERIFY(editor.open());
             if (auto* option = editor.screen.findChild<QRadioButton*>("OptSelect1")) option->click();
             if (auto* option = editor.screen.findChild<QRadioButton*>("OptSelect8")) option->click();
             if (auto* option = editor.screen.findChild<QRadioButton*>("OptSelect0")) option->click();
         }
-        QCOMPARE(office.shown(), QStringList());
+        QCOMPARE(office->shown(), QStringList());
     }
 
     /// The lists are read while the screen opens: a failure leaves a reason and no half screen.
     void failureWhileOpening() {
-        Office office;
-        office.program.fault.arm(1);
-        Editor editor(office, BillingReport, 231);
+        const auto office = std::move(m_office); // of no use to others afterwards
+        office->program.fault.arm(1);
+        Editor editor(*office, BillingReport, 231);
         QVERIFY(!editor.open());
         QCOMPARE(editor.screen.loadProblem(), "Made to fail.");
     }

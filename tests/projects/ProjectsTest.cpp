@@ -12,13 +12,15 @@
 #include <QTest>
 #include <QToolButton>
 
+Q_DECLARE_METATYPE(Sql)
+
 /// Finding, choosing and updating projects.
 class ProjectsTest : public QObject {
     Q_OBJECT
 
     /// A database that may be a project, whose bill table is made by the given statement.
     static void addDatabase(TestProgram& program, const QString& name, const Sql& table) {
-        program.other().execute(sql("CREATE DATABASE {}", Name(name)));
+        program.addDatabase(name);
         DefaultDatabase inside(program.other(), name);
         if (!table.isEmpty()) program.other().execute(table);
     }
@@ -178,6 +180,5 @@ private slots:
     }
 };
 
-Q_DECLARE_METATYPE(Sql)
 static const AnnounceTest<ProjectsTest> announced;
 #include "ProjectsTest.moc"

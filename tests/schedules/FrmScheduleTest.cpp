@@ -41,20 +41,20 @@ struct Editor : ScheduleScreen<frmSchedule> {
         type(text);
     }
     void makeProject(const QString& name, bool withTable, bool withBill) {
-        Connection& system = program.system();
-        system.execute(sql("CREATE DATABASE {}", Name(name)));
+        Connection& owner = program.other();
+        program.addDatabase(name);
         if (withTable)
-            system.execute(
+            owner.execute(
                 sql("CREATE TABLE {}.dbo.Tbl50 (RecID int, BillID int, LocID int, Flags int, BillType int, "
                     "UnitabAccount varchar(20), CurrentUnitabAccount varchar(20), BillStart datetime, "
                     "BillEnd datetime)",
                     Name(name)));
         if (!withBill) return;
-        system.execute(
+        owner.execute(
             sql("INSERT INTO {}.dbo.Tbl50 VALUES (1, 1, 1, 0, 1, N'BW10023', N'BW10023', N'20260101', "
                 "N'20260131')",
                 Name(name)));
-        system.execute(sql("CREATE TABLE {}.dbo.[BW10023_TblCC] (TelNo varchar(25))", Name(name)));
+        owner.execute(sql("CREATE TABLE {}.dbo.[BW10023_TblCC] (TelNo varchar(25))", Name(name)));
     }
 };
 

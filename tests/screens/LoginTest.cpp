@@ -147,6 +147,7 @@ private slots:
         QFETCH(QString, damage);
         QFETCH(QString, message);
         TestProgram program;
+        if (damage.contains("ROLE") && !program.ownsLogin()) QSKIP("the server's own login is left alone");
         program.system().execute(Sql::script(damage));
         frmLogin screen(program.context);
         QVERIFY(!logIn(program, screen, "QuorraAdmin", DemoServer::loginPassword, program.server()));

@@ -125,7 +125,7 @@ private slots:
                                        {"BW10023", "a comma, here", "2", "it@example.com"},
                                        {"BW10023", "level", "7", "it@example.com"},
                                        {"", "no account", "1", "it@example.com"},
-                                       {"BW10023", " blank", "1", "it@example.com"},
+                                       {"BW10023", " blank ", "1", "it@example.com"},
                                        {"BW10023", "no address", "1", "it"},
                                        {"BÜ1", "Αθήνα", "1", "it@example.com"}};
         QList<MailEntry> writable;
@@ -135,9 +135,13 @@ private slots:
             writable << entry;
             centres << entry.costCentre;
         }
-        QCOMPARE(centres, (QStringList{"Engineers' Yard", "IT \"Blue\" Team", "Αθήνα"}));
+        QCOMPARE(centres, (QStringList{"Engineers' Yard", "O'Connell, \"Street\" 'Shop'", "IT \"Blue\" Team",
+                                       "\"Blue\"", "a comma, here", " blank ", "Αθήνα"}));
         const QString path = m_folder.filePath("export.csv");
         writeAddressFile(path, writable);
+        QFile plain(path);
+        QVERIFY(plain.open(QIODevice::ReadOnly));
+        QVERIFY(plain.readLine().endsWith("BW10023,Engineers' Yard,2,m.o'connor@example.ie\r\n"));
         const AddressFile file = readAddressFile(path);
         QList<MailEntry> read;
         for (const ImportRow& row : mapLines(file, layoutsFor(file).first(), {}, {}, [](qsizetype) {}))

@@ -273,14 +273,15 @@ private slots:
         Book book;
         book.office.db().execute(
             sql("INSERT INTO NorvaScheduler.dbo.tblMailAddresses VALUES (N'BW', N'Salt, Pepper', "
-                "N'x@example.com', 1)"));
+                "N'x@example.com', 7), (N'BW', N'Salt, Pepper', N'y@example.com', 1)"));
         QCOMPARE(book.screen.Setup(), 0);
         book.messages().answer(true);
         book.messages().pick(book.office.folder.filePath("out.csv"));
         book.press("cmdExport");
         const QStringList shown = book.office.shown();
-        QVERIFY(shown.first().contains("BW, Salt, Pepper, level 1, x@example.com"));
-        QCOMPARE(shown.last(), QString("5 addresses have been exported to the file."));
+        QVERIFY(shown.first().contains("BW, Salt, Pepper, level 7, x@example.com")
+                && !shown.first().contains("y@example.com"));
+        QCOMPARE(shown.last(), QString("6 addresses have been exported to the file."));
     }
 
     void anotherUserChangesTheBook() {

@@ -1,6 +1,7 @@
 #include "support/TestProgram.h"
 
 #include "app/cLogin.h"
+#include "app/SettingsStore.h"
 #include "app/openServer.h"
 #include "demo/DemoApplication.h"
 #include "demo/DemoUser.h"
@@ -10,13 +11,6 @@
 #include <QTest>
 
 namespace {
-
-const QString marker = "SchedulerTests";
-
-ConnectionString realServer() {
-    return {qEnvironmentVariable("SCHEDULER_TEST_USER"), qEnvironmentVariable("SCHEDULER_TEST_PASSWORD"), "master",
-            qEnvironmentVariable("SCHEDULER_TEST_SERVER")};
-}
 
 DemoOptions optionsFor(bool schedulerDatabase) {
     DemoOptions options = DemoOptions::small();
@@ -33,10 +27,6 @@ QString pristineServer(bool schedulerDatabase) {
     return path;
 }
 
-bool databaseExists(Connection& system, const QString& name) {
-    return system.scalar(sql("SELECT COUNT(*) FROM master.dbo.sysdatabases WHERE name = {}", name)).toInt() > 0;
-}
-
 Connection& opened(std::unique_ptr<Connection>& connection, const ConnectionString& target) {
     if (!connection) {
         connection = std::make_unique<Connection>(target, openServer);
@@ -48,43 +38,29 @@ Connection& opened(std::unique_ptr<Connection>& connection, const ConnectionStri
 } // namespace
 
 TestProgram::TestProgram(bool schedulerDatabase)
-    : m_server(onEmbeddedServer() ? "file:" + serverFile() : realServer().dataSource),
+    : m_server(onEmbeddedServer() ? "file:" + serverFile() : GuestDemo::host().dataSource),
       session(m_folder.filePath("app"),
               [this](const ConnectionString& target) {
                   return std::make_unique<FaultyServer>(openServer(target), fault);
               }),
       context{session, messages} {
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.filePath("settings"));
-    onEmbeddedServer() ? makeEmbeddedServer(schedulerDatabase) : makeRealServer(schedulerDatabase);
+    if (onEmbeddedServer()) {
+        QFile::copy(pristineServer(schedulerDatabase), serverFile());
+    } else {
+        saveSetting("NorvaQuorraSQL", "Odbc", "TrustServerCertificate", "yes"); // servers for tests sign their own
+        m_guest = std::make_unique<GuestDemo>(optionsFor(schedulerDatabase));
+    }
     demoApplication::create(m_folder.filePath("app"));
 }
 
-TestProgram::~TestProgram() {
-    if (!onEmbeddedServer()) dropDemo();
-}
-
 bool TestProgram::onEmbeddedServer() {
-    return !qEnvironmentVariableIsSet("SCHEDULER_TEST_SERVER");
+    return !GuestDemo::isInvited();
 }
 
-void TestProgram::makeEmbeddedServer(bool schedulerDatabase) {
-    QFile::copy(pristineServer(schedulerDatabase), serverFile());
-}
-
-/// What a broken run left is dropped first, but only where the marker says that it was a test's.
-void TestProgram::makeRealServer(bool schedulerDatabase) {
-    if (databaseExists(system(), marker)) dropDemo();
-    system().execute(sql("CREATE DATABASE {}", Name(marker)));
-    DemoServer::populate(realServer(), optionsFor(schedulerDatabase));
-}
-
-void TestProgram::dropDemo() {
-    session.connection.reset();
-    m_other.reset();
-    system().setDefaultDatabase("master");
-    for (const QString& database : DemoServer::databases() << marker)
-        if (databaseExists(system(), database)) system().execute(sql("DROP DATABASE {}", Name(database)));
-    system().execute(sql("DROP LOGIN {}", Name(Session::serverLoginName)));
+void TestProgram::addDatabase(const QString& name) {
+    if (m_guest) m_guest->announceDatabase(name);
+    other().execute(sql("CREATE DATABASE {}", Name(name)));
 }
 
 QString TestProgram::passwordOf(const QString& user) {
@@ -102,5 +78,5 @@ Connection& TestProgram::other() {
 
 Connection& TestProgram::system() {
     return opened(m_system, onEmbeddedServer() ? ConnectionString{"sa", DemoServer::systemPassword, "master", m_server}
-                                               : realServer());
+                                               : GuestDemo::host());
 }

@@ -2,6 +2,7 @@
 
 #include "app/Session.h"
 #include "demo/DemoServer.h"
+#include "demo/GuestDemo.h"
 #include "support/FaultyServer.h"
 #include "support/ScriptedMessages.h"
 #include "ui/ScreenContext.h"
@@ -9,14 +10,12 @@
 #include <QTemporaryDir>
 
 /// The program on a demo server of its own, with its application folder, a user's settings apart from
-/// the tester's, and messages answered by a script. The server is an embedded one, or the real one that
-/// SCHEDULER_TEST_SERVER (with SCHEDULER_TEST_USER and SCHEDULER_TEST_PASSWORD) names: there the demo's
-/// databases are made for each test and dropped after it.
+/// the tester's, and messages answered by a script. The server is an embedded one, or the one that
+/// SCHEDULER_TEST_SERVER names: there the demo is a guest for each test.
 class TestProgram {
 public:
     /// With `schedulerDatabase` false, NorvaScheduler is left to the first login.
     explicit TestProgram(bool schedulerDatabase = true);
-    ~TestProgram();
 
     /// False on a real server, whose files no test may touch.
     static bool onEmbeddedServer();
@@ -32,17 +31,18 @@ public:
     Connection& other();
     /// The same as the server's system login, which may do everything.
     Connection& system();
+    /// False on a server whose login QuorraAdmin is not the test's to change.
+    bool ownsLogin() const { return !m_guest || m_guest->ownsLogin(); }
+    /// A new database of the login's, which goes with the demo.
+    void addDatabase(const QString& name);
 
     Fault fault; ///< arms failures of the program's connection
     ScriptedMessages messages;
 
 private:
-    void makeEmbeddedServer(bool schedulerDatabase);
-    void makeRealServer(bool schedulerDatabase);
-    void dropDemo();
-
     QTemporaryDir m_folder;
     QString m_server;
+    std::unique_ptr<GuestDemo> m_guest; ///< null on an embedded server; outlives the connections
     std::unique_ptr<Connection> m_other;
     std::unique_ptr<Connection> m_system;
 
