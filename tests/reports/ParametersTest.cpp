@@ -107,13 +107,13 @@ private slots:
         parameters.setDateRangeEnd(QDate(2010, 2, 2));
         project.refreshBillDates = [&] { project.defaultStart = QDate(2026, 1, 1); };
 
-        project.useDefaultDates = true;
+        project.edited.useDefaultDates = true;
         QCOMPARE(parameters.DateRangeStart(), QDate(2010, 1, 1)); // no project is chosen
         project.database = "P";
         QCOMPARE(parameters.DateRangeStart(), QDate(2026, 1, 1));
         QCOMPARE(parameters.DateRangeEnd(), QDate(2010, 2, 2)); // the project's is not known
         const auto copy = parameters.Clone();
-        project.useDefaultDates = false;
+        project.edited.useDefaultDates = false;
         QCOMPARE(parameters.DateRangeStart(), QDate(2010, 1, 1));
         QCOMPARE(copy->DateRangeStart(), QDate(2026, 1, 1));
     }
@@ -200,7 +200,7 @@ private slots:
         clsReportParameters parameters(project);
         change(parameters);
         QCOMPARE(parameters.ParameterSummary(type, options), expected);
-        project.useDefaultDates = true;
+        project.edited.useDefaultDates = true;
         QCOMPARE(parameters.ParameterSummary(type, options).contains("Project Default Dates"),
                  options.startsWith(u'Y'));
     }

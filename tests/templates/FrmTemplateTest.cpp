@@ -435,7 +435,7 @@ private slots:
         editor.show(editor.idOf("Weekly call review"));
         child<QRadioButton>(*editor.screen, "optDate0").click();
         QVERIFY(texts(editor.list(), 2).first().contains("Project Default Dates"));
-        QVERIFY(editor.session.project.useDefaultDates);
+        QVERIFY(editor.session.project.edited.useDefaultDates);
         child<QRadioButton>(*editor.screen, "optDate1").click();
         QVERIFY(!texts(editor.list(), 2).first().contains("Project Default Dates"));
         child<QCheckBox>(*editor.screen, "chkCSVRepDefs").click();
