@@ -168,8 +168,9 @@ void frmTransfer::cmdOpen_Click() {
         const bool otherAccount = !session().project.isOfAccount(m_template.UnitabAccount());
         if (otherAccount && m_template.ID() != -1) {
             session().project = former;
-            messages().notice(this, QString("Please select a project with the bill account of '%1' to continue.")
-                                        .arg(m_template.UnitabAccount()));
+            messages().notice(this,
+                              QString("Please select a project with the bill account of '%1' to continue.")
+                                  .arg(m_template.UnitabAccount()));
             return;
         }
         m_projectProblem.clear();

@@ -137,8 +137,9 @@ QString thresholdsFault(const QString& kind, const QString& lower, const QString
     const std::optional<qint64> from = thresholdAmount(lower);
     const std::optional<qint64> to = thresholdAmount(higher);
     if (!from || !to || higher.isEmpty() || *to > *from) return {};
-    return QString("For the '%1 between' threshold, the second value must be greater than the first value.\r\n"
-                   "Please ammend the value.")
+    return QString(
+               "For the '%1 between' threshold, the second value must be greater than the first value.\r\n"
+               "Please ammend the value.")
         .arg(kind);
 }
 

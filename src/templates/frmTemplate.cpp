@@ -387,8 +387,8 @@ void frmTemplate::cmdSaveAs_Click() {
 }
 
 bool frmTemplate::mayClose() {
-    const bool leaves = !m_template.HasChanged()
-                        || messages().ask(this, "Are you sure you want to cancel your changes?");
+    const bool leaves =
+        !m_template.HasChanged() || messages().ask(this, "Are you sure you want to cancel your changes?");
     if (leaves && m_template.ID() == -1) forgetExcludedNumbers();
     return leaves;
 }

@@ -66,7 +66,7 @@ private slots:
         QCOMPARE(office.shown(),
                  QStringList{"The telephone number is too long: 10000 characters were entered, 20 fit."});
         QCOMPARE(child<QLineEdit>(screen, "txtNumber").text().size(),
-                 10'000); // what was typed is still there
+                 10'000);                            // what was typed is still there
         for (const QString typed : {"NHS", "1,2"}) { // OK takes what is typed, or stays
             child<QLineEdit>(screen, "txtNumber").setText(typed);
             press(screen, "cmdOk");
@@ -95,9 +95,9 @@ private slots:
         auto& box = child<QLineEdit>(screen, "txtNumber");
         box.paste();
         QTest::keyClick(&box, Qt::Key_Return);
-        QCOMPARE(office.shown(),
-                 QStringList{duplicate
-                             + "\n\n2 of the 5002 numbers could not be added and are left in the box."});
+        QCOMPARE(
+            office.shown(),
+            QStringList{duplicate + "\n\n2 of the 5002 numbers could not be added and are left in the box."});
         QCOMPARE(box.text().split('\n'), (QStringList{"1", "NHS"}));
         QCOMPARE(grid(screen).size(), 5001);
         QCOMPARE(grid(screen).last(), "01174004999");
@@ -202,21 +202,6 @@ private slots:
         press(screen, "cmdDelete");
         press(screen, "cmdLoad");
         QCOMPARE(grid(screen), (QStringList{"01234", "*9£"}));
-    }
-
-    void hundredThousandNumbers() {
-        QByteArray content;
-        for (int i = 0; i < 100'000; ++i) content += QByteArray::number(1'000'000'000 + i) + '\n';
-        Office office;
-        frmRangeSel screen(office.program.context);
-        QCOMPARE(screen.SetupNumbers("", "Calls to"), 0);
-        office.program.messages.pick(file(content));
-        const qint64 before = office.program.fault.taken;
-        press(screen, "cmdLoad");
-        QCOMPARE(grid(screen).size(), 100'000);
-        QVERIFY(office.program.fault.taken - before < 300); // many rows in one statement
-        press(screen, "cmdOk");
-        QCOMPARE(screen.numbers().count(','), 99'999);
     }
 
     /// Whichever statement of a load fails, the list on the server and in the grid is as before.

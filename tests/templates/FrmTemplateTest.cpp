@@ -124,7 +124,8 @@ private slots:
         editor.add(1, "vat");
         press(*editor.screen, "cmdSave");
         QVERIFY(editor.closedWithCallback());
-        QCOMPARE(editor.scalar(sql("SELECT BillType FROM NorvaScheduler.dbo.tblTemplate WHERE TemplateID = {}", id)),
+        QCOMPARE(editor.scalar(
+                     sql("SELECT BillType FROM NorvaScheduler.dbo.tblTemplate WHERE TemplateID = {}", id)),
                  1);
     }
 
@@ -136,12 +137,14 @@ private slots:
         press(*editor.screen, "cmdSave");
         const int id = editor.idOf("Abroad");
         const auto stored = [&](const Sql& condition) {
-            return editor.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblTemplate_Report WHERE TemplateID = {} "
-                                     "AND {}",
-                                     id, condition));
+            return editor.scalar(
+                sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblTemplate_Report WHERE TemplateID = {} "
+                    "AND {}",
+                    id, condition));
         };
         QCOMPARE(stored(sql("Distance1 = 1 AND Distance17 = 1 AND Distance18 = 1 AND Distance23 = 1")), 1);
-        editor.db().execute(sql("UPDATE NorvaScheduler.dbo.tblTemplate SET DefaultDates = 1 WHERE TemplateID = {}", id));
+        editor.db().execute(
+            sql("UPDATE NorvaScheduler.dbo.tblTemplate SET DefaultDates = 1 WHERE TemplateID = {}", id));
         editor.db().execute(sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET DateStart = '20100203', "
                                 "Distance1 = 0 WHERE TemplateID = {}",
                                 id));
@@ -468,20 +471,6 @@ private slots:
         QVERIFY(!editor.shown().contains(refusal) && editor.session.project.unitabAccount == "BW10023");
         press(*editor.screen, "cmdExit");
         QVERIFY(editor.closedWithCallback());
-    }
-
-    void aTemplateWithoutProjectCanBeSaved() {
-        Editor editor;
-        const int id = editor.addTemplate("Orphan", "Nobody's [account]");
-        editor.addReport(id, 1, 211);
-        editor.show(id);
-        editor.title().setText("Orphan, renamed");
-        inNextModal<frmSQLServerDatabases>([](frmSQLServerDatabases& chooser) { chooser.reject(); });
-        press(*editor.screen, "cmdEdit");
-        QCOMPARE(editor.shown().last(),
-                 "Please select a project with the bill account of 'Nobody's [account]' to continue.");
-        press(*editor.screen, "cmdSave");
-        QVERIFY(editor.closedWithCallback() && editor.idOf("Orphan, renamed") == id);
     }
 
     void defaultDatesAreShownAtOnce() {
