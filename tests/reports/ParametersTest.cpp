@@ -86,20 +86,6 @@ private slots:
         QCOMPARE(describe(*parameters.Clone()), describe(parameters));
     }
 
-    void indexesAreChecked() {
-        const CurrentProject project;
-        clsReportParameters parameters(project);
-        const QStringList before = describe(parameters);
-        for (const int index : {-1, 0, 24, INT_MIN, INT_MAX}) {
-            QVERIFY_EXCEPTION_THROWN(parameters.setDaySelected(index, false), std::out_of_range);
-            QVERIFY_EXCEPTION_THROWN(parameters.setDistanceBandSelected(index, false), std::out_of_range);
-            QVERIFY_EXCEPTION_THROWN(parameters.setCostCentre(index, "x"), std::out_of_range);
-        }
-        QVERIFY_EXCEPTION_THROWN(parameters.DaySelected(8), std::out_of_range);
-        QVERIFY_EXCEPTION_THROWN(parameters.CostCentre(6), std::out_of_range);
-        QCOMPARE(describe(parameters), before);
-    }
-
     void projectDatesReplaceStoredOnes() {
         CurrentProject project;
         clsReportParameters parameters(project);
