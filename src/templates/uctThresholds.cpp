@@ -113,11 +113,15 @@ bool uctThresholds::eventFilter(QObject* watched, QEvent* event) {
 
 /// The box that was left is where the value is to be amended.
 void uctThresholds::leave(QLineEdit* left) {
+    if (QGuiApplication::mouseButtons() != Qt::NoButton) { // a box would swallow the rest of the click
+        QTimer::singleShot(20, this, [this, left] { leave(left); });
+        return;
+    }
     const Pair& pair = left == m_cost.lower || left == m_cost.higher ? m_cost : m_duration;
     const QWidget* now = QApplication::focusWidget();
     // Cancel makes the amounts not matter, and Save has its own words for them.
     const bool leavesScreen = now && (now->objectName() == "cmdCancel" || now->objectName() == "cmdSave");
-    if (!isVisible() || now == pair.lower || now == pair.higher || leavesScreen) return;
+    if (!isVisible() || !isActiveWindow() || now == pair.lower || now == pair.higher || leavesScreen) return;
     const QString fault = pair.fault();
     if (fault.isEmpty()) return;
     editedReport().context.messages.notice(window(), fault);

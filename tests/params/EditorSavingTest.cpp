@@ -236,6 +236,16 @@ private slots:
                                   "than the first value.\r\nPlease ammend the value."};
         QCOMPARE(office.shown(), refusal);
         QCOMPARE(editor.screen.focusWidget(), &higher);
+        auto& day = child<QCheckBox>(editor.screen, "ChkDay1");
+        day.setFocus(); // as a click does
+        const QPoint place = day.mapTo(&editor.screen, QPoint(5, day.height() / 2));
+        QTest::mousePress(editor.screen.windowHandle(), Qt::LeftButton, {}, place);
+        QCoreApplication::processEvents();
+        QCOMPARE(office.shown(), QStringList()); // not before the click is through
+        QTest::mouseRelease(editor.screen.windowHandle(), Qt::LeftButton, {}, place);
+        QVERIFY(!day.isChecked());
+        QTRY_COMPARE(editor.screen.focusWidget(), &higher);
+        QCOMPARE(office.shown(), refusal);
         child(editor.screen, "cmdSave").setFocus(); // on the way to Save, which has the same words
         QCoreApplication::processEvents();
         QCOMPARE(editor.save(), refusal);
