@@ -16,10 +16,24 @@ struct CurrentProject {
     bool ownCentresReady = false;     ///< the user's copy of its cost centres is up to date
     bool ownCentresListReady = false; ///< and so is his list of them
 
-    /// Reports take the project's default dates instead of their own. Belongs to the application, not
-    /// to the project: it outlives a change of project.
-    bool useDefaultDates = false;
-    /// Brings the default dates up to date. Called at every reading of a report's dates while
-    /// useDefaultDates is on, so it should ask the server only when something may have changed.
+    /// The template whose reports are edited. Belongs to the application, not to the project: it outlives
+    /// a change of project.
+    struct EditedTemplate {
+        QString account;
+        int billType = 0;             ///< 0 while unknown
+        bool useDefaultDates = false; ///< its reports take the project's default dates instead of their own
+    };
+    EditedTemplate edited;
+    /// Brings the default dates up to date. Called at every reading of a report's dates while the
+    /// project's are used, so it should ask the server only when something may have changed.
     std::function<void()> refreshBillDates;
+
+    bool isOfAccount(const QString& account) const {
+        return !database.isEmpty() && unitabAccount.compare(account, Qt::CaseInsensitive) == 0;
+    }
+    /// The bills that the reports are about: those of the template, which a project of another account
+    /// may be open beside.
+    int reportedBillType() const { return edited.billType != 0 ? edited.billType : billType; }
+    /// Another account's dates are none of the template's.
+    bool givesDates() const { return edited.useDefaultDates && isOfAccount(edited.account); }
 };

@@ -77,7 +77,7 @@ void openProject(Session& session, const QString& database) {
     project.billType = optional(bill, "BillType", "1").toInt();
     readBillDates(db, project);
     project.wispera = holdsWisperaEvents(db, database);
-    project.useDefaultDates = session.project.useDefaultDates;
+    project.edited = session.project.edited;
     project.refreshBillDates = refresher(session);
     session.project = project;
 }

@@ -44,7 +44,7 @@ public:
     }
 
     void addDates() {
-        if (m_project.useDefaultDates) {
+        if (m_project.edited.useDefaultDates) {
             m_pieces << "Project Default Dates";
             return;
         }
@@ -63,7 +63,7 @@ public:
     }
 
     void addDistanceBands() {
-        const auto [first, last] = distanceBands::suiting(m_parameters.CallFilter(), m_project.billType);
+        const auto [first, last] = distanceBands::suiting(m_parameters.CallFilter(), m_project.reportedBillType());
         QStringList names;
         for (int band = first; band <= last; ++band)
             if (m_parameters.DistanceBandSelected(band)) names << distanceBands::name(band);

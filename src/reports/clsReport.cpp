@@ -21,8 +21,9 @@ const CatalogueEntry* clsReport::lookedUpEntry() const {
 }
 
 const CatalogueEntry* clsReport::offeredEntry() const {
-    return catalogueEntry(m_reportType, m_reportSubType,
-                          ListChoice::forProject(m_reportType, m_project->billType, m_project->wispera));
+    return catalogueEntry(
+        m_reportType, m_reportSubType,
+        ListChoice::forProject(m_reportType, m_project->reportedBillType(), m_project->wispera));
 }
 
 const CatalogueEntry* clsReport::Entry() const {

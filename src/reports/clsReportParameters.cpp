@@ -5,21 +5,11 @@
 #include "reports/CallFilter.h"
 #include "reports/DateRange.h"
 #include "reports/ParameterSummary.h"
+#include "reports/ThresholdAmount.h"
 
-#include <QRegularExpression>
 #include <stdexcept>
 
 namespace {
-
-/// The text's value in ten-thousandths, the empty text being 0. Throws std::invalid_argument.
-qint64 moneyAmount(const QString& text) {
-    static const QRegularExpression number("\\A[0-9]*(\\.[0-9]*)?\\z");
-    const double amount = ('0' + text).toDouble() * 10000;
-    constexpr double largest = 9.2e18; // what a currency value holds
-    if (!number.match(text).hasMatch() || amount > largest)
-        throw std::invalid_argument("'" + text.toStdString() + "' is not a number.");
-    return qRound64(amount);
-}
 
 template <class Array>
 auto& at(Array& array, int index) {
@@ -43,7 +33,7 @@ void clsReportParameters::Clear() {
     m_costRangeMinimum = m_costRangeMaximum = {};
     m_durationRangeMinimum = m_durationRangeMaximum = {};
     m_costCentre.fill({});
-    m_callFilter = m_project->billType == IdcBill ? AllLines : AllLinesAndMobiles;
+    m_callFilter = m_project->reportedBillType() == IdcBill ? AllLines : AllLinesAndMobiles;
     m_accountFilter = AllAccounts;
     m_callTaggingSetting = 0;
     m_circuitsPercentage = 0;
@@ -74,7 +64,7 @@ void clsReportParameters::setDaySelected(int day, bool selected) {
 }
 
 bool clsReportParameters::usesProjectDates() const {
-    if (!m_project->useDefaultDates || m_project->database.isEmpty()) return false;
+    if (!m_project->givesDates()) return false;
     if (m_project->refreshBillDates) m_project->refreshBillDates();
     return true;
 }
@@ -98,7 +88,9 @@ void clsReportParameters::setDistanceBandSelected(int band, bool selected) {
 
 void clsReportParameters::changeThreshold(Threshold& threshold, const QString& text) {
     change(threshold.text, text);
-    threshold.amount = moneyAmount(text);
+    const std::optional<qint64> amount = thresholdAmount(text);
+    if (!amount) throw std::invalid_argument("'" + text.toStdString() + "' is not a number.");
+    threshold.amount = *amount;
 }
 
 const QString& clsReportParameters::CostCentre(int level) const {

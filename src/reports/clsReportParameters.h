@@ -50,8 +50,8 @@ public:
     bool DistanceBandSelected(int band) const;
     void setDistanceBandSelected(int band, bool selected);
 
-    /// Pounds, as typed. The setters keep any text, and throw std::invalid_argument afterwards when it
-    /// is no number (digits with at most one decimal point); its amount then stays as it was.
+    /// Pounds, as typed. The setters keep any text, and throw std::invalid_argument afterwards when
+    /// thresholdAmount() knows none for it; its amount then stays as it was.
     const QString& CostRangeMinimum() const { return m_costRangeMinimum.text; }
     void setCostRangeMinimum(const QString& text) { changeThreshold(m_costRangeMinimum, text); }
     const QString& CostRangeMaximum() const { return m_costRangeMaximum.text; }

@@ -69,10 +69,11 @@ clsSchedule::LoadResult clsSchedule::LoadSchedule(int id) {
 clsSchedule::SaveResult clsSchedule::SaveSchedule(const QString& newTitle, bool saveTemplate) {
     const QString title = newTitle.isEmpty() ? m_title : newTitle;
     if (title.isEmpty()) return TitleMissing;
-    requireFits("schedule title", title, longestTitle, CodePage::Unicode);
-    requireFits("project name", m_projectFile, 128, CodePage::Unicode);
     const QString stored = storedTitle(title);
     const bool insert = !newTitle.isEmpty() || m_id == notStored;
+    if (insert || stored != m_loaded.title)
+        requireFits("schedule title", title, longestTitle, CodePage::Unicode);
+    requireFits("project name", m_projectFile, 128, CodePage::Unicode);
 
     const int former = m_id;
     Transaction transaction(m_session.db());

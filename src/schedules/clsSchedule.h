@@ -32,7 +32,8 @@ public:
     void SetRanDate(const WallClock& when);
     /// Inserts under `newTitle` when it is given or the schedule is not stored yet, else updates. With
     /// `saveTemplate` the template is saved as well, in the same transaction. A row that is no longer
-    /// as it was loaded is not overwritten. Throws DbError when a text does not fit.
+    /// as it was loaded is not overwritten. Throws DbError when a text does not fit; a longer title of an
+    /// older version may stay.
     SaveResult SaveSchedule(const QString& newTitle, bool saveTemplate);
     /// After ChangedMeanwhile: what the other user changed, in words, and who he is.
     QStringList ForeignChanges() const { return m_found.changesSince(m_loaded); }
@@ -49,6 +50,8 @@ public:
     void setTemplate(std::unique_ptr<clsTemplate> value);
     int ID() const { return m_id; }
     const QString& ProjectFile() const { return m_projectFile; }
+    /// Whether its row names the same project.
+    bool KeepsProject() const { return m_id != notStored && m_projectFile == m_loaded.project; }
     void setProjectFile(const QString& project);
     const QString& Title() const { return m_title; }
     void setTitle(const QString& title);

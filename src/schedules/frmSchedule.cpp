@@ -156,7 +156,8 @@ void frmSchedule::showTitleLength() {
 }
 
 void frmSchedule::showProject() {
-    m_ui->txtProject->setText(isProjectChosen() ? m_schedule.ProjectFile() : selectProject);
+    const QString& project = m_schedule.ProjectFile();
+    m_ui->txtProject->setText(project.isEmpty() ? selectProject : project);
     m_ui->txtProject->setCursorPosition(0);
     m_ui->lblProjectProblem->setText(m_projectProblem);
     m_ui->lblProjectProblem->setVisible(!m_projectProblem.isEmpty());
@@ -283,7 +284,10 @@ bool frmSchedule::checkTitle(const QString& title) {
 }
 
 bool frmSchedule::checkProject() {
-    return isProjectChosen() || refused(selectProject, m_ui->cmdOpen);
+    if (isProjectChosen()) return true;
+    const QString refusal =
+        m_projectProblem.isEmpty() ? selectProject : m_projectProblem + " Please choose another project.";
+    return refused(refusal, m_ui->cmdOpen);
 }
 
 bool frmSchedule::checkTemplate() {
@@ -299,7 +303,8 @@ void frmSchedule::cmdSave_Click() {
     run(
         "frmSchedule.cmdSave_Click",
         [this] {
-            if (checkTitle(m_schedule.Title()) && checkProject() && checkTemplate() && checkRunDate())
+            if (checkTitle(m_schedule.Title()) && (m_schedule.KeepsProject() || checkProject())
+                && checkTemplate() && checkRunDate())
                 save({});
         },
         "Error saving schedule");
@@ -326,16 +331,20 @@ void frmSchedule::save(const QString& newTitle) {
     bool stored = false;
     {
         WaitCursor wait;
-        stored = prepareProject() && isTemplateThere() && store(newTitle);
+        const bool keepsProject = newTitle.isEmpty() && m_schedule.KeepsProject();
+        stored = prepareProject(keepsProject) && isTemplateThere() && store(newTitle);
     }
     if (stored) callBackAndClose();
 }
 
-/// The project may have vanished since it was chosen, and an older one has to be brought up to date.
-bool frmSchedule::prepareProject() {
+/// The project may have vanished since it was chosen, and an older one has to be brought up to date. A
+/// stored schedule may keep its project whatever became of it.
+bool frmSchedule::prepareProject(bool keepsProject) {
+    if (keepsProject && !m_projectProblem.isEmpty()) return true;
     const QString problem = projectProblem(session(), m_schedule.ProjectFile());
-    if (!problem.isEmpty()) return refused(problem + " Please choose another project.", m_ui->cmdOpen);
-    if (!makeProjectCurrent()) return false;
+    if (!problem.isEmpty())
+        return keepsProject || refused(problem + " Please choose another project.", m_ui->cmdOpen);
+    if (!makeProjectCurrent()) return keepsProject;
     addTimeBandColumns(session());
     const auto hideProgress = qScopeGuard([this] { m_ui->paneUpdate->hide(); });
     updateTimeBands(

@@ -69,7 +69,7 @@ private:
     bool checkTemplate();
     bool checkRunDate();
     void save(const QString& newTitle);
-    bool prepareProject();
+    bool prepareProject(bool keepsProject);
     bool isTemplateThere();
     void showUpdateStep(int step, int steps);
     bool store(const QString& newTitle);

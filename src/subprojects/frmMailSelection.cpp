@@ -113,3 +113,9 @@ void frmMailSelection::add() {
     m_ui->txtEmail->clear();
     m_ui->txtEmail->setFocus();
 }
+
+/// An address that is still in its box was not added.
+bool frmMailSelection::mayClose() {
+    return m_ui->txtEmail->text().trimmed().isEmpty()
+           || messages().ask(this, "Are you sure you want to cancel your changes?");
+}

@@ -23,6 +23,9 @@ public:
     /// Shows the cost centres of the current project; 0 on success.
     int Setup();
 
+protected:
+    bool mayClose() override;
+
 private slots:
     void cmdOpen_Click();
     void cmdAdd_Click();

@@ -41,7 +41,6 @@ frmTransfer::frmTransfer(ScreenContext& screenContext, QWidget* parent)
     readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
     m_ui->txtProject->setPalette(readOnly);
     setTextColour(*m_ui->lblMaxFileSize, Palette::subtleText());
-    setTextColour(*m_ui->lblProjectProblem, Palette::problem());
     m_ui->lblOptions->setContentsMargins(0, (m_ui->Option3->sizeHint().height() - fontMetrics().height()) / 2,
                                          0, 0);
     entries().setMinimumHeight(fontMetrics().height() * 6);
@@ -52,7 +51,9 @@ frmTransfer::frmTransfer(ScreenContext& screenContext, QWidget* parent)
     resizeToText(*this, 115, 36);
 }
 
-frmTransfer::~frmTransfer() = default;
+frmTransfer::~frmTransfer() {
+    session().project.edited = {};
+}
 
 void frmTransfer::buildFooter() {
     uctFooter& footer = *m_ui->footer;
@@ -102,17 +103,15 @@ int frmTransfer::Setup(int templateId) {
         WaitCursor wait;
         if (templateId < 0) {
             m_template.setTemplateType(subProjectType);
-            m_template.Clear();
-            m_template.setUnitabAccount(session().project.unitabAccount);
-            m_template.setBillType(session().project.billType);
+            m_template.StartNew();
         } else {
             loaded = m_template.LoadTemplate(templateId);
             if (!loaded) return;
         }
-        session().project.useDefaultDates = m_template.DefaultDates();
+        session().project.edited = {m_template.UnitabAccount(), m_template.BillType(),
+                                    m_template.DefaultDates()};
         m_ui->header->setNote(templateId < 0 ? "Add a template" : "Edit a template");
         m_ui->lblMaxFileSize->setText("Largest attachment: " + GetMaxFileSizeDesc(session().db()));
-        if (isOfTemplate(session().project.unitabAccount)) m_projectProblem = CheckProjectisValid();
         showProject();
         showChoices();
         loadCCTasks();
@@ -121,24 +120,16 @@ int frmTransfer::Setup(int templateId) {
     return done && loaded ? 0 : -1;
 }
 
-/// Why the current project cannot be used for sub-projects; empty when it can.
-QString frmTransfer::CheckProjectisValid() const {
-    if (session().project.database.isEmpty()) return {};
-    const QStringList missing = missingSubProjectTables(session());
-    return missing.isEmpty()
+/// In words; empty when the project has all tables. Projects of some kinds never have them all.
+QString frmTransfer::lackingTables() const {
+    const QStringList lacking = missingSubProjectTables(session());
+    return lacking.isEmpty()
                ? QString()
-               : QString("The project '%1' cannot be used for cost centre sub projects.  It lacks the "
-                         "tables %2.")
-                     .arg(session().project.database, missing.join(", "));
-}
-
-bool frmTransfer::isOfTemplate(const QString& account) const {
-    return m_template.UnitabAccount().compare(account, Qt::CaseInsensitive) == 0;
+               : "Tables that sub-projects are made from and this project lacks: " + lacking.join(", ");
 }
 
 bool frmTransfer::isProjectChosen() const {
-    const CurrentProject& project = session().project;
-    return !project.database.isEmpty() && m_projectProblem.isEmpty() && isOfTemplate(project.unitabAccount);
+    return m_projectProblem.isEmpty() && session().project.isOfAccount(m_template.UnitabAccount());
 }
 
 void frmTransfer::showProject() {
@@ -146,8 +137,11 @@ void frmTransfer::showProject() {
     const QString ofAccount = account.isEmpty() ? QString() : QString(" (bill account %1)").arg(account);
     m_ui->txtProject->setText(isProjectChosen() ? session().project.database + ofAccount : QString());
     m_ui->txtProject->setPlaceholderText("No project is selected" + ofAccount);
-    m_ui->lblProjectProblem->setText(m_projectProblem);
-    m_ui->lblProjectProblem->setVisible(!m_projectProblem.isEmpty());
+    const QString told = isProjectChosen() ? lackingTables() : m_projectProblem;
+    setTextColour(*m_ui->lblProjectProblem,
+                  m_projectProblem.isEmpty() ? Palette::subtleText() : Palette::problem());
+    m_ui->lblProjectProblem->setText(told);
+    m_ui->lblProjectProblem->setVisible(!told.isEmpty());
 }
 
 void frmTransfer::showChoices() {
@@ -171,21 +165,17 @@ void frmTransfer::cmdOpen_Click() {
     run("frmTransfer.cmdOpen_Click", [this] {
         const CurrentProject former = session().project;
         if (!chooseProject(context(), this)) return;
-        const bool otherAccount = !isOfTemplate(session().project.unitabAccount);
-        const QString problem =
-            otherAccount && m_template.ID() != -1
-                ? QString("Please select a project with the bill account of '%1' to continue.")
-                      .arg(m_template.UnitabAccount())
-                : CheckProjectisValid();
-        if (!problem.isEmpty()) {
+        const bool otherAccount = !session().project.isOfAccount(m_template.UnitabAccount());
+        if (otherAccount && m_template.ID() != -1) {
             session().project = former;
-            messages().notice(this, problem);
+            messages().notice(this,
+                              QString("Please select a project with the bill account of '%1' to continue.")
+                                  .arg(m_template.UnitabAccount()));
             return;
         }
         m_projectProblem.clear();
         if (otherAccount) { // a new template goes with its project
-            m_template.setUnitabAccount(session().project.unitabAccount);
-            m_template.setBillType(session().project.billType);
+            m_template.TakeProject();
             m_ticked.clear();
             m_ui->lstCC->setEntries({}, {});
         } else {

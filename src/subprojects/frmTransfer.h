@@ -53,9 +53,8 @@ private:
     void connectControls();
     void run(const char* slot, const std::function<void()>& body, const QString& headline = {});
 
-    QString CheckProjectisValid() const;
+    QString lackingTables() const;
     bool isProjectChosen() const;
-    bool isOfTemplate(const QString& account) const;
     void showProject();
     void showChoices();
     void showLevel();
@@ -77,7 +76,7 @@ private:
 
     std::unique_ptr<Ui::frmTransfer> m_ui;
     clsTemplate m_template;
-    QString m_projectProblem;         ///< why the current project cannot be used; empty while it can
+    QString m_projectProblem;         ///< why the project has no cost centres; empty while it has
     QHash<int, QStringList> m_ticked; ///< by level, of the levels that were left
     Choices m_before;
     bool m_filling = false;

@@ -10,7 +10,7 @@
 
 namespace {
 
-const QStringList& neededTables() {
+const QStringList& subProjectTables() {
     static const QStringList tables{
         "Tbl50",          "Tbl017",          "Tbl307",       "Tbl407",        "Tbl507",      "Tbl997",
         "TblCallRecords", "TblCallSummary1", "TblCcts",      "TblCctSummary", "TblFCC",      "TblFCallSum",
@@ -75,14 +75,14 @@ QStringList readCentresList(Session& session, int level, const QString& table) {
 
 QStringList missingSubProjectTables(Session& session) {
     QList<Sql> names;
-    for (const QString& table : neededTables()) names << Sql::value(table);
+    for (const QString& table : subProjectTables()) names << Sql::value(table);
     const RecordSet rows =
         session.db().query(sql("SELECT [name] FROM {}.dbo.sysobjects WITH (NOLOCK) WHERE [name] IN ({})",
                                Name(session.project.database), Sql::join(names, sql(", "))));
     QSet<QString> found;
     for (const Row row : rows) found.insert(row.text(0).toCaseFolded());
     QStringList missing;
-    for (const QString& table : neededTables())
+    for (const QString& table : subProjectTables())
         if (!found.contains(table.toCaseFolded())) missing << table;
     return missing;
 }

@@ -4,7 +4,7 @@
 
 struct Session;
 
-/// Tables that a project needs for sub-projects and the current project lacks.
+/// Tables that sub-projects are made from and the current project lacks.
 QStringList missingSubProjectTables(Session& session);
 
 /// The cost centres of a level 1 to 5 that the user may choose sub-projects from, in ascending order,

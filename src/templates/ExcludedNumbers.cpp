@@ -20,9 +20,9 @@ int ExcludedNumbers::countEverywhere(const QString& number) {
         .toInt();
 }
 
-void ExcludedNumbers::add(const QString& number) {
-    NumberTable::add(number);
-    m_changes[numberKey(number)].now << Entry{number};
+void ExcludedNumbers::add(const QStringList& numbers) {
+    NumberTable::add(numbers);
+    for (const QString& number : numbers) m_changes[numberKey(number)].now << Entry{number};
 }
 
 void ExcludedNumbers::clear() {

@@ -16,7 +16,7 @@ public:
     /// How often the number is excluded, over all templates.
     int countEverywhere(const QString& number);
 
-    void add(const QString& number) override;
+    void add(const QStringList& numbers) override;
     void clear() override;
     void removeAll(const QStringList& numbers) override;
     void replace(const QStringList& numbers, const Progress& progress) override;

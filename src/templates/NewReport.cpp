@@ -7,15 +7,14 @@
 
 namespace {
 
-void suitLines(clsReportParameters& parameters, int reportType, const CatalogueEntry& entry, int billType) {
+void suitLines(clsReportParameters& parameters, int reportType, const CatalogueEntry& entry) {
     if (entry.lines.empty()) return;
     // The line filter that some bills start with says nothing of mobiles.
     if (reportType != MobileReport && entry.takesCallsFrom(parameters.CallFilter())) return;
     for (const int filter : {AllLinesAndMobiles, AllLines, AllLinesVoiceOnly, AllLinesDataOnly}) {
         if (!entry.takesCallsFrom(filter)) continue;
         parameters.setCallFilter(filter); // unselects the bands
-        const distanceBands::Range bands = distanceBands::suiting(filter, billType);
-        for (int band = bands.first; band <= bands.last; ++band)
+        for (int band = 1; band <= distanceBands::Count; ++band)
             parameters.setDistanceBandSelected(band, true);
         return;
     }
@@ -26,7 +25,7 @@ void suitLines(clsReportParameters& parameters, int reportType, const CatalogueE
 std::shared_ptr<clsReportParameters> newParameters(const Session& session, int reportType,
                                                    const CatalogueEntry& entry) {
     auto parameters = std::make_shared<clsReportParameters>(session.project);
-    suitLines(*parameters, reportType, entry, session.project.billType);
+    suitLines(*parameters, reportType, entry);
     const ProjectLists::CostCentres limits = costCentreLimits(session);
     if (entry.offers(AccountsGroup) && isLimited(limits)) {
         parameters->setAccountFilter(SeveralCostCentreLevels);

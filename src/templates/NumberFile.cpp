@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <algorithm>
 #include <stdexcept>
@@ -29,19 +30,23 @@ bool isBinary(const QString& text) {
 
 } // namespace
 
+QStringList numbersIn(const QString& text) {
+    static const QRegularExpression between("[\\v\\t,]"); // any line end
+    QStringList numbers;
+    for (QString number : text.split(between)) {
+        number.removeIf([](QChar letter) { return letter == u'"' || letter.isSpace(); });
+        if (!number.isEmpty()) numbers << number;
+    }
+    return numbers;
+}
+
 QStringList read(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) refuse(path, "cannot be read: " + file.errorString());
     if (file.size() > LargestFile) refuse(path, "is too large for a list of telephone numbers.");
     QString text = foreignText(file.readAll());
     if (isBinary(text)) refuse(path, "is not a list of telephone numbers: it holds no plain text.");
-    text.replace('\r', '\n').replace('\f', '\n').remove(u'\x1a');
-    QStringList numbers;
-    for (QString line : text.split('\n')) {
-        line.remove('"').remove(' ').remove('\t');
-        if (!line.isEmpty()) numbers << line;
-    }
-    return numbers;
+    return numbersIn(text.remove(u'\x1a'));
 }
 
 void write(const QString& path, const QStringList& numbers) {

@@ -1,7 +1,6 @@
 #include "templates/NumberList.h"
 
 #include "app/Session.h"
-#include "db/DbError.h"
 
 namespace {
 
@@ -53,12 +52,6 @@ NumberTable::LeftOut NumberList::SetupNumbers(const QString& list, const Progres
     const Fitting usable = fitting(numbers);
     replace(usable.numbers, progress);
     return usable.leftOut;
-}
-
-void NumberList::add(const QString& number) {
-    if (number.contains(','))
-        throw DbError(0, "A comma separates two numbers: please enter one number at a time.");
-    NumberTable::add(number);
 }
 
 Sql NumberList::selectNumbers() const {

@@ -21,9 +21,6 @@ public:
     /// The numbers joined by ", ".
     QString joined() { return numbers().join(", "); }
 
-    /// Refuses what would become two numbers when the list is read again.
-    void add(const QString& number) override;
-
 protected:
     Connection& connection() override { return m_connection; }
     Sql selectNumbers() const override;

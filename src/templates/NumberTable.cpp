@@ -10,20 +10,21 @@ namespace {
 
 constexpr qsizetype RowsPerStatement = 500; // the server takes a thousand at most
 
-void requireNumber(const QString& number, int maxLength) {
-    requireFits("telephone number", number, maxLength, CodePage::Latin1252);
-}
-
-bool isStorable(const QString& number, int maxLength) {
+/// Why the column cannot hold a number; empty when it can.
+QString storingProblem(const QString& number, int maxLength) {
     try {
-        requireNumber(number, maxLength);
-        return true;
-    } catch (const DbError&) {
-        return false;
+        requireFits("telephone number", number, maxLength, CodePage::Latin1252);
+        return {};
+    } catch (const DbError& error) {
+        return error.text();
     }
 }
 
 } // namespace
+
+bool holdsLetters(const QString& number) {
+    return std::ranges::any_of(number, [](QChar sign) { return sign.isLetter(); });
+}
 
 QString NumberTable::LeftOut::text(int maxLength) const {
     QStringList reasons;
@@ -32,8 +33,9 @@ QString NumberTable::LeftOut::text(int maxLength) const {
     };
     const QString length = QString(" longer than %1 characters").arg(maxLength);
     add(tooLong, "is" + length, "are" + length);
-    add(foreignLetters, "holds letters that the database cannot store",
-        "hold letters that the database cannot store");
+    add(letters, "holds letters", "hold letters");
+    add(foreignSigns, "holds signs that the database cannot store",
+        "hold signs that the database cannot store");
     add(duplicates, "is a duplicate", "are duplicates");
     return reasons.join(", ");
 }
@@ -45,9 +47,15 @@ QStringList NumberTable::numbers() {
     return numbers;
 }
 
-void NumberTable::add(const QString& number) {
-    requireNumber(number, m_maxLength);
-    connection().execute(sql("{}{}", insertInto(), values(number)));
+QString NumberTable::problem(const QString& number) const {
+    if (holdsLetters(number)) return "Letters cannot be part of a telephone number.";
+    return storingProblem(number, m_maxLength);
+}
+
+void NumberTable::add(const QStringList& numbers) {
+    Transaction transaction(connection());
+    insert(numbers, [](int, int) {});
+    transaction.commit();
 }
 
 void NumberTable::clear() {
@@ -65,20 +73,14 @@ void NumberTable::removeAll(const QStringList& numbers) {
     transaction.commit();
 }
 
-bool NumberTable::contains(const QString& number) {
-    const QStringList all = numbers();
-    return std::ranges::any_of(all,
-                               [&](const QString& each) { return numberKey(each) == numberKey(number); });
-}
-
 NumberTable::Fitting NumberTable::fitting(const QStringList& numbers) const {
     Fitting result;
     QSet<QString> known;
     for (const QString& number : numbers) {
         if (number.size() > m_maxLength) {
             ++result.leftOut.tooLong;
-        } else if (!isStorable(number, m_maxLength)) {
-            ++result.leftOut.foreignLetters;
+        } else if (!storingProblem(number, m_maxLength).isEmpty()) {
+            ++result.leftOut.foreignSigns;
         } else if (known.contains(numberKey(number))) {
             ++result.leftOut.duplicates;
         } else {

@@ -12,10 +12,11 @@ public:
     /// What a list that was brought in had too much of.
     struct LeftOut {
         int tooLong = 0;
-        int foreignLetters = 0; ///< letters that the column's code page lacks
+        int letters = 0;
+        int foreignSigns = 0; ///< signs that the column's code page lacks
         int duplicates = 0;
 
-        int total() const { return tooLong + foreignLetters + duplicates; }
+        int total() const { return tooLong + letters + foreignSigns + duplicates; }
         /// "3 are longer than 20 characters, 1 is a duplicate"; empty when nothing was left out.
         QString text(int maxLength) const;
     };
@@ -34,10 +35,11 @@ public:
     int maxLength() const { return m_maxLength; }
     /// In the server's order.
     QStringList numbers();
-    /// Whether the list holds the number now, whoever added it.
-    bool contains(const QString& number);
-    /// Refuses a number that does not fit. Does not look for duplicates.
-    virtual void add(const QString& number);
+    /// Why a number cannot be entered, in words for the user; empty when it can. Does not look for
+    /// duplicates.
+    QString problem(const QString& number) const;
+    /// Adds numbers without a problem: all of them or, after a failure, none.
+    virtual void add(const QStringList& numbers);
     virtual void clear();
     /// All of them or, after a failure, none.
     virtual void removeAll(const QStringList& numbers);
@@ -60,6 +62,9 @@ private:
 
     int m_maxLength;
 };
+
+/// Letters are no part of a telephone number; a list of an older version may hold some all the same.
+bool holdsLetters(const QString& number);
 
 /// What numbers are compared by.
 inline QString numberKey(const QString& number) {

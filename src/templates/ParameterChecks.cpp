@@ -2,6 +2,7 @@
 
 #include "db/ColumnText.h"
 #include "reports/AccountFilter.h"
+#include "reports/ThresholdAmount.h"
 
 #include <QRegularExpression>
 
@@ -14,10 +15,6 @@ QString forbiddenLettersFault(const QString& text) {
     return text.contains(forbidden)
                ? R"(Report caption contains characters that are not allowed \ / : * ? < >)"
                : QString();
-}
-
-bool isAbove(const QString& lower, qint64 lowerAmount, const QString& higher, qint64 higherAmount) {
-    return !lower.isEmpty() && !higher.isEmpty() && lowerAmount > higherAmount;
 }
 
 /// The values that one text holds for a report each.
@@ -35,24 +32,11 @@ public:
         if (offers(CallDatesGroup) && m_parameters.DateRangeStart() > m_parameters.DateRangeEnd())
             return tryAgain("The Start date parameter can not be greater than the End date parameter,");
         if (!offers(ThresholdsGroup)) return {};
-        if (const QString fault =
-                amountsFault({m_parameters.CostRangeMinimum(), m_parameters.CostRangeMaximum()});
-            !fault.isEmpty())
-            return Fault{fault};
-        if (isAbove(m_parameters.CostRangeMinimum(), m_parameters.CostRangeMinimumAmount(),
-                    m_parameters.CostRangeMaximum(), m_parameters.CostRangeMaximumAmount()))
-            return tryAgain("The Lower Cost Threshold parameter can not be greater than the Higher Cost "
-                            "Threshold parameter,");
-        if (const QString fault =
-                amountsFault({m_parameters.DurationRangeMinimum(), m_parameters.DurationRangeMaximum()});
-            !fault.isEmpty())
-            return Fault{fault};
-        if (isAbove(m_parameters.DurationRangeMinimum(), m_parameters.DurationRangeMinimumAmount(),
-                    m_parameters.DurationRangeMaximum(), m_parameters.DurationRangeMaximumAmount()))
-            return tryAgain(
-                "The Lower Duration Threshold parameter can not be greater than the Higher Duration "
-                "Threshold parameter,");
-        return {};
+        if (const auto fault =
+                pairFault("Cost", m_parameters.CostRangeMinimum(), m_parameters.CostRangeMaximum()))
+            return fault;
+        return pairFault("Duration", m_parameters.DurationRangeMinimum(),
+                         m_parameters.DurationRangeMaximum());
     }
 
     /// Reports that are about one thing need to be told which.
@@ -99,10 +83,15 @@ private:
 
     static Fault tryAgain(const QString& text) { return {text + "\r\nplease try again.", true}; }
 
-    static QString amountsFault(const QStringList& texts) {
-        for (const QString& text : texts)
-            if (const QString fault = amountFault(text); !fault.isEmpty()) return fault;
-        return {};
+    static std::optional<Fault> pairFault(const QString& kind, const QString& lower, const QString& higher) {
+        for (const QString& text : {lower, higher})
+            if (const QString fault = amountFault(text); !fault.isEmpty()) return Fault{fault};
+        const QString fault = thresholdsFault(kind.toLower(), lower, higher);
+        if (fault.isEmpty()) return {};
+        if (thresholdAmount(lower) == thresholdAmount(higher)) return Fault{fault};
+        return tryAgain(QString("The Lower %1 Threshold parameter can not be greater than the Higher %1 "
+                                "Threshold parameter,")
+                            .arg(kind));
     }
 
     static bool selectsCostCentres(int filter) {
@@ -137,11 +126,21 @@ QString headerFault(const QString& header) {
 }
 
 QString amountFault(const QString& text) {
-    static const QRegularExpression amount(R"(\A[0-9]*(\.[0-9]*)?\z)");
-    if (amount.match(text).hasMatch()) return {};
+    if (thresholdAmount(text)) return {};
     const QString shown = text.size() > 30 ? text.left(30) + "…" : text;
-    return QString("'%1' is not an amount. Please use digits and a decimal point only, for example 1250.50")
+    return QString("'%1' is not an amount. Please use digits and a decimal point only, for example 1250.50. "
+                   "The largest amount is 900000000000000.")
         .arg(shown);
+}
+
+QString thresholdsFault(const QString& kind, const QString& lower, const QString& higher) {
+    const std::optional<qint64> from = thresholdAmount(lower);
+    const std::optional<qint64> to = thresholdAmount(higher);
+    if (!from || !to || higher.isEmpty() || *to > *from) return {};
+    return QString(
+               "For the '%1 between' threshold, the second value must be greater than the first value.\r\n"
+               "Please ammend the value.")
+        .arg(kind);
 }
 
 std::optional<Fault> firstFault(const clsReport& report, const CatalogueEntry* entry,

@@ -16,6 +16,9 @@ QString captionFault(const QString& caption);
 QString headerFault(const QString& header);
 /// Empty for an amount, or for no text at all.
 QString amountFault(const QString& text);
+/// Empty for a pair of thresholds that something can lie between; `kind` is "cost" or "duration". A text
+/// that is no amount has words of its own.
+QString thresholdsFault(const QString& kind, const QString& lower, const QString& higher);
 
 struct Fault {
     QString text;

@@ -82,8 +82,8 @@ private:
     void addCallTimes(const CatalogueEntry& entry) {
         if (entry.offers(CallDatesGroup)) {
             const auto shown = [this](QDate date) {
-                return m_project.useDefaultDates ? QString("Project Default Dates")
-                                                 : QLocale::c().toString(date, "dd MMM yyyy");
+                return m_project.edited.useDefaultDates ? QString("Project Default Dates")
+                                                        : QLocale::c().toString(date, "dd MMM yyyy");
             };
             add("Call Date From", shown(m_parameters.DateRangeStart()));
             add("Call Date To", shown(m_parameters.DateRangeEnd()));
@@ -100,7 +100,8 @@ private:
         if (!entry.offers(DistanceBandsGroup)) return;
         if (m_report.ReportType() == CircuitReport)
             return add("Compare Percentage", QString("%1%").arg(m_parameters.CircuitsPercentage()));
-        const auto [first, last] = distanceBands::suiting(m_parameters.CallFilter(), m_project.billType);
+        const auto [first, last] =
+            distanceBands::suiting(m_parameters.CallFilter(), m_project.reportedBillType());
         QStringList bands;
         for (int band = first; band <= last; ++band)
             if (m_parameters.DistanceBandSelected(band)) bands << distanceBands::name(band);

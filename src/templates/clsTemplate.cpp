@@ -1,6 +1,7 @@
 #include "templates/clsTemplate.h"
 
 #include "db/DbError.h"
+#include "reports/BillType.h"
 #include "templates/TemplateReportRow.h"
 #include "templates/modTemplates.h"
 
@@ -35,6 +36,22 @@ void clsTemplate::Clear() {
     m_hasChanged = false;
 }
 
+void clsTemplate::StartNew() {
+    Clear();
+    TakeProject();
+    m_hasChanged = false;
+}
+
+void clsTemplate::TakeProject() {
+    setUnitabAccount(m_project.unitabAccount);
+    setBillType(m_project.billType);
+}
+
+int clsTemplate::BillType() const {
+    const bool known = isBillType(m_header.billType) || !m_project.isOfAccount(m_header.unitabAccount);
+    return known ? m_header.billType : m_project.billType;
+}
+
 void clsTemplate::setCCSubType(qint16 type) {
     if (type == m_header.subType) return;
     change(m_header.subType, type);
@@ -43,6 +60,7 @@ void clsTemplate::setCCSubType(qint16 type) {
 
 clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenChanged whenChanged) {
     TemplateHeader header = m_header;
+    header.billType = BillType();
     if (!newTitle.isEmpty()) {
         header.id = -1;
         header.title = newTitle;

@@ -19,6 +19,10 @@ public:
 
     /// An empty template not yet saved; only TemplateType stays.
     void Clear();
+    /// The same for the current project, with nothing changed yet.
+    void StartNew();
+    /// Makes it a template for the current project, of which it is to be the account's.
+    void TakeProject();
     /// Saves in place, or, given a new title, as a new template under that title. The title must not
     /// be used by another template of the account. A template that another user changed since it was
     /// loaded is not saved in place unless it is to be overwritten. All rows are written or none: after
@@ -47,7 +51,9 @@ public:
     const clsReports_Collection& Reports() const { return m_reports; }
     bool HasChanged() const { return m_hasChanged; }
     void MarkChanged() { m_hasChanged = true; }
-    int BillType() const { return m_header.billType; }
+    /// While the stored one is unknown, that of a current project of the template's account: its bills
+    /// may not have told theirs when the template was made.
+    int BillType() const;
     void setBillType(int billType) { change(m_header.billType, billType); }
     /// Not stored.
     bool PrintReportDefs() const { return m_printReportDefs; }

@@ -54,6 +54,7 @@ int frmExcludeNumbers::Setup(int templateId) {
 }
 
 void frmExcludeNumbers::cmdOk_Click() {
+    if (!m_ui->grid->takeTyped()) return;
     if (m_templateId == -1) session().newExclusions += m_list->added();
     callBackAndClose();
 }
@@ -109,7 +110,7 @@ void frmExcludeNumbers::deleteSelected() {
 }
 
 bool frmExcludeNumbers::mayClose() {
-    if (!m_list || !m_list->isChanged()) return true;
+    if (!m_list || (!m_list->isChanged() && !m_ui->grid->hasTyped())) return true;
     if (!messages().ask(this, "Are you sure you want to cancel your changes?")) return false;
     return guarded(context(), this, "frmExcludeNumbers.cmdCancel_Click", [this] {
         WaitCursor wait;

@@ -54,6 +54,7 @@ int frmRangeSel::SetupNumbers(const QString& list, const QString& title) {
 }
 
 void frmRangeSel::cmdOk_Click() {
+    if (!m_ui->grid->takeTyped()) return;
     QString joined;
     if (!guarded(context(), this, "frmRangeSel.cmdOk_Click", [&] {
             WaitCursor wait;
@@ -90,7 +91,7 @@ void frmRangeSel::deleteSelected() {
 }
 
 bool frmRangeSel::mayClose() {
-    return m_ui->grid->holdsJust(m_before)
+    return (!m_ui->grid->hasTyped() && m_ui->grid->holdsJust(m_before))
            || messages().ask(this, "Are you sure you want to cancel your changes?");
 }
 

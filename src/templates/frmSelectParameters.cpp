@@ -220,11 +220,23 @@ void frmSelectParameters::save() {
     const QStringList sourceBills = m_sourceBill ? m_sourceBill->choices() : QStringList();
     if (const auto fault = parameterChecks::firstFault(*m_report, m_entry, *m_working, sourceBills)) {
         messages().notice(this, fault->text, fault->information ? Messages::Information : Messages::Plain);
+        goToFault();
         return;
     }
     parameterChecks::requireTextsFit(*m_working);
     m_report->setParameters(m_working);
     callBackAndClose();
+}
+
+/// The groups stand in the order in which they are checked.
+void frmSelectParameters::goToFault() {
+    for (std::size_t i = 0; i < m_groups.size(); ++i) {
+        QWidget* box = m_groups[i].widget->boxAtFault();
+        if (!box) continue;
+        goTo(int(i), false);
+        box->setFocus();
+        return;
+    }
 }
 
 std::optional<QString> frmSelectParameters::askText(const QString& prompt, QString text,

@@ -68,6 +68,7 @@ private:
     /// Marks the group at the top of the scrolled area in the list.
     void followScrolling();
     void save();
+    void goToFault();
     void showTexts();
     /// Asks until the answer can be used; nothing when the user gives up.
     std::optional<QString> askText(const QString& prompt, QString text, QString (*fault)(const QString&));

@@ -67,8 +67,8 @@ int frmSelectReports::Setup(int reportType, int reportSubType) {
     m_reportType = reportType;
     const CurrentProject& project = session().project;
     std::vector<ListRow> rows;
-    for (const CatalogueEntry* entry :
-         catalogueEntries(reportType, ListChoice::forProject(reportType, project.billType, project.wispera)))
+    for (const CatalogueEntry* entry : catalogueEntries(
+             reportType, ListChoice::forProject(reportType, project.reportedBillType(), project.wispera)))
         rows.push_back({entry->id, {entry->titleText()}});
     if (rows.empty()) return -1;
     const int first = rows.front().id;
@@ -82,8 +82,9 @@ int frmSelectReports::Setup(int reportType, int reportSubType) {
 const CatalogueEntry* frmSelectReports::selectedEntry() const {
     const std::optional<int> id = m_ui->lstReports->selectedId();
     const CurrentProject& project = session().project;
-    return id ? catalogueEntry(m_reportType, *id,
-                               ListChoice::forProject(m_reportType, project.billType, project.wispera))
+    return id ? catalogueEntry(
+               m_reportType, *id,
+               ListChoice::forProject(m_reportType, project.reportedBillType(), project.wispera))
               : nullptr;
 }
 

@@ -60,7 +60,9 @@ frmTemplate::frmTemplate(ScreenContext& context, QWidget* parent)
     resizeToText(*this, 145, 34);
 }
 
-frmTemplate::~frmTemplate() = default;
+frmTemplate::~frmTemplate() {
+    session().project.edited = {};
+}
 
 void frmTemplate::buildFooter() {
     uctFooter& footer = *m_ui->footer;
@@ -126,7 +128,6 @@ int frmTemplate::Setup(int templateId) {
 }
 
 void frmTemplate::showTemplate() {
-    session().project.useDefaultDates = m_template.DefaultDates();
     m_ui->txtTemplate->setText(m_template.Title());
     showAccount();
     (m_template.DefaultDates() ? m_ui->optDate0 : m_ui->optDate1)->setChecked(true);
@@ -135,19 +136,16 @@ void frmTemplate::showTemplate() {
     m_ready = true;
 }
 
+/// What the reports take from the template is told to them as well.
 void frmTemplate::showAccount() {
+    session().project.edited = {m_template.UnitabAccount(), m_template.BillType(), m_template.DefaultDates()};
     showReadOnly(*m_ui->txtUnitab, m_template.UnitabAccount());
     showReadOnly(*m_ui->txtBillType, billTypeName(m_template.BillType()));
 }
 
 void frmTemplate::startNewTemplate() {
-    takeCurrentProject();
+    m_template.StartNew();
     session().newExclusions.clear();
-}
-
-void frmTemplate::takeCurrentProject() {
-    m_template.setUnitabAccount(session().project.unitabAccount);
-    m_template.setBillType(session().project.billType);
 }
 
 /// The rows are keyed by the positions of their reports, so that a row stays where it is while the
@@ -183,7 +181,7 @@ void frmTemplate::updateButtons() {
 void frmTemplate::cmdOpen_Click() {
     run("frmTemplate.cmdOpen_Click", [this] {
         if (!chooseProject(context(), this)) return;
-        takeCurrentProject();
+        m_template.TakeProject();
         showAccount();
     });
 }
@@ -195,9 +193,8 @@ void frmTemplate::txtTemplate_Change(const QString& title) {
 void frmTemplate::optDate_Click() {
     if (!m_ready) return;
     run("frmTemplate.optDate_Click", [this] {
-        const bool useDefaults = m_ui->optDate0->isChecked();
-        m_template.setDefaultDates(useDefaults);
-        session().project.useDefaultDates = useDefaults;
+        m_template.setDefaultDates(m_ui->optDate0->isChecked());
+        showAccount();
         showReports(m_ui->lstReports->selectedId().value_or(0));
     });
 }
@@ -209,10 +206,11 @@ void frmTemplate::chkCSVRepDefs_Click(bool ticked) {
 /// The lists to choose parameters from are those of a project of the template's account.
 bool frmTemplate::ensureProject() {
     const QString& account = m_template.UnitabAccount();
-    const auto fits = [&] {
-        return session().project.unitabAccount.compare(account, Qt::CaseInsensitive) == 0;
-    };
-    if (fits() || (chooseProject(context(), this) && fits())) return true;
+    const auto fits = [&] { return session().project.isOfAccount(account); };
+    if (fits() || (chooseProject(context(), this) && fits())) {
+        showAccount(); // the project may know the kind of bills
+        return true;
+    }
     tell(QString("Please select a project with the bill account of '%1' to continue.").arg(account));
     return false;
 }
@@ -389,10 +387,8 @@ void frmTemplate::cmdSaveAs_Click() {
 }
 
 bool frmTemplate::mayClose() {
-    const bool blank =
-        m_template.ID() == -1 && m_template.Title().isEmpty() && m_template.Reports().Count() == 0;
-    const bool leaves = blank || !m_template.HasChanged()
-                        || messages().ask(this, "Are you sure you want to cancel your changes?");
+    const bool leaves =
+        !m_template.HasChanged() || messages().ask(this, "Are you sure you want to cancel your changes?");
     if (leaves && m_template.ID() == -1) forgetExcludedNumbers();
     return leaves;
 }

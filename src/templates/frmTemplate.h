@@ -52,7 +52,6 @@ private:
     void showTemplate();
     void showAccount();
     void startNewTemplate();
-    void takeCurrentProject();
     /// Fills the list anew and selects the report at a position, when there is one.
     void showReports(int selected);
     void updateButtons();

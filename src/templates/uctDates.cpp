@@ -75,7 +75,7 @@ uctDates::uctDates(const EditedReport& report, QWidget* parent)
 void uctDates::load(const clsReportParameters& parameters) {
     m_start->setDate(parameters.DateRangeStart());
     m_end->setDate(parameters.DateRangeEnd());
-    const bool ownDates = !editedReport().context.session.project.useDefaultDates;
+    const bool ownDates = !editedReport().context.session.project.edited.useDefaultDates;
     m_start->setEnabled(ownDates);
     m_end->setEnabled(ownDates);
     for (int day = 1; day <= 7; ++day) m_days[std::size_t(day) - 1]->setChecked(parameters.DaySelected(day));
@@ -87,6 +87,10 @@ void uctDates::store(clsReportParameters& parameters) const {
     parameters.setDateRangeEnd(m_end->date());
     for (int day = 1; day <= 7; ++day)
         parameters.setDaySelected(day, m_days[std::size_t(day) - 1]->isChecked());
+}
+
+QWidget* uctDates::boxAtFault() const {
+    return m_start->date() > m_end->date() ? m_start : nullptr;
 }
 
 void uctDates::ChkDay_Click(QCheckBox* day) {
@@ -109,7 +113,7 @@ void uctDates::showHint() {
         const bool outside = m_start->date() > project.defaultEnd || m_end->date() < project.defaultStart;
         text = outside ? bills + ": no calls lie between these dates." : bills + ".";
     }
-    if (project.useDefaultDates) text = "This template uses the project's default dates. " + text;
+    if (project.edited.useDefaultDates) text = "This template uses the project's default dates. " + text;
     m_hint->setText(text);
     m_hint->setVisible(!text.isEmpty());
 }

@@ -15,6 +15,7 @@ class uctDates : public uctParameterGroup {
 public:
     uctDates(const EditedReport& report, QWidget* parent);
     void store(clsReportParameters& parameters) const override;
+    QWidget* boxAtFault() const override;
 
 protected:
     void load(const clsReportParameters& parameters) override;

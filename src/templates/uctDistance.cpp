@@ -17,7 +17,7 @@ uctDistance::uctDistance(const EditedReport& report, QWidget* parent)
     QGroupBox* mobiles = bandBox("Mobiles", distanceBands::Mobile);
     QGroupBox* idc = bandBox("IDC bills", distanceBands::Idc);
     for (QGroupBox* box : {lines, mobiles, idc}) column->addWidget(box);
-    const bool isIdc = report.context.session.project.billType == IdcBill;
+    const bool isIdc = report.context.session.project.reportedBillType() == IdcBill;
     lines->setHidden(isIdc);
     mobiles->setHidden(isIdc);
     idc->setHidden(!isIdc);
@@ -60,7 +60,7 @@ QGroupBox* uctDistance::bandBox(const QString& title, distanceBands::Range bands
 
 void uctDistance::showCallFilter(int callFilter) {
     const auto [first, last] =
-        distanceBands::suiting(callFilter, editedReport().context.session.project.billType);
+        distanceBands::suiting(callFilter, editedReport().context.session.project.reportedBillType());
     for (int index = 1; index <= distanceBands::Count; ++index)
         band(index)->setEnabled(index >= first && index <= last);
     showProblem();

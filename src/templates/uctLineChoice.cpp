@@ -44,6 +44,6 @@ void uctLineChoice::store(clsReportParameters& parameters) const {
     parameters.setCallFilter(callFilter());
     // That unselected every band; a report without a choice of bands takes all that the lines have.
     const auto [first, last] =
-        distanceBands::suiting(callFilter(), editedReport().context.session.project.billType);
+        distanceBands::suiting(callFilter(), editedReport().context.session.project.reportedBillType());
     for (int band = first; band <= last; ++band) parameters.setDistanceBandSelected(band, true);
 }

@@ -18,10 +18,14 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScopeGuard>
+#include <QSet>
 #include <QStringListModel>
+#include <limits>
 
 namespace {
 
+const QString duplicateNumber = "This entry would create duplicate telephone numbers. "
+                                "This value can not be entered in the grid.";
 const QString fileFilter = "Comma Separated Files (*.CSV);;View All Files (*.*)";
 constexpr int ManyNumbers = 2000; // fewer are written before a progress bar could be seen
 
@@ -37,6 +41,7 @@ uctNumberGrid::uctNumberGrid(QWidget* parent)
       m_progress(new QProgressBar(this)) {
     m_number->setObjectName("txtNumber");
     m_number->setPlaceholderText("Type a number and press Enter");
+    m_number->setMaxLength(std::numeric_limits<int>::max()); // a long list that is pasted is not cut
     m_number->installEventFilter(this);
     auto* caption = new QLabel("Telephone &number", this);
     caption->setBuddy(m_number);
@@ -121,27 +126,59 @@ NumberTable::Progress uctNumberGrid::progress() {
 }
 
 void uctNumberGrid::cmdAdd_Click() {
-    guarded(*m_context, window(), (m_screen + ".DBGrid1_BeforeUpdate").constData(), [this] { addTyped(); });
+    takeTyped();
     m_number->setFocus();
     m_number->selectAll();
 }
 
-void uctNumberGrid::addTyped() {
-    const QString number = m_number->text().trimmed();
-    if (number.isEmpty()) return;
-    if (m_table->contains(number)) {
-        m_context->messages.notice(window(), "This entry would create duplicate telephone numbers. "
-                                             "This value can not be entered in the grid.");
-        return;
+bool uctNumberGrid::hasTyped() const {
+    return !m_number->text().trimmed().isEmpty();
+}
+
+bool uctNumberGrid::takeTyped() {
+    bool taken = false;
+    guarded(*m_context, window(), (m_screen + ".DBGrid1_BeforeUpdate").constData(),
+            [&] { taken = addTyped(); });
+    if (!taken) m_number->setFocus();
+    return taken;
+}
+
+bool uctNumberGrid::addTyped() {
+    if (!hasTyped()) return true;
+    if (m_number->text().contains(',')) {
+        m_context->messages.notice(window(),
+                                   "A comma separates two numbers: please enter one number at a time.");
+        return false;
     }
-    m_table->add(number);
-    const int row = m_model->rowCount();
-    m_model->insertRow(row);
-    m_model->setData(m_model->index(row), number);
-    m_grid->setCurrentIndex(m_model->index(row));
-    m_number->clear();
+    const QStringList typed = numberFile::numbersIn(m_number->text());
+    QSet<QString> known;
+    for (const QString& number : m_table->numbers()) known.insert(numberKey(number));
+    QStringList usable, refused;
+    QString reason;
+    for (const QString& number : typed) {
+        const QString problem =
+            known.contains(numberKey(number)) ? duplicateNumber : m_table->problem(number);
+        (problem.isEmpty() ? usable : refused) << number;
+        if (problem.isEmpty()) known.insert(numberKey(number));
+        if (reason.isEmpty()) reason = problem;
+    }
+    if (!usable.isEmpty()) append(usable);
+    m_number->setText(refused.join('\n'));
+    if (refused.isEmpty()) return true;
+    if (typed.size() > 1)
+        reason += QString("\n\n%1 of the %2 numbers could not be added and are left in the box.")
+                      .arg(refused.size())
+                      .arg(typed.size());
+    m_context->messages.notice(window(), reason);
+    return false;
+}
+
+void uctNumberGrid::append(const QStringList& numbers) {
+    m_table->add(numbers);
+    m_model->setStringList(m_model->stringList() + numbers);
+    m_grid->setCurrentIndex(m_model->index(m_model->rowCount() - 1));
     showCount();
-    emit numberAdded(number);
+    emit numberAdded(numbers.last());
 }
 
 void uctNumberGrid::loadFile() {
@@ -152,12 +189,14 @@ void uctNumberGrid::loadFile() {
 
 void uctNumberGrid::ReadCalledNos(const QString& path) {
     NumberTable::Fitting found;
-    qsizetype lines = 0;
+    qsizetype count = 0;
     {
         WaitCursor wait;
-        const QStringList read = numberFile::read(path);
-        lines = read.size();
+        QStringList read = numberFile::read(path);
+        count = read.size();
+        const qsizetype lettered = read.removeIf(holdsLetters);
         found = m_table->fitting(read);
+        found.leftOut.letters = int(lettered);
         if (!found.numbers.isEmpty()) {
             const auto hideProgress = qScopeGuard([this] { m_progress->hide(); });
             m_table->replace(found.numbers, progress());
@@ -170,9 +209,9 @@ void uctNumberGrid::ReadCalledNos(const QString& path) {
                                    "The file holds no usable telephone numbers. The list is as it was.",
                                    Messages::Plain, {}, reasons);
     else if (!reasons.isEmpty())
-        m_context->messages.notice(window(), QString("%1 of the file's %2 lines were left out: %3.")
+        m_context->messages.notice(window(), QString("%1 of the file's %2 numbers were left out: %3.")
                                                  .arg(found.leftOut.total())
-                                                 .arg(lines)
+                                                 .arg(count)
                                                  .arg(reasons));
 }
 

@@ -29,6 +29,11 @@ public:
     /// Whether these are the numbers shown, in whatever order.
     bool holdsJust(QStringList others) const;
     QStringList selectedNumbers() const;
+    /// Whether something stands in the box that is not in the list yet.
+    bool hasTyped() const;
+    /// Adds the numbers in the box, one on each line. What is refused stays there and is told: then
+    /// false.
+    bool takeTyped();
     /// Shows how far the writing of many numbers is, and keeps the screen painted.
     NumberTable::Progress progress();
 
@@ -41,7 +46,7 @@ public:
     void saveFile();
 
 signals:
-    void numberAdded(const QString& number);
+    void numberAdded(const QString& number); ///< of several, the last
     void deletePressed();
 
 protected:
@@ -49,7 +54,8 @@ protected:
 
 private:
     void cmdAdd_Click();
-    void addTyped();
+    bool addTyped();
+    void append(const QStringList& numbers);
     void showCount();
 
     ScreenContext* m_context = nullptr;

@@ -31,6 +31,8 @@ public:
     }
     /// Puts what is shown into the parameters.
     virtual void store(clsReportParameters& parameters) const = 0;
+    /// What has to be amended before the parameters can be saved; null when nothing has.
+    virtual QWidget* boxAtFault() const { return nullptr; }
 
 signals:
     void changed(); ///< the user edited the group

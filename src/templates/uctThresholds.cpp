@@ -88,28 +88,43 @@ void uctThresholds::showProblem() {
     groupParts::showProblem(m_problem, problem);
 }
 
+QString uctThresholds::Pair::fault() const {
+    return parameterChecks::thresholdsFault(word, lower->text(), higher->text());
+}
+
+QWidget* uctThresholds::boxAtFault() const {
+    for (const Pair& pair : {m_cost, m_duration}) {
+        if (!isAmount(pair.lower)) return pair.lower;
+        if (!isAmount(pair.higher) || !pair.fault().isEmpty()) return pair.higher;
+    }
+    return nullptr;
+}
+
 bool uctThresholds::eventFilter(QObject* watched, QEvent* event) {
     const bool staysInWindow = event->type() == QEvent::FocusOut
                                && static_cast<QFocusEvent*>(event)->reason() != Qt::ActiveWindowFocusReason
                                && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason;
     if (staysInWindow) {
-        const bool ofCost = watched == m_cost.lower || watched == m_cost.higher;
         // A box opened in the middle of the focus change would swallow the click that caused it.
-        QTimer::singleShot(0, this, [this, ofCost] { leave(ofCost ? m_cost : m_duration); });
+        QTimer::singleShot(0, this, [this, box = static_cast<QLineEdit*>(watched)] { leave(box); });
     }
     return uctParameterGroup::eventFilter(watched, event);
 }
 
-void uctThresholds::leave(const Pair& pair) {
+/// The box that was left is where the value is to be amended.
+void uctThresholds::leave(QLineEdit* left) {
+    if (QGuiApplication::mouseButtons() != Qt::NoButton) { // a box would swallow the rest of the click
+        QTimer::singleShot(20, this, [this, left] { leave(left); });
+        return;
+    }
+    const Pair& pair = left == m_cost.lower || left == m_cost.higher ? m_cost : m_duration;
     const QWidget* now = QApplication::focusWidget();
     // Cancel makes the amounts not matter, and Save has its own words for them.
     const bool leavesScreen = now && (now->objectName() == "cmdCancel" || now->objectName() == "cmdSave");
-    if (!isVisible() || now == pair.lower || now == pair.higher || leavesScreen) return;
-    if (pair.higher->text().isEmpty() || !isAmount(pair.lower) || !isAmount(pair.higher)) return;
-    if (('0' + pair.higher->text()).toDouble() > ('0' + pair.lower->text()).toDouble()) return;
-    editedReport().context.messages.notice(
-        window(),
-        QString("For the '%1 between' threshold, the second value must be greater than the first value.\r\n"
-                "Please ammend the value.")
-            .arg(pair.word));
+    if (!isVisible() || !isActiveWindow() || now == pair.lower || now == pair.higher || leavesScreen) return;
+    const QString fault = pair.fault();
+    if (fault.isEmpty()) return;
+    editedReport().context.messages.notice(window(), fault);
+    left->setFocus();
+    left->selectAll();
 }

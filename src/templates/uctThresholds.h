@@ -12,6 +12,7 @@ class uctThresholds : public uctParameterGroup {
 public:
     uctThresholds(const EditedReport& report, QWidget* parent);
     void store(clsReportParameters& parameters) const override;
+    QWidget* boxAtFault() const override;
 
 protected:
     void load(const clsReportParameters& parameters) override;
@@ -22,9 +23,11 @@ private:
         QLineEdit* lower;
         QLineEdit* higher;
         QString word; ///< "cost"
+
+        QString fault() const;
     };
     Pair makePair(const QString& name, const QString& word);
-    void leave(const Pair& pair);
+    void leave(QLineEdit* left);
     void showProblem();
 
     Pair m_cost;

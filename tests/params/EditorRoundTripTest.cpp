@@ -113,6 +113,8 @@ private slots:
         Editor first(*m_office, type, id);
         const QStringList untouched = describe(first.parameters());
         QVERIFY(first.open());
+        QVERIFY(first.screen.minimumSizeHint().width() <= 1366
+                && first.screen.minimumSizeHint().height() <= 700);
         setEverything(first.screen);
         QCOMPARE(first.save(), QStringList());
         const QStringList set = describe(first.parameters());

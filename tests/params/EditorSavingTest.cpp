@@ -114,7 +114,7 @@ private slots:
         QCOMPARE(editor.save(), QStringList{"You must select at least one cost centre"});
         tick(editor.screen, "lstAccounts", "Operations");
         QCOMPARE(editor.save(), QStringList());
-        QCOMPARE(editor.parameters().CallsToNumber(), "01234 567890");
+        QCOMPARE(editor.parameters().CallsToNumber(), "01234567890");
         QCOMPARE(editor.parameters().CostCentre(1), "Operations");
     }
 
@@ -232,9 +232,27 @@ private slots:
         QCOMPARE(office.shown(), QStringList());
         QTest::keyClick(&higher, Qt::Key_Tab);
         QCoreApplication::processEvents();
-        QCOMPARE(office.shown(),
-                 QStringList{"For the 'duration between' threshold, the second value must be greater "
-                             "than the first value.\r\nPlease ammend the value."});
+        const QStringList refusal{"For the 'duration between' threshold, the second value must be greater "
+                                  "than the first value.\r\nPlease ammend the value."};
+        QCOMPARE(office.shown(), refusal);
+        QCOMPARE(editor.screen.focusWidget(), &higher);
+        auto& day = child<QCheckBox>(editor.screen, "ChkDay1");
+        day.setFocus(); // as a click does
+        const QPoint place = day.mapTo(&editor.screen, QPoint(5, day.height() / 2));
+        QTest::mousePress(editor.screen.windowHandle(), Qt::LeftButton, {}, place);
+        QCoreApplication::processEvents();
+        QCOMPARE(office.shown(), QStringList()); // not before the click is through
+        QTest::mouseRelease(editor.screen.windowHandle(), Qt::LeftButton, {}, place);
+        QVERIFY(!day.isChecked());
+        QTRY_COMPARE(editor.screen.focusWidget(), &higher);
+        QCOMPARE(office.shown(), refusal);
+        child(editor.screen, "cmdSave").setFocus(); // on the way to Save, which has the same words
+        QCoreApplication::processEvents();
+        QCOMPARE(editor.save(), refusal);
+        QCOMPARE(editor.screen.focusWidget(), &higher);
+        QTest::keyClicks(&higher, "9");
+        QCOMPARE(editor.save(), QStringList());
+        QCOMPARE(editor.parameters().DurationRangeMaximum(), "59");
     }
 
     void oversizeTextsAreRefusedInWords_data() {
@@ -243,8 +261,12 @@ private slots:
         QTest::addColumn<QString>("box");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("message");
-        QTest::newRow("cost") << 2 << 161 << "txtCost0" << QString(10'000, '7')
+        QTest::newRow("cost") << 2 << 161 << "txtCost0" << QString(10'000, '0')
                               << "The lowest cost is too long: 10000 characters were entered, 20 fit.";
+        QTest::newRow("more than a currency value holds")
+            << 2 << 161 << "txtDuration0" << QString(15, '9')
+            << "'999999999999999' is not an amount. Please use digits and a decimal point only, for example "
+               "1250.50. The largest amount is 900000000000000.";
         QTest::newRow("bill") << 4 << 273 << "txtBillNumber" << QString(51, 'x')
                               << "The bill number is too long: 51 characters were entered, 50 fit.";
         QTest::newRow("user") << 5 << 131 << "cmbWisperaUser"
@@ -487,7 +509,7 @@ private slots:
 
     void projectDatesAreShownNotEdited() {
         Office office;
-        office.program.session.project.useDefaultDates = true;
+        office.program.session.project.edited = {"BW10023", 1, true};
         Editor editor(office, CallReport, 161);
         QVERIFY(editor.open());
         QVERIFY(!child(editor.screen, "dtStart").isEnabled());

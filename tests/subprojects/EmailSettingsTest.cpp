@@ -125,6 +125,9 @@ private slots:
             book.office.program.fault.arm(0);
             QCOMPARE(book.office.shown(), QStringList{"Made to fail."});
             QCOMPARE(add("x@example.com"), QStringList{"You must Select a Cost Centre."});
+            book.messages().answer(false); // the address in the box was not added
+            press(screen, "cmdClose");
+            book.messages().answer(true);
             press(screen, "cmdClose");
         });
         book.press("cmdAdd");

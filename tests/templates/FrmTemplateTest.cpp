@@ -1,6 +1,7 @@
 #include "Screens.h"
 
 #include "projects/frmSQLServerDatabases.h"
+#include "projects/modProjects.h"
 #include "support/TestClass.h"
 #include "templates/frmExcludeNumbers.h"
 #include "templates/frmSelectParameters.h"
@@ -98,6 +99,62 @@ private slots:
         QCOMPARE(editor.shown(), QStringList());
         QCOMPARE(editor.show(editor.idOf("Charges")), 0);
         QVERIFY(!child<QPushButton>(*editor.screen, "cmdOpen").isVisible());
+    }
+
+    void aNewTemplateIsLeftWithoutAQuestionUntilItIsTouched() {
+        Editor editor;
+        for (const char* touched : {"", "optDate0", "chkCSVRepDefs"}) {
+            editor.show(-1);
+            if (*touched) {
+                press(*editor.screen, touched);
+                editor.messages.answer(false);
+            }
+            press(*editor.screen, "cmdExit");
+            QCOMPARE(editor.shown().size(), *touched ? 1 : 0);
+            QCOMPARE(editor.screen->isVisible(), *touched != 0);
+        }
+    }
+
+    /// A template that was stored while its project's bills did not tell their kind.
+    void anUnknownBillTypeFollowsTheProject() {
+        Editor editor;
+        const int id = editor.addTemplate("Early", "bw10023", 0);
+        editor.show(id);
+        QCOMPARE(child<QLineEdit>(*editor.screen, "txtBillType").text(), "Norva Unitab");
+        editor.add(1, "vat");
+        press(*editor.screen, "cmdSave");
+        QVERIFY(editor.closedWithCallback());
+        QCOMPARE(editor.scalar(
+                     sql("SELECT BillType FROM NorvaScheduler.dbo.tblTemplate WHERE TemplateID = {}", id)),
+                 1);
+    }
+
+    void anotherAccountsProjectHasNoSay() {
+        Editor editor(Session::serverLoginName, "O'Dowd Freight"); // IDC bills
+        editor.show(-1);
+        editor.add(5, "management");
+        editor.title().setText("Abroad");
+        press(*editor.screen, "cmdSave");
+        const int id = editor.idOf("Abroad");
+        const auto stored = [&](const Sql& condition) {
+            return editor.scalar(
+                sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblTemplate_Report WHERE TemplateID = {} "
+                    "AND {}",
+                    id, condition));
+        };
+        QCOMPARE(stored(sql("Distance1 = 1 AND Distance17 = 1 AND Distance18 = 1 AND Distance23 = 1")), 1);
+        editor.db().execute(
+            sql("UPDATE NorvaScheduler.dbo.tblTemplate SET DefaultDates = 1 WHERE TemplateID = {}", id));
+        editor.db().execute(sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET DateStart = '20100203', "
+                                "Distance1 = 0 WHERE TemplateID = {}",
+                                id));
+        openProject(editor.session, "Brightwater");
+        editor.show(id);
+        QVERIFY(texts(editor.list(), 2).first().contains("Project Default Dates"));
+        QVERIFY(!texts(editor.list(), 2).first().contains("Distance Bands"));
+        press(*editor.screen, "cmdDuplicate");
+        press(*editor.screen, "cmdSave");
+        QCOMPARE(stored(sql("DateStart = '20100203'")), 2);
     }
 
     /// The numbers of a template that is given up must not fall to the next new one.
@@ -416,26 +473,12 @@ private slots:
         QVERIFY(editor.closedWithCallback());
     }
 
-    void aTemplateWithoutProjectCanBeSaved() {
-        Editor editor;
-        const int id = editor.addTemplate("Orphan", "Nobody's [account]");
-        editor.addReport(id, 1, 211);
-        editor.show(id);
-        editor.title().setText("Orphan, renamed");
-        inNextModal<frmSQLServerDatabases>([](frmSQLServerDatabases& chooser) { chooser.reject(); });
-        press(*editor.screen, "cmdEdit");
-        QCOMPARE(editor.shown().last(),
-                 "Please select a project with the bill account of 'Nobody's [account]' to continue.");
-        press(*editor.screen, "cmdSave");
-        QVERIFY(editor.closedWithCallback() && editor.idOf("Orphan, renamed") == id);
-    }
-
     void defaultDatesAreShownAtOnce() {
         Editor editor;
         editor.show(editor.idOf("Weekly call review"));
         child<QRadioButton>(*editor.screen, "optDate0").click();
         QVERIFY(texts(editor.list(), 2).first().contains("Project Default Dates"));
-        QVERIFY(editor.session.project.useDefaultDates);
+        QVERIFY(editor.session.project.edited.useDefaultDates);
         child<QRadioButton>(*editor.screen, "optDate1").click();
         QVERIFY(!texts(editor.list(), 2).first().contains("Project Default Dates"));
         child<QCheckBox>(*editor.screen, "chkCSVRepDefs").click();
