@@ -14,7 +14,6 @@
 #include "ui/WindowSize.h"
 #include "ui_frmTransfer.h"
 
-#include <QShortcut>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -56,10 +55,8 @@ frmTransfer::~frmTransfer() = default;
 
 void frmTransfer::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    connect(footer.add("Save", "&Save", "document-save", "Save the template (Ctrl+S)"), &QToolButton::clicked,
+    connect(footer.add("Save", "&Save", "document-save", "Save the template"), &QToolButton::clicked,
             this, &frmTransfer::cmdSave_Click);
-    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this,
-            &frmTransfer::cmdSave_Click);
     footer.addStretch();
     QToolButton* leave = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
     leave->setObjectName("Command2");

@@ -41,6 +41,7 @@ public:
     void saveFile();
 
 signals:
+    void selectionChanged();
     void numberAdded(const QString& number);
     void deletePressed();
 

@@ -1,15 +1,24 @@
 #include "ui/uctListView.h"
 
 #include "app/SettingsStore.h"
+#include "ui/ListHabits.h"
 #include "ui/Palette.h"
 
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollBar>
 #include <algorithm>
 #include <numeric>
+
+namespace {
+
+/// Its own name: the widths that earlier versions stored under "Columns" may be none that a user chose.
+constexpr const char* widthsSection = "ColumnWidths";
+
+} // namespace
 
 uctListView::uctListView(QWidget* parent) : QTreeView(parent) {
     setRootIsDecorated(false);
@@ -22,6 +31,8 @@ uctListView::uctListView(QWidget* parent) : QTreeView(parent) {
     header()->setSectionsClickable(true);
     header()->setStretchLastSection(true);
     header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header()->viewport()->installEventFilter(this);
+    giveListHabits(*this);
     connect(header(), &QHeaderView::sectionClicked, this, [this](int column) { sortBy(column, false); });
 }
 
@@ -29,19 +40,43 @@ void uctListView::setColumns(std::vector<ListColumn> columns, const QString& key
     m_model = new ListModel(std::move(columns), this);
     m_order = new ListOrder(m_model, this);
     setModel(m_order);
-    restoreWidths(key);
+    m_key = key;
+    restoreWidths();
+    connect(header(), &QHeaderView::sectionResized, this, [this] { m_widthsSet = m_headerHeld; });
 }
 
-void uctListView::restoreWidths(const QString& key) {
-    m_fitColumns =
-        !header()->restoreState(QByteArray::fromBase64(getSetting("VWT", "Columns", key, "").toLatin1()));
+void uctListView::restoreWidths() {
+    const QByteArray stored = QByteArray::fromBase64(getSetting("VWT", widthsSection, m_key, "").toLatin1());
+    m_fitColumns = !header()->restoreState(stored) || !widthsAreUsable();
     header()->setSortIndicatorShown(false); // the caption carries the mark
     if (m_fitColumns) fitColumns();
-    connect(header(), &QHeaderView::sectionResized, this, [this, key] {
-        if (!(QGuiApplication::mouseButtons() & Qt::LeftButton)) return; // not the user's doing
-        m_fitColumns = false;
-        saveSetting("VWT", "Columns", key, QString::fromLatin1(header()->saveState().toBase64()));
-    });
+}
+
+/// Whether a user can have set the widths: every column can be seen, and none is wider than the desktop.
+bool uctListView::widthsAreUsable() const {
+    const int widest = QGuiApplication::primaryScreen()->virtualSize().width();
+    for (int i = 0; i + 1 < header()->count(); ++i)
+        if (header()->sectionSize(i) < header()->minimumSectionSize() || header()->sectionSize(i) > widest)
+            return false;
+    return header()->count() == m_model->columnCount();
+}
+
+/// A mouse button that is down says nothing: a double-click that opens the screen still holds it. The user
+/// sets widths while he holds the header itself.
+bool uctListView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == header()->viewport()) {
+        const QEvent::Type type = event->type();
+        if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick) m_headerHeld = true;
+        if (type == QEvent::MouseButtonRelease) {
+            m_headerHeld = false;
+            if (std::exchange(m_widthsSet, false)) {
+                m_fitColumns = false;
+                saveSetting("VWT", widthsSection, m_key,
+                            QString::fromLatin1(header()->saveState().toBase64()));
+            }
+        }
+    }
+    return QTreeView::eventFilter(watched, event);
 }
 
 void uctListView::fitColumns() {
@@ -55,14 +90,17 @@ void uctListView::fitColumns() {
 
 void uctListView::resizeEvent(QResizeEvent* event) {
     QTreeView::resizeEvent(event);
-    if (m_model && m_fitColumns) fitColumns();
+    if (m_model && m_fitColumns && !m_headerHeld) fitColumns();
 }
 
 void uctListView::setRows(std::vector<ListRow> rows) {
     const int scrolled = verticalScrollBar()->value();
     const QList<int> selected = selectedIds();
     m_model->setRows(std::move(rows));
-    if (selectedIds() != selected) select(selected); // the model was reset
+    if (selectedIds() != selected) { // the model was reset
+        select(selected);
+        if (selectedIds() != selected) emit selectedIdChanged();
+    }
     verticalScrollBar()->setValue(scrolled);
     viewport()->update(); // the empty text comes or goes
 }
@@ -166,5 +204,5 @@ void ListViewColumnSort(uctListView& list, int column, bool keepOrder) {
 }
 
 void ListViewUnselect(uctListView& list) {
-    list.selectionModel()->clear();
+    list.selectionModel()->clearSelection();
 }
