@@ -26,7 +26,7 @@ int main(int argc, char* argv[]) {
     if (argc > 3) saveSetting("VWT", "Appearance", "Palette", QString::fromLocal8Bit(argv[3]));
 
     const QDir demo(QString::fromLocal8Bit(argv[1]));
-    const QString server = "file:" + demo.absoluteFilePath("server.db");
+    const QString server = "file:" + demo.filePath("server.db"); // the pictures show it as it was given
     Session session(demo.absoluteFilePath("app"), openServer);
     MessageBoxes messages;
     ScreenContext context{session, messages};

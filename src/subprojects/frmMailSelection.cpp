@@ -36,7 +36,7 @@ frmMailSelection::frmMailSelection(ScreenContext& context, AddressBook& book, QW
     connect(m_ui->cmbLevel, &QComboBox::activated, this, &frmMailSelection::cmbLevel_Click);
     m_ui->txtFind->attach(*m_ui->lstCentres);
     connect(m_ui->txtFind, &QLineEdit::textChanged, m_ui->lstCentres, &uctListView::setFilterWords);
-    connect(m_ui->txtFind, &QLineEdit::returnPressed, m_ui->lstCentres, qOverload<>(&QWidget::setFocus));
+    connect(m_ui->txtFind, &QLineEdit::returnPressed, m_ui->txtFind, &uctFilterBox::goToList);
     connect(m_ui->lstCentres, &uctListView::rowActivated, m_ui->txtEmail, qOverload<>(&QWidget::setFocus));
     connect(m_ui->txtEmail, &QLineEdit::returnPressed, this, &frmMailSelection::cmdAdd_Click);
     resizeToText(*this, 85, 28);

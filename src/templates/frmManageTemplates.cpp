@@ -12,7 +12,6 @@
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"
 #include "ui/Icons.h"
-#include "ui/ListHabits.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
 #include "ui/WindowSize.h"
@@ -37,7 +36,7 @@ frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
     connect(m_ui->lstTemplates, &uctListView::deletePressed, this, &frmManageTemplates::cmdDelete_Click);
     m_ui->txtFilter->attach(*m_ui->lstTemplates);
     connect(m_ui->txtFilter, &QLineEdit::textChanged, m_ui->lstTemplates, &uctListView::setFilterWords);
-    connect(m_ui->txtFilter, &QLineEdit::returnPressed, this, &frmManageTemplates::goToList);
+    connect(m_ui->txtFilter, &QLineEdit::returnPressed, m_ui->txtFilter, &uctFilterBox::goToList);
     resizeToText(*this, 150, 34);
 }
 
@@ -71,15 +70,10 @@ int frmManageTemplates::Setup() {
     return load("frmManageTemplates.Setup",
                 [this] {
                     fillList();
-                    goToList();
+                    m_ui->txtFilter->goToList();
                 })
                ? 0
                : -1;
-}
-
-void frmManageTemplates::goToList() {
-    selectCurrentRow(*m_ui->lstTemplates);
-    m_ui->lstTemplates->setFocus();
 }
 
 void frmManageTemplates::CalledBack() {

@@ -146,7 +146,7 @@ bool uctCheckList::eventFilter(QObject* watched, QEvent* event) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         // Enter would press the screen's default button while the user only wants to find an entry.
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            m_list->setFocus(Qt::TabFocusReason);
+            m_search->goToList();
             return true;
         }
     }

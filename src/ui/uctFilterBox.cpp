@@ -1,5 +1,7 @@
 #include "ui/uctFilterBox.h"
 
+#include "ui/ListHabits.h"
+
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QShortcut>
@@ -17,6 +19,11 @@ void uctFilterBox::attach(QAbstractItemView& list) {
     setToolTip(toolTip() + " (" + QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText) + ')');
 }
 
+void uctFilterBox::goToList() {
+    selectCurrentRow(*m_list);
+    m_list->setFocus();
+}
+
 void uctFilterBox::find() {
     uctFilterBox* wanted = this;
     for (uctFilterBox* each : window()->findChildren<uctFilterBox*>())
@@ -29,7 +36,7 @@ void uctFilterBox::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && !text().isEmpty())
         clear();
     else if (event->key() == Qt::Key_Down && m_list)
-        m_list->setFocus(Qt::TabFocusReason);
+        goToList();
     else
         QLineEdit::keyPressEvent(event);
 }

@@ -15,6 +15,7 @@ public:
 
     /// The list that the words are about; the Tab key comes to it after the box.
     void attach(QAbstractItemView& list);
+    void goToList();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -46,19 +46,26 @@ void uctListView::setColumns(std::vector<ListColumn> columns, const QString& key
 }
 
 void uctListView::restoreWidths() {
-    const QByteArray stored = QByteArray::fromBase64(getSetting("VWT", widthsSection, m_key, "").toLatin1());
-    m_fitColumns = !header()->restoreState(stored) || !widthsAreUsable();
-    header()->setSortIndicatorShown(false); // the caption carries the mark
-    if (m_fitColumns) fitColumns();
+    const QStringList widths = getSetting("VWT", widthsSection, m_key, "").split(',');
+    m_fitColumns = !areUsable(widths);
+    if (m_fitColumns) return fitColumns();
+    for (int i = 0; i < widths.size(); ++i) header()->resizeSection(i, widths[i].toInt());
 }
 
 /// Whether a user can have set the widths: every column can be seen, and none is wider than the desktop.
-bool uctListView::widthsAreUsable() const {
+bool uctListView::areUsable(const QStringList& widths) const {
     const int widest = QGuiApplication::primaryScreen()->virtualSize().width();
-    for (int i = 0; i + 1 < header()->count(); ++i)
-        if (header()->sectionSize(i) < header()->minimumSectionSize() || header()->sectionSize(i) > widest)
-            return false;
-    return header()->count() == m_model->columnCount();
+    const auto isUsable = [&](const QString& width) {
+        return width.toInt() >= header()->minimumSectionSize() && width.toInt() <= widest;
+    };
+    return widths.size() == header()->count() && std::ranges::all_of(widths, isUsable);
+}
+
+void uctListView::storeWidths() {
+    m_fitColumns = false;
+    QStringList widths;
+    for (int i = 0; i < header()->count(); ++i) widths << QString::number(header()->sectionSize(i));
+    saveSetting("VWT", widthsSection, m_key, widths.join(','));
 }
 
 /// A mouse button that is down says nothing: a double-click that opens the screen still holds it. The user
@@ -69,11 +76,7 @@ bool uctListView::eventFilter(QObject* watched, QEvent* event) {
         if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick) m_headerHeld = true;
         if (type == QEvent::MouseButtonRelease) {
             m_headerHeld = false;
-            if (std::exchange(m_widthsSet, false)) {
-                m_fitColumns = false;
-                saveSetting("VWT", widthsSection, m_key,
-                            QString::fromLatin1(header()->saveState().toBase64()));
-            }
+            if (std::exchange(m_widthsSet, false)) storeWidths();
         }
     }
     return QTreeView::eventFilter(watched, event);
@@ -107,7 +110,7 @@ void uctListView::setRows(std::vector<ListRow> rows) {
 
 void uctListView::setFilterWords(const QString& words) {
     const QList<int> selected = selectedIds();
-    selectionModel()->clearSelection(); // or the view selects a neighbour of each row that goes
+    selectionModel()->clear(); // or the view selects a neighbour of each row that goes
     m_order->setFilterWords(words);
     select(selected);
     viewport()->update();
@@ -142,6 +145,8 @@ void uctListView::select(const QList<int>& ids) {
                                              m_order->index(shown[next - 1], lastColumn)));
     }
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    if (!shown.empty()) // where the arrow keys go on from
+        selectionModel()->setCurrentIndex(m_order->index(shown.front(), 0), QItemSelectionModel::NoUpdate);
 }
 
 bool uctListView::selectId(int id) {

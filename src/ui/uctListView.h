@@ -48,7 +48,8 @@ protected:
 
 private:
     void restoreWidths();
-    bool widthsAreUsable() const;
+    bool areUsable(const QStringList& widths) const;
+    void storeWidths();
     void fitColumns();
     void select(const QList<int>& ids);
 
