@@ -78,7 +78,7 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     ListViewColumnSort(*m_ui->lstSchedules, DateColumn, true);
     ListViewColumnSort(*m_ui->lstFinished, DateColumn, true);
     m_ui->lstSchedules->setFocus();
-    selectCurrentRow(*m_ui->lstSchedules);
+    if (m_ui->hdrSchedules->isOpen()) selectCurrentRow(*m_ui->lstSchedules);
 }
 
 frmMainScreen::~frmMainScreen() = default;

@@ -76,7 +76,7 @@ public:
             return QProxyStyle::eventFilter(watched, event);
         auto* calendar = static_cast<QWidget*>(watched);
         QPainter painter(calendar);
-        painter.setPen(Palette::frameLine().darker(115));
+        painter.setPen(Palette::subtleText());
         painter.drawRect(calendar->rect().adjusted(0, 0, -1, -1));
         return false;
     }
