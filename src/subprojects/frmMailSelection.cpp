@@ -53,7 +53,7 @@ int frmMailSelection::Setup() {
     if (session().project.database.isEmpty())
         m_ui->cmdOpen->setFocus();
     else
-        m_ui->lstCentres->setFocus();
+        m_ui->txtFind->setFocus(); // in the list, the keyboard would have chosen a cost centre already
     return done ? 0 : -1;
 }
 
