@@ -93,9 +93,9 @@ void frmMainScreen::buildFooter() {
     };
     add("Add", "&Add Schedule", "list-add", "Add a schedule", &frmMainScreen::cmdAdd_Click);
     QToolButton* edit = add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule",
-        &frmMainScreen::cmdEdit_Click);
+                            &frmMainScreen::cmdEdit_Click);
     QToolButton* remove = add("Delete", "&Delete Schedule", "edit-delete", "Delete the selected schedule",
-        &frmMainScreen::cmdDelete_Click);
+                              &frmMainScreen::cmdDelete_Click);
     footer.addStretch();
     add("ManageTemplates", "Manage &Templates", "view-list-details", "Manage the report templates",
         &frmMainScreen::cmdManageTemplates_Click);
@@ -284,9 +284,11 @@ QString frmMainScreen::processedSince(int id) const {
 }
 
 void frmMainScreen::resetSchedule(int id) {
-    const QString title = (m_finishedListActive ? m_ui->lstFinished : m_ui->lstSchedules)->textOf(id, TitleColumn);
-    const QString question = "The schedule '%1' is being processed%2.\n\nDo you want to reset it? Do so only when "
-                             "the engine has stopped working on it.";
+    const QString title =
+        (m_finishedListActive ? m_ui->lstFinished : m_ui->lstSchedules)->textOf(id, TitleColumn);
+    const QString question =
+        "The schedule '%1' is being processed%2.\n\nDo you want to reset it? Do so only when "
+        "the engine has stopped working on it.";
     if (!m_context.messages.ask(this, question.arg(title, processedSince(id)))) return;
     m_context.messages.notice(this, "Reseting this schedule status, due to an unknown error");
     if (!ResetSchedule(m_context.session, id))

@@ -110,8 +110,7 @@ void frmEmailSettings::buildFooter() {
     add("Export", "&Export", "document-export", "Write all addresses into a CSV file",
         &frmEmailSettings::cmdExport_Click);
     footer.addStretch();
-    m_cmdSave =
-        add("Save", "&Save", "document-save", "Save the changes", &frmEmailSettings::cmdSave_Click);
+    m_cmdSave = add("Save", "&Save", "document-save", "Save the changes", &frmEmailSettings::cmdSave_Click);
     add("Exit", "E&xit", "dialog-close", "Return to the previous screen", &frmEmailSettings::reject);
 }
 

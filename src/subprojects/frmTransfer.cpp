@@ -55,8 +55,8 @@ frmTransfer::~frmTransfer() = default;
 
 void frmTransfer::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    connect(footer.add("Save", "&Save", "document-save", "Save the template"), &QToolButton::clicked,
-            this, &frmTransfer::cmdSave_Click);
+    connect(footer.add("Save", "&Save", "document-save", "Save the template"), &QToolButton::clicked, this,
+            &frmTransfer::cmdSave_Click);
     footer.addStretch();
     QToolButton* leave = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
     leave->setObjectName("Command2");

@@ -28,9 +28,8 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
     QToolButton* remove = add("DeletedSelected", "&Delete", "edit-delete", "Delete the selected number",
                               &frmExcludeNumbers::cmdDeletedSelected_Click);
     footer.setUsable(remove, false);
-    connect(m_ui->grid, &uctNumberGrid::selectionChanged, this, [this, remove] {
-        m_ui->footer->setUsable(remove, !m_ui->grid->selectedNumbers().isEmpty());
-    });
+    connect(m_ui->grid, &uctNumberGrid::selectionChanged, this,
+            [this, remove] { m_ui->footer->setUsable(remove, !m_ui->grid->selectedNumbers().isEmpty()); });
     add("Delete", "Delet&e all", "edit-clear-all", "Delete all numbers of the list",
         &frmExcludeNumbers::cmdDelete_Click);
     footer.addStretch();

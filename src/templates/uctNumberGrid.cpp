@@ -55,7 +55,8 @@ uctNumberGrid::uctNumberGrid(QWidget* parent)
     m_grid->setAccessibleName("Telephone numbers");
     m_grid->installEventFilter(this);
     giveListHabits(*m_grid);
-    connect(m_grid->selectionModel(), &QItemSelectionModel::selectionChanged, this, &uctNumberGrid::selectionChanged);
+    connect(m_grid->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &uctNumberGrid::selectionChanged);
     connect(m_model, &QAbstractItemModel::modelReset, this, &uctNumberGrid::selectionChanged);
     m_count->setObjectName("lblCount");
     m_hint->hide();

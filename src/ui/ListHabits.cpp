@@ -65,7 +65,8 @@ void giveListHabits(QAbstractItemView& list) {
 void selectCurrentRow(QAbstractItemView& list) {
     QItemSelectionModel* selection = list.selectionModel();
     if (!selection || selection->hasSelection() || list.model()->rowCount() == 0) return;
-    const QModelIndex current = list.currentIndex().isValid() ? list.currentIndex() : list.model()->index(0, 0);
+    const QModelIndex current =
+        list.currentIndex().isValid() ? list.currentIndex() : list.model()->index(0, 0);
     selection->setCurrentIndex(current, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     list.scrollTo(current);
 }

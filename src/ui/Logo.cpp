@@ -36,7 +36,8 @@ QIcon programIcon() {
         painter.setPen(Qt::NoPen);
         painter.setBrush(Palette::headerFrom());
         painter.drawRoundedRect(picture.rect(), side / 6.0, side / 6.0);
-        paintLogo(painter, QRectF(picture.rect()).adjusted(side * 0.16, side * 0.08, -side * 0.12, -side * 0.16));
+        paintLogo(painter,
+                  QRectF(picture.rect()).adjusted(side * 0.16, side * 0.08, -side * 0.12, -side * 0.16));
         painter.end();
         icon.addPixmap(picture);
     }

@@ -86,7 +86,8 @@ private:
     void polishCalendar(QCalendarWidget& calendar) {
         QTextCharFormat weekend;
         weekend.setForeground(Palette::problem());
-        for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) calendar.setWeekdayTextFormat(day, weekend);
+        for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+            calendar.setWeekdayTextFormat(day, weekend);
         calendar.layout()->setContentsMargins(1, 1, 1, 1);
         calendar.installEventFilter(this);
     }

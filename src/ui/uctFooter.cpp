@@ -70,7 +70,8 @@ void uctFooter::setUsable(QToolButton* button, bool usable) {
 void uctFooter::needSelection(const QList<uctListView*>& lists, const QList<QToolButton*>& buttons) {
     const auto update = [this, lists, buttons] {
         const auto selected = [&] {
-            return std::ranges::any_of(lists, [](const uctListView* list) { return list->selectedId().has_value(); });
+            return std::ranges::any_of(
+                lists, [](const uctListView* list) { return list->selectedId().has_value(); });
         };
         for (const QToolButton* button : buttons) // or the keyboard would go to some other button
             if (button->hasFocus() && !selected()) lists.first()->setFocus(Qt::TabFocusReason);

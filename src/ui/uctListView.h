@@ -58,7 +58,7 @@ private:
     QString m_emptyText;
     QString m_key; ///< of the widths in the settings store
     bool m_headerHeld = false;
-    bool m_widthsSet = false; ///< by the user, since he took hold of the header
+    bool m_widthsSet = false;  ///< by the user, since he took hold of the header
     bool m_fitColumns = false; ///< until the user sets a width, columns share the list's width
 };
 

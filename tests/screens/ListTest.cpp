@@ -30,7 +30,8 @@ class ListTest : public QObject {
 
         Screen() {
             auto* column = new QVBoxLayout(this);
-            for (QWidget* each : {static_cast<QWidget*>(&list), static_cast<QWidget*>(&box), static_cast<QWidget*>(&ticks)})
+            for (QWidget* each :
+                 {static_cast<QWidget*>(&list), static_cast<QWidget*>(&box), static_cast<QWidget*>(&ticks)})
                 column->addWidget(each);
             list.setSelectionMode(QAbstractItemView::ExtendedSelection);
             list.setColumns({{"Title"}, {"Count", ListColumn::Number}, {"Note"}}, "Test");
@@ -42,10 +43,13 @@ class ListTest : public QObject {
             resize(600, 500);
             show();
             activateWindow();
-            if (!QTest::qWaitForWindowActive(this)) QTest::qFail("the screen is not active", __FILE__, __LINE__);
+            if (!QTest::qWaitForWindowActive(this))
+                QTest::qFail("the screen is not active", __FILE__, __LINE__);
         }
         QWidget& header() { return *list.header()->viewport(); }
-        QPoint edge(int column) { return {list.header()->sectionViewportPosition(column + 1) - 1, header().height() / 2}; }
+        QPoint edge(int column) {
+            return {list.header()->sectionViewportPosition(column + 1) - 1, header().height() / 2};
+        }
         int width(int column) { return list.header()->sectionSize(column); }
     };
 
@@ -151,7 +155,8 @@ private slots:
             QTRY_COMPARE(shown(), 2);
             dialog.reject();
         });
-        MessageBoxes().openFile(nullptr, folder.path(), "Comma Separated Files (*.CSV);;View All Files (*.*)");
+        MessageBoxes().openFile(nullptr, folder.path(),
+                                "Comma Separated Files (*.CSV);;View All Files (*.*)");
     }
 };
 

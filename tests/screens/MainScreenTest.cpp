@@ -235,7 +235,8 @@ private slots:
         hub.program.messages.answer(false);
         QTest::keyClick(&hub.pending(), Qt::Key_Return);
         const QString question = hub.program.messages.takeShown().join('|');
-        QVERIFY2(question.contains("'stuck'") && question.contains(hub.pending().textOf(id, 2)), qPrintable(question));
+        QVERIFY2(question.contains("'stuck'") && question.contains(hub.pending().textOf(id, 2)),
+                 qPrintable(question));
         QCOMPARE(ReadScheduleStatus(hub.program.session, id), int(Processing));
         // Whatever statement fails, log and status stay together.
         for (int k = 2; k <= 5; ++k) {
