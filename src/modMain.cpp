@@ -8,6 +8,7 @@
 #include "app/frmSplashScreen.h"
 #include "schedules/frmMainScreen.h"
 #include "ui/Cursors.h"
+#include "ui/Logo.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
@@ -51,6 +52,7 @@ void modMain::chooseLook(QApplication& application) {
     if (font != -1) session.displayFont = "Norva Arcwen";
     Palette::apply(application, Palette::wantedScheme());
     Palette::applyFont(application, session.displayFont);
+    application.setWindowIcon(programIcon());
 }
 
 bool modMain::logIn(const QString& commandLine) {

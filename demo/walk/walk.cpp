@@ -31,7 +31,7 @@ int main(int argc, char* argv[]) {
 
     const QDir demo(QString::fromLocal8Bit(argv[1]));
     std::unique_ptr<GuestDemo> guest;
-    QString server = "file:" + demo.absoluteFilePath("server.db");
+    QString server = "file:" + demo.filePath("server.db"); // the pictures show it as it was given
     if (GuestDemo::isInvited()) {
         guest = std::make_unique<GuestDemo>(DemoOptions());
         server = GuestDemo::host().dataSource;

@@ -31,6 +31,9 @@ frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
     connect(m_ui->chkCSV, &QCheckBox::clicked, this, clearNote);
     const bool mayChange = mayChangeOptions(session());
     m_ui->txtOutput->setReadOnly(!mayChange);
+    QPalette colours = m_ui->txtOutput->palette();
+    if (!mayChange) colours.setColor(QPalette::Base, colours.color(QPalette::Window));
+    m_ui->txtOutput->setPalette(colours);
     m_ui->chkExcel->setEnabled(mayChange);
     m_ui->chkCSV->setEnabled(mayChange);
     footer.setOffered(m_cmdSave, mayChange);

@@ -21,6 +21,8 @@ frmSQLServerDatabases::frmSQLServerDatabases(ScreenContext& context, QWidget* pa
     m_ui->footer->addStretch();
     QToolButton* cmdCancel =
         m_ui->footer->add("Cancel", "&Cancel", "dialog-cancel", "Close without choosing a project");
+    m_ui->txtSearch->attach(*m_ui->List1);
+    m_ui->footer->needSelection({m_ui->List1}, {cmdOpen});
     connect(cmdOpen, &QToolButton::clicked, this, &frmSQLServerDatabases::lblOpen_Click);
     connect(cmdCancel, &QToolButton::clicked, this, &QDialog::reject);
     connect(m_ui->List1, &uctListView::rowActivated, this, &frmSQLServerDatabases::lblOpen_Click);
@@ -66,9 +68,10 @@ void frmSQLServerDatabases::lblOpen_Click() {
 
 void frmSQLServerDatabases::txtSearch_Change(const QString& text) {
     if (text.isEmpty()) return;
-    for (int i = 0; i < m_projects.size(); ++i) {
-        if (!m_projects[i].startsWith(text, Qt::CaseInsensitive)) continue;
-        m_ui->List1->selectId(i);
+    const QAbstractItemModel& shown = *m_ui->List1->model(); // a click on its header turns the order
+    for (int row = 0; row < shown.rowCount(); ++row) {
+        if (!shown.index(row, 0).data().toString().startsWith(text, Qt::CaseInsensitive)) continue;
+        m_ui->List1->setCurrentIndex(shown.index(row, 0));
         return;
     }
 }

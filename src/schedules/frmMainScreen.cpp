@@ -15,16 +15,17 @@
 #include "subprojects/MailOptions.h"
 #include "templates/frmManageTemplates.h"
 #include "ui/Cursors.h"
+#include "ui/ListHabits.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
 #include "ui/WindowSize.h"
 #include "ui/openScreen.h"
 #include "ui/uctColourKey.h"
+#include "ui/uctFilterBox.h"
 #include "ui_frmMainScreen.h"
 
 #include <QCloseEvent>
-#include <QLineEdit>
 #include <QScopeGuard>
 #include <QScreen>
 #include <QToolButton>
@@ -65,8 +66,8 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     ReadGlobalOptions(m_context.session);
     resizeToText(*this, 180, 40);
     m_ui->header->setNote(QString("%1 on %2").arg(m_context.session.userName, m_context.session.serverName));
-    buildFooter();
     buildLists();
+    buildFooter();
     m_ui->splitter->remember("MainScreen");
 
     m_tmrScheduler.setObjectName("tmrScheduler");
@@ -75,6 +76,8 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     FillScheduleList();
     ListViewColumnSort(*m_ui->lstSchedules, DateColumn, true);
     ListViewColumnSort(*m_ui->lstFinished, DateColumn, true);
+    m_ui->lstSchedules->setFocus();
+    if (m_ui->hdrSchedules->isOpen()) selectCurrentRow(*m_ui->lstSchedules);
 }
 
 frmMainScreen::~frmMainScreen() = default;
@@ -83,13 +86,15 @@ void frmMainScreen::buildFooter() {
     uctFooter& footer = *m_ui->footer;
     const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
                          auto slot) {
-        connect(footer.add(name, caption, icon, toolTip), &QToolButton::clicked, this, slot);
+        QToolButton* button = footer.add(name, caption, icon, toolTip);
+        connect(button, &QToolButton::clicked, this, slot);
+        return button;
     };
     add("Add", "&Add Schedule", "list-add", "Add a schedule", &frmMainScreen::cmdAdd_Click);
-    add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule",
-        &frmMainScreen::cmdEdit_Click);
-    add("Delete", "&Delete Schedule", "edit-delete", "Delete the selected schedule",
-        &frmMainScreen::cmdDelete_Click);
+    QToolButton* edit = add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule",
+                            &frmMainScreen::cmdEdit_Click);
+    QToolButton* remove = add("Delete", "&Delete Schedule", "edit-delete", "Delete the selected schedule",
+                              &frmMainScreen::cmdDelete_Click);
     footer.addStretch();
     add("ManageTemplates", "Manage &Templates", "view-list-details", "Manage the report templates",
         &frmMainScreen::cmdManageTemplates_Click);
@@ -99,6 +104,7 @@ void frmMainScreen::buildFooter() {
         &frmMainScreen::cmdVersion_Click);
     add("Help", "&Help", "help-contents", "View Scheduler help", &frmMainScreen::cmdHelp_Click);
     add("Exit", "E&xit", "application-exit", "Exit the application", &QWidget::close);
+    footer.needSelection({m_ui->lstSchedules, m_ui->lstFinished}, {edit, remove});
 }
 
 void frmMainScreen::buildLists() {
@@ -130,15 +136,15 @@ void frmMainScreen::buildLists() {
     connectList(*m_ui->lstFinished, true);
 }
 
-QLineEdit* frmMainScreen::filterBox(const QString& name, uctListView& list) {
-    auto* box = new QLineEdit(this);
+uctFilterBox* frmMainScreen::filterBox(const QString& name, uctListView& list) {
+    auto* box = new uctFilterBox(this);
     box->setObjectName(name);
     box->setPlaceholderText("Filter");
-    box->setClearButtonEnabled(true);
     box->setAccessibleName("Filter " + list.accessibleName());
     box->setToolTip("Shows only schedules that hold these words in title, status, template or project");
     box->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
     box->setMaximumWidth(fontMetrics().averageCharWidth() * 28);
+    box->attach(list);
     connect(box, &QLineEdit::textChanged, &list, &uctListView::setFilterWords);
     return box;
 }
@@ -269,7 +275,19 @@ void frmMainScreen::editSchedule(int id) {
     }
 }
 
+/// Empty for a schedule that the pending list shows no date of.
+QString frmMainScreen::processedSince(int id) const {
+    const QString due = m_ui->lstSchedules->textOf(id, DateColumn);
+    return parseShownDate(due).isValid() ? QString(", since %1 at the earliest").arg(due) : QString();
+}
+
 void frmMainScreen::resetSchedule(int id) {
+    const QString title =
+        (m_finishedListActive ? m_ui->lstFinished : m_ui->lstSchedules)->textOf(id, TitleColumn);
+    const QString question =
+        "The schedule '%1' is being processed%2.\n\nDo you want to reset it? Do so only when "
+        "the engine has stopped working on it.";
+    if (!m_context.messages.ask(this, question.arg(title, processedSince(id)))) return;
     m_context.messages.notice(this, "Reseting this schedule status, due to an unknown error");
     if (!ResetSchedule(m_context.session, id))
         m_context.messages.notice(this, "The schedule is not being processed any more; nothing was reset.");

@@ -8,7 +8,7 @@
 #include <functional>
 #include <memory>
 
-class QLineEdit;
+class uctFilterBox;
 class uctListView;
 class DbError;
 namespace Ui {
@@ -53,12 +53,13 @@ private slots:
 private:
     void buildFooter();
     void buildLists();
-    QLineEdit* filterBox(const QString& name, uctListView& list);
+    uctFilterBox* filterBox(const QString& name, uctListView& list);
     void connectList(uctListView& list, bool finished);
     void tellProblem(const DbError& error);
     void showRows(const std::vector<ScheduleListRow>& rows);
     void selectRow(bool finished);
     void editSchedule(int id);
+    QString processedSince(int id) const;
     void resetSchedule(int id);
     void savePlacement() const;
     void run(const char* slot, const std::function<void()>& body);

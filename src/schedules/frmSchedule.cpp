@@ -21,7 +21,6 @@
 #include "ui_frmSchedule.h"
 
 #include <QScopedValueRollback>
-#include <QShortcut>
 #include <QToolButton>
 
 namespace {
@@ -48,6 +47,7 @@ frmSchedule::frmSchedule(ScreenContext& screenContext, QWidget* parent)
     m_ui->dtRunOn->setLocale(QLocale::c()); // English month names, whatever the desktop's language
     m_ui->dtRunOnTime->setLocale(QLocale::c());
     m_ui->paneUpdate->hide();
+    m_ui->cmdCCSub->setVisible(session().userLevel != 4);
     QPalette readOnly = m_ui->txtProject->palette();
     readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
     m_ui->txtProject->setPalette(readOnly);
@@ -62,7 +62,7 @@ frmSchedule::~frmSchedule() = default;
 
 void frmSchedule::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    QToolButton* cmdSave = footer.add("Save", "&Save", "document-save", "Save the schedule (Ctrl+S)");
+    QToolButton* cmdSave = footer.add("Save", "&Save", "document-save", "Save the schedule");
     m_cmdSaveAs =
         footer.add("SaveAs", "Sa&ve As", "document-save-as", "Save as a new schedule under another title");
     m_cmdDelete = footer.add("Delete", "De&lete Schedule", "edit-delete", "Delete this schedule and its log");
@@ -72,8 +72,6 @@ void frmSchedule::buildFooter() {
     connect(m_cmdSaveAs, &QToolButton::clicked, this, &frmSchedule::cmdSaveAs_Click);
     connect(m_cmdDelete, &QToolButton::clicked, this, &frmSchedule::cmdDelete_Click);
     connect(cmdExit, &QToolButton::clicked, this, &frmSchedule::reject);
-    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this,
-            &frmSchedule::cmdSave_Click);
 }
 
 void frmSchedule::connectControls() {

@@ -12,15 +12,13 @@
 #include "ui/WindowSize.h"
 #include "ui_frmScheduleView.h"
 
-#include <QAction>
-#include <QClipboard>
 #include <QFile>
 #include <QSaveFile>
 #include <QToolButton>
 
 namespace {
 
-/// One line of the list or the clipboard, which break at no other place.
+/// One line of the list.
 QString inOneLine(QString text) {
     return text.replace('\r', ' ').replace('\n', ' ').replace('\t', ' ');
 }
@@ -89,14 +87,8 @@ void frmScheduleView::buildList() {
     m_ui->splitter->remember("ScheduleLog");
     connect(m_ui->lstLog, &uctListView::selectedIdChanged, this, &frmScheduleView::lstLog_Click);
     connect(m_ui->chkErrorsOnly, &QCheckBox::toggled, this, &frmScheduleView::fillLog);
+    m_ui->txtFind->attach(*m_ui->lstLog);
     connect(m_ui->txtFind, &QLineEdit::textChanged, m_ui->lstLog, &uctListView::setFilterWords);
-
-    auto* copy = new QAction("Copy", this);
-    copy->setShortcut(QKeySequence::Copy);
-    copy->setShortcutContext(Qt::WidgetShortcut);
-    connect(copy, &QAction::triggered, this, &frmScheduleView::copyLog);
-    m_ui->lstLog->addAction(copy);
-    m_ui->lstLog->setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 int frmScheduleView::Setup(int scheduleId) {
@@ -114,6 +106,7 @@ int frmScheduleView::Setup(int scheduleId) {
         fillLabels();
         fillLog();
         selectFirstError();
+        m_ui->lstLog->setFocus();
     });
     return done ? result : -1;
 }
@@ -173,18 +166,6 @@ void frmScheduleView::lstLog_Click() {
         if (session().diagnostics)
             m_ui->lblDiagnostics->setText(entry ? diagnosticLine(session(), entry->reportId) : QString());
     });
-}
-
-void frmScheduleView::copyLog() {
-    QStringList lines;
-    const auto add = [&](const LogEntry& entry) {
-        lines << inOneLine(entry.reportName) + '\t' + inOneLine(entry.details());
-    };
-    const QList<int> selected = m_ui->lstLog->selectedIds();
-    for (const int id : selected) add(*entryOf(id));
-    if (selected.isEmpty())
-        for (const LogEntry& entry : m_log) add(entry);
-    QGuiApplication::clipboard()->setText(lines.join('\n'));
 }
 
 void frmScheduleView::cmdSaveLog_Click() {

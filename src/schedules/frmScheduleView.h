@@ -26,7 +26,6 @@ private slots:
     void cmdDelete_Click();
     void cmdSaveLog_Click();
     void lstLog_Click();
-    void copyLog();
     void fillLog();
 
 private:

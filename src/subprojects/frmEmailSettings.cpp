@@ -18,7 +18,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QShortcut>
 #include <QToolButton>
 
 namespace {
@@ -76,6 +75,7 @@ frmEmailSettings::frmEmailSettings(ScreenContext& context, QWidget* parent)
                     "AddressBook");
     grid.setEmptyText("The address book is empty. Add an address, or import a file of addresses.");
     buildFooter();
+    m_ui->txtFind->attach(grid);
     connect(m_ui->txtFind, &QLineEdit::textChanged, &grid, &uctListView::setFilterWords);
     connect(&grid, &uctListView::deletePressed, this, &frmEmailSettings::cmdDelete_Click);
     connect(m_ui->txtDefaultEmail, &QLineEdit::textChanged, this, &frmEmailSettings::updateControls);
@@ -102,18 +102,16 @@ void frmEmailSettings::buildFooter() {
         return button;
     };
     add("Add", "&Add", "list-add", "Add an address of a cost centre", &frmEmailSettings::cmdAdd_Click);
-    add("Delete", "&Delete", "edit-delete", "Delete the selected addresses (Delete)",
-        &frmEmailSettings::cmdDelete_Click);
+    QToolButton* remove = add("Delete", "&Delete", "edit-delete", "Delete the selected addresses (Delete)",
+                              &frmEmailSettings::cmdDelete_Click);
+    footer.needSelection({m_ui->MSFlexGrid1}, {remove});
     add("Import", "&Import", "document-import", "Add the addresses of a CSV file",
         &frmEmailSettings::cmdImport_Click);
     add("Export", "&Export", "document-export", "Write all addresses into a CSV file",
         &frmEmailSettings::cmdExport_Click);
     footer.addStretch();
-    m_cmdSave =
-        add("Save", "&Save", "document-save", "Save the changes (Ctrl+S)", &frmEmailSettings::cmdSave_Click);
+    m_cmdSave = add("Save", "&Save", "document-save", "Save the changes", &frmEmailSettings::cmdSave_Click);
     add("Exit", "E&xit", "dialog-close", "Return to the previous screen", &frmEmailSettings::reject);
-    auto* shortcut = new QShortcut(QKeySequence::Save, this);
-    connect(shortcut, &QShortcut::activated, m_cmdSave, &QToolButton::click);
 }
 
 void frmEmailSettings::run(const char* slot, const std::function<void()>& body) {

@@ -26,15 +26,17 @@ frmMailSelection::frmMailSelection(ScreenContext& context, AddressBook& book, QW
     m_ui->lstCentres->setHeaderHidden(true);
 
     uctFooter& footer = *m_ui->footer;
-    connect(footer.add("Add", "&Add", "list-add", "Add the address to the address book"),
-            &QToolButton::clicked, this, &frmMailSelection::cmdAdd_Click);
+    QToolButton* cmdAdd = footer.add("Add", "&Add", "list-add", "Add the address to the address book");
+    connect(cmdAdd, &QToolButton::clicked, this, &frmMailSelection::cmdAdd_Click);
+    footer.needSelection({m_ui->lstCentres}, {cmdAdd});
     footer.addStretch();
     connect(footer.add("Close", "Clo&se", "dialog-close", "Return to the address book"),
             &QToolButton::clicked, this, &frmMailSelection::reject);
     connect(m_ui->cmdOpen, &QPushButton::clicked, this, &frmMailSelection::cmdOpen_Click);
     connect(m_ui->cmbLevel, &QComboBox::activated, this, &frmMailSelection::cmbLevel_Click);
+    m_ui->txtFind->attach(*m_ui->lstCentres);
     connect(m_ui->txtFind, &QLineEdit::textChanged, m_ui->lstCentres, &uctListView::setFilterWords);
-    connect(m_ui->txtFind, &QLineEdit::returnPressed, m_ui->lstCentres, qOverload<>(&QWidget::setFocus));
+    connect(m_ui->txtFind, &QLineEdit::returnPressed, m_ui->txtFind, &uctFilterBox::goToList);
     connect(m_ui->lstCentres, &uctListView::rowActivated, m_ui->txtEmail, qOverload<>(&QWidget::setFocus));
     connect(m_ui->txtEmail, &QLineEdit::returnPressed, this, &frmMailSelection::cmdAdd_Click);
     resizeToText(*this, 85, 28);
@@ -51,7 +53,7 @@ int frmMailSelection::Setup() {
     if (session().project.database.isEmpty())
         m_ui->cmdOpen->setFocus();
     else
-        m_ui->lstCentres->setFocus();
+        m_ui->txtFind->setFocus(); // in the list, the keyboard would have chosen a cost centre already
     return done ? 0 : -1;
 }
 

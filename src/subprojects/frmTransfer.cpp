@@ -14,7 +14,6 @@
 #include "ui/WindowSize.h"
 #include "ui_frmTransfer.h"
 
-#include <QShortcut>
 #include <QToolButton>
 #include <QTreeView>
 
@@ -57,9 +56,7 @@ frmTransfer::~frmTransfer() {
 
 void frmTransfer::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    connect(footer.add("Save", "&Save", "document-save", "Save the template (Ctrl+S)"), &QToolButton::clicked,
-            this, &frmTransfer::cmdSave_Click);
-    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this,
+    connect(footer.add("Save", "&Save", "document-save", "Save the template"), &QToolButton::clicked, this,
             &frmTransfer::cmdSave_Click);
     footer.addStretch();
     QToolButton* leave = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");

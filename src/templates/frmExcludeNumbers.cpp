@@ -17,14 +17,19 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
     uctFooter& footer = *m_ui->footer;
     const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
                          auto slot) {
-        connect(footer.add(name, caption, icon, toolTip), &QToolButton::clicked, this, slot);
+        QToolButton* button = footer.add(name, caption, icon, toolTip);
+        connect(button, &QToolButton::clicked, this, slot);
+        return button;
     };
     add("Ok", "&OK", "dialog-ok-apply", "Close and keep the list", &frmExcludeNumbers::cmdOk_Click);
     add("Load", "&Load", "document-open", "Replace the list by the numbers in a file",
         &frmExcludeNumbers::cmdLoad_Click);
     add("Save", "&Save", "document-save", "Write the numbers to a file", &frmExcludeNumbers::cmdSave_Click);
-    add("DeletedSelected", "&Delete", "edit-delete", "Delete the selected number",
-        &frmExcludeNumbers::cmdDeletedSelected_Click);
+    QToolButton* remove = add("DeletedSelected", "&Delete", "edit-delete", "Delete the selected number",
+                              &frmExcludeNumbers::cmdDeletedSelected_Click);
+    footer.setUsable(remove, false);
+    connect(m_ui->grid, &uctNumberGrid::selectionChanged, this,
+            [this, remove] { m_ui->footer->setUsable(remove, !m_ui->grid->selectedNumbers().isEmpty()); });
     add("Delete", "Delet&e all", "edit-clear-all", "Delete all numbers of the list",
         &frmExcludeNumbers::cmdDelete_Click);
     footer.addStretch();

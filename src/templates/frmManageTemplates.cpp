@@ -34,8 +34,9 @@ frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
     buildFooter();
     connect(m_ui->lstTemplates, &uctListView::rowActivated, this, &frmManageTemplates::cmdEdit_Click);
     connect(m_ui->lstTemplates, &uctListView::deletePressed, this, &frmManageTemplates::cmdDelete_Click);
+    m_ui->txtFilter->attach(*m_ui->lstTemplates);
     connect(m_ui->txtFilter, &QLineEdit::textChanged, m_ui->lstTemplates, &uctListView::setFilterWords);
-    connect(m_ui->txtFilter, &QLineEdit::returnPressed, this, &frmManageTemplates::goToList);
+    connect(m_ui->txtFilter, &QLineEdit::returnPressed, m_ui->txtFilter, &uctFilterBox::goToList);
     resizeToText(*this, 150, 34);
 }
 
@@ -45,14 +46,18 @@ void frmManageTemplates::buildFooter() {
     uctFooter& footer = *m_ui->footer;
     const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
                          auto slot) {
-        connect(footer.add(name, caption, icon, toolTip), &QToolButton::clicked, this, slot);
+        QToolButton* button = footer.add(name, caption, icon, toolTip);
+        connect(button, &QToolButton::clicked, this, slot);
+        return button;
     };
     add("Add", "&Add Template", "list-add", "Make a new template for a project",
         &frmManageTemplates::cmdAdd_Click);
-    add("Edit", "&Edit Template", "document-edit", "Edit the selected template",
-        &frmManageTemplates::cmdEdit_Click);
-    add("Delete", "&Delete Template", "edit-delete", "Delete the selected template and its schedules",
-        &frmManageTemplates::cmdDelete_Click);
+    QToolButton* edit = add("Edit", "&Edit Template", "document-edit", "Edit the selected template",
+                            &frmManageTemplates::cmdEdit_Click);
+    QToolButton* remove =
+        add("Delete", "&Delete Template", "edit-delete", "Delete the selected template and its schedules",
+            &frmManageTemplates::cmdDelete_Click);
+    footer.needSelection({m_ui->lstTemplates}, {edit, remove});
     footer.addStretch();
     add("Close", "&Close", "dialog-close", "Return to the previous screen", &QDialog::reject);
 }
@@ -65,17 +70,10 @@ int frmManageTemplates::Setup() {
     return load("frmManageTemplates.Setup",
                 [this] {
                     fillList();
-                    goToList();
+                    m_ui->txtFilter->goToList();
                 })
                ? 0
                : -1;
-}
-
-void frmManageTemplates::goToList() {
-    const QAbstractItemModel& shown = *m_ui->lstTemplates->model();
-    if (!m_ui->lstTemplates->selectedId() && shown.rowCount() > 0)
-        m_ui->lstTemplates->setCurrentIndex(shown.index(0, 0));
-    m_ui->lstTemplates->setFocus();
 }
 
 void frmManageTemplates::CalledBack() {

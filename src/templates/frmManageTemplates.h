@@ -33,7 +33,6 @@ private:
     void buildFooter();
     void run(const char* slot, const std::function<void()>& body);
     void fillList();
-    void goToList();
     void editTemplate(int templateId);
     void openEditor(int templateId);
 

@@ -19,7 +19,6 @@
 
 #include <QHeaderView>
 #include <QScopedValueRollback>
-#include <QShortcut>
 #include <QToolButton>
 #include <algorithm>
 
@@ -61,12 +60,11 @@ frmReport::~frmReport() = default;
 
 void frmReport::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    connect(footer.add("Save", "&Save", "document-save", "Put the report into the template (Ctrl+S)"),
+    connect(footer.add("Save", "&Save", "document-save", "Put the report into the template"),
             &QToolButton::clicked, this, &frmReport::cmdSave_Click);
     footer.addStretch();
     connect(footer.add("Cancel", "Ca&ncel", "dialog-cancel", "Close without changing the template"),
             &QToolButton::clicked, this, &frmReport::reject);
-    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this, &frmReport::cmdSave_Click);
 }
 
 void frmReport::connectControls() {

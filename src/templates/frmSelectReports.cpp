@@ -3,6 +3,7 @@
 #include "app/Session.h"
 #include "reports/Catalogue.h"
 #include "templates/ReportTypes.h"
+#include "ui/ListHabits.h"
 #include "ui/Messages.h"
 #include "ui/WindowSize.h"
 #include "ui_frmSelectReports.h"
@@ -45,11 +46,13 @@ frmSelectReports::frmSelectReports(ScreenContext& context, QWidget* parent)
     m_ui->lstReports->setColumns({{"Report"}}, "SelectReports");
     m_ui->lblDescription->document()->setDocumentMargin(10);
     uctFooter& footer = *m_ui->footer;
-    connect(footer.add("Select", "&Select", "dialog-ok-apply", "Use the selected report"),
-            &QToolButton::clicked, this, &frmSelectReports::cmdSelect_Click);
+    QToolButton* cmdSelect = footer.add("Select", "&Select", "dialog-ok-apply", "Use the selected report");
+    connect(cmdSelect, &QToolButton::clicked, this, &frmSelectReports::cmdSelect_Click);
+    footer.needSelection({m_ui->lstReports}, {cmdSelect});
     footer.addStretch();
     connect(footer.add("Cancel", "&Cancel", "dialog-cancel", "Close without choosing a report"),
             &QToolButton::clicked, this, &frmSelectReports::reject);
+    m_ui->txtFilter->attach(*m_ui->lstReports);
     connect(m_ui->txtFilter, &QLineEdit::textChanged, this, &frmSelectReports::txtFilter_Change);
     connect(m_ui->txtFilter, &QLineEdit::returnPressed, this, &frmSelectReports::cmdSelect_Click);
     connect(m_ui->lstReports, &uctListView::rowActivated, this, &frmSelectReports::cmdSelect_Click);
@@ -95,9 +98,7 @@ void frmSelectReports::lstReports_ItemClick() {
 
 void frmSelectReports::txtFilter_Change(const QString& words) {
     m_ui->lstReports->setFilterWords(words);
-    const QAbstractItemModel& shown = *m_ui->lstReports->model();
-    if (!m_ui->lstReports->selectedId() && shown.rowCount() > 0)
-        m_ui->lstReports->setCurrentIndex(shown.index(0, 0));
+    selectCurrentRow(*m_ui->lstReports);
 }
 
 /// The arrow keys walk the list while the words are typed.

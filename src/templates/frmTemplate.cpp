@@ -73,9 +73,11 @@ void frmTemplate::buildFooter() {
         return button;
     };
     add("Add", "&Add Report", "list-add", "Add a report to the template", &frmTemplate::cmdAdd_Click);
-    add("Edit", "&Edit Report", "document-edit", "Edit the selected report", &frmTemplate::cmdEdit_Click);
-    add("Delete", "&Delete Report", "edit-delete", "Remove the selected reports",
-        &frmTemplate::cmdDelete_Click);
+    QToolButton* edit =
+        add("Edit", "&Edit Report", "document-edit", "Edit the selected report", &frmTemplate::cmdEdit_Click);
+    QToolButton* remove = add("Delete", "&Delete Report", "edit-delete", "Remove the selected reports",
+                              &frmTemplate::cmdDelete_Click);
+    footer.needSelection({m_ui->lstReports}, {edit, remove});
     m_cmdDuplicate = add("Duplicate", "D&uplicate", "edit-copy", "Add a copy of the selected report",
                          &frmTemplate::cmdDuplicate_Click);
     m_cmdUp =
@@ -83,7 +85,7 @@ void frmTemplate::buildFooter() {
     m_cmdDown = add("Down", "Move D&own", "go-down", "Move the selected report down (Alt+Down)",
                     [this] { moveReport(1); });
     footer.addStretch();
-    add("Save", "&Save", "document-save", "Save the template (Ctrl+S)", &frmTemplate::cmdSave_Click);
+    add("Save", "&Save", "document-save", "Save the template", &frmTemplate::cmdSave_Click);
     m_cmdSaveAs = add("SaveAs", "Sa&ve As", "document-save-as", "Save as a new template under another name",
                       &frmTemplate::cmdSaveAs_Click);
     add("Exit", "E&xit", "dialog-close", "Return to the previous screen", &QDialog::reject);
@@ -100,8 +102,6 @@ void frmTemplate::connectControls() {
     const auto shortcut = [this](const QKeySequence& keys, QToolButton* button) {
         connect(new QShortcut(keys, this), &QShortcut::activated, button, &QToolButton::click);
     };
-    connect(new QShortcut(QKeySequence::Save, this), &QShortcut::activated, this,
-            &frmTemplate::cmdSave_Click);
     shortcut(Qt::ALT | Qt::Key_Up, m_cmdUp);
     shortcut(Qt::ALT | Qt::Key_Down, m_cmdDown);
 }
@@ -169,13 +169,10 @@ void frmTemplate::showReports(int selected) {
 void frmTemplate::updateButtons() {
     const QList<int> selected = m_ui->lstReports->selectedIds();
     const bool one = selected.size() == 1;
-    const auto enable = [](QToolButton* button, bool enabled) {
-        button->parentWidget()->setEnabled(enabled);
-    };
     m_ui->cmdOpen->setEnabled(m_template.Reports().Count() == 0);
-    enable(m_cmdDuplicate, one);
-    enable(m_cmdUp, one && selected.first() > 1);
-    enable(m_cmdDown, one && selected.first() < m_template.Reports().Count());
+    m_ui->footer->setUsable(m_cmdDuplicate, one);
+    m_ui->footer->setUsable(m_cmdUp, one && selected.first() > 1);
+    m_ui->footer->setUsable(m_cmdDown, one && selected.first() < m_template.Reports().Count());
 }
 
 void frmTemplate::cmdOpen_Click() {
@@ -223,11 +220,11 @@ void frmTemplate::cmdAdd_Click() {
 
 void frmTemplate::cmdEdit_Click() {
     run("frmTemplate.cmdEdit_Click", [this] {
-        if (!ensureProject()) return;
-        if (const std::optional<int> position = m_ui->lstReports->selectedId())
-            editReport(*position);
-        else
+        const std::optional<int> position = m_ui->lstReports->selectedId();
+        if (!position)
             tell("You must select a report to edit.");
+        else if (ensureProject())
+            editReport(*position);
     });
 }
 

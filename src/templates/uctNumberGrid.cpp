@@ -4,6 +4,7 @@
 #include "templates/GroupParts.h"
 #include "templates/NumberFile.h"
 #include "ui/Cursors.h"
+#include "ui/ListHabits.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
 
@@ -58,6 +59,10 @@ uctNumberGrid::uctNumberGrid(QWidget* parent)
     m_grid->setAlternatingRowColors(true);
     m_grid->setAccessibleName("Telephone numbers");
     m_grid->installEventFilter(this);
+    giveListHabits(*m_grid);
+    connect(m_grid->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &uctNumberGrid::selectionChanged);
+    connect(m_model, &QAbstractItemModel::modelReset, this, &uctNumberGrid::selectionChanged);
     m_count->setObjectName("lblCount");
     m_hint->hide();
     m_progress->hide();

@@ -46,6 +46,7 @@ public:
     void saveFile();
 
 signals:
+    void selectionChanged();
     void numberAdded(const QString& number); ///< of several, the last
     void deletePressed();
 

@@ -35,6 +35,17 @@ int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, const QSt
     return box.exec();
 }
 
+/// The entries of a filter, each shown as given. To the desktop's dialog its last bracket is the pattern, and
+/// "*.*" asks for a dot there.
+QString asPatterns(const QString& filter) {
+    QStringList entries = filter.split(";;");
+    for (QString& entry : entries) {
+        const QString pattern = entry.mid(entry.lastIndexOf('('));
+        entry += ' ' + (pattern == "(*.*)" ? "(*)" : pattern);
+    }
+    return entries.join(";;");
+}
+
 } // namespace
 
 void MessageBoxes::notice(QWidget* parent, const QString& text, Icon icon, const QString& title,
@@ -61,10 +72,12 @@ std::optional<QString> MessageBoxes::input(QWidget* parent, const QString& promp
 }
 
 QString MessageBoxes::openFile(QWidget* parent, const QString& folder, const QString& filter) {
-    return QFileDialog::getOpenFileName(parent, {}, folder, filter);
+    return QFileDialog::getOpenFileName(parent, {}, folder, asPatterns(filter), nullptr,
+                                        QFileDialog::HideNameFilterDetails);
 }
 
 QString MessageBoxes::saveFile(QWidget* parent, const QString& folder, const QString& filter) {
-    return QFileDialog::getSaveFileName(parent, {}, folder, filter, nullptr,
-                                        QFileDialog::DontConfirmOverwrite);
+    return QFileDialog::getSaveFileName(parent, {}, folder, asPatterns(filter), nullptr,
+                                        QFileDialog::DontConfirmOverwrite
+                                            | QFileDialog::HideNameFilterDetails);
 }

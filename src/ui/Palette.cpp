@@ -3,12 +3,15 @@
 #include "app/SettingsStore.h"
 
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QFont>
 #include <QIcon>
+#include <QLayout>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleOption>
+#include <QTextCharFormat>
 
 namespace {
 
@@ -62,7 +65,33 @@ public:
             drawBoxOutline(*option, *painter);
     }
 
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override {
+        QProxyStyle::polish(widget);
+        if (auto* calendar = qobject_cast<QCalendarWidget*>(widget)) polishCalendar(*calendar);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::Paint || !qobject_cast<QCalendarWidget*>(watched))
+            return QProxyStyle::eventFilter(watched, event);
+        auto* calendar = static_cast<QWidget*>(watched);
+        QPainter painter(calendar);
+        painter.setPen(Palette::subtleText());
+        painter.drawRect(calendar->rect().adjusted(0, 0, -1, -1));
+        return false;
+    }
+
 private:
+    /// It opens without an edge of its own, and its weekends are of a red that is made for white.
+    void polishCalendar(QCalendarWidget& calendar) {
+        QTextCharFormat weekend;
+        weekend.setForeground(Palette::problem());
+        for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
+            calendar.setWeekdayTextFormat(day, weekend);
+        calendar.layout()->setContentsMargins(1, 1, 1, 1);
+        calendar.installEventFilter(this);
+    }
+
     /// Filled, because a stroked outline loses edges at some sizes.
     static void drawFrame(const QStyleOption& option, QPainter& painter) {
         const QColor line = option.state & State_HasFocus ? option.palette.color(QPalette::Highlight)

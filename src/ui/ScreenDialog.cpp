@@ -27,6 +27,12 @@ void ScreenDialog::reject() {
     if (mayClose()) callBackAndClose();
 }
 
+/// A desktop that is still giving the keyboard back from a notice to this screen loses it with the screen.
+void ScreenDialog::done(int result) {
+    QDialog::done(result);
+    if (parentWidget()) parentWidget()->activateWindow();
+}
+
 void ScreenDialog::callBackAndClose() {
     QDialog::accept();
     m_callback.invoke();

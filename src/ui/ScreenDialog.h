@@ -17,6 +17,7 @@ public:
     void SetCallback(QObject* caller, const QString& routine) { m_callback.set(caller, routine); }
 
     void reject() override;
+    void done(int result) override;
 
     /// Why load() failed, in words; empty while it did not.
     const QString& loadProblem() const { return m_loadProblem; }

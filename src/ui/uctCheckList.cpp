@@ -1,13 +1,14 @@
 #include "ui/uctCheckList.h"
 
 #include "ui/Icons.h"
+#include "ui/ListHabits.h"
 #include "ui/Palette.h"
+#include "ui/uctFilterBox.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QLocale>
 #include <QSet>
 #include <QToolButton>
@@ -29,14 +30,13 @@ QLabel* subtleLabel(QWidget* parent) {
 uctCheckList::uctCheckList(QWidget* parent)
     : QWidget(parent),
       m_model(new CheckListModel(this)),
-      m_search(new QLineEdit(this)),
+      m_search(new uctFilterBox(this)),
       m_list(new QTreeView(this)),
       m_count(subtleLabel(this)),
       m_empty(subtleLabel(m_list->viewport())) {
     m_search->setObjectName("txtSearch");
     m_search->setPlaceholderText("Search");
     m_search->setAccessibleName("Search the list");
-    m_search->setClearButtonEnabled(true);
     m_search->addAction(icon("edit-find"), QLineEdit::LeadingPosition);
     m_search->installEventFilter(this);
 
@@ -63,6 +63,8 @@ uctCheckList::uctCheckList(QWidget* parent)
     m_list->setAccessibleName("Entries");
     m_list->setMinimumHeight(fontMetrics().height() * 10);
     m_list->viewport()->installEventFilter(this);
+    giveListHabits(*m_list);
+    m_search->attach(*m_list);
     m_empty->setWordWrap(true);
     m_empty->setAlignment(Qt::AlignCenter);
     m_empty->setMargin(12);
@@ -143,9 +145,8 @@ bool uctCheckList::eventFilter(QObject* watched, QEvent* event) {
     if (watched == m_search && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         // Enter would press the screen's default button while the user only wants to find an entry.
-        if (key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter) {
-            m_list->setFocus();
-            if (!m_list->currentIndex().isValid()) m_list->setCurrentIndex(m_model->index(0, 0));
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            m_search->goToList();
             return true;
         }
     }

@@ -5,8 +5,8 @@
 #include <QWidget>
 
 class QLabel;
-class QLineEdit;
 class QTreeView;
+class uctFilterBox;
 
 /// A list of entries to tick: a search box that narrows it, "All" and "None" for the entries shown,
 /// and how many are ticked. Space ticks the current entry.
@@ -37,7 +37,7 @@ private:
     void showCount();
 
     CheckListModel* m_model;
-    QLineEdit* m_search;
+    uctFilterBox* m_search;
     QTreeView* m_list;
     QLabel* m_count;
     QLabel* m_empty;

@@ -3,10 +3,13 @@
 #include "ui/ClickableLabel.h"
 #include "ui/Icons.h"
 #include "ui/Palette.h"
+#include "ui/uctListView.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
+#include <QShortcut>
 #include <QToolButton>
+#include <algorithm>
 
 uctFooter::uctFooter(QWidget* parent) : QFrame(parent), m_layout(new QHBoxLayout(this)) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
@@ -37,7 +40,19 @@ QToolButton* uctFooter::add(const QString& name, const QString& caption, const Q
     column->addWidget(button, 0, Qt::AlignHCenter);
     column->addWidget(label);
     m_layout->addWidget(cell);
+    if (name == "Save") addSaveKeys(button);
     return button;
+}
+
+void uctFooter::addSaveKeys(QToolButton* button) {
+    const QKeySequence keys(QKeySequence::Save);
+    button->setToolTip(button->toolTip() + " (" + keys.toString(QKeySequence::NativeText) + ')');
+    connect(new QShortcut(keys, button), &QShortcut::activated, button, [this, button] {
+        QWidget* const typing = window()->focusWidget();
+        button->setFocus(); // what is being typed elsewhere is taken first
+        if (typing) typing->setFocus();
+        button->click();
+    });
 }
 
 void uctFooter::addStretch() {
@@ -46,6 +61,24 @@ void uctFooter::addStretch() {
 
 void uctFooter::setOffered(QToolButton* button, bool offered) {
     button->parentWidget()->setVisible(offered);
+}
+
+void uctFooter::setUsable(QToolButton* button, bool usable) {
+    button->parentWidget()->setEnabled(usable);
+}
+
+void uctFooter::needSelection(const QList<uctListView*>& lists, const QList<QToolButton*>& buttons) {
+    const auto update = [this, lists, buttons] {
+        const auto selected = [&] {
+            return std::ranges::any_of(
+                lists, [](const uctListView* list) { return list->selectedId().has_value(); });
+        };
+        for (const QToolButton* button : buttons) // or the keyboard would go to some other button
+            if (button->hasFocus() && !selected()) lists.first()->setFocus(Qt::TabFocusReason);
+        for (QToolButton* button : buttons) setUsable(button, selected());
+    };
+    for (const uctListView* list : lists) connect(list, &uctListView::selectedIdChanged, this, update);
+    update();
 }
 
 void uctFooter::paintEvent(QPaintEvent*) {

@@ -1,5 +1,6 @@
 #include "ui/uctHeader.h"
 
+#include "ui/Logo.h"
 #include "ui/Palette.h"
 
 #include <QHBoxLayout>
@@ -65,27 +66,7 @@ void uctHeader::paintEvent(QPaintEvent*) {
     band.setColorAt(1, Palette::headerTo());
     painter.fillRect(rect(), band);
     const double side = qMin(height() * 0.62, fontMetrics().height() * 2.2);
-    paintLogo(painter, {(m_title->x() - side) / 2, (height() - side) / 2, side, side});
-}
-
-/// Three bars of a bill under the waves of a call; the waves run outward while the animation lasts.
-void uctHeader::paintLogo(QPainter& painter, const QRectF& place) const {
-    const double phase = m_wave->state() == QAbstractAnimation::Running ? m_wave->currentValue().toDouble() : 1.0;
-    const double bar = place.width() / 5;
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(Palette::headerText());
-    for (int i = 0; i < 3; ++i) {
-        const double height = place.height() * (0.25 + 0.17 * i);
-        painter.drawRoundedRect(QRectF(place.left() + bar * 1.5 * i, place.bottom() - height, bar, height), 1.5, 1.5);
-    }
-    painter.setBrush(Qt::NoBrush);
-    for (int i = 0; i < 3; ++i) {
-        const double strength = qBound(0.0, phase * 3 - i, 1.0);
-        QColor colour = Palette::headerText();
-        colour.setAlphaF(float(strength * (1.0 - 0.2 * i)));
-        painter.setPen(QPen(colour, place.width() / 14, Qt::SolidLine, Qt::RoundCap));
-        const double radius = place.width() * (0.16 + 0.17 * i);
-        const QPointF centre(place.left() + bar * 0.5, place.top() + place.height() * 0.55);
-        painter.drawArc(QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius), 15 * 16, 60 * 16);
-    }
+    const bool running = m_wave->state() == QAbstractAnimation::Running;
+    paintLogo(painter, {(m_title->x() - side) / 2, (height() - side) / 2, side, side},
+              running ? m_wave->currentValue().toDouble() : 1.0);
 }

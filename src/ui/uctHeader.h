@@ -23,8 +23,6 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    void paintLogo(class QPainter& painter, const QRectF& place) const;
-
     QLabel* m_title;
     QLabel* m_note;
     QVariantAnimation* m_wave;

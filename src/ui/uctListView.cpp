@@ -1,15 +1,24 @@
 #include "ui/uctListView.h"
 
 #include "app/SettingsStore.h"
+#include "ui/ListHabits.h"
 #include "ui/Palette.h"
 
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollBar>
 #include <algorithm>
 #include <numeric>
+
+namespace {
+
+/// Its own name: the widths that earlier versions stored under "Columns" may be none that a user chose.
+constexpr const char* widthsSection = "ColumnWidths";
+
+} // namespace
 
 uctListView::uctListView(QWidget* parent) : QTreeView(parent) {
     setRootIsDecorated(false);
@@ -22,6 +31,8 @@ uctListView::uctListView(QWidget* parent) : QTreeView(parent) {
     header()->setSectionsClickable(true);
     header()->setStretchLastSection(true);
     header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header()->viewport()->installEventFilter(this);
+    giveListHabits(*this);
     connect(header(), &QHeaderView::sectionClicked, this, [this](int column) { sortBy(column, false); });
 }
 
@@ -29,19 +40,46 @@ void uctListView::setColumns(std::vector<ListColumn> columns, const QString& key
     m_model = new ListModel(std::move(columns), this);
     m_order = new ListOrder(m_model, this);
     setModel(m_order);
-    restoreWidths(key);
+    m_key = key;
+    restoreWidths();
+    connect(header(), &QHeaderView::sectionResized, this, [this] { m_widthsSet = m_headerHeld; });
 }
 
-void uctListView::restoreWidths(const QString& key) {
-    m_fitColumns =
-        !header()->restoreState(QByteArray::fromBase64(getSetting("VWT", "Columns", key, "").toLatin1()));
-    header()->setSortIndicatorShown(false); // the caption carries the mark
-    if (m_fitColumns) fitColumns();
-    connect(header(), &QHeaderView::sectionResized, this, [this, key] {
-        if (!(QGuiApplication::mouseButtons() & Qt::LeftButton)) return; // not the user's doing
-        m_fitColumns = false;
-        saveSetting("VWT", "Columns", key, QString::fromLatin1(header()->saveState().toBase64()));
-    });
+void uctListView::restoreWidths() {
+    const QStringList widths = getSetting("VWT", widthsSection, m_key, "").split(',');
+    m_fitColumns = !areUsable(widths);
+    if (m_fitColumns) return fitColumns();
+    for (int i = 0; i < widths.size(); ++i) header()->resizeSection(i, widths[i].toInt());
+}
+
+/// Whether a user can have set the widths: every column can be seen, and none is wider than the desktop.
+bool uctListView::areUsable(const QStringList& widths) const {
+    const int widest = QGuiApplication::primaryScreen()->virtualSize().width();
+    const auto isUsable = [&](const QString& width) {
+        return width.toInt() >= header()->minimumSectionSize() && width.toInt() <= widest;
+    };
+    return widths.size() == header()->count() && std::ranges::all_of(widths, isUsable);
+}
+
+void uctListView::storeWidths() {
+    m_fitColumns = false;
+    QStringList widths;
+    for (int i = 0; i < header()->count(); ++i) widths << QString::number(header()->sectionSize(i));
+    saveSetting("VWT", widthsSection, m_key, widths.join(','));
+}
+
+/// A mouse button that is down says nothing: a double-click that opens the screen still holds it. The user
+/// sets widths while he holds the header itself.
+bool uctListView::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == header()->viewport()) {
+        const QEvent::Type type = event->type();
+        if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick) m_headerHeld = true;
+        if (type == QEvent::MouseButtonRelease) {
+            m_headerHeld = false;
+            if (std::exchange(m_widthsSet, false)) storeWidths();
+        }
+    }
+    return QTreeView::eventFilter(watched, event);
 }
 
 void uctListView::fitColumns() {
@@ -55,21 +93,24 @@ void uctListView::fitColumns() {
 
 void uctListView::resizeEvent(QResizeEvent* event) {
     QTreeView::resizeEvent(event);
-    if (m_model && m_fitColumns) fitColumns();
+    if (m_model && m_fitColumns && !m_headerHeld) fitColumns();
 }
 
 void uctListView::setRows(std::vector<ListRow> rows) {
     const int scrolled = verticalScrollBar()->value();
     const QList<int> selected = selectedIds();
     m_model->setRows(std::move(rows));
-    if (selectedIds() != selected) select(selected); // the model was reset
+    if (selectedIds() != selected) { // the model was reset
+        select(selected);
+        if (selectedIds() != selected) emit selectedIdChanged();
+    }
     verticalScrollBar()->setValue(scrolled);
     viewport()->update(); // the empty text comes or goes
 }
 
 void uctListView::setFilterWords(const QString& words) {
     const QList<int> selected = selectedIds();
-    selectionModel()->clearSelection(); // or the view selects a neighbour of each row that goes
+    selectionModel()->clear(); // or the view selects a neighbour of each row that goes
     m_order->setFilterWords(words);
     select(selected);
     viewport()->update();
@@ -104,6 +145,8 @@ void uctListView::select(const QList<int>& ids) {
                                              m_order->index(shown[next - 1], lastColumn)));
     }
     selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    if (!shown.empty()) // where the arrow keys go on from
+        selectionModel()->setCurrentIndex(m_order->index(shown.front(), 0), QItemSelectionModel::NoUpdate);
 }
 
 bool uctListView::selectId(int id) {
@@ -166,5 +209,5 @@ void ListViewColumnSort(uctListView& list, int column, bool keepOrder) {
 }
 
 void ListViewUnselect(uctListView& list) {
-    list.selectionModel()->clear();
+    list.selectionModel()->clearSelection();
 }

@@ -7,7 +7,7 @@
 
 /// The list of every screen: rows of a ListModel, sorted by a click on a header, with Enter or a
 /// double-click for the row's main action and Delete to remove it. Keeps selection and scroll
-/// position when rows change.
+/// position when rows change, and the column widths that the user sets.
 class uctListView : public QTreeView {
     Q_OBJECT
 
@@ -39,6 +39,7 @@ signals:
     void selectedIdChanged();
 
 protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -46,13 +47,18 @@ protected:
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
 
 private:
-    void restoreWidths(const QString& key);
+    void restoreWidths();
+    bool areUsable(const QStringList& widths) const;
+    void storeWidths();
     void fitColumns();
     void select(const QList<int>& ids);
 
     ListModel* m_model = nullptr;
     ListOrder* m_order = nullptr;
     QString m_emptyText;
+    QString m_key; ///< of the widths in the settings store
+    bool m_headerHeld = false;
+    bool m_widthsSet = false;  ///< by the user, since he took hold of the header
     bool m_fitColumns = false; ///< until the user sets a width, columns share the list's width
 };
 

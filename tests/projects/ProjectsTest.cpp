@@ -80,16 +80,25 @@ private slots:
         frmSQLServerDatabases screen(program.context);
         QCOMPARE(screen.Setup(), 0);
         QVERIFY(program.messages.takeShown().value(0).startsWith("Some imported projects appear"));
-        screen.findChild<QToolButton*>("cmdOpen")->click();
+        QVERIFY(!screen.findChild<QToolButton*>("cmdOpen")->isEnabled());
+        auto* search = screen.findChild<QLineEdit*>("txtSearch");
+        QTest::keyClick(search, Qt::Key_Return);
         QCOMPARE(program.messages.takeShown(),
                  QStringList("You must select a project in the list before clicking open."));
-        auto* search = screen.findChild<QLineEdit*>("txtSearch");
         search->setText("PEV");
         QCOMPARE(screen.selectedProject(), QString("Peverell Networks"));
         search->setText("PEVx"); // begins nothing: the selection stays
         QCOMPARE(screen.selectedProject(), QString("Peverell Networks"));
-        search->setText("");
-        QCOMPARE(screen.findChild<uctListView*>("List1")->model()->rowCount(), 5);
+        auto* list = screen.findChild<uctListView*>("List1");
+        const QAbstractItemModel& shown = *list->model();
+        QCOMPARE(shown.rowCount(), 5);
+        for (const bool turned : {false, true}) { // the first in the order shown
+            ListViewColumnSort(*list, 0, false);
+            const QString first = shown.index(0, 0).data().toString();
+            QCOMPARE(first.startsWith('B'), !turned);
+            search->setText(first.left(1));
+            QCOMPARE(screen.selectedProject(), first);
+        }
         QTest::keyClick(search, Qt::Key_Return);
         QCOMPARE(screen.result(), int(QDialog::Accepted));
     }

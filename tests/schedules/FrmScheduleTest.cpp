@@ -409,6 +409,7 @@ private slots:
     void levelFourMaySetUpNoSubProjects() {
         Editor editor("Siobhan.Kelly");
         editor.show(clsSchedule::notStored);
+        QVERIFY(!editor.screen->findChild<QAbstractButton*>("cmdCCSub")->isVisible());
         editor.press("cmdCCSub");
         QCOMPARE(editor.shown(),
                  QStringList("'Cost Centre Sub Project' schedules are not allowed for level 4 users."));

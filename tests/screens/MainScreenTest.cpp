@@ -208,8 +208,7 @@ private slots:
         filter->setText("review WEEKLY [50%]");
         QCOMPARE(hub.titles(hub.pending()), QStringList("Weekly [50%] review"));
         QVERIFY(!hub.pending().selectedId()); // no neighbour takes the place of what is hidden
-        hub.press("cmdEdit");
-        QCOMPARE(hub.program.messages.takeShown(), QStringList("You must select a schedule to edit."));
+        QVERIFY(!hub.screen->findChild<QToolButton*>("cmdEdit")->isEnabled());
         hub.addIn("Weekly too", Pending, 60);
         hub.screen->FillScheduleList();
         QCOMPARE(hub.titles(hub.pending()), QStringList("Weekly [50%] review"));
@@ -233,12 +232,18 @@ private slots:
         Hub hub;
         const int id = hub.addIn("stuck", Processing, -600);
         hub.show();
-        hub.press("cmdEdit");
-        QCOMPARE(hub.program.messages.takeShown(), QStringList("You must select a schedule to edit."));
-        QVERIFY(hub.pending().selectId(id));
+        QCOMPARE(hub.pending().selectedId(), id); // the program starts there
+        QCOMPARE(hub.screen->focusWidget(), &hub.pending());
+        hub.program.messages.answer(false);
+        QTest::keyClick(&hub.pending(), Qt::Key_Return);
+        const QString question = hub.program.messages.takeShown().join('|');
+        QVERIFY2(question.contains("'stuck'") && question.contains(hub.pending().textOf(id, 2)),
+                 qPrintable(question));
+        QCOMPARE(ReadScheduleStatus(hub.program.session, id), int(Processing));
         // Whatever statement fails, log and status stay together.
         for (int k = 2; k <= 5; ++k) {
             hub.program.fault.arm(k);
+            hub.program.messages.answer(true);
             hub.press("cmdEdit");
             const bool reset = hub.program.other().scalar(
                 sql("SELECT Status FROM NorvaScheduler.dbo.tblSchedule WHERE ScheduleID = {}", id)) == "3";
@@ -248,8 +253,9 @@ private slots:
         }
         hub.program.fault.arm(0);
         hub.program.messages.takeShown();
+        hub.program.messages.answer(true);
         QTest::keyClick(&hub.pending(), Qt::Key_Return);
-        QCOMPARE(hub.program.messages.takeShown(),
+        QCOMPARE(hub.program.messages.takeShown().mid(1),
                  QStringList("Reseting this schedule status, due to an unknown error"));
         QCOMPARE(hub.finished().textOf(id, 1), QString("Completed with Errors"));
         const RecordSet log = hub.program.other().query(sql("SELECT * FROM NorvaScheduler.dbo.tblLogs WHERE ScheduleID = {}", id));

@@ -58,7 +58,9 @@ private slots:
         QCOMPARE(admin.screen->focusWidget(), &admin.path());
         QCOMPARE(admin.stored(), QString("D:\\Out10"));
         admin.path().setText(admin.folder.path());
-        admin.save();
+        admin.screen->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(admin.screen.get()));
+        QTest::keyClick(&admin.path(), Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(admin.stored(), admin.folder.path() + "01");
         QCOMPARE(admin.program.session.options.outputPath, admin.folder.path());
         QCOMPARE(admin.program.other().scalar(sql("SELECT DefaultEmail FROM NorvaScheduler.dbo.tblOptions")), QString("a@b.com"));

@@ -55,7 +55,7 @@ private slots:
         const QStringList before = book.office.storedBook();
         QCOMPARE(book.column(0).size(), before.size());
         QVERIFY(!child(book.screen, "cmdSave").isEnabled());
-        book.press("cmdDelete");
+        QTest::keyClick(&book.grid(), Qt::Key_Delete);
         QCOMPARE(book.office.shown(), QStringList{"Please select an entry to delete."});
         book.select("Warehouse");
         book.messages().answer(true);
@@ -98,7 +98,7 @@ private slots:
         inNextModal<frmMailSelection>([&](frmMailSelection& screen) {
             const auto add = [&](const QString& address) {
                 child<QLineEdit>(screen, "txtEmail").setText(address);
-                press(screen, "cmdAdd");
+                QTest::keyClick(&child(screen, "txtEmail"), Qt::Key_Return);
                 return book.office.shown();
             };
             auto& centres = child<uctListView>(screen, "lstCentres");

@@ -1,0 +1,11 @@
+#pragma once
+
+class QAbstractItemView;
+
+/// What all lists do alike: Ctrl+C copies the selected rows, or all rows shown when none is selected, with
+/// all their columns and tabs between; who reaches the list by a key finds its current row selected.
+void giveListHabits(QAbstractItemView& list);
+
+/// Selects the current row, or the first one, of a list without a selection, so that Enter and the arrow
+/// keys act on the row that one sees.
+void selectCurrentRow(QAbstractItemView& list);
