@@ -278,7 +278,7 @@ void frmMainScreen::editSchedule(int id) {
 /// Empty for a schedule that the pending list shows no date of.
 QString frmMainScreen::processedSince(int id) const {
     const QString due = m_ui->lstSchedules->textOf(id, DateColumn);
-    return parseShownDate(due).isValid() ? QString(", since %1 at the earliest").arg(due) : QString();
+    return orderOfShownDate(due) ? QString(", since %1 at the earliest").arg(due) : QString();
 }
 
 void frmMainScreen::resetSchedule(int id) {

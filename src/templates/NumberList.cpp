@@ -1,6 +1,7 @@
 #include "templates/NumberList.h"
 
 #include "app/Session.h"
+#include "db/DbError.h"
 
 namespace {
 
