@@ -162,7 +162,7 @@ bool frmEmailSettings::CheckSaveState() const {
 }
 
 void frmEmailSettings::updateControls() {
-    m_cmdSave->setEnabled(CheckSaveState());
+    m_ui->footer->setUsable(m_cmdSave, CheckSaveState());
 }
 
 void frmEmailSettings::CalledBack() {

@@ -70,7 +70,7 @@ void frmMailImport::buildFooter() {
     uctFooter& footer = *m_ui->footer;
     m_cmdImport =
         footer.add("Import", "&Import", "document-import", "Add the new addresses to the address book");
-    m_cmdImport->setEnabled(false);
+    m_ui->footer->setUsable(m_cmdImport, false);
     connect(m_cmdImport, &QToolButton::clicked, this, &frmMailImport::cmdImport_Click);
     footer.addStretch();
     connect(footer.add("Cancel", "Ca&ncel", "dialog-cancel", "Close without adding anything"),
@@ -189,7 +189,7 @@ void frmMailImport::fillPreview() {
     if (counts.stopper) colours.setColor(QPalette::WindowText, Palette::problem());
     m_ui->lblSummary->setPalette(colours);
     m_ui->lblSummary->setText(summary);
-    m_cmdImport->setEnabled(!m_rows.isEmpty() && !counts.stopper);
+    m_ui->footer->setUsable(m_cmdImport, !m_rows.isEmpty() && !counts.stopper);
 }
 
 void frmMailImport::showProgress(qsizetype done) {

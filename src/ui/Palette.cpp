@@ -5,12 +5,14 @@
 #include <QApplication>
 #include <QCalendarWidget>
 #include <QFont>
+#include <QHeaderView>
 #include <QIcon>
 #include <QLayout>
 #include <QPainter>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QStyleOption>
+#include <QTableView>
 #include <QTextCharFormat>
 
 namespace {
@@ -89,6 +91,8 @@ private:
         for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
             calendar.setWeekdayTextFormat(day, weekend);
         calendar.layout()->setContentsMargins(1, 1, 1, 1);
+        if (auto* days = calendar.findChild<QTableView*>()) // or the last week is cut off
+            days->verticalHeader()->setMinimumSectionSize(1);
         calendar.installEventFilter(this);
     }
 
