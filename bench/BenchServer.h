@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Session.h"
+#include "base/Session.h"
 
 #include <QTemporaryDir>
 

@@ -1,7 +1,7 @@
 #include "BenchServer.h"
-#include "subprojects/AddressBook.h"
-#include "subprojects/AddressImport.h"
-#include "subprojects/modMailAddresses.h"
+#include "addresses/AddressBook.h"
+#include "addresses/AddressImport.h"
+#include "addresses/modMailAddresses.h"
 
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>

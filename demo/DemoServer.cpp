@@ -1,6 +1,6 @@
 #include "demo/DemoServer.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "app/modCreateDB.h"
 #include "app/openServer.h"
 #include "demo/BulkInsert.h"

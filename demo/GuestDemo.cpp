@@ -1,6 +1,6 @@
 #include "demo/GuestDemo.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "app/openServer.h"
 #include "db/DbError.h"
 #include "demo/DemoServer.h"

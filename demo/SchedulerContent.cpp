@@ -1,6 +1,6 @@
 #include "demo/SchedulerContent.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/StoredTitle.h"
 #include "demo/BulkInsert.h"
 #include "demo/DemoProject.h"

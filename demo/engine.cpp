@@ -1,4 +1,4 @@
-#include "app/Session.h"
+#include "base/Session.h"
 #include "app/openServer.h"
 #include "db/DbError.h"
 #include "demo/DemoEngine.h"

@@ -1,6 +1,6 @@
 #include "demo/walk/Road.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "demo/DemoServer.h"
 #include "demo/walk/Controls.h"
 #include "demo/walk/SubProjectRoad.h"

@@ -1,8 +1,8 @@
 #include "app/cLogin.h"
 
 #include "app/SecurityFile.h"
-#include "app/Session.h"
-#include "app/SettingsStore.h"
+#include "base/Session.h"
+#include "base/SettingsStore.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
 

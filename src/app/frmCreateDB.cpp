@@ -1,6 +1,6 @@
 #include "app/frmCreateDB.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "app/modCreateDB.h"
 #include "db/DbError.h"
 #include "ui/Cursors.h"

@@ -1,6 +1,6 @@
 #include "app/frmLogin.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "app/cLogin.h"
 #include "app/frmCreateDB.h"
 #include "db/DbError.h"

@@ -1,9 +1,10 @@
 #include "app/frmOptions.h"
 
-#include "app/Session.h"
-#include "app/modOptions.h"
-#include "subprojects/frmEmailSettings.h"
+#include "base/Session.h"
+#include "base/modOptions.h"
+#include "addresses/frmEmailSettings.h"
 #include "ui/Cursors.h"
+#include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
 #include "ui_frmOptions.h"
@@ -30,10 +31,7 @@ frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
     connect(m_ui->chkExcel, &QCheckBox::clicked, this, clearNote);
     connect(m_ui->chkCSV, &QCheckBox::clicked, this, clearNote);
     const bool mayChange = mayChangeOptions(session());
-    m_ui->txtOutput->setReadOnly(!mayChange);
-    QPalette colours = m_ui->txtOutput->palette();
-    if (!mayChange) colours.setColor(QPalette::Base, colours.color(QPalette::Window));
-    m_ui->txtOutput->setPalette(colours);
+    setReadOnly(*m_ui->txtOutput, !mayChange);
     m_ui->chkExcel->setEnabled(mayChange);
     m_ui->chkCSV->setEnabled(mayChange);
     footer.setOffered(m_cmdSave, mayChange);
@@ -43,16 +41,14 @@ frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
 frmOptions::~frmOptions() = default;
 
 int frmOptions::Setup() {
-    return guarded(context(), this, "frmOptions.Setup",
-                   [this] {
-                       ReadGlobalOptions(session());
-                       const GlobalOptions& options = session().options;
-                       m_ui->txtOutput->setText(options.outputPath);
-                       m_ui->chkExcel->setChecked(options.excel);
-                       m_ui->chkCSV->setChecked(options.csv);
-                   })
-               ? 0
-               : -1;
+    const bool done = load("frmOptions.Setup", [this] {
+        ReadGlobalOptions(session());
+        const GlobalOptions& options = session().options;
+        m_ui->txtOutput->setText(options.outputPath);
+        m_ui->chkExcel->setChecked(options.excel);
+        m_ui->chkCSV->setChecked(options.csv);
+    });
+    return done ? 0 : -1;
 }
 
 bool frmOptions::hasChanges() const {

@@ -1,6 +1,6 @@
 #include "app/frmSplashScreen.h"
 
-#include "app/Version.h"
+#include "base/Version.h"
 #include "ui/uctHeader.h"
 
 #include <QLabel>

@@ -1,7 +1,7 @@
 #include "app/modCreateDB.h"
 
 #include "app/ScriptRunner.h"
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
 

@@ -1,6 +1,6 @@
 #include "app/openServer.h"
 
-#include "app/SettingsStore.h"
+#include "base/SettingsStore.h"
 #include "db/OdbcServer.h"
 #include "embedded/EmbeddedServer.h"
 

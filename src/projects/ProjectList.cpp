@@ -1,6 +1,6 @@
 #include "projects/ProjectList.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/Procedure.h"
 
 namespace {

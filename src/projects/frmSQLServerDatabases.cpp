@@ -1,6 +1,6 @@
 #include "projects/frmSQLServerDatabases.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "projects/ProjectList.h"
 #include "projects/modProjects.h"
 #include "ui/Cursors.h"

@@ -1,6 +1,6 @@
 #include "projects/modCostCentres.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "db/Procedure.h"
 

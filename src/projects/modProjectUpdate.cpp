@@ -1,6 +1,6 @@
 #include "projects/modProjectUpdate.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 
 #include <QFile>
 

@@ -1,6 +1,6 @@
 #include "projects/modProjects.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 
 #include <QElapsedTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "projects/CurrentProject.h"
+#include "base/CurrentProject.h"
 #include "reports/DistanceBands.h"
 
 #include <QString>

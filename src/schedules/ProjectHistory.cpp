@@ -1,8 +1,8 @@
 #include "schedules/ProjectHistory.h"
 
-#include "app/CommandLine.h"
-#include "app/CsvLine.h"
-#include "app/Session.h"
+#include "base/CommandLine.h"
+#include "base/CsvLine.h"
+#include "base/Session.h"
 
 #include <QFile>
 #include <QSaveFile>

@@ -1,6 +1,6 @@
 #include "schedules/ScheduleChoices.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 
 namespace {

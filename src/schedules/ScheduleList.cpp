@@ -1,6 +1,6 @@
 #include "schedules/ScheduleList.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "db/StoredTitle.h"
 #include "schedules/ScheduleStatus.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/WallClock.h"
+#include "base/WallClock.h"
 #include "db/RecordSet.h"
 #include "templates/TemplateSummary.h"
 

@@ -1,8 +1,8 @@
 #include "schedules/ScheduleLog.h"
 
-#include "app/CsvLine.h"
-#include "app/Session.h"
-#include "app/modCommonFunctions.h"
+#include "base/CsvLine.h"
+#include "base/Session.h"
+#include "base/modCommonFunctions.h"
 #include "schedules/ScheduleStatus.h"
 #include "templates/clsTemplate.h"
 

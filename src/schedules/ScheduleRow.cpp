@@ -1,6 +1,6 @@
 #include "schedules/ScheduleRow.h"
 
-#include "app/WallClock.h"
+#include "base/WallClock.h"
 #include "db/StoredTitle.h"
 
 ScheduleRow ScheduleRow::read(const Row& row) {

@@ -1,6 +1,6 @@
 #include "schedules/clsSchedule.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/ColumnText.h"
 #include "db/DbError.h"
 #include "db/StoredTitle.h"

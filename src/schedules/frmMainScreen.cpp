@@ -1,18 +1,18 @@
 #include "schedules/frmMainScreen.h"
 
-#include "app/Session.h"
-#include "app/SettingsStore.h"
-#include "app/Version.h"
-#include "app/frmHelp.h"
-#include "app/frmOptions.h"
-#include "app/modOptions.h"
+#include "base/Session.h"
+#include "base/SettingsStore.h"
+#include "base/Version.h"
+#include "ui/Labels.h"
+#include "ui/frmHelp.h"
+#include "base/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
 #include "schedules/ScheduleStatus.h"
 #include "schedules/frmSchedule.h"
 #include "schedules/frmScheduleView.h"
 #include "schedules/modScheduler.h"
-#include "subprojects/MailOptions.h"
+#include "base/MailOptions.h"
 #include "templates/frmManageTemplates.h"
 #include "ui/Cursors.h"
 #include "ui/ListHabits.h"
@@ -40,9 +40,7 @@ const QString sortHint = "(Click on a header to apply sorting)";
 QLabel* subtleLabel(const QString& name, const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
     label->setObjectName(name);
-    QPalette colours = label->palette();
-    colours.setColor(QPalette::WindowText, Palette::subtleText());
-    label->setPalette(colours);
+    setTextColour(*label, Palette::subtleText());
     return label;
 }
 
@@ -98,7 +96,7 @@ void frmMainScreen::buildFooter() {
     footer.addStretch();
     add("ManageTemplates", "Manage &Templates", "view-list-details", "Manage the report templates",
         &frmMainScreen::cmdManageTemplates_Click);
-    add("Options", "&Options", "configure", "View/edit Scheduler options", &frmMainScreen::cmdOptions_Click);
+    add("Options", "&Options", "configure", "View/edit Scheduler options", &frmMainScreen::optionsRequested);
     footer.addStretch();
     add("Version", "&Version", "help-about", "View the version number for the Scheduler program",
         &frmMainScreen::cmdVersion_Click);
@@ -313,13 +311,6 @@ void frmMainScreen::cmdDelete_Click() {
 void frmMainScreen::cmdManageTemplates_Click() {
     run("frmMainScreen.cmdManageTemplates_Click",
         [this] { openScreen<frmManageTemplates>(m_context, this, "Error loading templates"); });
-}
-
-void frmMainScreen::cmdOptions_Click() {
-    run("frmMainScreen.cmdOptions_Click", [this] {
-        frmOptions screen(m_context, this);
-        if (screen.Setup() == 0) screen.exec();
-    });
 }
 
 void frmMainScreen::cmdVersion_Click() {

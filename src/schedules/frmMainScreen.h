@@ -33,6 +33,10 @@ public:
     /// Brings the due texts of the pending schedules up to date; unless forced, once a minute at most.
     void PopulateScreen(bool force);
 
+signals:
+    /// The options stand on a higher floor: whoever opened this screen opens them.
+    void optionsRequested();
+
 public slots:
     /// For child screens that close.
     void CalledBack();
@@ -45,7 +49,6 @@ private slots:
     void cmdEdit_Click();
     void cmdDelete_Click();
     void cmdManageTemplates_Click();
-    void cmdOptions_Click();
     void cmdVersion_Click();
     void cmdHelp_Click();
     void tmrScheduler_Timer();

@@ -1,6 +1,6 @@
 #include "schedules/frmSchedule.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "projects/modProjectUpdate.h"
@@ -8,11 +8,12 @@
 #include "schedules/ScheduleChoices.h"
 #include "schedules/ScheduleStatus.h"
 #include "schedules/modScheduler.h"
-#include "subprojects/frmTransfer.h"
+#include "templates/frmTransfer.h"
 #include "templates/frmTemplate.h"
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"
 #include "ui/FollowFocus.h"
+#include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
@@ -26,12 +27,6 @@
 namespace {
 
 const QString selectProject = "Please select a project";
-
-void setTextColour(QWidget& widget, const QColor& colour) {
-    QPalette colours = widget.palette();
-    colours.setColor(QPalette::WindowText, colour);
-    widget.setPalette(colours);
-}
 
 } // namespace
 
@@ -48,9 +43,7 @@ frmSchedule::frmSchedule(ScreenContext& screenContext, QWidget* parent)
     m_ui->dtRunOnTime->setLocale(QLocale::c());
     m_ui->paneUpdate->hide();
     m_ui->cmdCCSub->setVisible(session().userLevel != 4);
-    QPalette readOnly = m_ui->txtProject->palette();
-    readOnly.setColor(QPalette::Base, readOnly.color(QPalette::Window));
-    m_ui->txtProject->setPalette(readOnly);
+    setReadOnly(*m_ui->txtProject, true);
     setTextColour(*m_ui->lblProjectProblem, Palette::problem());
     buildFooter();
     connectControls();

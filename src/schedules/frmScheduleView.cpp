@@ -1,11 +1,12 @@
 #include "schedules/frmScheduleView.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "schedules/ScheduleStatus.h"
 #include "schedules/modScheduler.h"
 #include "ui/Cursors.h"
 #include "ui/Icons.h"
+#include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
@@ -121,10 +122,7 @@ void frmScheduleView::fillLabels() {
     m_ui->lblStatus->setText(logStatusText(status));
     m_ui->lblSummary->setText(logSummary(m_log));
     if (status != CompletedWithErrors) return;
-    QPalette colours = palette();
-    colours.setColor(QPalette::WindowText, Palette::problem());
-    m_ui->lblStatus->setPalette(colours);
-    m_ui->lblSummary->setPalette(colours);
+    for (QLabel* label : {m_ui->lblStatus, m_ui->lblSummary}) setTextColour(*label, Palette::problem());
 }
 
 void frmScheduleView::fillLog() {

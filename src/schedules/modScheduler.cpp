@@ -1,7 +1,7 @@
 #include "schedules/modScheduler.h"
 
-#include "app/Session.h"
-#include "app/modCommonFunctions.h"
+#include "base/Session.h"
+#include "base/modCommonFunctions.h"
 #include "db/DbError.h"
 #include "schedules/ScheduleStatus.h"
 #include "schedules/clsSchedule.h"

@@ -1,9 +1,9 @@
 #include "templates/NewReport.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "reports/AccountFilter.h"
 #include "reports/CallFilter.h"
-#include "templates/CostCentreLimits.h"
+#include "parameters/CostCentreLimits.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "templates/TemplateUsage.h"
 
-#include "app/Session.h"
-#include "app/WallClock.h"
+#include "base/Session.h"
+#include "base/WallClock.h"
 
 #include <QHash>
 

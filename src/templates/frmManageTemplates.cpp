@@ -1,10 +1,10 @@
 #include "templates/frmManageTemplates.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "reports/BillType.h"
-#include "subprojects/frmTransfer.h"
+#include "templates/frmTransfer.h"
 #include "templates/TemplateSummary.h"
 #include "templates/TemplateUsage.h"
 #include "templates/clsTemplate.h"

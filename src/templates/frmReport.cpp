@@ -1,15 +1,16 @@
 #include "templates/frmReport.h"
 
-#include "app/Session.h"
-#include "subprojects/MailOptions.h"
+#include "base/Session.h"
+#include "base/MailOptions.h"
 #include "templates/NewReport.h"
-#include "templates/ParameterRows.h"
-#include "templates/ReportTypes.h"
-#include "templates/frmBillSelection.h"
-#include "templates/frmSelectParameters.h"
+#include "parameters/ParameterRows.h"
+#include "reports/ReportTypes.h"
+#include "parameters/frmBillSelection.h"
+#include "parameters/frmSelectParameters.h"
 #include "templates/frmSelectReports.h"
 #include "ui/Cursors.h"
 #include "ui/FollowFocus.h"
+#include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
@@ -36,9 +37,7 @@ frmReport::frmReport(ScreenContext& context, QWidget* parent)
     font.setBold(true);
     font.setPointSizeF(font.pointSizeF() * 1.2);
     m_ui->lblTitle->setFont(font);
-    QPalette subtle = m_ui->lblHint->palette();
-    subtle.setColor(QPalette::WindowText, Palette::subtleText());
-    m_ui->lblHint->setPalette(subtle);
+    setTextColour(*m_ui->lblHint, Palette::subtleText());
 
     m_ui->lstReports->setColumns({{"Report"}}, "ReportTitle");
     m_ui->lstReports->setHeaderHidden(true);

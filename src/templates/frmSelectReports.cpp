@@ -1,8 +1,8 @@
 #include "templates/frmSelectReports.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "reports/Catalogue.h"
-#include "templates/ReportTypes.h"
+#include "reports/ReportTypes.h"
 #include "ui/ListHabits.h"
 #include "ui/Messages.h"
 #include "ui/WindowSize.h"

@@ -1,16 +1,17 @@
 #include "templates/frmTemplate.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "reports/BillType.h"
-#include "templates/ExcludedNumbers.h"
-#include "templates/ReportFanOut.h"
-#include "templates/ReportText.h"
-#include "templates/ReportTypes.h"
+#include "numbers/ExcludedNumbers.h"
+#include "reports/ReportFanOut.h"
+#include "reports/ReportText.h"
+#include "reports/ReportTypes.h"
 #include "templates/frmReport.h"
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"
+#include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
 #include "ui/WindowSize.h"
@@ -35,9 +36,7 @@ QString cutTitle(QString title) {
 void showReadOnly(QLineEdit& box, const QString& text) {
     box.setText(text);
     box.setCursorPosition(0);
-    QPalette colours = box.palette();
-    colours.setColor(QPalette::Base, colours.color(QPalette::Window));
-    box.setPalette(colours);
+    setReadOnly(box, true);
 }
 
 } // namespace

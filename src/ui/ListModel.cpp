@@ -1,6 +1,6 @@
 #include "ui/ListModel.h"
 
-#include "app/WallClock.h"
+#include "base/WallClock.h"
 
 #include <QSet>
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "ui/Palette.h"
 
-#include "app/SettingsStore.h"
+#include "base/SettingsStore.h"
 
 #include <QApplication>
 #include <QCalendarWidget>

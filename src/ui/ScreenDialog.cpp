@@ -1,6 +1,6 @@
 #include "ui/ScreenDialog.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "ui/SlotGuard.h"
 

@@ -1,6 +1,7 @@
 #include "ui/uctCheckList.h"
 
 #include "ui/Icons.h"
+#include "ui/Labels.h"
 #include "ui/ListHabits.h"
 #include "ui/Palette.h"
 #include "ui/uctFilterBox.h"
@@ -19,9 +20,7 @@ namespace {
 
 QLabel* subtleLabel(QWidget* parent) {
     auto* label = new QLabel(parent);
-    QPalette colours = label->palette();
-    colours.setColor(QPalette::WindowText, Palette::subtleText());
-    label->setPalette(colours);
+    setTextColour(*label, Palette::subtleText());
     return label;
 }
 

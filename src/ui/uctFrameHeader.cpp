@@ -1,6 +1,6 @@
 #include "ui/uctFrameHeader.h"
 
-#include "app/SettingsStore.h"
+#include "base/SettingsStore.h"
 
 #include <QHBoxLayout>
 #include <QLabel>

@@ -1,5 +1,6 @@
 #include "ui/uctHeader.h"
 
+#include "ui/Labels.h"
 #include "ui/Logo.h"
 #include "ui/Palette.h"
 
@@ -16,9 +17,7 @@ QLabel* whiteLabel(QWidget* parent, double size, bool bold) {
     font.setPointSizeF(font.pointSizeF() * size);
     font.setBold(bold);
     label->setFont(font);
-    QPalette colours = label->palette();
-    colours.setColor(QPalette::WindowText, Palette::headerText());
-    label->setPalette(colours);
+    setTextColour(*label, Palette::headerText());
     label->setTextFormat(Qt::PlainText);
     return label;
 }

@@ -1,6 +1,6 @@
 #include "ui/uctListView.h"
 
-#include "app/SettingsStore.h"
+#include "base/SettingsStore.h"
 #include "ui/ListHabits.h"
 #include "ui/Palette.h"
 

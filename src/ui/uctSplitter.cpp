@@ -1,6 +1,6 @@
 #include "ui/uctSplitter.h"
 
-#include "app/SettingsStore.h"
+#include "base/SettingsStore.h"
 
 uctSplitter::uctSplitter(QWidget* parent) : QSplitter(parent) {
     setChildrenCollapsible(false);

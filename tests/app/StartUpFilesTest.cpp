@@ -1,6 +1,6 @@
-#include "app/CommandLine.h"
+#include "base/CommandLine.h"
 #include "app/ScriptRunner.h"
-#include "app/modOptions.h"
+#include "base/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
 #include "support/TestClass.h"

@@ -1,5 +1,5 @@
 #include "demo/DemoEngine.h"
-#include "app/WallClock.h"
+#include "base/WallClock.h"
 #include "app/openServer.h"
 #include "db/DbError.h"
 #include "demo/DemoServer.h"

@@ -1,4 +1,4 @@
-#include "describe.h"
+#include "reports/describe.h"
 #include "support/TestClass.h"
 
 #include <QTest>

@@ -2,7 +2,7 @@
 
 #include "Screens.h"
 #include "schedules/ProjectHistory.h"
-#include "subprojects/frmTransfer.h"
+#include "templates/frmTransfer.h"
 #include "support/Modal.h"
 #include "support/TestClass.h"
 #include "templates/frmTemplate.h"

@@ -1,10 +1,10 @@
-#include "app/WallClock.h"
+#include "base/WallClock.h"
 #include "schedules/ProjectHistory.h"
 #include "schedules/ScheduleLog.h"
 #include "schedules/ScheduleStatus.h"
 #include "support/TestClass.h"
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 
 #include <QFile>

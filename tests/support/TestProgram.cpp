@@ -1,7 +1,7 @@
 #include "support/TestProgram.h"
 
 #include "app/cLogin.h"
-#include "app/SettingsStore.h"
+#include "base/SettingsStore.h"
 #include "app/openServer.h"
 #include "demo/DemoApplication.h"
 #include "demo/DemoUser.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Session.h"
+#include "base/Session.h"
 #include "demo/DemoServer.h"
 #include "demo/GuestDemo.h"
 #include "support/FaultyServer.h"

@@ -1,7 +1,7 @@
 #include "Screens.h"
 
 #include "demo/DemoTemplates.h"
-#include "subprojects/frmTransfer.h"
+#include "templates/frmTransfer.h"
 #include "support/TestClass.h"
 #include "templates/frmManageTemplates.h"
 #include "templates/frmTemplate.h"

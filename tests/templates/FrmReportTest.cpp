@@ -2,9 +2,9 @@
 
 #include "db/DbError.h"
 #include "support/TestClass.h"
-#include "templates/ReportTypes.h"
-#include "templates/frmBillSelection.h"
-#include "templates/frmSelectParameters.h"
+#include "reports/ReportTypes.h"
+#include "parameters/frmBillSelection.h"
+#include "parameters/frmSelectParameters.h"
 #include "ui/uctCheckList.h"
 
 #include <QLabel>

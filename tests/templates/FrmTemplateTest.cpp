@@ -3,8 +3,8 @@
 #include "projects/frmSQLServerDatabases.h"
 #include "projects/modProjects.h"
 #include "support/TestClass.h"
-#include "templates/frmExcludeNumbers.h"
-#include "templates/frmSelectParameters.h"
+#include "numbers/frmExcludeNumbers.h"
+#include "parameters/frmSelectParameters.h"
 #include "templates/frmTemplate.h"
 #include "ui/uctCheckList.h"
 

@@ -1,0 +1,51 @@
+#include "addresses/MailEntry.h"
+
+#include "db/ColumnText.h"
+#include "db/DbError.h"
+#include "addresses/EmailAddress.h"
+
+#include <QStringList>
+#include <algorithm>
+
+namespace {
+
+QString keyPart(QString text) {
+    while (text.endsWith(' ')) text.chop(1);
+    return text.toCaseFolded();
+}
+
+bool holdsControlCharacter(const QString& text) {
+    return std::any_of(text.begin(), text.end(),
+                       [](QChar letter) { return letter.category() == QChar::Other_Control; });
+}
+
+} // namespace
+
+QString MailEntry::key() const {
+    return QStringList{keyPart(billAccount), keyPart(costCentre), level, keyPart(emailAddress)}.join('\n');
+}
+
+bool MailEntry::hasLevel() const {
+    return level.size() == 1 && level >= "1" && level <= "5";
+}
+
+void requireFits(const MailEntry& entry) {
+    requireFits("bill account", entry.billAccount, 50, CodePage::Unicode);
+    requireFits("cost centre", entry.costCentre, 30, CodePage::Unicode);
+    requireFits("e-mail address", entry.emailAddress, 254, CodePage::Unicode);
+}
+
+QString problemOf(const MailEntry& entry) {
+    if (entry.billAccount.isEmpty()) return "There is no bill account.";
+    if (entry.costCentre.isEmpty()) return "There is no cost centre.";
+    if (entry.emailAddress.isEmpty()) return "There is no e-mail address.";
+    if (!entry.hasLevel()) return "Cost Centre levels should be between 1 and 5";
+    for (const QString& text : {entry.billAccount, entry.costCentre, entry.emailAddress})
+        if (holdsControlCharacter(text)) return "A field holds a character that is no letter.";
+    try {
+        requireFits(entry);
+    } catch (const DbError& error) {
+        return error.text();
+    }
+    return isValidEmailAddress(entry.emailAddress) ? QString() : "The e-mail address is not valid.";
+}

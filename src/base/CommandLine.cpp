@@ -1,0 +1,44 @@
+#include "base/CommandLine.h"
+
+#include "db/ForeignText.h"
+
+#include <QIODevice>
+#include <QRegularExpression>
+#include <cstring>
+
+namespace {
+
+/// A shell takes the double quotes of user,password,"host,1433" for its own.
+QString withServerQuoted(const QString& line) {
+    static const QRegularExpression unquoted(R"(^([^",]*,[^",]*,)([^",]+,\s*[0-9]+)$)");
+    return QString(line).replace(unquoted, R"(\1"\2")");
+}
+
+} // namespace
+
+QString typedCommandLine(const QStringList& arguments, QIODevice& input) {
+    if (arguments != QStringList{"-"}) return withServerQuoted(arguments.join(' '));
+    return foreignLines(input.readLine()).value(0);
+}
+
+void hideArguments(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) std::memset(argv[i], '\0', std::strlen(argv[i]));
+}
+
+QStringList splitCommandLine(const QString& line) {
+    QStringList fields{QString()};
+    bool quoted = false;
+    for (qsizetype i = 0; i < line.size(); ++i) {
+        if (line[i] == '"') {
+            if (quoted && line.mid(i + 1, 1) == "\"")
+                fields.last() += line[i++];
+            else
+                quoted = !quoted;
+        } else if (line[i] == ',' && !quoted) {
+            fields << QString();
+        } else {
+            fields.last() += line[i];
+        }
+    }
+    return fields;
+}

@@ -1,0 +1,58 @@
+#include "base/ErrorLog.h"
+
+#include "db/DbError.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringList>
+
+namespace {
+
+constexpr qint64 largestLog = 1'000'000; // bytes
+
+bool isFatal(int number) {
+    return number < 0 || number == 7 || number == 61 || number == 68;
+}
+
+QString quoted(QString text) {
+    return '"' + text.replace('"', "\"\"") + '"';
+}
+
+/// The user name becomes part of a file name; what no file system takes is left out.
+QString safeFileName(QString name) {
+    for (const QChar forbidden : QString("/\\:*?\"<>|")) name.remove(forbidden);
+    return name;
+}
+
+} // namespace
+
+QString ErrorLog::file(const QString& name) const {
+    return QDir::toNativeSeparators(QDir::cleanPath(m_folder + '/' + safeFileName(m_userName) + '_' + name));
+}
+
+void ErrorLog::rollOver() const {
+    if (QFileInfo(path()).size() <= largestLog) return;
+    QFile::remove(backupPath());
+    if (QFile::copy(path(), backupPath())) QFile::remove(path());
+}
+
+void ErrorLog::write(const QString& context, const DbError& error) const {
+    QString description = error.text();
+    if (!error.statement().isEmpty()) description += " [" + error.statement().left(2000) + ']';
+    write(context, error.number() == 0 ? 1 : error.number(), description);
+}
+
+void ErrorLog::write(const QString& context, int number, const QString& description) const {
+    rollOver();
+    QStringList fields;
+    if (isFatal(number)) fields << quoted("****** FATAL ERROR ");
+    if (number != 0) fields << QDateTime::currentDateTime().toString("#yyyy-MM-dd HH:mm:ss#");
+    fields << quoted(context);
+    if (number != 0) fields << QString::number(number) << quoted(description);
+
+    QFile log(path());
+    if (!log.open(QIODevice::Append)) return;
+    log.write((fields.join(',') + "\r\n").toUtf8());
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "base/ErrorLog.h"
+#include "base/cPathControl.h"
+#include "db/Connection.h"
+#include "db/ServerDefaults.h"
+#include "base/CurrentProject.h"
+
+#include <QStringList>
+#include <memory>
+
+/// The options that hold for every user of the server (tblOptions).
+struct GlobalOptions {
+    QString outputPath; ///< as the server sees it
+    bool excel = false; ///< outputs that a new report gets
+    bool csv = false;
+};
+
+/// Whom the next log entry of modScheduler is about.
+struct LogSubject {
+    int LogScheduleID = -1;
+    int LogReportID = -1;
+    QString LogReportName;
+};
+
+/// The values of one run of the program, set at start-up and login and read everywhere after. There
+/// is one, owned by the start-up and handed to those who need it.
+struct Session {
+    /// The server login through which the program always connects, whoever the user is.
+    static constexpr auto serverLoginName = "QuorraAdmin";
+
+    explicit Session(const QString& appFolder, Connection::Opener serverOpener)
+        : paths(appFolder), opener(std::move(serverOpener)) {
+        log.setFolder(appFolder);
+    }
+
+    bool isAdministrator() const { return userName == serverLoginName; }
+    /// The shared connection; throws DbError before a login.
+    Connection& db() const;
+
+    cPathControl paths;
+    ErrorLog log;
+    QString displayFont = "Calibri";
+    bool dropDatabase = false;
+
+    Connection::Opener opener;
+    std::unique_ptr<Connection> connection;
+    QString serverName; ///< not empty: a login has succeeded
+    QString userName;
+    QString userPassword;
+    int userLevel = 0;                     ///< 1 to 5
+    int multiLevel = 0;                    ///< of a level-4 user
+    QStringList costCentres{5, QString()}; ///< levels 1 to 5 to which a level-4 user is restricted
+
+    ServerDefaults serverDefaults;
+    GlobalOptions options;
+    CurrentProject project;
+    /// Numbers that the user excluded for a template that is not saved yet: nobody else's.
+    QStringList newExclusions;
+    LogSubject logSubject;
+    bool diagnostics = false; ///< the log view tells the keys behind a log entry
+};

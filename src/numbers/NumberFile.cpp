@@ -1,0 +1,59 @@
+#include "numbers/NumberFile.h"
+
+#include "db/ForeignText.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <algorithm>
+#include <stdexcept>
+
+namespace numberFile {
+
+namespace {
+
+constexpr qint64 LargestFile = 64 * 1024 * 1024;
+
+[[noreturn]] void refuse(const QString& path, const QString& reason) {
+    throw std::runtime_error(
+        QString("The file \"%1\" %2").arg(QDir::toNativeSeparators(path), reason).toStdString());
+}
+
+/// Control characters other than those that part lines, pages and columns, or end a file.
+bool isBinary(const QString& text) {
+    return std::ranges::any_of(text, [](QChar letter) {
+        return letter < u' ' && letter != u'\t' && letter != u'\r' && letter != u'\n' && letter != u'\f'
+               && letter != u'\x1a';
+    });
+}
+
+} // namespace
+
+QStringList numbersIn(const QString& text) {
+    static const QRegularExpression between("[\\v\\t,]"); // any line end
+    QStringList numbers;
+    for (QString number : text.split(between)) {
+        number.removeIf([](QChar letter) { return letter == u'"' || letter.isSpace(); });
+        if (!number.isEmpty()) numbers << number;
+    }
+    return numbers;
+}
+
+QStringList read(const QString& path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) refuse(path, "cannot be read: " + file.errorString());
+    if (file.size() > LargestFile) refuse(path, "is too large for a list of telephone numbers.");
+    QString text = foreignText(file.readAll());
+    if (isBinary(text)) refuse(path, "is not a list of telephone numbers: it holds no plain text.");
+    return numbersIn(text.remove(u'\x1a'));
+}
+
+void write(const QString& path, const QStringList& numbers) {
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) refuse(path, "cannot be written: " + file.errorString());
+    for (const QString& number : numbers) file.write(number.toUtf8() + "\r\n");
+    if (!file.commit()) refuse(path, "cannot be written: " + file.errorString());
+}
+
+} // namespace numberFile

@@ -1,0 +1,110 @@
+#include "numbers/NumberTable.h"
+
+#include "db/ColumnText.h"
+#include "db/DbError.h"
+
+#include <QSet>
+#include <algorithm>
+
+namespace {
+
+constexpr qsizetype RowsPerStatement = 500; // the server takes a thousand at most
+
+/// Why the column cannot hold a number; empty when it can.
+QString storingProblem(const QString& number, int maxLength) {
+    try {
+        requireFits("telephone number", number, maxLength, CodePage::Latin1252);
+        return {};
+    } catch (const DbError& error) {
+        return error.text();
+    }
+}
+
+} // namespace
+
+bool holdsLetters(const QString& number) {
+    return std::ranges::any_of(number, [](QChar sign) { return sign.isLetter(); });
+}
+
+QString NumberTable::LeftOut::text(int maxLength) const {
+    QStringList reasons;
+    const auto add = [&](int count, const QString& one, const QString& many) {
+        if (count > 0) reasons << QString("%1 %2").arg(count).arg(count == 1 ? one : many);
+    };
+    const QString length = QString(" longer than %1 characters").arg(maxLength);
+    add(tooLong, "is" + length, "are" + length);
+    add(letters, "holds letters", "hold letters");
+    add(foreignSigns, "holds signs that the database cannot store",
+        "hold signs that the database cannot store");
+    add(duplicates, "is a duplicate", "are duplicates");
+    return reasons.join(", ");
+}
+
+QStringList NumberTable::numbers() {
+    QStringList numbers;
+    for (const Row row : connection().query(selectNumbers()))
+        if (!row.isNull(0)) numbers << row.text(0);
+    return numbers;
+}
+
+QString NumberTable::problem(const QString& number) const {
+    if (holdsLetters(number)) return "Letters cannot be part of a telephone number.";
+    return storingProblem(number, m_maxLength);
+}
+
+void NumberTable::add(const QStringList& numbers) {
+    Transaction transaction(connection());
+    insert(numbers, [](int, int) {});
+    transaction.commit();
+}
+
+void NumberTable::clear() {
+    connection().execute(deleteAll());
+}
+
+void NumberTable::removeAll(const QStringList& numbers) {
+    Transaction transaction(connection());
+    for (qsizetype first = 0; first < numbers.size(); first += RowsPerStatement) {
+        QList<Sql> values;
+        for (const QString& number : numbers.mid(first, RowsPerStatement)) values << Sql::value(number);
+        connection().execute(deleteThese(values.size() == 1 ? sql("= {}", values.first())
+                                                            : sql("IN ({})", Sql::join(values, sql(", ")))));
+    }
+    transaction.commit();
+}
+
+NumberTable::Fitting NumberTable::fitting(const QStringList& numbers) const {
+    Fitting result;
+    QSet<QString> known;
+    for (const QString& number : numbers) {
+        if (number.size() > m_maxLength) {
+            ++result.leftOut.tooLong;
+        } else if (!storingProblem(number, m_maxLength).isEmpty()) {
+            ++result.leftOut.foreignSigns;
+        } else if (known.contains(numberKey(number))) {
+            ++result.leftOut.duplicates;
+        } else {
+            known.insert(numberKey(number));
+            result.numbers << number;
+        }
+    }
+    return result;
+}
+
+void NumberTable::replace(const QStringList& numbers, const Progress& progress) {
+    Transaction transaction(connection());
+    connection().execute(deleteAll());
+    insert(numbers, progress);
+    transaction.commit();
+}
+
+void NumberTable::insert(const QStringList& numbers, const Progress& progress) {
+    const int total = int(numbers.size());
+    for (qsizetype first = 0; first < numbers.size(); first += RowsPerStatement) {
+        progress(int(first), total);
+        QList<Sql> rows;
+        for (const QString& number : numbers.mid(first, RowsPerStatement)) rows << values(number);
+        connection().execute(sql("{}{}", insertInto(), Sql::join(rows, sql(", "))));
+    }
+    progress(total, total);
+}

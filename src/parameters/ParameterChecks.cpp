@@ -1,0 +1,173 @@
+#include "parameters/ParameterChecks.h"
+
+#include "db/ColumnText.h"
+#include "reports/AccountFilter.h"
+#include "reports/ThresholdAmount.h"
+
+#include <QRegularExpression>
+
+namespace parameterChecks {
+
+namespace {
+
+QString forbiddenLettersFault(const QString& text) {
+    static const QRegularExpression forbidden(R"([\\/:*?<>])");
+    return text.contains(forbidden)
+               ? R"(Report caption contains characters that are not allowed \ / : * ? < >)"
+               : QString();
+}
+
+/// The values that one text holds for a report each.
+QStringList values(const QString& joined) {
+    return joined.split('|', Qt::SkipEmptyParts);
+}
+
+/// Runs through the checks in the order in which they are made.
+class Checks {
+public:
+    Checks(const clsReport& report, const CatalogueEntry* entry, const clsReportParameters& parameters)
+        : m_report(report), m_entry(entry), m_parameters(parameters) {}
+
+    std::optional<Fault> rangeFault() const {
+        if (offers(CallDatesGroup) && m_parameters.DateRangeStart() > m_parameters.DateRangeEnd())
+            return tryAgain("The Start date parameter can not be greater than the End date parameter,");
+        if (!offers(ThresholdsGroup)) return {};
+        if (const auto fault =
+                pairFault("Cost", m_parameters.CostRangeMinimum(), m_parameters.CostRangeMaximum()))
+            return fault;
+        return pairFault("Duration", m_parameters.DurationRangeMinimum(),
+                         m_parameters.DurationRangeMaximum());
+    }
+
+    /// Reports that are about one thing need to be told which.
+    std::optional<Fault> missingValueFault() const {
+        const int report = m_report.ReportSubType();
+        if (report == SelectedCircuitReport && m_parameters.SelectedCircuitID().isEmpty())
+            return Fault{"You have not selected a circuit for the 'Selected Circuit' Report"};
+        if (report == CallsToNumberReport && m_parameters.CallsToNumber().isEmpty())
+            return Fault{"You have not selected any call to for the 'Calls To' Report"};
+        if (report == CallsNotToNumberReport && m_parameters.CallsNotToNumber().isEmpty())
+            return Fault{"You have not selected any calls not to for the 'Calls Not To' Report"};
+        if (report == CallsFromNumberReport && m_parameters.CallsFromNumber().isEmpty())
+            return Fault{"You have not selected any calls from for the 'Calls From' Report"};
+        if (report == RepeatCallerReport && m_parameters.RepeatCallerThreshold().isEmpty())
+            return Fault{"You have not entered a threshold for the 'Repeat Caller' Report"};
+        const bool needsNumber = offers(AccountsGroup) && m_parameters.AccountFilter() == OneServiceNumber;
+        if (m_report.ReportType() == MobileReport && needsNumber && m_parameters.ServiceNumber().isEmpty())
+            return Fault{"You have not selected any handset numbers for a Mobile Report"};
+        return {};
+    }
+
+    std::optional<Fault> sourceBillFault(const QStringList& sourceBills) const {
+        const QString& reference = m_parameters.SourceBillRef();
+        if (!offers(SourceBillGroup) || reference.isEmpty()
+            || sourceBills.contains(reference, Qt::CaseInsensitive))
+            return {};
+        return Fault{"You must select a Source Bill Reference that exists in the list."};
+    }
+
+    std::optional<Fault> accountFault() const {
+        if (!offers(AccountsGroup)) return {};
+        const int filter = m_parameters.AccountFilter();
+        if (selectsCostCentres(filter) && !anyCostCentre())
+            return Fault{"You must select at least one cost centre"};
+        if (filter == OneServiceNumber && m_parameters.ServiceNumber().isEmpty())
+            return Fault{"You must select at least one service number"};
+        if (filter == RestrictedSelection && m_parameters.LineSelection().isEmpty())
+            return Fault{"You must select at least one line"};
+        return {};
+    }
+
+private:
+    bool offers(int group) const { return m_entry && m_entry->offers(group); }
+
+    static Fault tryAgain(const QString& text) { return {text + "\r\nplease try again.", true}; }
+
+    static std::optional<Fault> pairFault(const QString& kind, const QString& lower, const QString& higher) {
+        for (const QString& text : {lower, higher})
+            if (const QString fault = amountFault(text); !fault.isEmpty()) return Fault{fault};
+        const QString fault = thresholdsFault(kind.toLower(), lower, higher);
+        if (fault.isEmpty()) return {};
+        if (thresholdAmount(lower) == thresholdAmount(higher)) return Fault{fault};
+        return tryAgain(QString("The Lower %1 Threshold parameter can not be greater than the Higher %1 "
+                                "Threshold parameter,")
+                            .arg(kind));
+    }
+
+    static bool selectsCostCentres(int filter) {
+        return filter == SeveralCostCentreLevels
+               || (filter >= CostCentreLevel1 && filter <= CostCentreLevel5);
+    }
+
+    bool anyCostCentre() const {
+        for (int level = 1; level <= 5; ++level)
+            if (!m_parameters.CostCentre(level).isEmpty()) return true;
+        return false;
+    }
+
+    const clsReport& m_report;
+    const CatalogueEntry* m_entry;
+    const clsReportParameters& m_parameters;
+};
+
+} // namespace
+
+QString captionFault(const QString& caption) {
+    if (caption.trimmed().isEmpty()) return "Report caption is blank - please enter a valid caption";
+    if (caption.size() > CaptionLength)
+        return "Report caption is too long - please shorten to a maximum of 50 characters";
+    return forbiddenLettersFault(caption);
+}
+
+QString headerFault(const QString& header) {
+    if (header.size() > HeaderLength)
+        return "Report header is too long - please shorten to a maximum of 200 characters";
+    return forbiddenLettersFault(header);
+}
+
+QString amountFault(const QString& text) {
+    if (thresholdAmount(text)) return {};
+    const QString shown = text.size() > 30 ? text.left(30) + "…" : text;
+    return QString("'%1' is not an amount. Please use digits and a decimal point only, for example 1250.50. "
+                   "The largest amount is 900000000000000.")
+        .arg(shown);
+}
+
+QString thresholdsFault(const QString& kind, const QString& lower, const QString& higher) {
+    const std::optional<qint64> from = thresholdAmount(lower);
+    const std::optional<qint64> to = thresholdAmount(higher);
+    if (!from || !to || higher.isEmpty() || *to > *from) return {};
+    return QString(
+               "For the '%1 between' threshold, the second value must be greater than the first value.\r\n"
+               "Please ammend the value.")
+        .arg(kind);
+}
+
+std::optional<Fault> firstFault(const clsReport& report, const CatalogueEntry* entry,
+                                const clsReportParameters& parameters, const QStringList& sourceBills) {
+    const Checks checks(report, entry, parameters);
+    if (const auto fault = checks.rangeFault()) return fault;
+    if (const auto fault = checks.missingValueFault()) return fault;
+    if (const auto fault = checks.sourceBillFault(sourceBills)) return fault;
+    return checks.accountFault();
+}
+
+void requireTextsFit(const clsReportParameters& parameters) {
+    using enum CodePage;
+    requireFits("lowest cost", parameters.CostRangeMinimum(), 20, Latin1252);
+    requireFits("highest cost", parameters.CostRangeMaximum(), 20, Latin1252);
+    requireFits("shortest duration", parameters.DurationRangeMinimum(), 20, Latin1252);
+    requireFits("longest duration", parameters.DurationRangeMaximum(), 20, Latin1252);
+    for (const QString& number : values(parameters.ServiceNumber()))
+        requireFits("service number", number, 50, Unicode);
+    for (int level = 1; level <= 5; ++level)
+        for (const QString& centre : values(parameters.CostCentre(level)))
+            requireFits(QString("cost centre of level %1").arg(level), centre, 30, Unicode);
+    requireFits("bill number", parameters.LinkvaleBillNumber(), 50, Unicode);
+    requireFits("source bill reference", parameters.SourceBillRef(), 50, Unicode);
+    requireFits("Wispera user ID", parameters.WPUserId(), 30, Latin1252);
+    requireFits("choice of call classes", parameters.CallClassParams(), 2000, Latin1252);
+    requireFits("line selection", parameters.LineSelection(), 100, Latin1252);
+}
+
+} // namespace parameterChecks

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "parameters/uctParameterGroup.h"
+
+#include <array>
+
+class QCheckBox;
+class QDateEdit;
+class QLabel;
+
+/// Call dates and the days of the week, of which at least one stays ticked.
+class uctDates : public uctParameterGroup {
+    Q_OBJECT
+
+public:
+    uctDates(const EditedReport& report, QWidget* parent);
+    void store(clsReportParameters& parameters) const override;
+    QWidget* boxAtFault() const override;
+
+protected:
+    void load(const clsReportParameters& parameters) override;
+
+private:
+    void ChkDay_Click(QCheckBox* day);
+    void showHint();
+
+    QDateEdit* m_start;
+    QDateEdit* m_end;
+    QLabel* m_hint;
+    std::array<QCheckBox*, 7> m_days; ///< from Sunday
+};

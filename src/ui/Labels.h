@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+
+class QLabel;
+class QLineEdit;
+class QWidget;
+
+/// The colour of a label's or frame's own text.
+void setTextColour(QWidget& widget, const QColor& colour);
+/// Explains something in a quieter colour; wraps, and never shows text as markup.
+QLabel* hintLabel(QWidget* parent, const QString& text = {});
+/// Says what is wrong, see showProblem(); hidden while nothing is.
+QLabel* problemLabel(QWidget* parent);
+/// Hides the label for an empty text.
+void showProblem(QLabel* label, const QString& text);
+/// Whether the box takes input; one that does not looks like the window around it.
+void setReadOnly(QLineEdit& box, bool readOnly);

@@ -1,0 +1,163 @@
+#include "parameters/Editor.h"
+#include "reports/CallFilter.h"
+#include "support/TestClass.h"
+
+#include <QCheckBox>
+#include <QRadioButton>
+
+/// Which groups and line choices the editor shows for each report of the catalogue.
+class EditorGroupsTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<Office> m_office;
+
+private slots:
+    void init() {
+        if (!m_office) m_office = std::make_unique<Office>();
+    }
+
+    void groups_data() {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("id");
+        QTest::addColumn<QString>("frames");
+        QTest::addColumn<QString>("lines"); // the choices that are offered
+        QTest::newRow("bill") << 1 << 231 << "CC SourceBill"
+                              << "";
+        QTest::newRow("calls from") << 2 << 143 << "Numbers Dates Times Distance Thresholds CallClasses"
+                                    << "01234";
+        QTest::newRow("dearest") << 2 << 111 << "Dates Times Distance Thresholds CC Exclusions CallClasses"
+                                 << "01234";
+        QTest::newRow("calls in fixed lines") << 2 << 171 << "Dates CC"
+                                              << "14";
+        QTest::newRow("compared circuits") << 3 << 321 << "CC Circuits"
+                                           << "";
+        QTest::newRow("one circuit") << 3 << 326 << "SelectedCircuit"
+                                     << "";
+        QTest::newRow("Linkvale") << 4 << 273 << "Linkvale"
+                                  << "";
+        QTest::newRow("tagged") << 5 << 191 << "Dates Times Thresholds CC CallTagging"
+                                << "01234";
+        QTest::newRow("Wispera") << 5 << 131 << "Dates Times Thresholds CC WPParams"
+                                 << "";
+    }
+    void groups() {
+        QFETCH(const int, type);
+        QFETCH(const int, id);
+        m_office->db().execute(sql("UPDATE Brightwater.dbo.TblMobCalls SET CallClass = '' WHERE RecID = "
+                                   "(SELECT MIN(RecID) FROM Brightwater.dbo.TblMobCalls)"));
+        Editor editor(*m_office, type, id);
+        QVERIFY(editor.open());
+        QStringList shown;
+        for (const char* frame :
+             {"FrameNumbers", "FrameDates", "FrameTimes", "FrameDistance", "FrameThresholds", "FrameCC",
+              "FrameLinkvale", "FrameCircuits", "FrameSelectedCircuit", "frameSourceBill", "FrameWPParams",
+              "FrameCallTagging", "frameExclusions", "FrameCallClasses"})
+            if (const auto* found = editor.screen.findChild<QWidget*>(frame); found && found->isVisible())
+                shown << QString(frame).mid(5);
+        QTEST(shown.join(' '), "frames");
+        QString enabled;
+        for (int filter = 0; filter <= 4; ++filter)
+            if (const auto* option = editor.screen.findChild<QRadioButton*>(QString("OptMob%1").arg(filter)))
+                if (option->isEnabled()) enabled += QString::number(filter);
+        QTEST(enabled, "lines");
+        if (const auto* one = editor.screen.findChild<QRadioButton*>("OptSelect1"))
+            QCOMPARE(one->text().remove('&'), type == 5 ? "Selected Handset" : "Selected Service No");
+    }
+
+    void reportWithoutEntry() {
+        Editor editor(*m_office, CallReport, 999);
+        QVERIFY(editor.open());
+        QVERIFY(!editor.screen.findChild<QWidget*>("FrameDates"));
+        QVERIFY(child(editor.screen, "lblNoGroups").isVisible());
+    }
+
+    void callClassesOnlyWithUnclassedCalls() {
+        const auto office = std::move(m_office); // of no use to others afterwards
+        office->db().execute(sql("UPDATE Brightwater.dbo.TblMobCalls SET CallClass = 'SMS'"));
+        Editor editor(*office, CallReport, 111);
+        QVERIFY(editor.open());
+        QVERIFY(!editor.screen.findChild<QWidget*>("FrameCallClasses"));
+    }
+
+    /// A project that lacks what the lists are read from can be worked with all the same.
+    void missingTables() {
+        const auto office = std::move(m_office); // of no use to others afterwards
+        for (const char* table :
+             {"TblCcts", "TblMobCalls", "TblWisperaEvents", "BW10023_TblCC", "TblCallRecords"})
+            office->db().execute(sql("DROP TABLE Brightwater.dbo.{}", Name(table)));
+        for (const auto& [type, id] : {std::pair{1, 231}, {2, 111}, {3, 326}, {5, 131}, {5, 195}}) {
+            Editor editor(*office, type, id);
+            QVERIFY(editor.open());
+            if (auto* option = editor.screen.findChild<QRadioButton*>("OptSelect1")) option->click();
+            if (auto* option = editor.screen.findChild<QRadioButton*>("OptSelect8")) option->click();
+            if (auto* option = editor.screen.findChild<QRadioButton*>("OptSelect0")) option->click();
+        }
+        QCOMPARE(office->shown(), QStringList());
+    }
+
+    /// The lists are read while the screen opens: a failure leaves a reason and no half screen.
+    void failureWhileOpening() {
+        const auto office = std::move(m_office); // of no use to others afterwards
+        office->program.fault.arm(1);
+        Editor editor(*office, BillingReport, 231);
+        QVERIFY(!editor.open());
+        QCOMPARE(editor.screen.loadProblem(), "Made to fail.");
+    }
+
+    void bandsFollowTheLines() {
+        Editor editor(*m_office, CallReport, 161);
+        editor.parameters().setDistanceBandSelected(2, false);
+        QVERIFY(editor.open());
+        const auto ticks = [&] {
+            QString text;
+            for (int band = 1; band <= 23; ++band) {
+                const auto& box =
+                    child<QCheckBox>(editor.screen, qPrintable(QString("ChkDistance%1").arg(band)));
+                text += !box.isEnabled() ? '-' : box.isChecked() ? 'Y' : 'N';
+            }
+            return text;
+        };
+        QCOMPARE(ticks(), "YNYYYYYYYYYYYYYYY------");
+        press(editor.screen, "OptMob1");
+        QCOMPARE(ticks(), "YYYYY------------------");
+        press(editor.screen, "OptMob2");
+        QCOMPARE(ticks(), "-----YYYYYYYYYYYY------");
+        press(editor.screen, "cmdNoBands");
+        press(editor.screen, "ChkDistance6");
+        QCOMPARE(editor.save(), QStringList());
+        QCOMPARE(editor.parameters().CallFilter(), 2);
+        for (int band = 1; band <= 23; ++band)
+            QCOMPARE(editor.parameters().DistanceBandSelected(band), band == 6);
+    }
+
+    void chosenBandsStay() {
+        for (const int filter : {AllLinesAndMobiles, AllMobiles}) {
+            Editor editor(*m_office, MobileReport, 195);
+            editor.parameters().setCallFilter(filter);
+            editor.parameters().setDistanceBandSelected(7, true);
+            QVERIFY(editor.open());
+            QVERIFY(editor.screen.findChild<QWidget*>("FrameDistance"));
+            QVERIFY(child<QCheckBox>(editor.screen, "ChkDistance7").isEnabled());
+            child<QLineEdit>(editor.screen, "txtCost0").setText("1");
+            press(editor.screen, "OptSelect2");
+            QCOMPARE(editor.save(), QStringList());
+            for (int band = 1; band <= 23; ++band)
+                QCOMPARE(editor.parameters().DistanceBandSelected(band), band == 7);
+        }
+    }
+
+    /// A report made for fixed lines only must not keep a choice that takes mobiles in.
+    void unofferedLinesAreReplaced() {
+        Editor editor(*m_office, CallReport, 171); // L and V
+        QVERIFY(editor.open());
+        QVERIFY(child<QRadioButton>(editor.screen, "OptMob1").isChecked());
+        QCOMPARE(editor.save(), QStringList());
+        QCOMPARE(editor.parameters().CallFilter(), 1);
+        QVERIFY(editor.parameters().DistanceBandSelected(1)); // no choice of bands: all that lines have
+        QVERIFY(!editor.parameters().DistanceBandSelected(6));
+    }
+};
+
+static const AnnounceTest<EditorGroupsTest> announced;
+
+#include "EditorGroupsTest.moc"

@@ -1,0 +1,164 @@
+#include "base/SettingsStore.h"
+#include "support/Modal.h"
+#include "support/TestClass.h"
+#include "ui/MessageBoxes.h"
+#include "ui/uctCheckList.h"
+#include "ui/uctFilterBox.h"
+#include "ui/uctListView.h"
+
+#include <QClipboard>
+#include <QDialog>
+#include <QDir>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QListView>
+#include <QSettings>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QVBoxLayout>
+
+/// Lists and what stands around them, used by mouse and keys.
+class ListTest : public QObject {
+    Q_OBJECT
+
+    /// A screen with a filter box, a list and a check list.
+    struct Screen : QDialog {
+        uctFilterBox box{this};
+        uctListView list{this};
+        uctCheckList ticks{this};
+
+        Screen() {
+            auto* column = new QVBoxLayout(this);
+            for (QWidget* each :
+                 {static_cast<QWidget*>(&list), static_cast<QWidget*>(&box), static_cast<QWidget*>(&ticks)})
+                column->addWidget(each);
+            list.setSelectionMode(QAbstractItemView::ExtendedSelection);
+            list.setColumns({{"Title"}, {"Count", ListColumn::Number}, {"Note"}}, "Test");
+            list.setRows({{1, {"b", "10", "two\nlines"}}, {2, {"a", "9", "tab\there"}}, {3, {"c", "8", ""}}});
+            list.sortBy(0, true);
+            box.attach(list);
+            connect(&box, &QLineEdit::textChanged, &list, &uctListView::setFilterWords);
+            ticks.setTexts({"x", "y"}, {});
+            resize(600, 500);
+            show();
+            activateWindow();
+            if (!QTest::qWaitForWindowActive(this))
+                QTest::qFail("the screen is not active", __FILE__, __LINE__);
+        }
+        QWidget& header() { return *list.header()->viewport(); }
+        QPoint edge(int column) {
+            return {list.header()->sectionViewportPosition(column + 1) - 1, header().height() / 2};
+        }
+        int width(int column) { return list.header()->sectionSize(column); }
+    };
+
+    QTemporaryDir m_settings;
+
+private slots:
+    void init() { QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path()); }
+    void cleanup() { QDir(m_settings.path()).removeRecursively(), QDir().mkpath(m_settings.path()); }
+
+    void widthsAreThoseThatTheUserSets() {
+        int fitted = 0;
+        {
+            Screen screen;
+            fitted = screen.width(0);
+            // A button that is down elsewhere, as under the double-click that opens a screen, sets none.
+            QTest::mousePress(screen.list.viewport(), Qt::LeftButton, {}, {20, 10});
+            screen.resize(900, 500);
+            QTest::mouseRelease(screen.list.viewport(), Qt::LeftButton, {}, {20, 10});
+            QVERIFY(screen.width(0) > fitted);
+        }
+        {
+            Screen screen;
+            QCOMPARE(screen.width(0), fitted);
+            const QPoint edge = screen.edge(0);
+            QTest::mousePress(&screen.header(), Qt::LeftButton, {}, edge);
+            QTest::mouseMove(&screen.header(), edge + QPoint(30, 0));
+            QTest::mouseRelease(&screen.header(), Qt::LeftButton, {}, edge + QPoint(30, 0));
+            QCOMPARE(screen.width(0), fitted + 30);
+            screen.resize(900, 500);
+        }
+        Screen screen;
+        QCOMPARE(screen.width(0), fitted + 30);
+    }
+
+    void absurdWidthsAreIgnored_data() {
+        QTest::addColumn<QString>("stored");
+        QTest::newRow("not to be seen") << "200,2,200";
+        QTest::newRow("beyond every desktop") << "200,100000,200";
+        QTest::newRow("none") << "200,,200";
+        QTest::newRow("another list's") << "200,300";
+    }
+
+    void absurdWidthsAreIgnored() {
+        QFETCH(QString, stored);
+        const int fitted = Screen().width(1);
+        saveSetting("VWT", "ColumnWidths", "Test", stored);
+        QCOMPARE(Screen().width(1), fitted);
+    }
+
+    void selectedRowsAreCopiedWhole() {
+        Screen screen;
+        screen.list.setFocus();
+        QTest::keyClick(&screen.list, Qt::Key_C, Qt::ControlModifier); // none selected: all
+        QCOMPARE(QGuiApplication::clipboard()->text(), "a\t9\ttab here\nb\t10\ttwo lines\nc\t8\t");
+        QTest::keyClick(&screen.list, Qt::Key_End, Qt::ControlModifier);
+        QTest::keyClick(&screen.list, Qt::Key_Up, Qt::ShiftModifier);
+        QTest::keyClick(&screen.list, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), "b\t10\ttwo lines\nc\t8\t");
+        auto* entries = screen.ticks.findChild<QAbstractItemView*>("lstEntries");
+        entries->setFocus();
+        QTest::keyClick(entries, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), "x\ny");
+    }
+
+    void theKeysFindBoxAndList() {
+        Screen screen;
+        QSignalSpy activated(&screen.list, &uctListView::rowActivated);
+        screen.ticks.setFocus();
+        screen.box.setFocus();
+        QTest::keyClick(&screen.box, Qt::Key_Tab); // the list comes after its box
+        QVERIFY(screen.list.hasFocus());
+        QTest::keyClick(&screen.list, Qt::Key_Return);
+        QCOMPARE(activated.takeFirst().value(0).toInt(), 2); // the first row shown
+        QTest::keyClick(&screen.list, Qt::Key_Down);
+        QCOMPARE(screen.list.selectedId(), 1);
+        QTest::keyClick(&screen.list, Qt::Key_F, Qt::ControlModifier);
+        QVERIFY(screen.box.hasFocus());
+        QTest::keyClicks(&screen.box, "8");
+        QVERIFY(!screen.list.selectedId());
+        QTest::keyClick(&screen.box, Qt::Key_Down);
+        QCOMPARE(screen.list.selectedId(), 3);
+        QTest::keyClick(&screen.list, Qt::Key_F, Qt::ControlModifier);
+        QTest::keyClick(&screen.box, Qt::Key_Escape);
+        QVERIFY(screen.box.text().isEmpty() && screen.isVisible());
+        QTest::keyClick(&screen.box, Qt::Key_Escape);
+        QVERIFY(!screen.isVisible());
+    }
+
+    void allFilesAreThoseWithoutAnEndingToo() {
+        const QTemporaryDir folder;
+        for (const char* name : {"numbers", "numbers.csv"}) {
+            QFile file(folder.filePath(name));
+            QVERIFY(file.open(QIODevice::WriteOnly));
+        }
+        inNextModal<QFileDialog>([](QFileDialog& dialog) {
+            QCOMPARE(dialog.nameFilters().value(1).section(" (", 0, 1), QString("View All Files (*.*)"));
+            auto* files = dialog.findChild<QListView*>("listView");
+            const auto shown = [files] { return files->model()->rowCount(files->rootIndex()); };
+            QTRY_COMPARE(shown(), 1);
+            auto* types = dialog.findChild<QComboBox*>("fileTypeCombo");
+            types->setCurrentIndex(1);
+            emit types->activated(1);
+            QTRY_COMPARE(shown(), 2);
+            dialog.reject();
+        });
+        MessageBoxes().openFile(nullptr, folder.path(),
+                                "Comma Separated Files (*.CSV);;View All Files (*.*)");
+    }
+};
+
+static const AnnounceTest<ListTest> announced;
+#include "ListTest.moc"
