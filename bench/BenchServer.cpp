@@ -16,8 +16,9 @@ BenchServer::BenchServer() : session(m_folder.path(), openServer) {
     const QString file = m_folder.filePath("server.db");
     DemoServer::build(file, options);
     WriteEncryptedSSSfile(m_folder.filePath("Zelvan.SSS"), DemoServer::loginPassword);
-    const LoginOutcome login
-        = cLogin(session, [] { return false; }).logIn("file:" + file, Session::serverLoginName, DemoServer::loginPassword);
+    const LoginOutcome login = cLogin(session, [] {
+                                   return false;
+                               }).logIn("file:" + file, Session::serverLoginName, DemoServer::loginPassword);
     if (login.result != LoginOutcome::Done) qFatal("%s", qPrintable(login.message));
 }
 
@@ -26,6 +27,7 @@ double peakMemory() {
     if (!status.open(QIODevice::ReadOnly)) return 0;
     QTextStream text(&status);
     for (QString line = text.readLine(); !line.isNull(); line = text.readLine())
-        if (line.startsWith("VmHWM:")) return line.section(':', 1).section("kB", 0, 0).trimmed().toDouble() / 1024;
+        if (line.startsWith("VmHWM:"))
+            return line.section(':', 1).section("kB", 0, 0).trimmed().toDouble() / 1024;
     return 0;
 }

@@ -60,8 +60,7 @@ QStringList names() {
 }
 
 void create(Connection& connection) {
-    for (const QString& database : names())
-        connection.execute(sql("CREATE DATABASE {}", Name(database)));
+    for (const QString& database : names()) connection.execute(sql("CREATE DATABASE {}", Name(database)));
     connection.execute(sql("CREATE TABLE Sundries.dbo.Notes ([NoteID] [int] NOT NULL)"));
     Transaction transaction(connection);
     createUsers(connection);

@@ -86,8 +86,8 @@ QList<DemoEngine::DueSchedule> DemoEngine::dueSchedules(const WallClock& now) {
 /// off.
 bool DemoEngine::claim(const DueSchedule& schedule) {
     return m_connection.changedRows(sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [Status] = {} "
-                                    "WHERE [ScheduleID] = {} AND [Status] = {} AND [RunDate] = {}",
-                                    int(Processing), schedule.id, int(Pending), schedule.storedRunDate))
+                                        "WHERE [ScheduleID] = {} AND [Status] = {} AND [RunDate] = {}",
+                                        int(Processing), schedule.id, int(Pending), schedule.storedRunDate))
            == 1;
 }
 

@@ -1,8 +1,8 @@
 #include "demo/DemoServer.h"
 
-#include "base/Session.h"
 #include "app/modCreateDB.h"
 #include "app/openServer.h"
+#include "base/Session.h"
 #include "demo/BulkInsert.h"
 #include "demo/CentralDatabases.h"
 #include "demo/DemoCentres.h"
@@ -79,8 +79,8 @@ QString DemoServer::scriptsFolder() {
 
 void DemoServer::createLogin(Connection& system) {
     const Name login(Session::serverLoginName);
-    system.execute(sql("CREATE LOGIN {} WITH PASSWORD = {}, CHECK_POLICY = OFF", login,
-                       Secret{loginPassword}));
+    system.execute(
+        sql("CREATE LOGIN {} WITH PASSWORD = {}, CHECK_POLICY = OFF", login, Secret{loginPassword}));
     for (const char* role : {"dbcreator", "bulkadmin"})
         system.execute(sql("ALTER SERVER ROLE {} ADD MEMBER {}", Name(role), login));
 }

@@ -9,9 +9,9 @@ class Connection;
 
 /// How much a demo server holds.
 struct DemoOptions {
-    int callRecords = 10'000;                     ///< over all projects
-    bool schedulerDatabase = true;                ///< false leaves NorvaScheduler to the first login
-    bool schedulerContent = true;                 ///< templates, schedules, logs, addresses and options
+    int callRecords = 10'000;         ///< over all projects
+    bool schedulerDatabase = true;    ///< false leaves NorvaScheduler to the first login
+    bool schedulerContent = true;     ///< templates, schedules, logs, addresses and options
     WallClock now = WallClock::now(); ///< what the run dates lie around
     std::function<void(const QString& step)> tell = [](const QString&) {};
 

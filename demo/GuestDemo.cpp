@@ -1,7 +1,7 @@
 #include "demo/GuestDemo.h"
 
-#include "base/Session.h"
 #include "app/openServer.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "demo/DemoServer.h"
 

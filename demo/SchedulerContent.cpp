@@ -25,8 +25,7 @@ public:
     int add(const QString& title, const QString& templateTitle, qint64 run, int status, const QString& user) {
         const WallClock when = m_now.addSecs(run * 60);
         const WallClock ran = isFinished(status) ? when.addSecs(95) : WallClock();
-        return addRow(title, m_templates.value(templateTitle), when.stored(), status, ran.stored(),
-                      user);
+        return addRow(title, m_templates.value(templateTitle), when.stored(), status, ran.stored(), user);
     }
     /// Of a template that was deleted behind the Scheduler's back.
     int addOrphan(const QString& title, qint64 run, int status, const QString& user) {

@@ -1,5 +1,5 @@
-#include "base/Session.h"
 #include "app/openServer.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "demo/DemoEngine.h"
 #include "demo/DemoServer.h"

@@ -67,8 +67,9 @@ void Walker::tick() {
 }
 
 void Walker::takePicture(QWidget& screen, const QString& text) {
-    const QString file = m_pictures.filePath(
-        QString("%1-%2.png").arg(++m_picture, 2, 10, QChar('0')).arg(QString(text).toLower().replace(' ', '-').left(40)));
+    const QString file = m_pictures.filePath(QString("%1-%2.png")
+                                                 .arg(++m_picture, 2, 10, QChar('0'))
+                                                 .arg(QString(text).toLower().replace(' ', '-').left(40)));
     screen.grab().save(file);
     if (text != "failed") print(QString("ok      %1").arg(text));
 }
@@ -79,7 +80,9 @@ void Walker::finish(bool passed) {
 }
 
 Walker::Ready on(const QString& screenName, std::function<bool(QWidget&)> condition) {
-    return [=](QWidget& screen) { return screen.objectName() == screenName && (!condition || condition(screen)); };
+    return [=](QWidget& screen) {
+        return screen.objectName() == screenName && (!condition || condition(screen));
+    };
 }
 
 Walker::Ready onMessage(const QString& beginning) {
@@ -99,7 +102,8 @@ Walker::Act press(const QString& buttonName) {
 Walker::Act answer(const QString& caption) {
     return [=](QWidget& screen) {
         for (QAbstractButton* button : screen.findChildren<QAbstractButton*>())
-            if (button->text() == caption) return QTimer::singleShot(0, button, [button] { button->click(); });
+            if (button->text() == caption)
+                return QTimer::singleShot(0, button, [button] { button->click(); });
         missingControl(screen, caption);
     };
 }

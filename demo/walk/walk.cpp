@@ -1,13 +1,13 @@
+#include "app/modMain.h"
+#include "app/openServer.h"
 #include "base/Session.h"
 #include "base/SettingsStore.h"
-#include "app/openServer.h"
-#include "app/modMain.h"
-#include "schedules/frmMainScreen.h"
-#include "ui/MessageBoxes.h"
 #include "demo/DemoApplication.h"
 #include "demo/DemoServer.h"
 #include "demo/GuestDemo.h"
 #include "demo/walk/Road.h"
+#include "schedules/frmMainScreen.h"
+#include "ui/MessageBoxes.h"
 
 #include <QApplication>
 #include <QProcess>
@@ -43,7 +43,8 @@ int main(int argc, char* argv[]) {
 
     QProcess engine;
     engine.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    engine.start(QApplication::applicationDirPath() + "/zelvan-demo-engine", {server, "--seconds-per-run", "2"});
+    engine.start(QApplication::applicationDirPath() + "/zelvan-demo-engine",
+                 {server, "--seconds-per-run", "2"});
 
     runningEngine = &engine;
     std::atexit([] { // however the walk ends, the engine must not outlive it

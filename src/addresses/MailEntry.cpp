@@ -1,8 +1,8 @@
 #include "addresses/MailEntry.h"
 
+#include "addresses/EmailAddress.h"
 #include "db/ColumnText.h"
 #include "db/DbError.h"
-#include "addresses/EmailAddress.h"
 
 #include <QStringList>
 #include <algorithm>

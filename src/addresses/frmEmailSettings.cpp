@@ -1,13 +1,13 @@
 #include "addresses/frmEmailSettings.h"
 
-#include "base/Session.h"
-#include "base/modOptions.h"
 #include "addresses/AddressFile.h"
 #include "addresses/EmailAddress.h"
-#include "base/MailOptions.h"
 #include "addresses/frmMailImport.h"
 #include "addresses/frmMailSelection.h"
 #include "addresses/modMailAddresses.h"
+#include "base/MailOptions.h"
+#include "base/Session.h"
+#include "base/modOptions.h"
 #include "ui/Cursors.h"
 #include "ui/Labels.h"
 #include "ui/Messages.h"
@@ -59,7 +59,8 @@ frmEmailSettings::frmEmailSettings(ScreenContext& context, QWidget* parent)
                              "E-mails created for sending Cost Centre sub projects\n"
                              "using Outlook will be saved for sending later due to\n"
                              "the possible size of the files.");
-    for (QLabel* label : {m_ui->lblNotice, m_ui->lblCount, m_ui->lblOptionsNote}) setTextColour(*label, Palette::subtleText());
+    for (QLabel* label : {m_ui->lblNotice, m_ui->lblCount, m_ui->lblOptionsNote})
+        setTextColour(*label, Palette::subtleText());
     m_ui->prgSave->hide();
     m_ui->txtFind->setMinimumWidth(fontMetrics().averageCharWidth() * 30);
     uctListView& grid = *m_ui->MSFlexGrid1;

@@ -1,8 +1,8 @@
 #include "addresses/frmMailImport.h"
 
+#include "addresses/AddressBook.h"
 #include "base/Session.h"
 #include "db/DbError.h"
-#include "addresses/AddressBook.h"
 #include "ui/Cursors.h"
 #include "ui/Labels.h"
 #include "ui/Messages.h"

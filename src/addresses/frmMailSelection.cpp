@@ -1,9 +1,9 @@
 #include "addresses/frmMailSelection.h"
 
-#include "base/Session.h"
-#include "projects/frmSQLServerDatabases.h"
 #include "addresses/AddressBook.h"
 #include "addresses/EmailAddress.h"
+#include "base/Session.h"
+#include "projects/frmSQLServerDatabases.h"
 #include "templates/modSubProjects.h"
 #include "ui/Cursors.h"
 #include "ui/Labels.h"

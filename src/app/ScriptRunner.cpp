@@ -27,8 +27,10 @@ QStringList readBatches(const QString& path) {
         batch.clear();
     };
     for (const QString& line : readLines(path)) {
-        if (line.trimmed().compare("GO", Qt::CaseInsensitive) == 0) end();
-        else batch += line + "\r\n";
+        if (line.trimmed().compare("GO", Qt::CaseInsensitive) == 0)
+            end();
+        else
+            batch += line + "\r\n";
     }
     end();
     return batches;
@@ -41,9 +43,10 @@ void runBatches(Connection& connection, const QString& path, QStringList& batche
         try {
             connection.execute(Sql::script(batches.first()));
         } catch (const DbError& error) {
-            throw DbError(error.number(),
-                          QString("%1, batch %2: %3").arg(QDir::toNativeSeparators(path)).arg(number).arg(error.text()),
-                          error.statement(), error.connectionLost());
+            throw DbError(
+                error.number(),
+                QString("%1, batch %2: %3").arg(QDir::toNativeSeparators(path)).arg(number).arg(error.text()),
+                error.statement(), error.connectionLost());
         }
     }
 }

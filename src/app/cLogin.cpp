@@ -27,14 +27,16 @@ struct Refusal {
 void checkTyped(const QString& server, const QString& userName, const QString& password) {
     if (userName.isEmpty()) stay("You must enter a username.", LoginOutcome::UserName);
     if (userName.contains(' '))
-        stay("The Username is invalid.  Usernames cannot contain spaces.  Please try another.", LoginOutcome::UserName);
+        stay("The Username is invalid.  Usernames cannot contain spaces.  Please try another.",
+             LoginOutcome::UserName);
     if (password.isEmpty()) stay("You must enter a password.", LoginOutcome::Password);
     if (server.isEmpty()) stay("You must enter a Server name.", LoginOutcome::Server);
 }
 
 void checkAdministrator(const QString& password, const QString& loginPassword) {
     if (password.size() < 10)
-        stay("The QuorraAdmin password must be greater than 10 characters long.  Please contact your Administrator.",
+        stay("The QuorraAdmin password must be greater than 10 characters long.  Please contact your "
+             "Administrator.",
              LoginOutcome::Password);
     if (password.compare(loginPassword, Qt::CaseInsensitive) != 0) stay(invalidLogin);
 }
@@ -43,14 +45,16 @@ void checkRole(Connection& connection, const QString& role, const QString& words
     const RecordSet members = connection.query(sql("exec sp_helpsrvrolemember @srvrolename = {}", role));
     for (const Row row : members)
         if (row.text("MemberName").compare(Session::serverLoginName, Qt::CaseInsensitive) == 0) return;
-    endProgram(QString("The QuorraAdmin login is not a member of the %1 role.  Please contact your Administrator.")
-                   .arg(words));
+    endProgram(
+        QString("The QuorraAdmin login is not a member of the %1 role.  Please contact your Administrator.")
+            .arg(words));
 }
 
 /// What the user reads of a failure of the server: the likely reason first, then the server's words.
 QString wordsFor(const DbError& error, const QString& server) {
     if (error.number() == DbError::LoginFailed)
-        return QString("The server '%1' refused the Scheduler's own login.  Please contact your Administrator.")
+        return QString(
+                   "The server '%1' refused the Scheduler's own login.  Please contact your Administrator.")
             .arg(server);
     if (error.number() == DbError::Unreachable)
         return QString("The server '%1' cannot be reached.  Please check the name and try again.\n\n%2")
@@ -91,7 +95,8 @@ void cLogin::connectAndCheck(const QString& server, const QString& userName, con
     if (m_session.isAdministrator()) checkAdministrator(password, *loginPassword);
 
     m_session.connection = std::make_unique<Connection>(
-        ConnectionString{Session::serverLoginName, *loginPassword, "NorvaTallymere", server}, m_session.opener);
+        ConnectionString{Session::serverLoginName, *loginPassword, "NorvaTallymere", server},
+        m_session.opener);
     m_session.connection->open();
     checkRole(m_session.db(), "dbcreator", "Database Creator");
     checkRole(m_session.db(), "bulkadmin", "Bulk Insert Administrators");
@@ -108,8 +113,8 @@ void cLogin::checkUser(const QString& userName, const QString& password) {
         m_session.userLevel = 1;
         return;
     }
-    const RecordSet users = m_session.db().query(
-        sql("SELECT * FROM [TblUsers] WHERE [Username] = {} AND [Password] = {}", userName, Secret{password}));
+    const RecordSet users = m_session.db().query(sql(
+        "SELECT * FROM [TblUsers] WHERE [Username] = {} AND [Password] = {}", userName, Secret{password}));
     if (users.isEmpty()) stay(invalidLogin, LoginOutcome::Password);
     const Row user = users.row(0);
     m_session.userLevel = user.integer("UserLevel");

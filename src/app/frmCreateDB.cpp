@@ -1,7 +1,7 @@
 #include "app/frmCreateDB.h"
 
-#include "base/Session.h"
 #include "app/modCreateDB.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
@@ -13,9 +13,10 @@ frmCreateDB::frmCreateDB(ScreenContext& context, QWidget* parent)
     : QDialog(parent), m_context(context), m_ui(std::make_unique<Ui::frmCreateDB>()) {
     m_ui->setupUi(this);
     const Session& session = context.session;
-    m_ui->lblExplain->setText(QString("The server '%1' holds no scheduler database yet. It will be created now, with "
-                                      "empty tables.")
-                                  .arg(session.db().connectionString().dataSource));
+    m_ui->lblExplain->setText(
+        QString("The server '%1' holds no scheduler database yet. It will be created now, with "
+                "empty tables.")
+            .arg(session.db().connectionString().dataSource));
     m_ui->lblExplain->setTextFormat(Qt::PlainText);
     m_ui->lblData->setText(session.serverDefaults.dataFolder);
     m_ui->lblLog->setText(session.serverDefaults.logFolder);
@@ -33,8 +34,9 @@ frmCreateDB::~frmCreateDB() = default;
 int frmCreateDB::exec() {
     const ServerDefaults& folders = m_context.session.serverDefaults;
     if (!folders.dataFolder.isEmpty() && !folders.logFolder.isEmpty()) return QDialog::exec();
-    m_context.messages.notice(this, "The SQL Server has no default data directory or default log directory setup.  "
-                                    "Please contact your Administrator.");
+    m_context.messages.notice(this,
+                              "The SQL Server has no default data directory or default log directory setup.  "
+                              "Please contact your Administrator.");
     return Rejected;
 }
 
@@ -54,7 +56,7 @@ void frmCreateDB::cmdCreate_Click() {
     } catch (const DbError& error) {
         m_context.session.log.write("frmCreateDB.cmdCreate_Click", error);
         m_context.messages.notice(this, "Failed to create the database.\r\nCan not continue.",
-                                          Messages::Plain, {}, error.text());
+                                  Messages::Plain, {}, error.text());
         reject();
     }
 }

@@ -1,8 +1,8 @@
 #include "app/frmLogin.h"
 
-#include "base/Session.h"
 #include "app/cLogin.h"
 #include "app/frmCreateDB.h"
+#include "base/Session.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
 #include "ui/Cursors.h"
@@ -49,7 +49,8 @@ void frmLogin::logIn() {
     LoginOutcome outcome;
     {
         WaitCursor wait;
-        outcome = login.logIn(m_ui->txtServer->text().trimmed(), m_ui->TxtUsername->text(), m_ui->TxtPassword->text());
+        outcome = login.logIn(m_ui->txtServer->text().trimmed(), m_ui->TxtUsername->text(),
+                              m_ui->TxtPassword->text());
     }
     if (!outcome.message.isEmpty()) m_context.messages.notice(this, outcome.message);
     switch (outcome.result) {
@@ -61,7 +62,8 @@ void frmLogin::logIn() {
         m_endProgram = true;
         reject();
         return;
-    case LoginOutcome::Stay: break;
+    case LoginOutcome::Stay:
+        break;
     }
     QLineEdit* const fields[] = {nullptr, m_ui->txtServer, m_ui->TxtUsername, m_ui->TxtPassword};
     if (QLineEdit* field = fields[outcome.focus]) {
@@ -73,14 +75,16 @@ void frmLogin::logIn() {
 void frmLogin::offerToDropDatabase() {
     Session& session = m_context.session;
     if (!m_context.messages.ask(
-            this, QString("Are you sure you wish to clear and delete the Norva Scheduler database from the server '%1?.  "
+            this, QString("Are you sure you wish to clear and delete the Norva Scheduler database from the "
+                          "server '%1?.  "
                           "In order to do this no other user must be accessing the Norva Scheduler database.")
                       .arg(session.serverName)))
         return;
     try {
         dropSchedulerDatabase(session.db());
-        m_context.messages.notice(this, "The NorvaScheduler database was deleted and will be recreated on the next "
-                                        "login.  The program will now end.");
+        m_context.messages.notice(this,
+                                  "The NorvaScheduler database was deleted and will be recreated on the next "
+                                  "login.  The program will now end.");
     } catch (const DbError& error) {
         session.log.write("frmLogin.DropDatabase", error);
         m_context.messages.notice(this, "The following Error has occurred: " + error.text()

@@ -1,8 +1,8 @@
 #include "app/frmOptions.h"
 
+#include "addresses/frmEmailSettings.h"
 #include "base/Session.h"
 #include "base/modOptions.h"
-#include "addresses/frmEmailSettings.h"
 #include "ui/Cursors.h"
 #include "ui/Labels.h"
 #include "ui/Messages.h"
@@ -15,11 +15,13 @@
 frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmOptions>()) {
     m_ui->setupUi(this);
-    m_ui->lblNote->setText("The output path is the path as seen by the server.\r\n"
-                           "These settings are managed by the Administrator and are shown here for viewing only.");
+    m_ui->lblNote->setText(
+        "The output path is the path as seen by the server.\r\n"
+        "These settings are managed by the Administrator and are shown here for viewing only.");
     uctFooter& footer = *m_ui->footer;
     m_cmdSave = footer.add("Save", "&Save", "document-save", "Save the options");
-    QToolButton* cmdEmail = footer.add("Email", "E-&mail", "mail-message", "Edit the e-mail settings and address book");
+    QToolButton* cmdEmail =
+        footer.add("Email", "E-&mail", "mail-message", "Edit the e-mail settings and address book");
     footer.addStretch();
     QToolButton* cmdExit = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
     connect(m_cmdSave, &QToolButton::clicked, this, &frmOptions::cmdSave_Click);
@@ -62,7 +64,8 @@ void frmOptions::cmdSave_Click() {
 }
 
 void frmOptions::save() {
-    const GlobalOptions wanted{m_ui->txtOutput->text(), m_ui->chkExcel->isChecked(), m_ui->chkCSV->isChecked()};
+    const GlobalOptions wanted{m_ui->txtOutput->text(), m_ui->chkExcel->isChecked(),
+                               m_ui->chkCSV->isChecked()};
     if (!wanted.excel && !wanted.csv
         && !messages().ask(this, "Please note that you do not have a default output option selected.\r"
                                  "Do you wish to continue?"))

@@ -1,7 +1,7 @@
+#include "app/modMain.h"
+#include "app/openServer.h"
 #include "base/CommandLine.h"
 #include "base/Session.h"
-#include "app/openServer.h"
-#include "app/modMain.h"
 #include "ui/MessageBoxes.h"
 
 #include <QApplication>

@@ -1,12 +1,12 @@
 #include "app/modMain.h"
 
-#include "base/CommandLine.h"
 #include "app/ScriptRunner.h"
-#include "base/Session.h"
-#include "base/SettingsStore.h"
 #include "app/frmLogin.h"
 #include "app/frmOptions.h"
 #include "app/frmSplashScreen.h"
+#include "base/CommandLine.h"
+#include "base/Session.h"
+#include "base/SettingsStore.h"
 #include "schedules/frmMainScreen.h"
 #include "ui/Cursors.h"
 #include "ui/Logo.h"
@@ -28,8 +28,9 @@ bool modMain::start(QApplication& application, const QString& commandLine) {
     Session& session = m_context.session;
     application.setApplicationDisplayName("Norva Quorra Zelvan Scheduler");
     if (!QFile::exists(session.paths.appFile("Quorra Zelvan.exe"))) {
-        m_context.messages.notice(nullptr, "Norva Quorra Zelvan cannot be found in this application directory.  "
-                                           "The program will now end.");
+        m_context.messages.notice(nullptr,
+                                  "Norva Quorra Zelvan cannot be found in this application directory.  "
+                                  "The program will now end.");
         return false;
     }
     chooseFolders();
@@ -60,7 +61,8 @@ void modMain::chooseLook(QApplication& application) {
 bool modMain::logIn(const QString& commandLine) {
     frmLogin screen(m_context);
     const QStringList fields = splitCommandLine(commandLine);
-    if (fields.size() == 3 && screen.logInUnseen(fields[0], fields[1], fields[2])) return !screen.endProgram();
+    if (fields.size() == 3 && screen.logInUnseen(fields[0], fields[1], fields[2]))
+        return !screen.endProgram();
     if (screen.endProgram()) return false;
     return screen.exec() == QDialog::Accepted && !screen.endProgram();
 }
@@ -72,7 +74,8 @@ void modMain::runServerJobs() {
 }
 
 void modMain::checkOutputPath() {
-    const QString path = m_context.session.db().scalar(sql("SELECT OutputPath FROM NorvaScheduler.dbo.tblOptions"));
+    const QString path =
+        m_context.session.db().scalar(sql("SELECT OutputPath FROM NorvaScheduler.dbo.tblOptions"));
     if (path.isEmpty())
         m_context.messages.notice(nullptr, "There is no default output path set on the server.  "
                                            "Please inform your Administrator.");

@@ -12,7 +12,7 @@ struct CurrentProject {
     int billType = 0;      ///< see reports/BillType.h; 0 while unknown
     QDate defaultStart;    ///< of its bills; invalid while unknown
     QDate defaultEnd;
-    bool wispera = false;         ///< it holds Wispera data
+    bool wispera = false;             ///< it holds Wispera data
     bool ownCentresReady = false;     ///< the user's copy of its cost centres is up to date
     bool ownCentresListReady = false; ///< and so is his list of them
 

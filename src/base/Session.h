@@ -1,10 +1,10 @@
 #pragma once
 
+#include "base/CurrentProject.h"
 #include "base/ErrorLog.h"
 #include "base/cPathControl.h"
 #include "db/Connection.h"
 #include "db/ServerDefaults.h"
-#include "base/CurrentProject.h"
 
 #include <QStringList>
 #include <memory>

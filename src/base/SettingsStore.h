@@ -5,4 +5,5 @@
 /// Small values kept for each user between runs, by application, section and key.
 QString getSetting(const QString& application, const QString& section, const QString& key,
                    const QString& defaultValue);
-void saveSetting(const QString& application, const QString& section, const QString& key, const QString& value);
+void saveSetting(const QString& application, const QString& section, const QString& key,
+                 const QString& value);

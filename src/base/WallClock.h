@@ -33,7 +33,9 @@ public:
     /// Seconds from this to the other; negative when the other is earlier.
     qint64 secsTo(const WallClock& other) const;
     /// A number that grows with the moment.
-    qint64 order() const { return m_date.toJulianDay() * secondsOfDay + m_time.msecsSinceStartOfDay() / 1000; }
+    qint64 order() const {
+        return m_date.toJulianDay() * secondsOfDay + m_time.msecsSinceStartOfDay() / 1000;
+    }
 
     auto operator<=>(const WallClock& other) const { return order() <=> other.order(); }
     bool operator==(const WallClock& other) const { return order() == other.order(); }

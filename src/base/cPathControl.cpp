@@ -23,7 +23,8 @@ bool replaceFile(const QString& from, const QString& to) {
     return QFile::rename(unfinished, to);
 }
 
-int copyFiles(const QString& from, const QString& to, const QStringList& patterns, QDirIterator::IteratorFlag flag) {
+int copyFiles(const QString& from, const QString& to, const QStringList& patterns,
+              QDirIterator::IteratorFlag flag) {
     int failures = 0;
     QDirIterator files(from, patterns, QDir::Files, flag);
     while (files.hasNext()) {
@@ -46,8 +47,10 @@ QString commonSystemFolder() {
 }
 
 cPathControl::cPathControl(const QString& appFolder)
-    : m_appFolder(withoutTrailingSeparator(appFolder)), m_projectFolder(m_appFolder + "/Projects"),
-      m_backupFolder(m_projectFolder + "/Backup"), m_systemFolder(m_appFolder) {
+    : m_appFolder(withoutTrailingSeparator(appFolder)),
+      m_projectFolder(m_appFolder + "/Projects"),
+      m_backupFolder(m_projectFolder + "/Backup"),
+      m_systemFolder(m_appFolder) {
     readPathSettingsFile();
 }
 

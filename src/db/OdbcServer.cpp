@@ -58,7 +58,8 @@ QStringList OdbcServer::installedDrivers() const {
 }
 
 void OdbcServer::connect(const OdbcDriver& driver, const QString& connectionString, int loginTimeout) {
-    SQLSetConnectAttrW(m_connection.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(SQLULEN(loginTimeout)), SQL_IS_UINTEGER);
+    SQLSetConnectAttrW(m_connection.get(), SQL_ATTR_LOGIN_TIMEOUT, attribute(SQLULEN(loginTimeout)),
+                       SQL_IS_UINTEGER);
     const SQLRETURN code = SQLDriverConnectW(m_connection.get(), nullptr, wide(connectionString), SQL_NTS,
                                              nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(code)) throw connectFailure(driver);

@@ -15,7 +15,8 @@ void executeUnless(Connection& connection, const Sql& batch, DbError::Number tol
 } // namespace
 
 RecordSet runRecreated(Connection& connection, const Sql& drop, const Sql& create, const Sql& execute) {
-    constexpr int attempts = 5; // each is lost only to somebody who drops the procedure between two statements
+    constexpr int attempts =
+        5; // each is lost only to somebody who drops the procedure between two statements
     for (int attempt = 1;; ++attempt) {
         executeUnless(connection, drop, DbError::CannotDrop);
         executeUnless(connection, create, DbError::AlreadyExists);

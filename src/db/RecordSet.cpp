@@ -4,21 +4,39 @@
 
 #include <limits>
 
-bool Row::isNull(int column) const { return m_set->cell(m_index, column).isNull(); }
-QString Row::text(int column) const { return m_set->cell(m_index, column); }
+bool Row::isNull(int column) const {
+    return m_set->cell(m_index, column).isNull();
+}
+QString Row::text(int column) const {
+    return m_set->cell(m_index, column);
+}
 int Row::integer(int column) const {
     const double value = number(column);
     using Limits = std::numeric_limits<int>;
     return value >= Limits::min() && value <= Limits::max() ? int(value) : 0;
 }
-bool Row::flag(int column) const { return number(column) != 0; }
-double Row::number(int column) const { return m_set->cell(m_index, column).toDouble(); }
+bool Row::flag(int column) const {
+    return number(column) != 0;
+}
+double Row::number(int column) const {
+    return m_set->cell(m_index, column).toDouble();
+}
 
-bool Row::isNull(const char* column) const { return isNull(m_set->column(column)); }
-QString Row::text(const char* column) const { return text(m_set->column(column)); }
-int Row::integer(const char* column) const { return integer(m_set->column(column)); }
-bool Row::flag(const char* column) const { return flag(m_set->column(column)); }
-double Row::number(const char* column) const { return number(m_set->column(column)); }
+bool Row::isNull(const char* column) const {
+    return isNull(m_set->column(column));
+}
+QString Row::text(const char* column) const {
+    return text(m_set->column(column));
+}
+int Row::integer(const char* column) const {
+    return integer(m_set->column(column));
+}
+bool Row::flag(const char* column) const {
+    return flag(m_set->column(column));
+}
+double Row::number(const char* column) const {
+    return number(m_set->column(column));
+}
 
 QDate Row::date(const char* column) const {
     return QDate::fromString(text(column).left(10), Qt::ISODate);

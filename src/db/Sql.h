@@ -83,7 +83,8 @@ private:
     std::string_view m_text;
 };
 
-/// Builds a statement: sql("SELECT [Status] FROM {}.dbo.[tblSchedule] WHERE [ScheduleID] = {}", Name(db), id).
+/// Builds a statement: sql("SELECT [Status] FROM {}.dbo.[tblSchedule] WHERE [ScheduleID] = {}", Name(db),
+/// id).
 template <class... Args>
 Sql sql(SqlWording<std::type_identity_t<Args>...> wording, const Args&... args) {
     return Sql::compose(wording.text(), {Sql::value(args)...});

@@ -254,12 +254,10 @@ QString QueryTranslator::table(const TableRef& ref) {
     for (qsizetype i = 0; i < names.size(); ++i) {
         const QString name = ref.columns.isEmpty() ? names[i] : ref.columns[i];
         if (name.isEmpty())
-            throw DbError(
-                8155,
-                QString("Column %1 of '%2' has no name.").arg(i + 1).arg(ref.alias));
+            throw DbError(8155, QString("Column %1 of '%2' has no name.").arg(i + 1).arg(ref.alias));
         if (seen.contains(collation::fold(name)))
-            throw DbError(
-                8156, QString("The column '%1' occurs more than once in '%2'.").arg(name, ref.alias));
+            throw DbError(8156,
+                          QString("The column '%1' occurs more than once in '%2'.").arg(name, ref.alias));
         seen.insert(collation::fold(name));
         columns.append({name, types[i], true, false, {}});
         quoted.append(sqliteName(name));

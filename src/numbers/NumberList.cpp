@@ -26,15 +26,17 @@ NumberList::~NumberList() {
 }
 
 void NumberList::dropTable(const QString& name) {
-    m_connection.execute(sql("if object_id({}) is not null drop table [dbo].{}",
-                             "[dbo]." + Name(name).quoted(), Name(name)));
+    m_connection.execute(
+        sql("if object_id({}) is not null drop table [dbo].{}", "[dbo]." + Name(name).quoted(), Name(name)));
 }
 
 void NumberList::CreateTblCallsTo() {
     const QString beginning = m_session.userName + '_';
-    for (const Row row : m_connection.query(sql("SELECT [name] FROM dbo.sysobjects WHERE [name] LIKE {}", '%' + tableEnding))) {
+    for (const Row row : m_connection.query(
+             sql("SELECT [name] FROM dbo.sysobjects WHERE [name] LIKE {}", '%' + tableEnding))) {
         const QString name = row.text(0);
-        if (name.startsWith(beginning) && DeskMark::isLeftOver(name.mid(beginning.size()).chopped(tableEnding.size())))
+        if (name.startsWith(beginning)
+            && DeskMark::isLeftOver(name.mid(beginning.size()).chopped(tableEnding.size())))
             dropTable(name);
     }
     const Name table(m_table);

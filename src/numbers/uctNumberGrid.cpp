@@ -1,9 +1,9 @@
 #include "numbers/uctNumberGrid.h"
 
 #include "base/Session.h"
-#include "ui/Labels.h"
 #include "numbers/NumberFile.h"
 #include "ui/Cursors.h"
+#include "ui/Labels.h"
 #include "ui/ListHabits.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"

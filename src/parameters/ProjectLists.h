@@ -1,7 +1,7 @@
 #pragma once
 
-#include "db/Connection.h"
 #include "base/CurrentProject.h"
+#include "db/Connection.h"
 
 #include <QStringList>
 #include <array>

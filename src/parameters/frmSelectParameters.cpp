@@ -1,9 +1,8 @@
 #include "parameters/frmSelectParameters.h"
 
 #include "base/Session.h"
-#include "reports/CallTagging.h"
-#include "parameters/ParameterChecks.h"
 #include "numbers/frmRangeSel.h"
+#include "parameters/ParameterChecks.h"
 #include "parameters/uctAccounts.h"
 #include "parameters/uctBillNumber.h"
 #include "parameters/uctCallClasses.h"
@@ -15,6 +14,7 @@
 #include "parameters/uctTextChoice.h"
 #include "parameters/uctThresholds.h"
 #include "parameters/uctTimes.h"
+#include "reports/CallTagging.h"
 #include "ui/Cursors.h"
 #include "ui/FollowFocus.h"
 #include "ui/Messages.h"

@@ -1,11 +1,11 @@
 #include "parameters/uctAccounts.h"
 
+#include "parameters/CostCentreLimits.h"
+#include "parameters/uctMultiCC.h"
 #include "reports/AccountFilter.h"
 #include "reports/clsReports_Collection.h"
-#include "parameters/CostCentreLimits.h"
-#include "ui/Labels.h"
-#include "parameters/uctMultiCC.h"
 #include "ui/Cursors.h"
+#include "ui/Labels.h"
 #include "ui/SlotGuard.h"
 #include "ui/uctCheckList.h"
 

@@ -40,7 +40,7 @@ uctBillNumber::uctBillNumber(const EditedReport& report, QWidget* parent)
     grid->addWidget(numberLabel, 1, 0);
     grid->addWidget(m_number, 1, 1);
     grid->addWidget(hintLabel(this, "The letter of the bill's type comes first in its number. "
-                                           "Leave the number empty for all bills."),
+                                    "Leave the number empty for all bills."),
                     2, 0, 1, 3);
     grid->setColumnStretch(2, 1);
 

@@ -88,8 +88,7 @@ void uctDistance::tickAll(bool ticked) {
 void uctDistance::showProblem() {
     const bool any = std::ranges::any_of(
         m_bands, [](const QCheckBox* check) { return check->isEnabled() && check->isChecked(); });
-    ::showProblem(m_problem,
-                            any ? "" : "No distance band is ticked: the report will hold no calls.");
+    ::showProblem(m_problem, any ? "" : "No distance band is ticked: the report will hold no calls.");
 }
 
 void uctDistance::load(const clsReportParameters& parameters) {

@@ -1,8 +1,8 @@
 #include "parameters/uctMultiCC.h"
 
 #include "parameters/SearchableBox.h"
-#include "ui/Labels.h"
 #include "ui/Cursors.h"
+#include "ui/Labels.h"
 #include "ui/SlotGuard.h"
 
 #include <QGridLayout>
@@ -31,8 +31,8 @@ uctMultiCC::uctMultiCC(const EditedReport& report, const ProjectLists::CostCentr
         connect(each->lineEdit(), &QLineEdit::editingFinished, this, [this, level] { takeTyped(level); });
     }
     grid->setColumnStretch(2, 1);
-    grid->addWidget(hintLabel(this, "Each level lists the cost centres below those chosen above it."),
-                    5, 0, 1, 3);
+    grid->addWidget(hintLabel(this, "Each level lists the cost centres below those chosen above it."), 5, 0,
+                    1, 3);
 }
 
 void uctMultiCC::setChosen(const ProjectLists::CostCentres& chosen) {

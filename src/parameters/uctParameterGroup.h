@@ -1,7 +1,7 @@
 #pragma once
 
-#include "reports/clsReport.h"
 #include "parameters/ProjectLists.h"
+#include "reports/clsReport.h"
 #include "ui/ScreenContext.h"
 
 #include <QScopedValueRollback>

@@ -1,7 +1,7 @@
 #include "parameters/uctTextChoice.h"
 
-#include "reports/CallTagging.h"
 #include "parameters/SearchableBox.h"
+#include "reports/CallTagging.h"
 #include "ui/Labels.h"
 
 #include <QComboBox>

@@ -1,7 +1,7 @@
 #include "parameters/uctThresholds.h"
 
-#include "ui/Labels.h"
 #include "parameters/ParameterChecks.h"
+#include "ui/Labels.h"
 #include "ui/Messages.h"
 
 #include <QApplication>

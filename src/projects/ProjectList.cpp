@@ -7,9 +7,10 @@ namespace {
 
 /// HasCC is 1 where the cost-centre table is missing, whatever its name says.
 Sql createProjectListProcedure() {
-    const Sql noProjects
-        = sql("'QXSpNum', 'NorvaTallymere', 'Northwind', 'pubs', 'tempdb', 'CostCentres', 'Master', 'Model', 'msdb', "
-              "'TrendDb', 'QXCcts', 'InterSite', 'NorvaQuorraPellar', 'VWT', 'NorvaMorvane'");
+    const Sql noProjects =
+        sql("'QXSpNum', 'NorvaTallymere', 'Northwind', 'pubs', 'tempdb', 'CostCentres', 'Master', 'Model', "
+            "'msdb', "
+            "'TrendDb', 'QXCcts', 'InterSite', 'NorvaQuorraPellar', 'VWT', 'NorvaMorvane'");
     return sql(
         "CREATE PROCEDURE spGetProjectList\r\n"
         "@ArchivesOnly BIT\r\n"
@@ -48,7 +49,8 @@ Sql createProjectListProcedure() {
         "EXEC sp_executesql @sql, N'@Found INT OUTPUT', @Found = @Count OUTPUT\r\n"
         "IF @Count > 0\r\n"
         "BEGIN\r\n"
-        "SET @sql = N'USE [' + REPLACE(@DBName, ']', ']]') + N'] SELECT TOP 1 @Account = UnitabAccount FROM dbo.Tbl50'\r\n"
+        "SET @sql = N'USE [' + REPLACE(@DBName, ']', ']]') + N'] SELECT TOP 1 @Account = UnitabAccount FROM "
+        "dbo.Tbl50'\r\n"
         "EXEC sp_executesql @sql, N'@Account VARCHAR(100) OUTPUT', @Account = @BillAccount OUTPUT\r\n"
         "END\r\n"
         "END TRY\r\n"
@@ -75,10 +77,10 @@ Sql createProjectListProcedure() {
 
 ProjectList loadProjectList(Session& session) {
     DefaultDatabase scheduler(session.db(), "NorvaScheduler");
-    const RecordSet rows = runRecreated(
-        session.db(),
-        sql("If Exists(Select Name from sysobjects Where Name = 'spGetProjectList') Drop Procedure spGetProjectList"),
-        createProjectListProcedure(), sql("spGetProjectList 0"));
+    const RecordSet rows = runRecreated(session.db(),
+                                        sql("If Exists(Select Name from sysobjects Where Name = "
+                                            "'spGetProjectList') Drop Procedure spGetProjectList"),
+                                        createProjectListProcedure(), sql("spGetProjectList 0"));
     ProjectList list;
     for (const Row row : rows) {
         const QString name = row.text("name");
@@ -87,8 +89,9 @@ ProjectList loadProjectList(Session& session) {
             continue;
         }
         list.leftOut << name;
-        session.log.write("Load Database List", 1,
-                          name + " appears to have no cost centres or is corrupt.  This project will not be listed");
+        session.log.write(
+            "Load Database List", 1,
+            name + " appears to have no cost centres or is corrupt.  This project will not be listed");
     }
     return list;
 }

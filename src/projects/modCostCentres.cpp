@@ -55,10 +55,12 @@ void lockTable(Connection& db, const Table& table) {
 }
 
 Sql dropProcedure(const Sql& catalogue, const QString& name) {
-    return sql("If Exists(Select Name from {} Where Name = {}) Drop Procedure {}", catalogue, name, Name(name));
+    return sql("If Exists(Select Name from {} Where Name = {}) Drop Procedure {}", catalogue, name,
+               Name(name));
 }
 
-void runProcedure(Connection& db, const Sql& catalogue, const QString& name, const Sql& body, const QString& account) {
+void runProcedure(Connection& db, const Sql& catalogue, const QString& name, const Sql& body,
+                  const QString& account) {
     runRecreated(db, dropProcedure(catalogue, name),
                  sql("CREATE PROCEDURE {}\r\n@BillAccount varchar(20)\r\nAS\r\n{}\r\n", Name(name), body),
                  sql("EXECUTE {} {}", Name(name), account));
@@ -67,16 +69,18 @@ void runProcedure(Connection& db, const Sql& catalogue, const QString& name, con
 /// Numbers of the master, or of the copy itself, that the copy lacks. Nothing is "not in" a list that holds
 /// a NULL, so rows without a number are left out of it.
 Sql lackingNumbers(const Table& copy, const Sql& account) {
-    return sql("Where UnitabAccount = {} AND TelNo Not in (Select Distinct TelNo from {} Where UnitabAccount = {} "
-               "AND TelNo is not null)",
-               account, copy.sqlName(), account);
+    return sql(
+        "Where UnitabAccount = {} AND TelNo Not in (Select Distinct TelNo from {} Where UnitabAccount = {} "
+        "AND TelNo is not null)",
+        account, copy.sqlName(), account);
 }
 
 Sql insertAllocation(const Table& into, const QString& account, const Table& from, const Sql& condition) {
-    return sql("insert {} (UnitabAccount, Costcentre1, Costcentre2,Costcentre3,Costcentre4,Costcentre5,TelNo, "
-               "SourceAccount) Select {},CostCentre1,CostCentre2,CostCentre3,CostCentre4,CostCentre5,TelNo, "
-               "SourceAccount From {} {}",
-               into.sqlName(), account, from.sqlName(), condition);
+    return sql(
+        "insert {} (UnitabAccount, Costcentre1, Costcentre2,Costcentre3,Costcentre4,Costcentre5,TelNo, "
+        "SourceAccount) Select {},CostCentre1,CostCentre2,CostCentre3,CostCentre4,CostCentre5,TelNo, "
+        "SourceAccount From {} {}",
+        into.sqlName(), account, from.sqlName(), condition);
 }
 
 /// Adds to the user's copy what the master gained. The procedure's cursor is never opened; where
@@ -84,21 +88,26 @@ Sql insertAllocation(const Table& into, const QString& account, const Table& fro
 /// name taken.
 void ensureAllNumbers(Connection& db, const Session& session, const Table& master, const Table& copy) {
     const QString& account = session.project.unitabAccount;
-    const QString lacking
-        = db.scalar(sql("Select Count (*) From {} {}", master.sqlName(), lackingNumbers(copy, Sql::value(account))));
+    const QString lacking = db.scalar(
+        sql("Select Count (*) From {} {}", master.sqlName(), lackingNumbers(copy, Sql::value(account))));
     if (lacking.toInt() == 0) return;
     const Sql condition = lackingNumbers(copy, sql("@billaccount"));
-    runProcedure(db, sql("sysobjects"), session.userName + "_EnsureAllNumbers",
-                 sql("Declare csrCC Cursor for Select CostCentre1,CostCentre2,CostCentre3,CostCentre4,CostCentre5,"
-                     "TelNo, SourceAccount From {} {}\r\n{}\r\nDeallocate csrCC",
-                     copy.sqlName(), condition, insertAllocation(copy, account, master, condition)),
-                 account);
+    runProcedure(
+        db, sql("sysobjects"), session.userName + "_EnsureAllNumbers",
+        sql("Declare csrCC Cursor for Select CostCentre1,CostCentre2,CostCentre3,CostCentre4,CostCentre5,"
+            "TelNo, SourceAccount From {} {}\r\n{}\r\nDeallocate csrCC",
+            copy.sqlName(), condition, insertAllocation(copy, account, master, condition)),
+        account);
 }
 
 } // namespace
 
-QString masterTable(const QString& account) { return account + "_TblCC"; }
-QString masterCentresTable(const QString& account) { return account + "_TblCentres"; }
+QString masterTable(const QString& account) {
+    return account + "_TblCC";
+}
+QString masterCentresTable(const QString& account) {
+    return account + "_TblCentres";
+}
 
 QString userTable(const Session& session) {
     return session.project.unitabAccount + '_' + session.userName + "_TblCC";
@@ -142,7 +151,8 @@ void prepareAccountCostCentres(Session& session, bool fullRebuild) {
     lockTable(db, copy); // another desk of the same user would add the same numbers
     ensureAllNumbers(db, session, master, copy);
     runProcedure(db, sql("sysobjects"), session.userName + "_TransferUserCentres",
-                 sql("Delete from {} \r\n{}", inProject.sqlName(), insertAllocation(inProject, account, copy, ofBillAccount)),
+                 sql("Delete from {} \r\n{}", inProject.sqlName(),
+                     insertAllocation(inProject, account, copy, ofBillAccount)),
                  account);
     if (fullRebuild)
         runProcedure(db, projectCatalogue, session.userName + "_CreateCentres",
@@ -161,8 +171,8 @@ QStringList readCostCentres(Session& session, int level, CostCentreSource source
                             : Table{costCentres, masterTable(session.project.unitabAccount)};
     const Name column(QString("CostCentre%1").arg(level));
     QStringList names;
-    for (const Row row : session.db().query(sql("SELECT Distinct {} FROM {} WHERE len({}) > 0 Order By {}", column,
-                                                table.sqlName(), column, column)))
+    for (const Row row : session.db().query(sql("SELECT Distinct {} FROM {} WHERE len({}) > 0 Order By {}",
+                                                column, table.sqlName(), column, column)))
         names << row.text(0);
     return names;
 }

@@ -8,10 +8,10 @@ struct Session;
 inline constexpr auto noCostCentre = "No Cost Centre allocated";
 
 /// Names of the cost-centre tables, unquoted and without their database.
-QString masterTable(const QString& account);               ///< in CostCentres
-QString masterCentresTable(const QString& account);        ///< in CostCentres
-QString userTable(const Session& session);                 ///< in CostCentres and in the project
-QString userCentresTable(const Session& session);          ///< in CostCentres
+QString masterTable(const QString& account);        ///< in CostCentres
+QString masterCentresTable(const QString& account); ///< in CostCentres
+QString userTable(const Session& session);          ///< in CostCentres and in the project
+QString userCentresTable(const Session& session);   ///< in CostCentres
 
 /// The older preparation, for the user alone: `<user>_TblCC` in the project is filled from the master.
 /// Throws DbError.

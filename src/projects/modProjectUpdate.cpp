@@ -29,17 +29,18 @@ void addColumn(Connection& db, const QString& project, const QString& table, con
                            .toInt()
                        == 1;
     if (!there)
-        db.execute(sql("ALTER TABLE {}.dbo.{} ADD {} [varchar] (2) COLLATE Latin1_General_CI_AS NULL", Name(project),
-                       Name(table), Name(column)));
+        db.execute(sql("ALTER TABLE {}.dbo.{} ADD {} [varchar] (2) COLLATE Latin1_General_CI_AS NULL",
+                       Name(project), Name(table), Name(column)));
 }
 
 /// Calls that are not updated yet. One that the rule does not reach and that has no band keeps none, so it
 /// never counts: it would bring the question back at every save.
 int callsToUpdate(Connection& db, const Name& project, const Sql& hint) {
     return db
-        .scalar(sql("Select count(*) from {}.DBO.tblCallrecords {}Where (TimeBandCopy = '' or TimeBandCopy is null) "
-                    "and not (([Date] < '2008/04/01' or [Date] is null) and (TimeBand = '' or TimeBand is null))",
-                    project, hint))
+        .scalar(sql(
+            "Select count(*) from {}.DBO.tblCallrecords {}Where (TimeBandCopy = '' or TimeBandCopy is null) "
+            "and not (([Date] < '2008/04/01' or [Date] is null) and (TimeBand = '' or TimeBand is null))",
+            project, hint))
         .toInt();
 }
 
@@ -63,21 +64,25 @@ bool updateTimeBands(Session& session, bool askFirst, const std::function<bool(c
     if (!tableExists(db, "TblCallRecords")) return true;
     if (callsToUpdate(db, project, sql("")) == 0) return true;
     if (askFirst && !QFile::exists(session.paths.appFile("MorvaneZelvan.exe"))
-        && !ask("An important one-off update needs to be applied to this project, this may take a few minutes. "
-                "Would you like to update now?"))
+        && !ask(
+            "An important one-off update needs to be applied to this project, this may take a few minutes. "
+            "Would you like to update now?"))
         return false;
 
     const Sql callBand = bandOf(sql("Date"));
     QList<Sql> steps{
         // Calls that an earlier update has reached keep the band that was kept then.
-        sql("Update {}.DBO.tblcallrecords set TimeBand0818 = TimeBand Where TimeBandCopy = '' or TimeBandCopy is null",
+        sql("Update {}.DBO.tblcallrecords set TimeBand0818 = TimeBand Where TimeBandCopy = '' or "
+            "TimeBandCopy is null",
             project),
-        sql("Update {}.DBO.tblcallrecords set TimeBand = {} Where  [Date] >= '2008/04/01' ", project, callBand),
+        sql("Update {}.DBO.tblcallrecords set TimeBand = {} Where  [Date] >= '2008/04/01' ", project,
+            callBand),
         sql("Update {}.DBO.tblcallrecords set TimeBandCopy = TimeBand", project),
         sql("Update {}.DBO.tblcallrecords set TimeBand0719 = {}", project, callBand),
     };
     if (tableExists(db, "tblMiscBill"))
-        steps << sql("UPDATE tblMiscBill set TimeBand = {} WHERE  [DateStart] >= '2008/04/01' AND TimeBand IS NOT NULL ",
+        steps << sql("UPDATE tblMiscBill set TimeBand = {} WHERE  [DateStart] >= '2008/04/01' AND TimeBand "
+                     "IS NOT NULL ",
                      bandOf(sql("DateStart")));
     // One transaction: were the first statement repeated after a run that broke off, or after another
     // user's run while the question was open, the new bands would be kept as the old ones.

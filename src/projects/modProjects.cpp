@@ -33,8 +33,11 @@ bool readDates(Connection& db, const Sql& query, CurrentProject& project) {
 /// The first and the last day of the project's bills; where the bills do not say, of its calls.
 void readBillDates(Connection& db, CurrentProject& project) {
     const Name database(project.database);
-    if (!readDates(db, sql("SELECT MIN(BillStart), MAX(BillEnd) FROM {}.dbo.Tbl50 WITH (NOLOCK)", database), project))
-        readDates(db, sql("SELECT MIN([Date]), MAX([Date]) FROM {}.dbo.TblCallRecords WITH (NOLOCK)", database), project);
+    if (!readDates(db, sql("SELECT MIN(BillStart), MAX(BillEnd) FROM {}.dbo.Tbl50 WITH (NOLOCK)", database),
+                   project))
+        readDates(db,
+                  sql("SELECT MIN([Date]), MAX([Date]) FROM {}.dbo.TblCallRecords WITH (NOLOCK)", database),
+                  project);
 }
 
 /// Bills are imported now and then, not every moment: the server is asked once a minute at most. While
@@ -55,7 +58,9 @@ std::function<void()> refresher(Session& session) {
 
 bool holdsWisperaEvents(Connection& db, const QString& database) {
     try {
-        return !db.query(sql("SELECT TOP 1 UserID FROM {}.dbo.TblWisperaEvents WITH (NOLOCK)", Name(database))).isEmpty();
+        return !db.query(
+                      sql("SELECT TOP 1 UserID FROM {}.dbo.TblWisperaEvents WITH (NOLOCK)", Name(database)))
+                    .isEmpty();
     } catch (const DbError& error) {
         if (error.number() != DbError::InvalidObject) throw;
         return false;
@@ -66,10 +71,9 @@ bool holdsWisperaEvents(Connection& db, const QString& database) {
 
 void openProject(Session& session, const QString& database) {
     Connection& db = session.db();
-    const RecordSet bill
-        = db.query(sql("SELECT TOP 1 * FROM {}.dbo.Tbl50 WITH (NOLOCK) ORDER BY BillID", Name(database)));
-    if (bill.isEmpty())
-        throw DbError(0, QString("The project '%1' holds no bills yet.").arg(database));
+    const RecordSet bill =
+        db.query(sql("SELECT TOP 1 * FROM {}.dbo.Tbl50 WITH (NOLOCK) ORDER BY BillID", Name(database)));
+    if (bill.isEmpty()) throw DbError(0, QString("The project '%1' holds no bills yet.").arg(database));
 
     CurrentProject project;
     project.database = database;
@@ -85,22 +89,25 @@ void openProject(Session& session, const QString& database) {
 bool CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement) {
     Connection& db = session.db();
     const Name project(session.project.database);
-    if (db.scalar(sql("SELECT Count(*) FROM {}.dbo.tbl50 Where CurrentUnitabAccount = '' or CurrentUnitabAccount is null ",
+    if (db.scalar(sql("SELECT Count(*) FROM {}.dbo.tbl50 Where CurrentUnitabAccount = '' or "
+                      "CurrentUnitabAccount is null ",
                       project))
             .toInt()
         == 0)
         return false;
     if (inOneStatement) {
         const QString account = db.scalar(sql("select Top 1 * from {}.dbo.Tbl50 order by BillID", project));
-        db.execute(sql("Update {}.dbo.Tbl50 Set UnitabAccount = {}, CurrentUnitabAccount = UnitabAccount ", project, account));
+        db.execute(sql("Update {}.dbo.Tbl50 Set UnitabAccount = {}, CurrentUnitabAccount = UnitabAccount ",
+                       project, account));
         return true;
     }
     const RecordSet bills = db.query(sql("select * from {}.dbo.Tbl50 ", project));
     const QString account = bills.cell(0, 0);
     Transaction transaction(db);
     for (const Row bill : bills)
-        db.execute(sql("Update {}.dbo.Tbl50 Set UnitabAccount = {}, CurrentUnitabAccount = {} Where RecID = {}", project,
-                       account, bill.text("UnitabAccount"), bill.integer("RecID")));
+        db.execute(
+            sql("Update {}.dbo.Tbl50 Set UnitabAccount = {}, CurrentUnitabAccount = {} Where RecID = {}",
+                project, account, bill.text("UnitabAccount"), bill.integer("RecID")));
     transaction.commit();
     return true;
 }
@@ -109,7 +116,8 @@ bool masterCostCentresExist(Session& session) {
     Connection& db = session.db();
     const Name project(session.project.database);
     DefaultDatabase inProject(db, session.project.database);
-    db.query(sql("SELECT LocID,Flags From {}.dbo.Tbl50 order by RecID", project)); // a project that cannot answer this is broken
+    db.query(sql("SELECT LocID,Flags From {}.dbo.Tbl50 order by RecID",
+                 project)); // a project that cannot answer this is broken
     const QString account = db.scalar(sql("SELECT UnitabAccount From {}.dbo.Tbl50", project));
     const QString table = "[dbo]." + Name(account + "_TblCC").quoted();
     return db.scalar(sql("if exists (select * from dbo.sysobjects where id = object_id({}) and "

@@ -63,7 +63,8 @@ public:
     }
 
     void addDistanceBands() {
-        const auto [first, last] = distanceBands::suiting(m_parameters.CallFilter(), m_project.reportedBillType());
+        const auto [first, last] =
+            distanceBands::suiting(m_parameters.CallFilter(), m_project.reportedBillType());
         QStringList names;
         for (int band = first; band <= last; ++band)
             if (m_parameters.DistanceBandSelected(band)) names << distanceBands::name(band);
@@ -76,7 +77,8 @@ public:
     }
 
     void addAccounts() {
-        if (m_parameters.AccountFilter() != AllAccounts) m_pieces << "Account Filter:" + accountFilterText(m_parameters, m_reportType);
+        if (m_parameters.AccountFilter() != AllAccounts)
+            m_pieces << "Account Filter:" + accountFilterText(m_parameters, m_reportType);
     }
 
     void addPercentage() {

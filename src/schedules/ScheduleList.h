@@ -16,9 +16,9 @@ struct ScheduleListRow {
     QString title;
     int status = 0;
     QString project;
-    QString shownDate; ///< of the last run for finished schedules, else of the run to come
+    QString shownDate;             ///< of the last run for finished schedules, else of the run to come
     std::optional<WallClock> date; ///< the same; nothing where the stored text is no date
-    QString contents;  ///< "Reports : 3", "Sub Projects : 12"
+    QString contents;              ///< "Reports : 3", "Sub Projects : 12"
     QString templateTitle;
     bool subProjects = false;
     QString problem; ///< why the schedule cannot be run or edited; empty when it can

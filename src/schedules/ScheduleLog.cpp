@@ -15,8 +15,7 @@ const QString scheduleItself = "Schedule";
 
 QHash<int, QString> reportNames(const clsTemplate& scheduleTemplate) {
     QHash<int, QString> names;
-    for (const clsReport& report : scheduleTemplate.Reports())
-        names.insert(report.ID(), report.ShownTitle());
+    for (const clsReport& report : scheduleTemplate.Reports()) names.insert(report.ID(), report.ShownTitle());
     return names;
 }
 

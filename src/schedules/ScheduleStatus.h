@@ -19,10 +19,15 @@ inline bool isFinished(int status) {
 /// The status as the lists show it.
 inline QString statusText(int status) {
     switch (status) {
-    case Disabled: return "Disabled";
-    case Processing: return "Processing";
-    case CompletedWithErrors: return "Completed with Errors";
-    case Completed: return "Completed";
-    default: return "Pending";
+    case Disabled:
+        return "Disabled";
+    case Processing:
+        return "Processing";
+    case CompletedWithErrors:
+        return "Completed with Errors";
+    case Completed:
+        return "Completed";
+    default:
+        return "Pending";
     }
 }

@@ -126,7 +126,7 @@ bool clsSchedule::takeTwin(const QString& storedTitle) {
 }
 
 ScheduleRow clsSchedule::wantedRow(const QString& storedTitle) {
-    return {storedTitle,           Template().ID(), m_projectFile,
+    return {storedTitle,        Template().ID(), m_projectFile,
             m_runDate.stored(), m_loaded.status, m_session.userName};
 }
 

@@ -70,7 +70,7 @@ private:
     ScreenContext& m_context;
     std::unique_ptr<Ui::frmMainScreen> m_ui;
     QTimer m_tmrScheduler;
-    ScheduleReading m_reading;        ///< what the lists show
+    ScheduleReading m_reading;                       ///< what the lists show
     QHash<int, std::optional<WallClock>> m_runDates; ///< of the pending list, by ScheduleID
     int m_selectedScheduleId = -1;
     bool m_finishedListActive = false;

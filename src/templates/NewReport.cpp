@@ -1,9 +1,9 @@
 #include "templates/NewReport.h"
 
 #include "base/Session.h"
+#include "parameters/CostCentreLimits.h"
 #include "reports/AccountFilter.h"
 #include "reports/CallFilter.h"
-#include "parameters/CostCentreLimits.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include "base/Session.h"
 #include "db/DbError.h"
+#include "numbers/ExcludedNumbers.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "reports/BillType.h"
-#include "numbers/ExcludedNumbers.h"
 #include "reports/ReportFanOut.h"
 #include "reports/ReportText.h"
 #include "reports/ReportTypes.h"

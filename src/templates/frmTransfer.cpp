@@ -1,9 +1,9 @@
 #include "templates/frmTransfer.h"
 
+#include "base/MailOptions.h"
 #include "base/Session.h"
 #include "db/DbError.h"
 #include "projects/frmSQLServerDatabases.h"
-#include "base/MailOptions.h"
 #include "templates/modSubProjects.h"
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"

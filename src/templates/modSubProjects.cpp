@@ -2,8 +2,8 @@
 
 #include "base/Session.h"
 #include "db/DbError.h"
-#include "projects/modCostCentres.h"
 #include "parameters/CostCentreLimits.h"
+#include "projects/modCostCentres.h"
 
 #include <QSet>
 #include <optional>

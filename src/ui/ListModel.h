@@ -20,7 +20,7 @@ struct ListColumn {
 /// A row of a list, keyed by its record's ID.
 struct ListRow {
     int id = 0;
-    QStringList texts; ///< one for each column
+    QStringList texts;   ///< one for each column
     QColor background{}; ///< invalid: the list's own
     QIcon icon{};
     QString toolTip{};
@@ -28,7 +28,8 @@ struct ListRow {
 
     bool operator==(const ListRow& other) const {
         return id == other.id && texts == other.texts && background == other.background
-               && toolTip == other.toolTip && keywords == other.keywords && icon.cacheKey() == other.icon.cacheKey();
+               && toolTip == other.toolTip && keywords == other.keywords
+               && icon.cacheKey() == other.icon.cacheKey();
     }
 };
 

@@ -19,7 +19,8 @@ public:
     /// A Yes/No question; closing the box is No.
     virtual bool ask(QWidget* parent, const QString& text, Icon icon = Plain, const QString& title = {}) = 0;
     /// One line of text; nothing when the box is cancelled.
-    virtual std::optional<QString> input(QWidget* parent, const QString& prompt, const QString& text = {}) = 0;
+    virtual std::optional<QString> input(QWidget* parent, const QString& prompt,
+                                         const QString& text = {}) = 0;
     /// A file to read or to write; empty when the dialog is cancelled. The filter has the form
     /// "Name (*.ext);;Name (*.ext)". An existing file to write is not asked about here.
     virtual QString openFile(QWidget* parent, const QString& folder, const QString& filter) = 0;

@@ -20,11 +20,11 @@ void applyFont(QApplication& application, const QString& family);
 QColor headerFrom();
 QColor headerTo();
 QColor headerText();
-QColor subtleText();      ///< notes beside captions
-QColor frameLine();       ///< lines between parts of a screen
+QColor subtleText(); ///< notes beside captions
+QColor frameLine();  ///< lines between parts of a screen
 QColor standardSchedule();
 QColor multiSelectCostCentre(); ///< rows of cost-centre sub-project schedules
 QColor changedValue();          ///< rows of values that a user set apart from their defaults
-QColor problem();         ///< texts that tell of an error
+QColor problem();               ///< texts that tell of an error
 
 } // namespace Palette

@@ -15,7 +15,8 @@ public:
 
     /// A button `cmd<name>` over its label `lbl<name>`, which acts like it. The caption's "&" gives
     /// the mnemonic. The button "Save" has Ctrl+S as well.
-    QToolButton* add(const QString& name, const QString& caption, const QString& iconName, const QString& toolTip);
+    QToolButton* add(const QString& name, const QString& caption, const QString& iconName,
+                     const QString& toolTip);
     /// Free room between the buttons before and those after.
     void addStretch();
     /// Shows or hides a button together with its label.

@@ -8,7 +8,10 @@
 #include <QToolButton>
 
 uctFrameHeader::uctFrameHeader(QWidget* parent)
-    : QWidget(parent), m_arrow(new QToolButton(this)), m_title(new QLabel(this)), m_layout(new QHBoxLayout(this)) {
+    : QWidget(parent),
+      m_arrow(new QToolButton(this)),
+      m_title(new QLabel(this)),
+      m_layout(new QHBoxLayout(this)) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_arrow->setAutoRaise(true);
     m_arrow->setArrowType(Qt::DownArrow);

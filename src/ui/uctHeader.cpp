@@ -25,7 +25,9 @@ QLabel* whiteLabel(QWidget* parent, double size, bool bold) {
 } // namespace
 
 uctHeader::uctHeader(QWidget* parent)
-    : QFrame(parent), m_title(whiteLabel(this, 1.5, true)), m_note(whiteLabel(this, 0.95, false)),
+    : QFrame(parent),
+      m_title(whiteLabel(this, 1.5, true)),
+      m_note(whiteLabel(this, 0.95, false)),
       m_wave(new QVariantAnimation(this)) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* layout = new QHBoxLayout(this);

@@ -8,6 +8,7 @@ uctSplitter::uctSplitter(QWidget* parent) : QSplitter(parent) {
 
 void uctSplitter::remember(const QString& key) {
     restoreState(QByteArray::fromBase64(getSetting("VWT", "Splitters", key, "").toLatin1()));
-    connect(this, &QSplitter::splitterMoved, this,
-            [this, key] { saveSetting("VWT", "Splitters", key, QString::fromLatin1(saveState().toBase64())); });
+    connect(this, &QSplitter::splitterMoved, this, [this, key] {
+        saveSetting("VWT", "Splitters", key, QString::fromLatin1(saveState().toBase64()));
+    });
 }

@@ -1,6 +1,6 @@
-#include "base/SettingsStore.h"
 #include "app/frmCreateDB.h"
 #include "app/frmLogin.h"
+#include "base/SettingsStore.h"
 #include "demo/DemoUser.h"
 #include "support/Modal.h"
 #include "support/TestClass.h"
@@ -31,22 +31,48 @@ private slots:
         QTest::addColumn<QString>("message");
         QTest::addColumn<QString>("focus");
         const QString invalid = "Invalid Login.  Please check details entered and try again.";
-        QTest::newRow("no user") << "" << "p" << "s" << "You must enter a username." << "TxtUsername";
-        QTest::newRow("blank in user") << "a b" << "p" << "s"
-                                       << "The Username is invalid.  Usernames cannot contain spaces.  Please try another."
-                                       << "TxtUsername";
-        QTest::newRow("no password") << "a" << "" << "s" << "You must enter a password." << "TxtPassword";
-        QTest::newRow("no server") << "a" << "p" << "" << "You must enter a Server name." << "txtServer";
+        QTest::newRow("no user") << ""
+                                 << "p"
+                                 << "s"
+                                 << "You must enter a username."
+                                 << "TxtUsername";
+        QTest::newRow("blank in user")
+            << "a b"
+            << "p"
+            << "s"
+            << "The Username is invalid.  Usernames cannot contain spaces.  Please try another."
+            << "TxtUsername";
+        QTest::newRow("no password") << "a"
+                                     << ""
+                                     << "s"
+                                     << "You must enter a password."
+                                     << "TxtPassword";
+        QTest::newRow("no server") << "a"
+                                   << "p"
+                                   << ""
+                                   << "You must enter a Server name."
+                                   << "txtServer";
         QTest::newRow("short administrator password")
-            << "QuorraAdmin" << "nine-long" << "*"
-            << "The QuorraAdmin password must be greater than 10 characters long.  Please contact your Administrator."
+            << "QuorraAdmin"
+            << "nine-long"
+            << "*"
+            << "The QuorraAdmin password must be greater than 10 characters long.  Please contact your "
+               "Administrator."
             << "TxtPassword";
-        QTest::newRow("wrong administrator password") << "QuorraAdmin" << "ten-chars!" << "*" << invalid << "";
-        QTest::newRow("unknown user") << "nobody" << "p" << "*" << invalid << "TxtPassword";
+        QTest::newRow("wrong administrator password") << "QuorraAdmin"
+                                                      << "ten-chars!"
+                                                      << "*" << invalid << "";
+        QTest::newRow("unknown user") << "nobody"
+                                      << "p"
+                                      << "*" << invalid << "TxtPassword";
         QTest::newRow("administrator in lower case is an ordinary user")
             << "quorraadmin" << QString(DemoServer::loginPassword) << "*" << invalid << "TxtPassword";
-        QTest::newRow("injection in the user") << "x'--" << "p" << "*" << invalid << "TxtPassword";
-        QTest::newRow("injection in the password") << "nobody" << "' OR '1'='1" << "*" << invalid << "TxtPassword";
+        QTest::newRow("injection in the user") << "x'--"
+                                               << "p"
+                                               << "*" << invalid << "TxtPassword";
+        QTest::newRow("injection in the password") << "nobody"
+                                                   << "' OR '1'='1"
+                                                   << "*" << invalid << "TxtPassword";
     }
 
     void whatIsTypedIsChecked() {
@@ -76,7 +102,8 @@ private slots:
                          QStringList("Level 5 users are not premitted to run this application."));
             if (!in) continue;
             QCOMPARE(program.session.userLevel, user.level);
-            QCOMPARE(program.session.costCentres.join(""), user.level == 4 ? user.costCentres.join("") : QString());
+            QCOMPARE(program.session.costCentres.join(""),
+                     user.level == 4 ? user.costCentres.join("") : QString());
             QCOMPARE(getSetting("NorvaQuorraSQL", "Settings", "Server", "99"), program.server());
             QCOMPARE(program.session.db().defaultDatabase(), QString("NorvaScheduler"));
         }
@@ -85,7 +112,8 @@ private slots:
     void administratorPasswordMatchesWithoutRegardToCase() {
         TestProgram program;
         frmLogin screen(program.context);
-        QVERIFY(logIn(program, screen, "QuorraAdmin", QString(DemoServer::loginPassword).toUpper(), program.server()));
+        QVERIFY(logIn(program, screen, "QuorraAdmin", QString(DemoServer::loginPassword).toUpper(),
+                      program.server()));
         QCOMPARE(program.session.userLevel, 1);
     }
 
@@ -134,13 +162,16 @@ private slots:
     void rolesAndSettingsEndTheProgram_data() {
         QTest::addColumn<QString>("damage");
         QTest::addColumn<QString>("message");
-        const QString role = "The QuorraAdmin login is not a member of the %1 role.  Please contact your Administrator.";
-        QTest::newRow("dbcreator") << "ALTER SERVER ROLE dbcreator DROP MEMBER QuorraAdmin" << role.arg("Database Creator");
+        const QString role =
+            "The QuorraAdmin login is not a member of the %1 role.  Please contact your Administrator.";
+        QTest::newRow("dbcreator") << "ALTER SERVER ROLE dbcreator DROP MEMBER QuorraAdmin"
+                                   << role.arg("Database Creator");
         QTest::newRow("bulkadmin") << "ALTER SERVER ROLE bulkadmin DROP MEMBER QuorraAdmin"
                                    << role.arg("Bulk Insert Administrators");
-        QTest::newRow("settings") << "DELETE FROM NorvaTallymere.dbo.TblSQLSettings"
-                                  << "No SQL settings have been setup on the server. Please contact your administrator.  "
-                                     "The program can not continue.";
+        QTest::newRow("settings")
+            << "DELETE FROM NorvaTallymere.dbo.TblSQLSettings"
+            << "No SQL settings have been setup on the server. Please contact your administrator.  "
+               "The program can not continue.";
     }
 
     void rolesAndSettingsEndTheProgram() {
@@ -158,16 +189,19 @@ private slots:
     void firstLoginCreatesTheDatabase() {
         TestProgram program(false);
         frmLogin screen(program.context);
-        inNextModal<frmCreateDB>([](frmCreateDB& create) { create.findChild<QPushButton*>("cmdCreate")->click(); });
+        inNextModal<frmCreateDB>(
+            [](frmCreateDB& create) { create.findChild<QPushButton*>("cmdCreate")->click(); });
         QVERIFY(logIn(program, screen, "QuorraAdmin", DemoServer::loginPassword, program.server()));
         QCOMPARE(program.messages.takeShown(), QStringList("Succsessfuly created the database."));
-        QCOMPARE(program.session.db().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblSchedule")), QString("0"));
+        QCOMPARE(program.session.db().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblSchedule")),
+                 QString("0"));
     }
 
     void failedCreationLeavesNothingBehind_data() {
         QTest::addColumn<QString>("tables");
         QTest::newRow("missing script") << QString();
-        QTest::newRow("third batch fails") << "CREATE TABLE a (x int)\nGO\nCREATE TABLE b (x int)\ngo\nCREATE TABLE a (y int)\n";
+        QTest::newRow("third batch fails")
+            << "CREATE TABLE a (x int)\nGO\nCREATE TABLE b (x int)\ngo\nCREATE TABLE a (y int)\n";
     }
 
     void failedCreationLeavesNothingBehind() {
@@ -178,10 +212,13 @@ private slots:
         if (!tables.isNull()) QVERIFY(script.open(QIODevice::WriteOnly) && script.write(tables.toUtf8()) > 0);
         script.close();
         frmLogin screen(program.context);
-        inNextModal<frmCreateDB>([](frmCreateDB& create) { create.findChild<QPushButton*>("cmdCreate")->click(); });
+        inNextModal<frmCreateDB>(
+            [](frmCreateDB& create) { create.findChild<QPushButton*>("cmdCreate")->click(); });
         QVERIFY(!logIn(program, screen, "QuorraAdmin", DemoServer::loginPassword, program.server()));
-        QCOMPARE(program.messages.takeShown(), QStringList("Failed to create the database.\r\nCan not continue."));
-        QVERIFY2(program.messages.lastDetails().contains("SchDB.sql"), qPrintable(program.messages.lastDetails()));
+        QCOMPARE(program.messages.takeShown(),
+                 QStringList("Failed to create the database.\r\nCan not continue."));
+        QVERIFY2(program.messages.lastDetails().contains("SchDB.sql"),
+                 qPrintable(program.messages.lastDetails()));
         QVERIFY(screen.endProgram());
         QCOMPARE(program.system().scalar(
                      sql("SELECT COUNT(*) FROM master.dbo.sysdatabases WHERE name = 'NorvaScheduler'")),
@@ -219,7 +256,8 @@ private slots:
                 && program.fault.taken < k)
                 break;
             const QStringList shown = program.messages.takeShown();
-            if (!program.session.serverName.isEmpty()) { // a failure that has another way, like the registry's
+            if (!program.session.serverName
+                     .isEmpty()) { // a failure that has another way, like the registry's
                 program.session.serverName.clear();
                 continue;
             }

@@ -20,8 +20,9 @@ class OptionsTest : public QObject {
             program.logIn(user);
             program.other().execute(sql("DELETE FROM NorvaScheduler.dbo.tblOptions"));
             if (withRow)
-                program.other().execute(sql("INSERT INTO NorvaScheduler.dbo.tblOptions (OutputPath, Excel, CSV, DefaultEmail) "
-                                            "VALUES (N'D:\\Out', 1, 0, 'a@b.com')"));
+                program.other().execute(
+                    sql("INSERT INTO NorvaScheduler.dbo.tblOptions (OutputPath, Excel, CSV, DefaultEmail) "
+                        "VALUES (N'D:\\Out', 1, 0, 'a@b.com')"));
             screen = std::make_unique<frmOptions>(program.context);
             screen->Setup();
             screen->show();
@@ -31,8 +32,9 @@ class OptionsTest : public QObject {
         void save() { screen->findChild<QToolButton*>("cmdSave")->click(); }
         QString stored() {
             const RecordSet rows = program.other().query(sql("SELECT * FROM NorvaScheduler.dbo.tblOptions"));
-            return rows.rowCount() == 1 ? rows.row(0).text("OutputPath") + rows.row(0).text("Excel") + rows.row(0).text("CSV")
-                                        : QString::number(rows.rowCount()) + " rows";
+            return rows.rowCount() == 1
+                       ? rows.row(0).text("OutputPath") + rows.row(0).text("Excel") + rows.row(0).text("CSV")
+                       : QString::number(rows.rowCount()) + " rows";
         }
     };
 
@@ -50,7 +52,8 @@ private slots:
         admin.program.messages.answer(false);
         admin.save();
         QCOMPARE(admin.program.messages.takeShown(),
-                 QStringList("Please note that you do not have a default output option selected.\rDo you wish to continue?"));
+                 QStringList("Please note that you do not have a default output option selected.\rDo you "
+                             "wish to continue?"));
         admin.box("chkCSV").setChecked(true);
         admin.path().setText("/no/such/folder");
         admin.save();
@@ -63,7 +66,8 @@ private slots:
         QTest::keyClick(&admin.path(), Qt::Key_S, Qt::ControlModifier);
         QCOMPARE(admin.stored(), admin.folder.path() + "01");
         QCOMPARE(admin.program.session.options.outputPath, admin.folder.path());
-        QCOMPARE(admin.program.other().scalar(sql("SELECT DefaultEmail FROM NorvaScheduler.dbo.tblOptions")), QString("a@b.com"));
+        QCOMPARE(admin.program.other().scalar(sql("SELECT DefaultEmail FROM NorvaScheduler.dbo.tblOptions")),
+                 QString("a@b.com"));
         admin.screen->findChild<QToolButton*>("cmdExit")->click(); // nothing unsaved: no question
         QVERIFY(!admin.screen->isVisible());
     }
@@ -94,7 +98,8 @@ private slots:
         admin.program.messages.answer(true);
         QTest::keyClick(admin.screen.get(), Qt::Key_Escape);
         QVERIFY(!admin.screen->isVisible());
-        QCOMPARE(admin.program.messages.takeShown().last(), QString("Do you wish to cancel and lose any changes?"));
+        QCOMPARE(admin.program.messages.takeShown().last(),
+                 QString("Do you wish to cancel and lose any changes?"));
     }
 };
 

@@ -1,5 +1,5 @@
-#include "base/CommandLine.h"
 #include "app/ScriptRunner.h"
+#include "base/CommandLine.h"
 #include "base/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
@@ -44,7 +44,8 @@ private slots:
         log.write("frmX.cmdY_Click", 208, "Invalid \"name\", twice");
         QCOMPARE(QFileInfo(log.backupPath()).size(), rollsOver ? size : 12);
         const QByteArray last = rollsOver ? read(log.path()) : read(log.path()).mid(size);
-        QVERIFY2(last.endsWith("\"frmX.cmdY_Click\",208,\"Invalid \"\"name\"\", twice\"\r\n"), last.constData());
+        QVERIFY2(last.endsWith("\"frmX.cmdY_Click\",208,\"Invalid \"\"name\"\", twice\"\r\n"),
+                 last.constData());
     }
 
     void errorLogMarksFatalErrors() {
@@ -70,7 +71,8 @@ private slots:
         paths.setSystemFolder(folder.path() + "/System/");
         QVERIFY(paths.SavePathSettingsFile());
         QCOMPARE(cPathControl(folder.path()).SystemFolder(), folder.path() + "/System");
-        write(paths.appFile("Paths.txt"), "nonsense\r\nBackupFolder\r\nProjectFolder=/Donn\xe9" "es/=x\r\n");
+        write(paths.appFile("Paths.txt"), "nonsense\r\nBackupFolder\r\nProjectFolder=/Donn\xe9"
+                                          "es/=x\r\n");
         QCOMPARE(cPathControl(folder.path()).ProjectFolder(), QString("/Données/=x"));
     }
 
@@ -91,10 +93,11 @@ private slots:
         QTest::addColumn<QString>("line");
         QTest::addColumn<QStringList>("fields");
         QTest::newRow("empty") << "" << QStringList{""};
-        QTest::newRow("without the shell's quotes") << "anna,pass word,host,1433"
-                                                    << QStringList{"anna", "pass word", "host,1433"};
+        QTest::newRow("without the shell's quotes")
+            << "anna,pass word,host,1433" << QStringList{"anna", "pass word", "host,1433"};
         QTest::newRow("four") << "anna,pass,word,host" << QStringList{"anna", "pass", "word", "host"};
-        QTest::newRow("quoted comma") << "anna,\"a,b\",\"host,1433\"" << QStringList{"anna", "a,b", "host,1433"};
+        QTest::newRow("quoted comma")
+            << "anna,\"a,b\",\"host,1433\"" << QStringList{"anna", "a,b", "host,1433"};
         QTest::newRow("quote in quotes") << "anna,\"a\"\"b\",s" << QStringList{"anna", "a\"b", "s"};
         QTest::newRow("drop") << "-d" << QStringList{"-d"};
         QTest::newRow("from the input") << "-" << QStringList{"zoë", "a,b", "host,1433"};
@@ -120,7 +123,8 @@ private slots:
         Connection& db = program.session.db();
         const QString jobs = program.appFile("jobs.sql");
         QCOMPARE(runJobs(db, program.session.paths.AppFolder()), QString()); // nothing there, nothing done
-        const QString script = "CREATE TABLE jobs (x int, letters nvarchar(9))\r\ngo\r\nINSERT INTO jobs (x)\r\nVALUES (1)\r\nGo\r\n\r\nGO\r\n"
+        const QString script = "CREATE TABLE jobs (x int, letters nvarchar(9))\r\ngo\r\nINSERT INTO jobs "
+                               "(x)\r\nVALUES (1)\r\nGo\r\n\r\nGO\r\n"
                                "INSERT INTO jobs VALUES (2, N'é€')";
         QStringEncoder utf16(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom);
         const QByteArray windows = script.chopped(4).toLatin1() + "\xe9\x80')";
@@ -132,12 +136,14 @@ private slots:
             if (content != script.toUtf8()) db.execute(sql("DROP TABLE jobs"));
         }
 
-        write(jobs, "INSERT INTO jobs (x) VALUES (4)\nGO\nINSERT INTO nowhere VALUES (1)\nGO\nINSERT INTO jobs (x) VALUES (8)\n");
+        write(jobs, "INSERT INTO jobs (x) VALUES (4)\nGO\nINSERT INTO nowhere VALUES (1)\nGO\nINSERT INTO "
+                    "jobs (x) VALUES (8)\n");
         const QString failure = runJobs(db, program.session.paths.AppFolder());
         QVERIFY(failure.contains("batch 2") && failure.contains("INSERT INTO nowhere"));
         QVERIFY(!QFile::exists(jobs));
-        QCOMPARE(read(jobs + ".failed"),
-                 QByteArray("INSERT INTO nowhere VALUES (1)\r\nGO\r\nINSERT INTO jobs (x) VALUES (8)\r\nGO\r\n"));
+        QCOMPARE(
+            read(jobs + ".failed"),
+            QByteArray("INSERT INTO nowhere VALUES (1)\r\nGO\r\nINSERT INTO jobs (x) VALUES (8)\r\nGO\r\n"));
         QCOMPARE(db.scalar(sql("SELECT SUM(x) FROM jobs")), QString("7"));
         QVERIFY_EXCEPTION_THROWN(runScript(db, program.appFile("none.sql")), DbError);
     }
@@ -150,10 +156,13 @@ private slots:
         write(program.appFile("jobs.sql"), "USE NorvaTallymere\nSET NOCOUNT ON\nBEGIN TRANSACTION\n");
         QCOMPARE(runJobs(db, program.session.paths.AppFolder()), QString());
         upgradeAtMainScreen(db);
-        for (const char* path : {"D:\\Out", "E:\\Out"}) SaveGlobalOptions(program.session, {path, true, false});
+        for (const char* path : {"D:\\Out", "E:\\Out"})
+            SaveGlobalOptions(program.session, {path, true, false});
         program.session.connection->close();
-        QCOMPARE(program.other().scalar(sql("SELECT COUNT(*) FROM tblTemplate_Report WHERE UserId <> 'W7'")), QString("0"));
-        QCOMPARE(program.other().scalar(sql("SELECT COUNT(*) FROM tblOptions WHERE OutputPath = N'E:\\Out'")), QString("1"));
+        QCOMPARE(program.other().scalar(sql("SELECT COUNT(*) FROM tblTemplate_Report WHERE UserId <> 'W7'")),
+                 QString("0"));
+        QCOMPARE(program.other().scalar(sql("SELECT COUNT(*) FROM tblOptions WHERE OutputPath = N'E:\\Out'")),
+                 QString("1"));
         QCOMPARE(program.other().scalar(sql("SELECT COUNT(*) FROM tblOptions")), QString("1"));
     }
 

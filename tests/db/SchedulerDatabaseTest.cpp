@@ -9,18 +9,21 @@
 class SchedulerDatabaseTest : public QObject {
     Q_OBJECT
 
-    static constexpr const char* laterColumns[]
-        = {"Distance15", "Distance16", "Distance17", "Distance18", "Distance19", "Distance20", "Distance21",
-           "Distance22", "Distance23", "UserId",     "CallClassParams", "LineSelection", "BillIds", "CostCentreLevel"};
+    static constexpr const char* laterColumns[] = {
+        "Distance15",      "Distance16",    "Distance17", "Distance18",     "Distance19",
+        "Distance20",      "Distance21",    "Distance22", "Distance23",     "UserId",
+        "CallClassParams", "LineSelection", "BillIds",    "CostCentreLevel"};
 
     /// An old table: only the columns that every version had and those of `later` that are set.
     static void makeOldReportTable(Connection& db, int later) {
         db.execute(sql("DROP TABLE tblTemplate_Report"));
-        db.execute(sql("CREATE TABLE tblTemplate_Report (ReportID int IDENTITY(1,1) PRIMARY KEY, TemplateID int, "
-                       "Distance14 bit NOT NULL DEFAULT 0)"));
+        db.execute(
+            sql("CREATE TABLE tblTemplate_Report (ReportID int IDENTITY(1,1) PRIMARY KEY, TemplateID int, "
+                "Distance14 bit NOT NULL DEFAULT 0)"));
         for (int i = 0; i < int(std::size(laterColumns)); ++i)
             if (later & (1 << i))
-                db.execute(sql("ALTER TABLE tblTemplate_Report ADD {} [varchar] (30) NULL", Name(laterColumns[i])));
+                db.execute(
+                    sql("ALTER TABLE tblTemplate_Report ADD {} [varchar] (30) NULL", Name(laterColumns[i])));
         db.execute(sql("INSERT INTO tblTemplate_Report (TemplateID, Distance14) VALUES (1, 1), (1, 0)"));
     }
 
@@ -58,7 +61,8 @@ private slots:
             if (run == 1 && moved) {
                 db.execute(sql("UPDATE tblTemplate_Report SET Distance14 = 1, Distance17 = 0"));
                 upgradeAtLogin(db);
-                QCOMPARE(db.scalar(sql("SELECT MIN(CAST(Distance14 AS int)) FROM tblTemplate_Report")), QString("1"));
+                QCOMPARE(db.scalar(sql("SELECT MIN(CAST(Distance14 AS int)) FROM tblTemplate_Report")),
+                         QString("1"));
                 db.execute(sql("UPDATE tblTemplate_Report SET Distance14 = 0, Distance17 = 2 - ReportID"));
             }
         }
@@ -77,7 +81,8 @@ private slots:
             }
             program.fault.arm(0);
             upgradeAtLogin(db);
-            const RecordSet row = db.query(sql("SELECT Distance14, Distance17 FROM tblTemplate_Report ORDER BY ReportID"));
+            const RecordSet row =
+                db.query(sql("SELECT Distance14, Distance17 FROM tblTemplate_Report ORDER BY ReportID"));
             QVERIFY2(!row.row(0).flag(0) && row.row(0).flag(1), qPrintable(QString::number(k)));
         }
     }
@@ -102,9 +107,12 @@ private slots:
                                   : sql("UPDATE tblTemplate_Report SET UserId = 'W7', CostCentreLevel = 3"));
         });
         upgrade(db);
-        QCOMPARE(db.scalar(atLogin ? sql("SELECT COUNT(*) FROM tblTemplate_Report WHERE Distance14 = 1 AND Distance17 = 0")
-                                   : sql("SELECT COUNT(*) FROM tblTemplate_Report WHERE UserId = 'W7' AND CostCentreLevel = 3")),
-                 QString("2"));
+        QCOMPARE(
+            db.scalar(atLogin ? sql(
+                          "SELECT COUNT(*) FROM tblTemplate_Report WHERE Distance14 = 1 AND Distance17 = 0")
+                              : sql("SELECT COUNT(*) FROM tblTemplate_Report WHERE UserId = 'W7' AND "
+                                    "CostCentreLevel = 3")),
+            QString("2"));
     }
 
     void exclusionsWithoutTemplateDisappear() {
@@ -114,8 +122,9 @@ private slots:
         const QString kept = db.scalar(sql("SELECT MIN(TemplateID) FROM NorvaScheduler.dbo.tblTemplate"));
         db.execute(sql("DROP TABLE TblExcludedNumbers"));
         upgradeAtLogin(db);
-        db.execute(sql("INSERT INTO TblExcludedNumbers (TemplateID, TelNo) VALUES ({}, '1'), (-1, '2'), (99999, '3')",
-                       kept.toInt()));
+        db.execute(sql(
+            "INSERT INTO TblExcludedNumbers (TemplateID, TelNo) VALUES ({}, '1'), (-1, '2'), (99999, '3')",
+            kept.toInt()));
         upgradeAtLogin(db);
         QCOMPARE(db.scalar(sql("SELECT COUNT(*) FROM TblExcludedNumbers")), QString("1"));
         QCOMPARE(db.scalar(sql("SELECT TelNo FROM TblExcludedNumbers")), QString("1"));
@@ -125,11 +134,16 @@ private slots:
         QTest::addColumn<QByteArray>("ini");
         QTest::addColumn<QString>("dataFile");
         QTest::addColumn<QString>("logFolder");
-        QTest::newRow("from the server") << QByteArray() << "*" << "*";
-        QTest::newRow("from the file") << QByteArray("DATA=E:\\Data\r\nLog=F:\\Logs\\\r\nDATAEXTENSION=\r\nOTHER=x\r\n")
-                                       << "E:\\Data\\|.dbf" << "F:\\Logs\\";
-        QTest::newRow("other extensions") << QByteArray("DATA=/var/donn\xe9" "es=1/\nDATAEXTENSION=.mdf\n")
-                                          << "/var/données=1/|.mdf" << "";
+        QTest::newRow("from the server") << QByteArray() << "*"
+                                         << "*";
+        QTest::newRow("from the file")
+            << QByteArray("DATA=E:\\Data\r\nLog=F:\\Logs\\\r\nDATAEXTENSION=\r\nOTHER=x\r\n")
+            << "E:\\Data\\|.dbf"
+            << "F:\\Logs\\";
+        QTest::newRow("other extensions") << QByteArray("DATA=/var/donn\xe9"
+                                                        "es=1/\nDATAEXTENSION=.mdf\n")
+                                          << "/var/données=1/|.mdf"
+                                          << "";
     }
 
     void serverDefaults() {
@@ -143,7 +157,8 @@ private slots:
             QVERIFY(file.open(QIODevice::WriteOnly) && file.write(ini) > 0);
         }
         for (int run = 0; run < 2; ++run) { // the procedure is replaced by the second run
-            const ServerDefaults defaults = readServerDefaults(program.session.db(), program.session.paths.AppFolder());
+            const ServerDefaults defaults =
+                readServerDefaults(program.session.db(), program.session.paths.AppFolder());
             if (dataFile == "*") {
                 QVERIFY(defaults.dataFolder.endsWith('\\') && defaults.logFolder.endsWith('\\'));
                 continue;

@@ -1,6 +1,6 @@
 #include "demo/DemoEngine.h"
-#include "base/WallClock.h"
 #include "app/openServer.h"
+#include "base/WallClock.h"
 #include "db/DbError.h"
 #include "demo/DemoServer.h"
 #include "projects/modProjects.h"
@@ -41,9 +41,7 @@ private:
         return m_db->query(sql("SELECT * FROM tblLogs WHERE ScheduleID = {} ORDER BY LogID", idOf(title)));
     }
 
-    Connection connection() const {
-        return m_program->other().another("NorvaScheduler");
-    }
+    Connection connection() const { return m_program->other().another("NorvaScheduler"); }
 
     std::unique_ptr<TestProgram> m_program;
     std::unique_ptr<Connection> m_db;
@@ -93,7 +91,8 @@ void DemoEngineTest::everyOfferedReportIsKnown() {
     all.setUnitabAccount(project.unitabAccount);
     all.setBillType(project.billType);
     for (int type = BillingReport; type <= MobileReport; ++type)
-        for (const auto* entry : catalogueEntries(type, ListChoice::forProject(type, project.billType, true))) {
+        for (const auto* entry :
+             catalogueEntries(type, ListChoice::forProject(type, project.billType, true))) {
             QString key;
             const auto parameters = std::make_shared<clsReportParameters>(project);
             parameters->setCallsNotToNumber(QString("01234567890,").repeated(400));
@@ -146,8 +145,7 @@ void DemoEngineTest::aScheduleThatWasPutOffIsNotRun() {
 }
 
 void DemoEngineTest::enginesNeverShareASchedule() {
-    m_db->execute(
-        sql("UPDATE tblSchedule SET RunDate = {} WHERE [Status] = 0", m_now.addDays(-1).stored()));
+    m_db->execute(sql("UPDATE tblSchedule SET RunDate = {} WHERE [Status] = 0", m_now.addDays(-1).stored()));
     const int due = m_db->scalar(sql("SELECT COUNT(*) FROM tblSchedule WHERE [Status] = 0")).toInt();
     QVERIFY(due > 10);
     std::atomic<int> finished = 0;

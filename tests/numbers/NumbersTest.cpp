@@ -1,9 +1,9 @@
-#include "parameters/Editor.h"
-#include "support/TestClass.h"
 #include "numbers/ExcludedNumbers.h"
 #include "numbers/frmExcludeNumbers.h"
 #include "numbers/frmRangeSel.h"
 #include "numbers/uctNumberGrid.h"
+#include "parameters/Editor.h"
+#include "support/TestClass.h"
 
 #include <QClipboard>
 #include <QListView>
@@ -52,17 +52,19 @@ class NumbersTest : public QObject {
     }
 
     static QStringList workingTables(Office& office) {
-        return column(office.db(), sql("SELECT name FROM Brightwater.dbo.sysobjects WHERE name LIKE '%_TblCallsTo'"));
+        return column(office.db(),
+                      sql("SELECT name FROM Brightwater.dbo.sysobjects WHERE name LIKE '%_TblCallsTo'"));
     }
     static QStringList working(Office& office) {
-        return column(office.db(),
-                      sql("SELECT CalledNo FROM Brightwater.dbo.{}", Name(workingTables(office).value(0, "none"))));
+        return column(office.db(), sql("SELECT CalledNo FROM Brightwater.dbo.{}",
+                                       Name(workingTables(office).value(0, "none"))));
     }
 
 private slots:
     void desksOfOneUserKeepTheirLists() {
         Office office;
-        const QString ended = "QuorraAdmin_" + DeskMark().name() + "_TblCallsTo"; // left by a program that ended early
+        const QString ended =
+            "QuorraAdmin_" + DeskMark().name() + "_TblCallsTo"; // left by a program that ended early
         office.db().execute(sql("CREATE TABLE Brightwater.dbo.{} (CalledNo varchar(20))", Name(ended)));
         {
             frmRangeSel one(office.program.context);

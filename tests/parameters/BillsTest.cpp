@@ -1,6 +1,6 @@
 #include "parameters/Editor.h"
-#include "support/TestClass.h"
 #include "parameters/frmBillSelection.h"
+#include "support/TestClass.h"
 #include "ui/uctCheckList.h"
 
 #include <QLabel>

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "parameters/frmSelectParameters.h"
 #include "reports/clsReport.h"
 #include "support/Office.h"
-#include "parameters/frmSelectParameters.h"
 
 #include <QLineEdit>
 #include <QTest>

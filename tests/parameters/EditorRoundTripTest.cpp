@@ -1,9 +1,9 @@
+#include "numbers/frmRangeSel.h"
 #include "parameters/Editor.h"
 #include "reports/describe.h"
 #include "support/Modal.h"
 #include "support/TestClass.h"
 #include "templates/clsTemplate.h"
-#include "numbers/frmRangeSel.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -1,7 +1,7 @@
+#include "numbers/frmRangeSel.h"
 #include "parameters/Editor.h"
 #include "support/Modal.h"
 #include "support/TestClass.h"
-#include "numbers/frmRangeSel.h"
 #include "ui/uctCheckList.h"
 
 #include <QCheckBox>

@@ -10,7 +10,8 @@
 class CostCentresTest : public QObject {
     Q_OBJECT
 
-    static int count(TestProgram& program, const QString& database, const QString& table, const Sql& where = sql("1 = 1")) {
+    static int count(TestProgram& program, const QString& database, const QString& table,
+                     const Sql& where = sql("1 = 1")) {
         return program.other()
             .scalar(sql("SELECT COUNT(*) FROM {}.dbo.{} WHERE {}", Name(database), Name(table), where))
             .toInt();
@@ -44,10 +45,13 @@ private slots:
         prepareAccountCostCentres(program.session, true);
         const Name copy(userTable(program.session));
         const int before = count(program, "CostCentres", userTable(program.session));
-        program.other().execute(sql("UPDATE CostCentres.dbo.{} SET CostCentre1 = N'Mine' WHERE ID = 1", copy));
-        program.other().execute(sql("INSERT INTO CostCentres.dbo.BW10023_TblCC (UnitabAccount, CostCentre1, TelNo) "
-                                    "VALUES ('BW10023', 'New''s', '0999'), ('BW10023', NULL, '0998'), ('other', 'x', '0997')"));
-        program.other().execute(sql("UPDATE CostCentres.dbo.{} SET TelNo = NULL WHERE ID = 1", copy)); // hides nothing
+        program.other().execute(
+            sql("UPDATE CostCentres.dbo.{} SET CostCentre1 = N'Mine' WHERE ID = 1", copy));
+        program.other().execute(
+            sql("INSERT INTO CostCentres.dbo.BW10023_TblCC (UnitabAccount, CostCentre1, TelNo) "
+                "VALUES ('BW10023', 'New''s', '0999'), ('BW10023', NULL, '0998'), ('other', 'x', '0997')"));
+        program.other().execute(
+            sql("UPDATE CostCentres.dbo.{} SET TelNo = NULL WHERE ID = 1", copy)); // hides nothing
         program.other().execute(sql("DELETE FROM CostCentres.dbo.BW10023_TblCC WHERE ID = 1"));
         for (int run = 0; run < 2; ++run) { // the second finds nothing to add
             prepareAccountCostCentres(program.session, false);
@@ -75,7 +79,8 @@ private slots:
         open(program, "Tom.Becker", "O'Dowd Freight");
         for (int run = 0; run < 2; ++run) {
             prepareUserCostCentres(program.session);
-            QCOMPARE(count(program, "O'Dowd Freight", "Tom.Becker_TblCC"), count(program, "CostCentres", "OD40256_TblCC"));
+            QCOMPARE(count(program, "O'Dowd Freight", "Tom.Becker_TblCC"),
+                     count(program, "CostCentres", "OD40256_TblCC"));
         }
     }
 

@@ -25,9 +25,10 @@ class ProjectsTest : public QObject {
         if (!table.isEmpty()) program.other().execute(table);
     }
     static Sql bills(const QString& account) {
-        return sql("CREATE TABLE Tbl50 (UnitabAccount varchar(50), BillID int, RecID int, LocID int, Flags int, "
-                   "CurrentUnitabAccount varchar(50)) INSERT INTO Tbl50 VALUES ({}, 1, 1, 0, 0, {})",
-                   account, account);
+        return sql(
+            "CREATE TABLE Tbl50 (UnitabAccount varchar(50), BillID int, RecID int, LocID int, Flags int, "
+            "CurrentUnitabAccount varchar(50)) INSERT INTO Tbl50 VALUES ({}, 1, 1, 0, 0, {})",
+            account, account);
     }
 
 private slots:
@@ -39,10 +40,12 @@ private slots:
         QTest::newRow("apostrophe and brackets") << "O'Neil [x]y" << bills("BW10023") << "listed";
         QTest::newRow("archive in any case") << "My_arChive_1" << bills("BW10023") << "";
         QTest::newRow("no bill table") << "Letters" << sql("CREATE TABLE Other (x int)") << "";
-        QTest::newRow("empty bill table") << "Nothing yet" << sql("CREATE TABLE Tbl50 (UnitabAccount varchar(50))") << "left out";
+        QTest::newRow("empty bill table")
+            << "Nothing yet" << sql("CREATE TABLE Tbl50 (UnitabAccount varchar(50))") << "left out";
         QTest::newRow("account without cost centres") << "Orphan" << bills("none") << "left out";
         QTest::newRow("hostile account") << "Hostile" << bills("x'; DROP TABLE Tbl50 --") << "left out";
-        QTest::newRow("bill table of another kind") << "Odd" << sql("CREATE TABLE Tbl50 (Something int)") << "left out";
+        QTest::newRow("bill table of another kind")
+            << "Odd" << sql("CREATE TABLE Tbl50 (Something int)") << "left out";
     }
 
     void databasesOfEveryKind() {
@@ -60,7 +63,8 @@ private slots:
         }
         QFile log(program.session.log.path());
         QVERIFY(log.open(QIODevice::ReadOnly));
-        QCOMPARE(log.readAll().contains((name + " appears to have no cost centres").toUtf8()), found == "left out");
+        QCOMPARE(log.readAll().contains((name + " appears to have no cost centres").toUtf8()),
+                 found == "left out");
         QCOMPARE(program.session.db().defaultDatabase(), QString("NorvaScheduler"));
     }
 
@@ -68,8 +72,8 @@ private slots:
         TestProgram program;
         program.logIn();
         program.fault.meanwhile("CREATE PROCEDURE spGetProjectList", [&] {
-            program.other().execute(
-                sql("CREATE PROCEDURE spGetProjectList @ArchivesOnly BIT AS SELECT 'made elsewhere' AS [name], 0 AS HasCC"));
+            program.other().execute(sql("CREATE PROCEDURE spGetProjectList @ArchivesOnly BIT AS SELECT 'made "
+                                        "elsewhere' AS [name], 0 AS HasCC"));
         });
         QCOMPARE(loadProjectList(program.session).names, QStringList("made elsewhere"));
     }
@@ -121,13 +125,27 @@ private slots:
         QTest::addColumn<QString>("date");
         QTest::addColumn<QString>("time");
         QTest::addColumn<QString>("band");
-        QTest::newRow("before seven") << "2008-04-01" << "0659" << "C";
-        QTest::newRow("at seven") << "2008-04-01" << "0700" << "D";
-        QTest::newRow("at nineteen") << "2008-04-01" << "1900" << "D";
-        QTest::newRow("after nineteen") << "2008-04-01" << "1901" << "C";
-        QTest::newRow("the day before keeps its band") << "2008-03-31" << "0659" << "X";
-        QTest::newRow("saturday") << "2008-04-05" << "1200" << "W";
-        QTest::newRow("sunday") << "2008-04-06" << "0300" << "W";
+        QTest::newRow("before seven") << "2008-04-01"
+                                      << "0659"
+                                      << "C";
+        QTest::newRow("at seven") << "2008-04-01"
+                                  << "0700"
+                                  << "D";
+        QTest::newRow("at nineteen") << "2008-04-01"
+                                     << "1900"
+                                     << "D";
+        QTest::newRow("after nineteen") << "2008-04-01"
+                                        << "1901"
+                                        << "C";
+        QTest::newRow("the day before keeps its band") << "2008-03-31"
+                                                       << "0659"
+                                                       << "X";
+        QTest::newRow("saturday") << "2008-04-05"
+                                  << "1200"
+                                  << "W";
+        QTest::newRow("sunday") << "2008-04-06"
+                                << "0300"
+                                << "W";
     }
 
     void timeBandsAtTheirEdges() {
@@ -145,9 +163,10 @@ private slots:
         const auto agree = [](const QString&) { return true; };
         const auto quiet = [](int, int) {};
         QVERIFY(updateTimeBands(program.session, true, refuse, quiet)); // no calls: nobody is asked
-        other.execute(sql("INSERT INTO Marchetti2007.dbo.TblCallRecords (BillID, CallingNo, CalledNo, [Date], CallTime, "
-                          "Duration, OrigCost, TimeBand) VALUES (1, '1', '2', {}, {}, 60, 1, 'X')",
-                          date, time));
+        other.execute(sql(
+            "INSERT INTO Marchetti2007.dbo.TblCallRecords (BillID, CallingNo, CalledNo, [Date], CallTime, "
+            "Duration, OrigCost, TimeBand) VALUES (1, '1', '2', {}, {}, 60, 1, 'X')",
+            date, time));
         QVERIFY(!updateTimeBands(program.session, true, refuse, quiet));
         for (int run = 0; run < 2; ++run) {
             QVERIFY(updateTimeBands(program.session, true, agree, quiet));
@@ -157,10 +176,11 @@ private slots:
             QCOMPARE(calls.row(0).text("Timeband0818"), QString("X"));
             if (band == "X") QCOMPARE(calls.row(0).text("Timeband0719"), QString("C"));
             if (run == 0) // calls that are imported later; one has no band and is too old to be given one
-                other.execute(sql("INSERT INTO Marchetti2007.dbo.TblCallRecords (BillID, CallingNo, CalledNo, [Date], "
-                                  "CallTime, Duration, OrigCost, TimeBand) VALUES (2, '1', '2', {}, {}, 60, 1, 'Y'), "
-                                  "(2, '1', '2', '2007-05-01', '0900', 60, 1, '')",
-                                  date, time));
+                other.execute(
+                    sql("INSERT INTO Marchetti2007.dbo.TblCallRecords (BillID, CallingNo, CalledNo, [Date], "
+                        "CallTime, Duration, OrigCost, TimeBand) VALUES (2, '1', '2', {}, {}, 60, 1, 'Y'), "
+                        "(2, '1', '2', '2007-05-01', '0900', 60, 1, '')",
+                        date, time));
         }
         QVERIFY(updateTimeBands(program.session, true, refuse, quiet)); // nothing is left to ask about
     }
@@ -170,7 +190,8 @@ private slots:
         program.logIn();
         openProject(program.session, "Marchetti2007");
         addTimeBandColumns(program.session);
-        const Sql bands = sql("SELECT COUNT(DISTINCT TimeBand), MIN(TimeBandCopy) FROM Marchetti2007.dbo.TblCallRecords");
+        const Sql bands =
+            sql("SELECT COUNT(DISTINCT TimeBand), MIN(TimeBandCopy) FROM Marchetti2007.dbo.TblCallRecords");
         const QString before = program.other().scalar(bands);
         for (int k = 1; k <= 10; ++k) {
             program.fault.arm(k);

@@ -2,10 +2,10 @@
 
 #include "Screens.h"
 #include "schedules/ProjectHistory.h"
-#include "templates/frmTransfer.h"
 #include "support/Modal.h"
 #include "support/TestClass.h"
 #include "templates/frmTemplate.h"
+#include "templates/frmTransfer.h"
 #include "ui/uctListView.h"
 
 #include <QComboBox>

@@ -1,6 +1,6 @@
-#include "schedules/frmMainScreen.h"
 #include "base/WallClock.h"
 #include "schedules/ScheduleStatus.h"
+#include "schedules/frmMainScreen.h"
 #include "schedules/modScheduler.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
@@ -30,10 +30,12 @@ class MainScreenTest : public QObject {
             Connection& db = program.other();
             if (templateId == 0)
                 templateId = db.scalar(sql("SELECT MIN(TemplateID) FROM NorvaScheduler.dbo.tblTemplate "
-                                           "WHERE TemplateType = 0")).toInt();
-            db.execute(sql("INSERT INTO NorvaScheduler.dbo.tblSchedule (ScheduleTitle, TemplateID, ProjectRef, RunDate, "
-                           "Status, RanDate, Username) VALUES ({}, {}, N'P', {}, {}, {}, {})",
-                           title, templateId, runDate, status, ranDate, user));
+                                           "WHERE TemplateType = 0"))
+                                 .toInt();
+            db.execute(sql(
+                "INSERT INTO NorvaScheduler.dbo.tblSchedule (ScheduleTitle, TemplateID, ProjectRef, RunDate, "
+                "Status, RanDate, Username) VALUES ({}, {}, N'P', {}, {}, {}, {})",
+                title, templateId, runDate, status, ranDate, user));
             return int(db.scalar(sql("SELECT @@IDENTITY")).toDouble());
         }
         int addIn(const QString& title, int status, qint64 seconds) {
@@ -49,7 +51,8 @@ class MainScreenTest : public QObject {
         void press(const QString& button) { screen->findChild<QToolButton*>(button)->click(); }
         QStringList titles(uctListView& list) {
             QStringList titles;
-            for (int i = 0; i < list.model()->rowCount(); ++i) titles << list.model()->index(i, 0).data().toString();
+            for (int i = 0; i < list.model()->rowCount(); ++i)
+                titles << list.model()->index(i, 0).data().toString();
             return titles;
         }
         QStringList headers(uctListView& list) {
@@ -72,11 +75,14 @@ private slots:
         QTest::newRow("60 seconds") << "2026-Nov-21 11:59:00" << now << "Pending (Delayed  <1 Min)";
         QTest::newRow("61 seconds") << "2026-Nov-21 11:58:59" << now << "Pending (Delayed 1 Min)";
         QTest::newRow("2 hours") << "2026-Nov-21 10:00:00" << now << "Pending (Delayed 2 Hours, 0 Mins)";
-        QTest::newRow("2 days") << "2026-Nov-19 11:55:00" << now << "Pending (Delayed 2 Days, 0 Hours, 5 Mins)";
-        QTest::newRow("a year and a day") << "2025-Nov-20 12:00:00" << now << "Pending (Delayed 1 Year, 1 Day)";
+        QTest::newRow("2 days") << "2026-Nov-19 11:55:00" << now
+                                << "Pending (Delayed 2 Days, 0 Hours, 5 Mins)";
+        QTest::newRow("a year and a day")
+            << "2025-Nov-20 12:00:00" << now << "Pending (Delayed 1 Year, 1 Day)";
         QTest::newRow("beyond 32 bits") << "1926-Nov-21 12:00:00" << now << "Pending (Delayed 100 Years)";
-        QTest::newRow("in an hour that clocks skip")
-            << "2026-Mar-29 01:30:00" << "2026-Mar-29 03:00:00" << "Pending (Delayed 1 Hour, 30 Mins)";
+        QTest::newRow("in an hour that clocks skip") << "2026-Mar-29 01:30:00"
+                                                     << "2026-Mar-29 03:00:00"
+                                                     << "Pending (Delayed 1 Hour, 30 Mins)";
         QTest::newRow("no date") << "soon" << now << "Pending";
     }
 
@@ -118,16 +124,21 @@ private slots:
         QVERIFY(rows["later"][2].startsWith("Reports : ") && !rows["later"][3].isEmpty());
         QCOMPARE(hub.pending().rows().rows().size(), 8U);
         for (const ListRow& row : hub.pending().rows().rows())
-            if (row.texts[0] == "orphan") QCOMPARE(row.toolTip, QString("The template of this schedule no longer exists."));
+            if (row.texts[0] == "orphan")
+                QCOMPARE(row.toolTip, QString("The template of this schedule no longer exists."));
     }
 
     void oddTitlesAreShownAndDeletedAsTheyAre_data() {
         QTest::addColumn<QString>("stored");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("apostrophe") << "O'Brien's bills" << "O'Brien's bills";
-        QTest::newRow("double quotes") << "the ''big'' one" << "the \"big\" one";
-        QTest::newRow("brackets and percent") << "[x]%_ ]]" << "[x]%_ ]]";
-        QTest::newRow("greek") << "Κλήσεις & <b>Ω</b>" << "Κλήσεις & <b>Ω</b>";
+        QTest::newRow("apostrophe") << "O'Brien's bills"
+                                    << "O'Brien's bills";
+        QTest::newRow("double quotes") << "the ''big'' one"
+                                       << "the \"big\" one";
+        QTest::newRow("brackets and percent") << "[x]%_ ]]"
+                                              << "[x]%_ ]]";
+        QTest::newRow("greek") << "Κλήσεις & <b>Ω</b>"
+                               << "Κλήσεις & <b>Ω</b>";
     }
 
     void oddTitlesAreShownAndDeletedAsTheyAre() {
@@ -135,8 +146,10 @@ private slots:
         QFETCH(QString, shown);
         Hub hub;
         const int id = hub.add(stored, Pending, "2030-Jan-01 08:00:00");
-        hub.program.other().execute(sql("INSERT INTO NorvaScheduler.dbo.tblLogs (ScheduleID, ReportID, ErrorCode) "
-                                        "VALUES ({}, -1, 0)", id));
+        hub.program.other().execute(
+            sql("INSERT INTO NorvaScheduler.dbo.tblLogs (ScheduleID, ReportID, ErrorCode) "
+                "VALUES ({}, -1, 0)",
+                id));
         hub.show();
         QVERIFY(hub.pending().selectId(id));
         hub.program.messages.answer(false);
@@ -147,7 +160,8 @@ private slots:
         hub.program.messages.answer(true);
         QTest::keyClick(&hub.pending(), Qt::Key_Delete);
         QVERIFY(hub.titles(hub.pending()).isEmpty());
-        QCOMPARE(hub.program.other().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs WHERE ScheduleID = {}", id)),
+        QCOMPARE(hub.program.other().scalar(
+                     sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs WHERE ScheduleID = {}", id)),
                  QString("0"));
     }
 
@@ -224,7 +238,8 @@ private slots:
         SetScheduleStatus(hub.program.session, id, Completed);
         QVERIFY(!ResetSchedule(hub.program.session, id));
         QCOMPARE(ReadScheduleStatus(hub.program.session, id), int(Completed));
-        QCOMPARE(hub.program.other().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs WHERE ScheduleID = {}", id)),
+        QCOMPARE(hub.program.other().scalar(
+                     sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs WHERE ScheduleID = {}", id)),
                  QString("0"));
     }
 
@@ -245,10 +260,13 @@ private slots:
             hub.program.fault.arm(k);
             hub.program.messages.answer(true);
             hub.press("cmdEdit");
-            const bool reset = hub.program.other().scalar(
-                sql("SELECT Status FROM NorvaScheduler.dbo.tblSchedule WHERE ScheduleID = {}", id)) == "3";
+            const bool reset =
+                hub.program.other().scalar(
+                    sql("SELECT Status FROM NorvaScheduler.dbo.tblSchedule WHERE ScheduleID = {}", id))
+                == "3";
             QVERIFY(!reset);
-            QCOMPARE(hub.program.other().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs WHERE ScheduleID = {}", id)),
+            QCOMPARE(hub.program.other().scalar(
+                         sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs WHERE ScheduleID = {}", id)),
                      QString("0"));
         }
         hub.program.fault.arm(0);
@@ -258,7 +276,8 @@ private slots:
         QCOMPARE(hub.program.messages.takeShown().mid(1),
                  QStringList("Reseting this schedule status, due to an unknown error"));
         QCOMPARE(hub.finished().textOf(id, 1), QString("Completed with Errors"));
-        const RecordSet log = hub.program.other().query(sql("SELECT * FROM NorvaScheduler.dbo.tblLogs WHERE ScheduleID = {}", id));
+        const RecordSet log = hub.program.other().query(
+            sql("SELECT * FROM NorvaScheduler.dbo.tblLogs WHERE ScheduleID = {}", id));
         QCOMPARE(log.rowCount(), 1);
         QCOMPARE(log.row(0).integer("ErrorCode"), -1);
         QCOMPARE(log.row(0).integer("ReportID"), -1);
@@ -311,11 +330,13 @@ private slots:
             sql("SELECT * FROM NorvaScheduler.dbo.tblTemplate WHERE TemplateType <> 0"));
         QVERIFY(templates.rowCount() > 0);
         const int id = templates.row(0).integer("TemplateID");
-        for (int i = 0; i < 5; ++i) hub.add(QString("sub %1").arg(i), Pending, "2030-Jan-01 08:00:00", "", "QuorraAdmin", id);
+        for (int i = 0; i < 5; ++i)
+            hub.add(QString("sub %1").arg(i), Pending, "2030-Jan-01 08:00:00", "", "QuorraAdmin", id);
         QCOMPARE(statements(), empty + 1);
         for (const ListRow& row : hub.pending().rows().rows())
             if (row.texts[0].startsWith("sub")) {
-                QVERIFY2(row.texts[3].startsWith("Sub Projects : ") && row.texts[3] != "Sub Projects : 0", qPrintable(row.texts[3]));
+                QVERIFY2(row.texts[3].startsWith("Sub Projects : ") && row.texts[3] != "Sub Projects : 0",
+                         qPrintable(row.texts[3]));
                 QVERIFY(row.background.isValid());
             }
     }

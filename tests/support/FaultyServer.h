@@ -18,8 +18,8 @@ struct Fault {
     }
     int taken = 0; ///< steps since arm()
 
-    /// What another user does, once, just before a batch that holds the text is sent ("begin" for the start of
-    /// a transaction).
+    /// What another user does, once, just before a batch that holds the text is sent ("begin" for the start
+    /// of a transaction).
     void meanwhile(const QString& before, const std::function<void()>& act) {
         m_before = before;
         m_act = act;

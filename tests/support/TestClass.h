@@ -11,5 +11,7 @@ std::vector<std::function<std::unique_ptr<QObject>()>>& testClasses();
 /// Announces a class of Qt Test slots; stands at the end of its file.
 template <class T>
 struct AnnounceTest {
-    AnnounceTest() { testClasses().push_back([] { return std::make_unique<T>(); }); }
+    AnnounceTest() {
+        testClasses().push_back([] { return std::make_unique<T>(); });
+    }
 };

@@ -1,8 +1,8 @@
 #include "support/TestProgram.h"
 
 #include "app/cLogin.h"
-#include "base/SettingsStore.h"
 #include "app/openServer.h"
+#include "base/SettingsStore.h"
 #include "demo/DemoApplication.h"
 #include "demo/DemoUser.h"
 
@@ -48,7 +48,8 @@ TestProgram::TestProgram(bool schedulerDatabase)
     if (onEmbeddedServer()) {
         QFile::copy(pristineServer(schedulerDatabase), serverFile());
     } else {
-        saveSetting("NorvaQuorraSQL", "Odbc", "TrustServerCertificate", "yes"); // servers for tests sign their own
+        saveSetting("NorvaQuorraSQL", "Odbc", "TrustServerCertificate",
+                    "yes"); // servers for tests sign their own
         m_guest = std::make_unique<GuestDemo>(optionsFor(schedulerDatabase));
     }
     demoApplication::create(m_folder.filePath("app"));
@@ -68,7 +69,8 @@ QString TestProgram::passwordOf(const QString& user) {
 }
 
 void TestProgram::logIn(const QString& user) {
-    const LoginOutcome outcome = cLogin(session, [] { return false; }).logIn(m_server, user, passwordOf(user));
+    const LoginOutcome outcome =
+        cLogin(session, [] { return false; }).logIn(m_server, user, passwordOf(user));
     QVERIFY2(outcome.result == LoginOutcome::Done, qPrintable(outcome.message));
 }
 
@@ -77,6 +79,7 @@ Connection& TestProgram::other() {
 }
 
 Connection& TestProgram::system() {
-    return opened(m_system, onEmbeddedServer() ? ConnectionString{"sa", DemoServer::systemPassword, "master", m_server}
-                                               : GuestDemo::host());
+    return opened(m_system, onEmbeddedServer()
+                                ? ConnectionString{"sa", DemoServer::systemPassword, "master", m_server}
+                                : GuestDemo::host());
 }

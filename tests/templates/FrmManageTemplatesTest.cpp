@@ -1,10 +1,10 @@
 #include "Screens.h"
 
 #include "demo/DemoTemplates.h"
-#include "templates/frmTransfer.h"
 #include "support/TestClass.h"
 #include "templates/frmManageTemplates.h"
 #include "templates/frmTemplate.h"
+#include "templates/frmTransfer.h"
 
 /// The template manager over templates used in every way.
 class FrmManageTemplatesTest : public QObject {

@@ -1,10 +1,10 @@
 #include "Screens.h"
 
 #include "db/DbError.h"
-#include "support/TestClass.h"
-#include "reports/ReportTypes.h"
 #include "parameters/frmBillSelection.h"
 #include "parameters/frmSelectParameters.h"
+#include "reports/ReportTypes.h"
+#include "support/TestClass.h"
 #include "ui/uctCheckList.h"
 
 #include <QLabel>

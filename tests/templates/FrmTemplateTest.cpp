@@ -1,10 +1,10 @@
 #include "Screens.h"
 
+#include "numbers/frmExcludeNumbers.h"
+#include "parameters/frmSelectParameters.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "projects/modProjects.h"
 #include "support/TestClass.h"
-#include "numbers/frmExcludeNumbers.h"
-#include "parameters/frmSelectParameters.h"
 #include "templates/frmTemplate.h"
 #include "ui/uctCheckList.h"
 

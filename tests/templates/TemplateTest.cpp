@@ -1,5 +1,5 @@
-#include "reports/describe.h"
 #include "embedded/EmbeddedServer.h"
+#include "reports/describe.h"
 #include "support/FaultyServer.h"
 #include "support/TemplateTables.h"
 #include "support/TestClass.h"
@@ -391,10 +391,11 @@ private:
 
     /// Tables of older versions took what the shipped ones refuse.
     void allowOddRows() {
-        m_connection->run(sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate ALTER COLUMN Title nvarchar(100) NULL"));
+        m_connection->run(
+            sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate ALTER COLUMN Title nvarchar(100) NULL"));
         for (const char* column : {"TemplateID", "ReportType", "ReportSubType", "CallFilter"})
-            m_connection->run(sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ALTER COLUMN {} int NULL",
-                                  Name(column)));
+            m_connection->run(sql(
+                "ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ALTER COLUMN {} int NULL", Name(column)));
         m_connection->run(
             sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ALTER COLUMN TimeStart varchar(30) NULL"));
         m_connection->run(

@@ -1,11 +1,11 @@
 #include "demo/BulkInsert.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "projects/modCostCentres.h"
-#include "templates/frmTransfer.h"
-#include "templates/modSubProjects.h"
 #include "support/Modal.h"
 #include "support/Office.h"
 #include "support/TestClass.h"
+#include "templates/frmTransfer.h"
+#include "templates/modSubProjects.h"
 #include "ui/uctCheckList.h"
 #include "ui/uctListView.h"
 
@@ -362,8 +362,9 @@ private slots:
         own.db().execute(
             sql("DELETE FROM CostCentres.dbo.{}", Name(masterTable(owner.project.unitabAccount))));
         QCOMPARE(subProjectCostCentres(owner, 1), QStringList{"children's services"});
-        own.db().execute(sql("UPDATE CostCentres.dbo.{} SET CostCentre = N'CHILDREN''S SERVICES' WHERE [Level] = 1",
-                             Name(masterCentresTable(owner.project.unitabAccount))));
+        own.db().execute(
+            sql("UPDATE CostCentres.dbo.{} SET CostCentre = N'CHILDREN''S SERVICES' WHERE [Level] = 1",
+                Name(masterCentresTable(owner.project.unitabAccount))));
         openProject(owner, owner.project.database); // brings the list up to date as well
         QCOMPARE(addressCostCentres(owner, 1), QStringList{"CHILDREN'S SERVICES"});
     }
