@@ -19,5 +19,3 @@ struct Bills {
 
 /// The bills of a project, in a few statements however many there are. Throws DbError.
 Bills loadBills(Connection& connection, const QString& project);
-/// How many characters of bill identifiers, joined by ",", can be stored.
-inline constexpr int BillIdsLength = 200;

@@ -2,6 +2,7 @@
 
 #include "db/ColumnText.h"
 #include "reports/AccountFilter.h"
+#include "reports/ReportColumns.h"
 #include "reports/ThresholdAmount.h"
 
 #include <QRegularExpression>
@@ -114,13 +115,13 @@ private:
 
 QString captionFault(const QString& caption) {
     if (caption.trimmed().isEmpty()) return "Report caption is blank - please enter a valid caption";
-    if (caption.size() > CaptionLength)
+    if (caption.size() > reportColumnWidth("ReportCaption"))
         return "Report caption is too long - please shorten to a maximum of 50 characters";
     return forbiddenLettersFault(caption);
 }
 
 QString headerFault(const QString& header) {
-    if (header.size() > HeaderLength)
+    if (header.size() > reportColumnWidth("ReportHeader"))
         return "Report header is too long - please shorten to a maximum of 200 characters";
     return forbiddenLettersFault(header);
 }
@@ -152,22 +153,13 @@ std::optional<Fault> firstFault(const clsReport& report, const CatalogueEntry* e
     return checks.accountFault();
 }
 
-void requireTextsFit(const clsReportParameters& parameters) {
-    using enum CodePage;
-    requireFits("lowest cost", parameters.CostRangeMinimum(), 20, Latin1252);
-    requireFits("highest cost", parameters.CostRangeMaximum(), 20, Latin1252);
-    requireFits("shortest duration", parameters.DurationRangeMinimum(), 20, Latin1252);
-    requireFits("longest duration", parameters.DurationRangeMaximum(), 20, Latin1252);
-    for (const QString& number : values(parameters.ServiceNumber()))
-        requireFits("service number", number, 50, Unicode);
-    for (int level = 1; level <= 5; ++level)
-        for (const QString& centre : values(parameters.CostCentre(level)))
-            requireFits(QString("cost centre of level %1").arg(level), centre, 30, Unicode);
-    requireFits("bill number", parameters.LinkvaleBillNumber(), 50, Unicode);
-    requireFits("source bill reference", parameters.SourceBillRef(), 50, Unicode);
-    requireFits("Wispera user ID", parameters.WPUserId(), 30, Latin1252);
-    requireFits("choice of call classes", parameters.CallClassParams(), 2000, Latin1252);
-    requireFits("line selection", parameters.LineSelection(), 100, Latin1252);
+void requireTextsFit(clsReport edited) {
+    forEachReportColumn([&](const ReportColumn& column, int number) {
+        if (column.width == 0) return;
+        const QString text = column.get(edited, number).toString();
+        for (const QString& value : column.fansOut ? values(text) : QStringList(text))
+            requireFits(column.fieldLabel(number), value, column.width, column.codePage);
+    });
 }
 
 } // namespace parameterChecks

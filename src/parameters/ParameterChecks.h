@@ -8,9 +8,6 @@
 /// What stands against parameters as they were entered, in words for the user.
 namespace parameterChecks {
 
-inline constexpr int CaptionLength = 50;
-inline constexpr int HeaderLength = 200;
-
 /// Empty when the text can be used.
 QString captionFault(const QString& caption);
 QString headerFault(const QString& header);
@@ -31,6 +28,6 @@ std::optional<Fault> firstFault(const clsReport& report, const CatalogueEntry* e
                                 const clsReportParameters& parameters, const QStringList& sourceBills);
 
 /// Refuses texts that their columns could not hold later; throws DbError.
-void requireTextsFit(const clsReportParameters& parameters);
+void requireTextsFit(clsReport edited);
 
 } // namespace parameterChecks

@@ -2,6 +2,7 @@
 
 #include "base/Session.h"
 #include "parameters/Bills.h"
+#include "reports/ReportColumns.h"
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
@@ -80,14 +81,14 @@ void frmBillSelection::cmdOk_Click() {
 
 void frmBillSelection::takeChoice() {
     const QString ids = chosen();
-    if (ids.size() > BillIdsLength) {
+    if (ids.size() > reportColumnWidth("BillIds")) {
         messages().notice(
             this,
             QString("The identifiers of the %1 chosen bills take up %2 characters, and %3 can be stored. "
                     "Please choose fewer bills, or none to include all bills.")
                 .arg(ids.count(',') + 1)
                 .arg(ids.size())
-                .arg(BillIdsLength));
+                .arg(reportColumnWidth("BillIds")));
         return;
     }
     m_billIds = ids;

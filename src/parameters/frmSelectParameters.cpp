@@ -223,8 +223,10 @@ void frmSelectParameters::save() {
         goToFault();
         return;
     }
-    parameterChecks::requireTextsFit(*m_working);
-    m_report->setParameters(m_working);
+    clsReport edited = *m_report;
+    edited.setParameters(m_working);
+    parameterChecks::requireTextsFit(edited);
+    *m_report = edited;
     callBackAndClose();
 }
 

@@ -1,9 +1,5 @@
 #include "reports/CallTagging.h"
 
-bool isTaggedCallReport(int reportSubType) {
-    return reportSubType == 191 || reportSubType == 192;
-}
-
 QString callTaggingName(int setting) {
     return callTaggingNames().value(setting, QString("Setting %1").arg(setting));
 }

@@ -57,6 +57,21 @@ std::optional<QString> clsReport::SingleValue() const {
     }
 }
 
+void clsReport::setSingleValue(const QString& value) {
+    switch (m_reportSubType) {
+    case CallsToNumberReport:
+        return m_parameters->setCallsToNumber(value);
+    case CallsFromNumberReport:
+        return m_parameters->setCallsFromNumber(value);
+    case CallsNotToNumberReport:
+        return m_parameters->setCallsNotToNumber(value);
+    case RepeatCallerReport:
+        return m_parameters->setRepeatCallerThreshold(value);
+    case SelectedCircuitReport:
+        return m_parameters->setSelectedCircuitID(value);
+    }
+}
+
 QString clsReport::GetParameterOptions() const {
     const CatalogueEntry* entry = lookedUpEntry();
     return entry ? entry->options() : NoOptions;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "reports/Catalogue.h"
+#include "reports/ReportTraits.h"
 #include "reports/clsReportParameters.h"
 
 #include <optional>
@@ -22,6 +23,8 @@ public:
     QString ShownTitle() const;
     /// The value that the report carries beside its groups, if it is one of the five that carry one.
     std::optional<QString> SingleValue() const;
+    /// Changes nothing in a report that carries none.
+    void setSingleValue(const QString& value);
     /// Whether the list that the current project offers holds the report.
     bool IsOffered() const { return offeredEntry() != nullptr; }
     /// The key of its row as last loaded; 0 or less for a report not yet saved.
@@ -69,13 +72,4 @@ private:
     bool m_outputPrint = false;
     bool m_outputCSV = false;
     bool m_outputEmail = false;
-};
-
-/// Reports that carry one value of their own beside the parameter groups.
-enum SingleValueReport {
-    CallsToNumberReport = 142,
-    CallsFromNumberReport = 143,
-    CallsNotToNumberReport = 146,
-    RepeatCallerReport = 160,
-    SelectedCircuitReport = 326,
 };

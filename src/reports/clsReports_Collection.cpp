@@ -5,22 +5,6 @@
 #include <algorithm>
 #include <stdexcept>
 
-namespace {
-
-/// A code is the report's identifier times ten plus the number of a variant.
-constexpr qint64 restrictedSelectionCodes[] = {
-    1110, 1120, 1130, 1131, 1140, 1150, 1160, 1210, 1220,  1230,  1231,  1240,  1250,  1410, 1420,
-    1450, 1460, 1470, 1600, 1610, 1611, 1612, 1613, 1620,  1621,  1630,  1660,  1661,  1690, 1691,
-    1700, 1701, 1702, 1910, 1911, 1912, 1920, 1921, 14200, 14209, 14600, 16121, 16122,
-};
-
-} // namespace
-
-bool reportAcceptsRestrictedSelection(int reportSubType) {
-    return std::ranges::find(restrictedSelectionCodes, qint64(reportSubType) * 10)
-           != std::end(restrictedSelectionCodes);
-}
-
 clsReport& clsReports_Collection::Add(int id, std::shared_ptr<clsReportParameters> parameters, int reportType,
                                       int reportSubType, bool outputExcel, bool outputCSV, bool outputEmail,
                                       QString& key) {

@@ -57,6 +57,3 @@ private:
     std::vector<Keyed> m_reports;
     QSet<QString> m_usedKeys; ///< in lower case
 };
-
-/// Whether a call report may have the AccountFilter RestrictedSelection.
-bool reportAcceptsRestrictedSelection(int reportSubType);

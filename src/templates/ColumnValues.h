@@ -15,10 +15,13 @@ public:
         m_names << Sql::value(Name(column));
         m_values << Sql::value(value);
     }
-    /// Throws DbError, see requireFits().
+    /// Refuses a text that its column cannot hold, see requireFits().
+    void requireText(const QString& label, const QString& text, int maxLength, CodePage codePage) const {
+        requireFits(label + m_owner, text, maxLength, codePage);
+    }
     void addText(const QString& column, const QString& label, const QString& text, int maxLength,
                  CodePage codePage) {
-        requireFits(label + m_owner, text, maxLength, codePage);
+        requireText(label, text, maxLength, codePage);
         add(column, text);
     }
 

@@ -23,13 +23,6 @@
 #include <QToolButton>
 #include <algorithm>
 
-namespace {
-
-/// Mobile reports that are about one handset.
-constexpr int handsetReports[] = {195, 196};
-
-} // namespace
-
 frmReport::frmReport(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmReport>()), m_report(session().project) {
     m_ui->setupUi(this);
@@ -292,9 +285,8 @@ QString frmReport::firstFault() const {
         return "You have not selected any numbers for the 'Calls Not To Number' Report";
     if (report == SelectedCircuitReport && parameters.SelectedCircuitID().isEmpty())
         return "You have not selected a circuit for the 'Selected Circuit' Report";
-    const bool aboutHandset = m_report.ReportType() == MobileReport
-                              && std::ranges::find(handsetReports, report) != std::end(handsetReports);
-    if (aboutHandset && parameters.ServiceNumber().isEmpty() && parameters.LineSelection().isEmpty())
+    if (isHandsetReport(m_report.ReportType(), report) && parameters.ServiceNumber().isEmpty()
+        && parameters.LineSelection().isEmpty())
         return "You have not selected a handset for the 'Selected Handset' Report";
     return hasOutput() ? QString() : "You must have at least one output selected";
 }

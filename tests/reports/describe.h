@@ -1,29 +1,31 @@
 #pragma once
 
-#include "reports/clsReportParameters.h"
+#include "reports/ReportColumns.h"
 
 #include <QStringList>
 
-/// Every parameter as text, for comparing whole objects.
-inline QStringList describe(const clsReportParameters& p) {
+/// Every stored value of a report and what only some reports store, as text, for comparing whole objects.
+inline QStringList describe(clsReport report) {
     QStringList texts;
-    const auto add = [&](const auto& value) { texts << QVariant::fromValue(value).toString(); };
-    for (int i = 1; i <= 7; ++i) add(p.DaySelected(i));
-    for (int i = 1; i <= 23; ++i) add(p.DistanceBandSelected(i));
-    for (int i = 1; i <= 5; ++i) add(p.CostCentre(i));
-    for (const QDate date : {p.DateRangeStart(), p.DateRangeEnd()}) add(date);
-    for (const QTime time : {p.TimeRangeStart(), p.TimeRangeEnd()}) add(time);
-    for (const qint64 number :
-         {p.CostRangeMinimumAmount(), p.CostRangeMaximumAmount(), p.DurationRangeMinimumAmount(),
-          p.DurationRangeMaximumAmount(), qint64(p.TimeRangeOvernight()), qint64(p.CallFilter()),
-          qint64(p.AccountFilter()), qint64(p.CallTaggingSetting()), qint64(p.CircuitsPercentage()),
-          qint64(p.CostCentreSummarySelectionLevel())})
-        add(number);
-    return texts << p.CostRangeMinimum() << p.CostRangeMaximum() << p.DurationRangeMinimum()
-                 << p.DurationRangeMaximum() << p.ServiceNumber() << p.SourceBillRef() << p.CallsToNumber()
-                 << p.CallsNotToNumber() << p.CallsFromNumber() << p.RepeatCallerThreshold()
-                 << p.LinkvaleBillNumber() << p.SelectedCircuitID() << p.ReportCaption() << p.ReportHeader()
-                 << p.WPUserId() << p.CallClassParams() << p.BillIds() << p.LineSelection();
+    report.setReportType(0); // whatever the report offers
+    report.setReportSubType(0);
+    forEachReportColumn([&](const ReportColumn& column, int number) {
+        if (column.get) texts << column.get(report, number).toString();
+    });
+    const clsReportParameters& p = *report.Parameters();
+    for (const qint64 number : {p.CostRangeMinimumAmount(), p.CostRangeMaximumAmount(),
+                                p.DurationRangeMinimumAmount(), p.DurationRangeMaximumAmount()})
+        texts << QString::number(number);
+    return texts << p.CallsToNumber() << p.CallsNotToNumber() << p.CallsFromNumber()
+                 << p.RepeatCallerThreshold() << p.LinkvaleBillNumber()
+                 << QString::number(p.CircuitsPercentage()) << p.SelectedCircuitID();
+}
+
+inline QStringList describe(const clsReportParameters& parameters) {
+    static const CurrentProject noProject;
+    clsReport report(noProject);
+    report.setParameters(std::make_shared<clsReportParameters>(parameters));
+    return describe(report);
 }
 
 /// Gives every parameter that all reports store a value other than its default. Texts hold what breaks
