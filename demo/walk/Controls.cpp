@@ -14,7 +14,7 @@ uctListView& list(QWidget& screen, const QString& name) {
 
 int idOf(QWidget& screen, const QString& listName, const QString& text) {
     for (const ListRow& row : list(screen, listName).rows().rows())
-        if (row.texts.value(0) == text) return row.id;
+        if (row.text(0) == text) return row.id;
     return -1;
 }
 

@@ -2,7 +2,6 @@
 
 #include "addresses/EmailAddress.h"
 #include "db/ColumnText.h"
-#include "db/DbError.h"
 
 #include <QStringList>
 #include <algorithm>
@@ -29,10 +28,13 @@ bool MailEntry::hasLevel() const {
     return level.size() == 1 && level >= "1" && level <= "5";
 }
 
-void requireFits(const MailEntry& entry) {
-    requireFits("bill account", entry.billAccount, 50, CodePage::Unicode);
-    requireFits("cost centre", entry.costCentre, 30, CodePage::Unicode);
-    requireFits("e-mail address", entry.emailAddress, 254, CodePage::Unicode);
+QString fittingProblem(const MailEntry& entry) {
+    for (const QString& problem :
+         {fittingProblem("bill account", entry.billAccount, 50, CodePage::Unicode),
+          fittingProblem("cost centre", entry.costCentre, 30, CodePage::Unicode),
+          fittingProblem("e-mail address", entry.emailAddress, 254, CodePage::Unicode)})
+        if (!problem.isEmpty()) return problem;
+    return {};
 }
 
 QString problemOf(const MailEntry& entry) {
@@ -42,10 +44,6 @@ QString problemOf(const MailEntry& entry) {
     if (!entry.hasLevel()) return "Cost Centre levels should be between 1 and 5";
     for (const QString& text : {entry.billAccount, entry.costCentre, entry.emailAddress})
         if (holdsControlCharacter(text)) return "A field holds a character that is no letter.";
-    try {
-        requireFits(entry);
-    } catch (const DbError& error) {
-        return error.text();
-    }
+    if (const QString problem = fittingProblem(entry); !problem.isEmpty()) return problem;
     return isValidEmailAddress(entry.emailAddress) ? QString() : "The e-mail address is not valid.";
 }

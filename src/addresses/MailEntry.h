@@ -19,7 +19,7 @@ struct MailEntry {
     bool hasLevel() const;
 };
 
-/// Throws DbError when a column of the address book cannot hold a text.
-void requireFits(const MailEntry& entry);
+/// Why a column of the address book cannot hold a text; empty when all can.
+QString fittingProblem(const MailEntry& entry);
 /// Why an entry cannot be taken into the address book, in words; empty when it can.
 QString problemOf(const MailEntry& entry);

@@ -170,7 +170,7 @@ void frmMailImport::fillPreview() {
     rows.reserve(std::size_t(m_rows.size()));
     for (const ImportRow& row : m_rows)
         rows.push_back({row.line,
-                        {QString::number(row.line), row.entry.billAccount, row.entry.costCentre,
+                        {ListCell::number(row.line), row.entry.billAccount, row.entry.costCentre,
                          row.levelText, row.entry.emailAddress, statusText(row)}});
     m_ui->lstPreview->setRows(std::move(rows));
 

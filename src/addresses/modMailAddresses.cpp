@@ -1,6 +1,7 @@
 #include "addresses/modMailAddresses.h"
 
 #include "db/Connection.h"
+#include "db/Refusal.h"
 
 #include <algorithm>
 #include <tuple>
@@ -63,7 +64,8 @@ std::optional<ForeignChanges> saveMailAddresses(Connection& connection, const QL
                                                 const QList<MailEntry>& asRead,
                                                 const std::function<void(qsizetype written)>& tell) {
     const QList<MailEntry> expected = sorted(asRead);
-    for (const MailEntry& entry : difference(sorted(book), expected)) requireFits(entry);
+    for (const MailEntry& entry : difference(sorted(book), expected))
+        if (const QString problem = fittingProblem(entry); !problem.isEmpty()) throw Refusal(problem);
 
     Transaction transaction(connection);
     // Nobody may change the book between the comparison and the replacement.

@@ -3,6 +3,7 @@
 #include "db/Connection.h"
 #include "db/DbError.h"
 #include "db/ForeignText.h"
+#include "db/Refusal.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,8 +14,8 @@ namespace {
 QStringList readLines(const QString& path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw DbError(0, QString("The script \"%1\" cannot be read: %2.")
-                             .arg(QDir::toNativeSeparators(path), file.errorString()));
+        throw Refusal(QString("The script \"%1\" cannot be read: %2.")
+                          .arg(QDir::toNativeSeparators(path), file.errorString()));
     return foreignLines(file.readAll());
 }
 
@@ -86,8 +87,8 @@ QString runJobs(Connection& connection, const QString& folder) {
         }
         if (QFile::exists(path) && !QFile::remove(path))
             failure += " The script could not be deleted and will run again.";
-    } catch (const DbError& error) {
-        failure = error.text();
+    } catch (const Refusal& refusal) {
+        failure = refusal.text();
     }
     return failure.trimmed();
 }

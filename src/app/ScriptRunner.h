@@ -5,12 +5,13 @@
 class Connection;
 
 /// Executes a file of statements in batches that lines "GO" (in any case) end; the last batch needs
-/// none. Lines are joined with CR LF. Throws DbError when the file cannot be read (naming it) or a
-/// batch fails (naming its place); the batches before it stay executed. The session is closed afterwards,
-/// for what a script has set in it (another database, an open transaction) must not meet what follows.
+/// none. Lines are joined with CR LF. Throws a Refusal when the file cannot be read (naming it), a DbError
+/// when a batch fails (naming its place); the batches before it stay executed. The session is closed
+/// afterwards, for what a script has set in it (another database, an open transaction) must not meet what
+/// follows.
 void runScript(Connection& connection, const QString& path);
 
-/// The file whole, its lines joined with CR LF; throws DbError when it cannot be read.
+/// The file whole, its lines joined with CR LF; throws a Refusal when it cannot be read.
 QString readScript(const QString& path);
 
 /// Runs the administrator's "jobs.sql" of the folder, when it is there, and deletes it, also after a

@@ -4,6 +4,7 @@
 #include "base/Session.h"
 #include "base/SettingsStore.h"
 #include "db/DbError.h"
+#include "db/Refusal.h"
 #include "db/SchedulerDatabase.h"
 
 namespace {
@@ -12,16 +13,16 @@ const QString invalidLogin = "Invalid Login.  Please check details entered and t
 const QString nothingStored = "99";
 
 /// A check that failed: thrown to leave the sequence of checks at once.
-struct Refusal {
+struct FailedCheck {
     LoginOutcome outcome;
 };
 
 [[noreturn]] void stay(const QString& message, LoginOutcome::Field focus = LoginOutcome::NoField) {
-    throw Refusal{{LoginOutcome::Stay, message, focus}};
+    throw FailedCheck{{LoginOutcome::Stay, message, focus}};
 }
 
 [[noreturn]] void endProgram(const QString& message) {
-    throw Refusal{{LoginOutcome::EndProgram, message, LoginOutcome::NoField}};
+    throw FailedCheck{{LoginOutcome::EndProgram, message, LoginOutcome::NoField}};
 }
 
 void checkTyped(const QString& server, const QString& userName, const QString& password) {
@@ -76,9 +77,13 @@ LoginOutcome cLogin::logIn(const QString& server, const QString& userName, const
         connectAndCheck(server, userName, password);
         prepareSchedulerDatabase();
         checkDatabases();
+    } catch (const FailedCheck& check) {
+        m_session.connection.reset();
+        return check.outcome;
     } catch (const Refusal& refusal) {
         m_session.connection.reset();
-        return refusal.outcome;
+        m_session.log.write("frmLogin.cmdOk_Click", 1, refusal.text());
+        return {LoginOutcome::Stay, "The login failed: " + refusal.text(), LoginOutcome::NoField};
     } catch (const DbError& error) {
         m_session.connection.reset();
         m_session.log.write("frmLogin.cmdOk_Click", error);

@@ -3,6 +3,7 @@
 #include "app/modCreateDB.h"
 #include "base/Session.h"
 #include "db/DbError.h"
+#include "db/Refusal.h"
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui_frmCreateDB.h"
@@ -45,6 +46,12 @@ void frmCreateDB::tell(const QString& step) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+void frmCreateDB::tellFailure(const QString& reason) {
+    m_context.messages.notice(this, "Failed to create the database.\r\nCan not continue.", Messages::Plain,
+                              {}, reason);
+    reject();
+}
+
 void frmCreateDB::cmdCreate_Click() {
     try {
         {
@@ -55,8 +62,9 @@ void frmCreateDB::cmdCreate_Click() {
         accept();
     } catch (const DbError& error) {
         m_context.session.log.write("frmCreateDB.cmdCreate_Click", error);
-        m_context.messages.notice(this, "Failed to create the database.\r\nCan not continue.",
-                                  Messages::Plain, {}, error.text());
-        reject();
+        tellFailure(error.text());
+    } catch (const Refusal& refusal) { // a script that cannot be read
+        m_context.session.log.write("frmCreateDB.cmdCreate_Click", 1, refusal.text());
+        tellFailure(refusal.text());
     }
 }

@@ -25,6 +25,7 @@ private slots:
 
 private:
     void tell(const QString& step);
+    void tellFailure(const QString& reason);
 
     ScreenContext& m_context;
     std::unique_ptr<Ui::frmCreateDB> m_ui;

@@ -16,5 +16,5 @@ QString GetMaxFileSizeDesc(Connection& connection);
 
 /// Adds the columns that are missing; safe to repeat.
 void addMailOptionColumns(Connection& connection);
-/// Throws DbError, also when the address does not fit its column.
+/// Throws DbError, a Refusal when the address does not fit its column.
 void saveMailOptions(Connection& connection, const QString& defaultEmail, int maxFileSize);

@@ -1,8 +1,8 @@
 #include "base/Session.h"
 
-#include "db/DbError.h"
+#include "db/Refusal.h"
 
 Connection& Session::db() const {
-    if (!connection) throw DbError(0, "No login has been made.");
+    if (!connection) throw Refusal("No login has been made.");
     return *connection;
 }

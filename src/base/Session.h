@@ -35,7 +35,7 @@ struct Session {
     }
 
     bool isAdministrator() const { return userName == serverLoginName; }
-    /// The shared connection; throws DbError before a login.
+    /// The shared connection; throws a Refusal before a login.
     Connection& db() const;
 
     cPathControl paths;

@@ -49,5 +49,3 @@ private:
 
 /// What a list shows for a stored date: its shown form, or the text itself, marked, where it is no date.
 QString shownStoredDate(const QString& stored);
-/// A number that grows with a shown date; nothing for a text that is none.
-std::optional<qint64> orderOfShownDate(const QString& shown);

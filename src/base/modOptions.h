@@ -8,7 +8,7 @@ struct Session;
 void ReadGlobalOptions(Session& session);
 
 /// Stores the options in the table's one row, which is made when it is missing, and reads them again.
-/// Throws DbError, also when the path does not fit its column.
+/// Throws DbError, a Refusal when the path does not fit its column.
 void SaveGlobalOptions(Session& session, const GlobalOptions& options);
 
 /// Only users of level 1 may change the options.

@@ -1,6 +1,6 @@
 #include "db/ColumnText.h"
 
-#include "db/DbError.h"
+#include "db/Refusal.h"
 
 #include <algorithm>
 #include <iterator>
@@ -19,18 +19,21 @@ bool isInLatin1252(QChar letter) {
 
 } // namespace
 
-void requireFits(const QString& fieldLabel, const QString& text, int maxLength, CodePage codePage) {
+QString fittingProblem(const QString& fieldLabel, const QString& text, int maxLength, CodePage codePage) {
     if (codePage == CodePage::Latin1252) {
         const auto foreign = std::find_if_not(text.begin(), text.end(), isInLatin1252);
         if (foreign != text.end()) {
             const QString letter = text.mid(foreign - text.begin(), foreign->isHighSurrogate() ? 2 : 1);
-            throw DbError(DbError::TextTooLong, "The " + fieldLabel + " holds the letter '" + letter
-                                                    + "', which the database cannot store.");
+            return "The " + fieldLabel + " holds the letter '" + letter
+                   + "', which the database cannot store.";
         }
     }
-    if (text.size() > maxLength)
-        throw DbError(DbError::TextTooLong, "The " + fieldLabel
-                                                + QString(" is too long: %1 characters were entered, %2 fit.")
-                                                      .arg(text.size())
-                                                      .arg(maxLength));
+    if (text.size() <= maxLength) return {};
+    return "The " + fieldLabel
+           + QString(" is too long: %1 characters were entered, %2 fit.").arg(text.size()).arg(maxLength);
+}
+
+void requireFits(const QString& fieldLabel, const QString& text, int maxLength, CodePage codePage) {
+    const QString problem = fittingProblem(fieldLabel, text, maxLength, codePage);
+    if (!problem.isEmpty()) throw Refusal(problem, fieldLabel);
 }

@@ -8,7 +8,8 @@ enum class CodePage {
     Unicode,   ///< nvarchar
 };
 
-/// Refuses a text that its column cannot hold, before the server cuts it or turns letters into question
-/// marks. Throws DbError (8152): "The report caption is too long: 60 characters were entered, 50 fit."
-/// for the field label "report caption".
+/// Why a column cannot hold a text: "The report caption is too long: 60 characters were entered, 50 fit." for
+/// the field label "report caption". Empty when it can.
+QString fittingProblem(const QString& fieldLabel, const QString& text, int maxLength, CodePage codePage);
+/// Throws a Refusal of such a text, before the server cuts it or turns letters into question marks.
 void requireFits(const QString& fieldLabel, const QString& text, int maxLength, CodePage codePage);

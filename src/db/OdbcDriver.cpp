@@ -1,6 +1,6 @@
 #include "db/OdbcDriver.h"
 
-#include "db/DbError.h"
+#include "db/Refusal.h"
 #include "db/ServerAddress.h"
 
 #include <QFileInfo>
@@ -51,15 +51,15 @@ OdbcDriver OdbcDriver::choose(const QStringList& installed, const QString& wante
         QString best = newestOfMicrosoft(installed);
         if (best.isEmpty()) best = firstFreeTds(installed);
         if (best.isEmpty())
-            throw DbError(0, "No ODBC driver for SQL Server is installed. Please install Microsoft's "
-                             "\"ODBC Driver 18 for SQL Server\" or FreeTDS.");
+            throw Refusal("No ODBC driver for SQL Server is installed. Please install Microsoft's "
+                          "\"ODBC Driver 18 for SQL Server\" or FreeTDS.");
         return OdbcDriver(best);
     }
     if (QFileInfo(wanted).isAbsolute()) return OdbcDriver(wanted);
     for (const QString& name : installed)
         if (name.compare(wanted, Qt::CaseInsensitive) == 0) return OdbcDriver(name);
     const QString others = installed.isEmpty() ? "none" : installed.join(", ");
-    throw DbError(0, QString("The ODBC driver \"%1\" is not installed. Installed: %2.").arg(wanted, others));
+    throw Refusal(QString("The ODBC driver \"%1\" is not installed. Installed: %2.").arg(wanted, others));
 }
 
 QString OdbcDriver::connectionString(const ConnectionString& target, const OdbcSettings& settings) const {
@@ -106,8 +106,7 @@ QString OdbcDriver::plainCredentials(const ConnectionString& target) const {
 QString OdbcDriver::plain(const QString& value, const QString& meaning) const {
     static const QRegularExpression impassable("[;{}]");
     if (value.contains(impassable))
-        throw DbError(0,
-                      QString("The %1 holds one of the characters ; { }, which cannot be given to the ODBC "
+        throw Refusal(QString("The %1 holds one of the characters ; { }, which cannot be given to the ODBC "
                               "driver \"%2\".")
                           .arg(meaning, m_name));
     return value;

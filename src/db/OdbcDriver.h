@@ -18,12 +18,12 @@ public:
     explicit OdbcDriver(const QString& name);
 
     /// The driver that `wanted` names, without regard to case; when it is empty, the newest of
-    /// Microsoft's, else FreeTDS. Throws DbError when that driver is not among the installed ones.
+    /// Microsoft's, else FreeTDS. Throws a Refusal when that driver is not among the installed ones.
     static OdbcDriver choose(const QStringList& installed, const QString& wanted);
 
     const QString& name() const { return m_name; }
     bool isSqlServer() const { return m_kind != Kind::Other; }
-    /// Throws DbError for a value that this driver cannot be told, without repeating a password.
+    /// Throws a Refusal for a value that this driver cannot be told, without repeating a password.
     QString connectionString(const ConnectionString& target, const OdbcSettings& settings) const;
 
 private:

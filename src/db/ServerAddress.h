@@ -8,6 +8,6 @@ struct ServerAddress {
     QString instance; ///< empty for the default instance
     int port = 0;     ///< 0 when none was given
 
-    /// Blanks around the parts do not count. Throws DbError when there is no host or the port is none.
+    /// Blanks around the parts do not count. Throws a Refusal when there is no host or the port is none.
     static ServerAddress parse(const QString& typed);
 };

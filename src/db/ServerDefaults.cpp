@@ -3,6 +3,7 @@
 #include "db/Connection.h"
 #include "db/DbError.h"
 #include "db/ForeignText.h"
+#include "db/Refusal.h"
 
 #include <QDir>
 #include <QFile>
@@ -18,8 +19,8 @@ QString withSeparator(const QString& folder) {
 void readIni(const QString& path, ServerDefaults& defaults) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        throw DbError(
-            0, QString("\"%1\" cannot be read: %2.").arg(QDir::toNativeSeparators(path), file.errorString()));
+        throw Refusal(
+            QString("\"%1\" cannot be read: %2.").arg(QDir::toNativeSeparators(path), file.errorString()));
     for (const QString& line : foreignLines(file.readAll())) {
         const QString key = line.section('=', 0, 0).trimmed().toUpper();
         const QString value = line.section('=', 1).trimmed();

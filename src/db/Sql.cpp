@@ -1,14 +1,13 @@
 #include "db/Sql.h"
 
-#include "db/DbError.h"
+#include "db/Refusal.h"
 
 #include <cmath>
 
 namespace {
 
 void refuseNul(const QString& text) {
-    if (text.contains(QChar(u'\0')))
-        throw DbError(0, "The text holds a character that cannot be stored (NUL).");
+    if (text.contains(QChar(u'\0'))) throw Refusal("The text holds a character that cannot be stored (NUL).");
 }
 
 QString quotedText(QString text) {
@@ -20,7 +19,7 @@ QString quotedText(QString text) {
 
 QString Name::quoted() const {
     refuseNul(m_name);
-    if (m_name.isEmpty()) throw DbError(0, "A database or table name is empty.");
+    if (m_name.isEmpty()) throw Refusal("A database or table name is empty.");
     return '[' + QString(m_name).replace(u']', "]]") + u']';
 }
 
@@ -46,7 +45,7 @@ Sql Sql::value(const QDate& date) {
 }
 
 Sql Sql::value(double number) {
-    if (!std::isfinite(number)) throw DbError(0, "A number is not finite and cannot be stored.");
+    if (!std::isfinite(number)) throw Refusal("A number is not finite and cannot be stored.");
     return script(QString::number(number, 'g', 15));
 }
 

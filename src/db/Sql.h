@@ -12,7 +12,7 @@
 class Name {
 public:
     explicit Name(QString name) : m_name(std::move(name)) {}
-    /// "[name]"; throws DbError for an empty name or one with a NUL character.
+    /// "[name]"; throws a Refusal for an empty name or one with a NUL character.
     QString quoted() const;
 
 private:

@@ -1,7 +1,6 @@
 #include "numbers/NumberTable.h"
 
 #include "db/ColumnText.h"
-#include "db/DbError.h"
 
 #include <QSet>
 #include <algorithm>
@@ -12,12 +11,7 @@ constexpr qsizetype RowsPerStatement = 500; // the server takes a thousand at mo
 
 /// Why the column cannot hold a number; empty when it can.
 QString storingProblem(const QString& number, int maxLength) {
-    try {
-        requireFits("telephone number", number, maxLength, CodePage::Latin1252);
-        return {};
-    } catch (const DbError& error) {
-        return error.text();
-    }
+    return fittingProblem("telephone number", number, maxLength, CodePage::Latin1252);
 }
 
 } // namespace

@@ -27,7 +27,7 @@ struct Fault {
 std::optional<Fault> firstFault(const clsReport& report, const CatalogueEntry* entry,
                                 const clsReportParameters& parameters, const QStringList& sourceBills);
 
-/// Refuses texts that their columns could not hold later; throws DbError.
+/// Refuses texts that their columns could not hold later; throws a Refusal.
 void requireTextsFit(clsReport edited);
 
 } // namespace parameterChecks

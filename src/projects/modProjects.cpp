@@ -2,6 +2,7 @@
 
 #include "base/Session.h"
 #include "db/DbError.h"
+#include "db/Refusal.h"
 
 #include <QElapsedTimer>
 
@@ -73,7 +74,7 @@ void openProject(Session& session, const QString& database) {
     Connection& db = session.db();
     const RecordSet bill =
         db.query(sql("SELECT TOP 1 * FROM {}.dbo.Tbl50 WITH (NOLOCK) ORDER BY BillID", Name(database)));
-    if (bill.isEmpty()) throw DbError(0, QString("The project '%1' holds no bills yet.").arg(database));
+    if (bill.isEmpty()) throw Refusal(QString("The project '%1' holds no bills yet.").arg(database));
 
     CurrentProject project;
     project.database = database;

@@ -2,7 +2,7 @@
 
 #include "base/Session.h"
 #include "db/ColumnText.h"
-#include "db/DbError.h"
+#include "db/Refusal.h"
 #include "db/StoredTitle.h"
 #include "schedules/ScheduleStatus.h"
 #include "templates/modTemplates.h"
@@ -86,7 +86,7 @@ clsSchedule::SaveResult clsSchedule::SaveSchedule(const QString& newTitle, bool 
     try {
         if (!inserted) insert ? insertRow(stored) : updateRow(stored);
         if (saveTemplate && Template().SaveTemplate() != clsTemplate::Saved)
-            throw DbError(0, "The template's name is used by another template of its account.");
+            throw Refusal("The template's name is used by another template of its account.");
         m_outcomeUnknown = true; // until the answer is there
         transaction.commit();
     } catch (...) {

@@ -32,7 +32,7 @@ public:
     void SetRanDate(const WallClock& when);
     /// Inserts under `newTitle` when it is given or the schedule is not stored yet, else updates. With
     /// `saveTemplate` the template is saved as well, in the same transaction. A row that is no longer
-    /// as it was loaded is not overwritten. Throws DbError when a text does not fit; a longer title of an
+    /// as it was loaded is not overwritten. Throws a Refusal when a text does not fit; a longer title of an
     /// older version may stay.
     SaveResult SaveSchedule(const QString& newTitle, bool saveTemplate);
     /// After ChangedMeanwhile: what the other user changed, in words, and who he is.

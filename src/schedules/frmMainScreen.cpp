@@ -13,6 +13,7 @@
 #include "schedules/modScheduler.h"
 #include "templates/frmManageTemplates.h"
 #include "ui/Cursors.h"
+#include "ui/DateCell.h"
 #include "ui/Labels.h"
 #include "ui/ListHabits.h"
 #include "ui/Messages.h"
@@ -45,11 +46,12 @@ QLabel* subtleLabel(const QString& name, const QString& text, QWidget* parent) {
 }
 
 ListRow listRow(const ScheduleListRow& schedule) {
-    ListRow row{schedule.id, {schedule.title, statusText(schedule.status), schedule.shownDate}};
+    ListRow row{schedule.id,
+                {schedule.title, statusText(schedule.status), dateCell(schedule.shownDate, schedule.date)}};
     row.toolTip = schedule.problem.isEmpty() ? "Project: " + schedule.project : schedule.problem;
     row.keywords = schedule.project + '\n' + schedule.templateTitle;
     if (isFinished(schedule.status)) return row;
-    row.texts << schedule.contents << schedule.templateTitle;
+    row.cells << schedule.contents << schedule.templateTitle;
     row.background = schedule.subProjects ? Palette::multiSelectCostCentre() : QColor();
     return row;
 }
@@ -108,14 +110,14 @@ void frmMainScreen::buildFooter() {
 void frmMainScreen::buildLists() {
     m_ui->lstSchedules->setColumns({{"Schedule Title", ListColumn::Text, 44},
                                     {"Status", ListColumn::Text, 46},
-                                    {"Due To Run", ListColumn::Date, 24},
+                                    {"Due To Run", ListColumn::Text, 24},
                                     {"Reports/Sub Projects", ListColumn::Text, 26},
                                     {"Template", ListColumn::Text, 30}},
                                    "PendingSchedules");
     m_ui->lstSchedules->setEmptyText("No schedule is waiting. Add Schedule makes one.");
     m_ui->lstFinished->setColumns({{"Schedule Title", ListColumn::Text, 44},
                                    {"Status", ListColumn::Text, 46},
-                                   {"Date/Time Ran", ListColumn::Date, 24}},
+                                   {"Date/Time Ran", ListColumn::Text, 24}},
                                   "CompletedSchedules");
     m_ui->lstFinished->setEmptyText("No schedule has been run yet.");
 
@@ -204,10 +206,9 @@ void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
             finished.push_back(std::move(row));
             continue;
         }
-        if (statusText(schedule.status) == statusText(Pending)) {
-            row.texts[StatusColumn] = dueText(schedule.date, now);
-            m_runDates.insert(schedule.id, schedule.date);
-        }
+        if (statusText(schedule.status) == statusText(Pending))
+            row.cells[StatusColumn] = dueText(schedule.date, now);
+        m_runDates.insert(schedule.id, schedule.date);
         pending.push_back(std::move(row));
     }
     const int selected = m_selectedScheduleId;
@@ -224,8 +225,11 @@ void frmMainScreen::PopulateScreen(bool force) {
     const auto minute = [](const WallClock& time) { return time.order() / 60; };
     if (!force && minute(now) == minute(m_lastDueUpdate)) return;
     ListModel& rows = m_ui->lstSchedules->rows();
-    for (auto schedule = m_runDates.cbegin(); schedule != m_runDates.cend(); ++schedule)
-        rows.setText(rows.rowOf(schedule.key()), StatusColumn, dueText(schedule.value(), now));
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        const ListRow& shown = rows.rows()[std::size_t(row)];
+        if (shown.text(StatusColumn).startsWith(statusText(Pending)))
+            rows.setText(row, StatusColumn, dueText(m_runDates.value(shown.id), now));
+    }
     m_lastDueUpdate = now;
 }
 
@@ -273,10 +277,10 @@ void frmMainScreen::editSchedule(int id) {
     }
 }
 
-/// Empty for a schedule that the pending list shows no date of.
+/// Empty for a schedule without a run date.
 QString frmMainScreen::processedSince(int id) const {
-    const QString due = m_ui->lstSchedules->textOf(id, DateColumn);
-    return orderOfShownDate(due) ? QString(", since %1 at the earliest").arg(due) : QString();
+    const auto due = m_runDates.value(id);
+    return due ? QString(", since %1 at the earliest").arg(due->shown()) : QString();
 }
 
 void frmMainScreen::resetSchedule(int id) {

@@ -12,6 +12,7 @@
 #include "templates/frmTransfer.h"
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"
+#include "ui/DateCell.h"
 #include "ui/FollowFocus.h"
 #include "ui/Labels.h"
 #include "ui/Messages.h"
@@ -33,8 +34,7 @@ const QString selectProject = "Please select a project";
 frmSchedule::frmSchedule(ScreenContext& screenContext, QWidget* parent)
     : ScreenDialog(screenContext, parent), m_ui(std::make_unique<Ui::frmSchedule>()), m_schedule(session()) {
     m_ui->setupUi(this);
-    m_ui->lstHistory->setColumns({{"Project", ListColumn::Text, 45}, {"Last used", ListColumn::Date}},
-                                 "ProjectHistory");
+    m_ui->lstHistory->setColumns({{"Project", ListColumn::Text, 45}, {"Last used"}}, "ProjectHistory");
     m_ui->lstHistory->setEmptyText("The projects that you choose are kept here.");
     // The list gives way first where the screen is small.
     m_ui->lstHistory->setMinimumHeight(fontMetrics().height() * 6);
@@ -157,7 +157,7 @@ void frmSchedule::showProject() {
 void frmSchedule::fillHistory() {
     std::vector<ListRow> rows;
     for (const projectHistory::Entry& entry : projectHistory::read(session()))
-        rows.push_back({int(rows.size()), {entry.project, entry.lastUsed.shown()}});
+        rows.push_back({int(rows.size()), {entry.project, dateCell(entry.lastUsed.shown(), entry.lastUsed)}});
     m_ui->lstHistory->setRows(std::move(rows));
 }
 
@@ -363,14 +363,7 @@ bool frmSchedule::isTemplateThere() {
 
 /// What stands against the save is told or asked; nothing that was entered is lost.
 bool frmSchedule::store(const QString& newTitle) {
-    clsSchedule::SaveResult result = clsSchedule::Saved;
-    try {
-        result = m_schedule.SaveSchedule(newTitle, false);
-    } catch (const DbError& error) {
-        if (error.number() != DbError::TextTooLong) throw;
-        return refused(error.text(), m_ui->txtTitle);
-    }
-    switch (result) {
+    switch (m_schedule.SaveSchedule(newTitle, false)) {
     case clsSchedule::Saved:
         return true;
     case clsSchedule::TitleMissing:

@@ -2,7 +2,7 @@
 
 #include "base/Session.h"
 #include "base/modCommonFunctions.h"
-#include "db/DbError.h"
+#include "db/Refusal.h"
 #include "schedules/ScheduleStatus.h"
 #include "schedules/clsSchedule.h"
 #include "templates/modTemplates.h"
@@ -15,7 +15,7 @@ int ReadScheduleStatus(Session& session, int scheduleId) {
     const RecordSet rows = session.db().query(sql(
         "SELECT TOP 1 [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE ([ScheduleID] = {})",
         scheduleId));
-    if (rows.isEmpty()) throw DbError(0, "This schedule has been deleted by somebody else in the meantime.");
+    if (rows.isEmpty()) throw Refusal("This schedule has been deleted by somebody else in the meantime.");
     return rows.row(0).integer("Status");
 }
 

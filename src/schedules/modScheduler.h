@@ -7,7 +7,7 @@
 
 struct Session;
 
-/// The stored status of a schedule; throws DbError when the schedule is gone.
+/// The stored status of a schedule; throws a Refusal when the schedule is gone.
 int ReadScheduleStatus(Session& session, int scheduleId);
 void SetScheduleStatus(Session& session, int scheduleId, int status);
 /// One row of tblLogs about the session's log subject.

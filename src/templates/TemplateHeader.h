@@ -23,6 +23,6 @@ struct TemplateHeader {
 
     /// Of a row of "SELECT * FROM … tblTemplate"; NULL gives the default.
     static TemplateHeader read(const Row& row);
-    /// All but the key. Throws DbError when a text does not fit.
+    /// All but the key. Throws a Refusal when a text does not fit.
     ColumnValues columns() const;
 };

@@ -14,7 +14,7 @@ RecordSet read(Connection& connection, int templateId);
 void addReports(const RecordSet& rows, const CurrentProject& project, clsReports_Collection& reports);
 
 /// All but the keys. What the report does not offer in the current project is written empty or NULL.
-/// Throws DbError when a text does not fit.
+/// Throws a Refusal when a text does not fit.
 ColumnValues columns(clsReport& report);
 
 } // namespace templateReportRow

@@ -63,7 +63,7 @@ QList<TemplateUsage> loadTemplateUsage(Session& session) {
         const int id = row.integer("TemplateID");
         const auto found = latest.constFind(id);
         const auto known = found == latest.constEnd() ? std::nullopt : std::optional(*found);
-        usage.append({id, row.integer("ActiveCount"), shownLastUsed(row.text("LastUsed"), known)});
+        usage.append({id, row.integer("ActiveCount"), shownLastUsed(row.text("LastUsed"), known), known});
     }
     return usage;
 }

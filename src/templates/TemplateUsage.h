@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/WallClock.h"
+
 #include <QList>
 #include <QString>
 
@@ -10,6 +12,7 @@ struct TemplateUsage {
     int templateId = 0;
     int activeCount = 0;
     QString lastUsed; ///< "05 Apr 2008 14:30"; "-" for a template never used
+    std::optional<WallClock> lastRun;
 };
 
 /// Every template in the server's order, in two statements however many there are. Throws DbError.

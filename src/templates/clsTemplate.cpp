@@ -1,6 +1,7 @@
 #include "templates/clsTemplate.h"
 
 #include "db/DbError.h"
+#include "db/Refusal.h"
 #include "reports/BillType.h"
 #include "templates/TemplateReportRow.h"
 #include "templates/modTemplates.h"
@@ -94,7 +95,7 @@ clsTemplate::SaveResult clsTemplate::SaveTemplate(const QString& newTitle, WhenC
     return Saved;
 }
 
-/// Throws DbError when a text does not fit.
+/// Throws a Refusal when a text does not fit.
 clsTemplate::NewRows clsTemplate::newRows(const TemplateHeader& header) {
     NewRows rows{header.columns(), {}, {}};
     if (header.isOrdinary())
@@ -125,8 +126,7 @@ bool clsTemplate::isStored(int id, const NewRows& rows) const {
     clsTemplate stored(m_connection, m_project);
     try {
         return stored.LoadTemplate(id) && stored.newRows(stored.m_header).wording() == rows.wording();
-    } catch (const DbError& error) {
-        if (error.number() != DbError::TextTooLong) throw;
+    } catch (const Refusal&) {
         return false; // what older versions stored may not fit any more
     }
 }
@@ -155,9 +155,9 @@ int clsTemplate::writeHeader(const TemplateHeader& header, const ColumnValues& c
         const Sql update = sql("UPDATE NorvaScheduler.dbo.tblTemplate SET {} WHERE [TemplateID] = {}",
                                columns.assignments(), header.id);
         if (m_connection.changedRows(update) == 0)
-            throw DbError(
-                0, "The template was deleted by another user. Nothing was saved; to keep your changes, "
-                   "save it under a new title.");
+            throw Refusal(
+                "The template was deleted by another user. Nothing was saved; to keep your changes, "
+                "save it under a new title.");
         return header.id;
     }
     m_connection.execute(sql("INSERT INTO NorvaScheduler.dbo.tblTemplate ({}) VALUES ({})", columns.names(),

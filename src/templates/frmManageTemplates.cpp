@@ -11,6 +11,7 @@
 #include "templates/frmTransfer.h"
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"
+#include "ui/DateCell.h"
 #include "ui/Icons.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
@@ -28,7 +29,7 @@ frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
                                     {"Bill Type", ListColumn::Text, 22},
                                     {"No of Reports", ListColumn::Number, 20},
                                     {"Active Schedules Count", ListColumn::Number, 32},
-                                    {"Last Used", ListColumn::Date, 24}},
+                                    {"Last Used", ListColumn::Text, 24}},
                                    "Templates");
     m_ui->lstTemplates->setEmptyText("There is no template yet. Add Template makes one.");
     buildFooter();
@@ -91,8 +92,8 @@ void frmManageTemplates::fillList() {
         const TemplateHeader& header = summary->header;
         ListRow row{header.id,
                     {header.title, header.unitabAccount, billTypeName(header.billType),
-                     QString::number(summary->reportCount), QString::number(usage.activeCount),
-                     usage.lastUsed}};
+                     ListCell::number(summary->reportCount), ListCell::number(usage.activeCount),
+                     dateCell(usage.lastUsed, usage.lastRun)}};
         row.icon = icons[clsTemplate::iconOf(header)];
         rows.push_back(std::move(row));
     }

@@ -1,26 +1,12 @@
 #include "ui/ListModel.h"
 
-#include "base/WallClock.h"
-
 #include <QSet>
 #include <algorithm>
-#include <limits>
 
 namespace {
 
-constexpr double unreadable = -std::numeric_limits<double>::infinity();
-
-ListModel::SortKey keyOf(const QString& text, ListColumn::Kind kind) {
-    if (kind == ListColumn::Date) {
-        const std::optional<qint64> order = orderOfShownDate(text);
-        return order ? double(*order) : unreadable;
-    }
-    if (kind == ListColumn::Number) {
-        bool isNumber = false;
-        const double number = text.toDouble(&isNumber);
-        return isNumber ? number : unreadable;
-    }
-    return text.toCaseFolded();
+ListModel::SortKey keyOf(const ListCell& cell) {
+    return cell.order ? ListModel::SortKey(*cell.order) : ListModel::SortKey(cell.text.toCaseFolded());
 }
 
 } // namespace
@@ -114,15 +100,14 @@ void ListModel::indexRows() {
 void ListModel::makeKeys(int row) {
     std::vector<SortKey> keys;
     for (std::size_t column = 0; column < m_columns.size(); ++column)
-        keys.push_back(
-            keyOf(m_rows[std::size_t(row)].texts.value(qsizetype(column)), m_columns[column].kind));
+        keys.push_back(keyOf(m_rows[std::size_t(row)].cells.value(qsizetype(column))));
     m_keys[std::size_t(row)] = std::move(keys);
 }
 
 void ListModel::setText(int row, int column, const QString& text) {
-    QString& shown = m_rows[std::size_t(row)].texts[column];
-    if (shown == text) return;
-    shown = text;
+    ListCell& cell = m_rows[std::size_t(row)].cells[column];
+    if (cell.text == text) return;
+    cell.text = text;
     makeKeys(row);
     emit dataChanged(index(row, column), index(row, column));
 }
@@ -143,9 +128,9 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     const ListRow& row = m_rows[std::size_t(index.row())];
     switch (role) {
     case Qt::DisplayRole:
-        return row.texts.value(index.column());
+        return row.text(index.column());
     case Qt::ToolTipRole:
-        return row.toolTip.isEmpty() ? row.texts.value(index.column()) : row.toolTip;
+        return row.toolTip.isEmpty() ? row.text(index.column()) : row.toolTip;
     case Qt::DecorationRole:
         return index.column() == 0 && !row.icon.isNull() ? QVariant(row.icon) : QVariant();
     case Qt::BackgroundRole:
@@ -185,7 +170,8 @@ bool ListOrder::lessThan(const QModelIndex& left, const QModelIndex& right) cons
 
 bool ListOrder::filterAcceptsRow(int sourceRow, const QModelIndex&) const {
     const ListRow& row = m_source->rows()[std::size_t(sourceRow)];
-    const QString texts = row.texts.join('\n') + '\n' + row.keywords;
+    QString texts = row.keywords;
+    for (const ListCell& cell : row.cells) texts += '\n' + cell.text;
     return std::all_of(m_words.begin(), m_words.end(),
                        [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); });
 }

@@ -5,29 +5,50 @@
 #include <QHash>
 #include <QIcon>
 #include <QSortFilterProxyModel>
+#include <limits>
+#include <optional>
 #include <variant>
 #include <vector>
 
-/// A column of a list: its caption, how its texts sort, how wide it is at first.
+/// A column of a list: its caption, on which side it stands, how wide it is at first.
 struct ListColumn {
-    enum Kind { Text, Number, Date }; ///< dates in the form "dd mmm yyyy Hh:Nn"
+    enum Kind { Text, Number };
 
     QString caption;
     Kind kind = Text;
     int width = 20; ///< share of the list's width, in characters, until the user sets another
 };
 
+/// What a cell shows, and what it sorts by: a value, or else its text without regard to case. In one column
+/// texts come after values.
+struct ListCell {
+    QString text;
+    std::optional<double> order;
+
+    ListCell() = default;
+    ListCell(const QString& shown) : text(shown) {}
+    ListCell(const QString& shown, double sortedBy) : text(shown), order(sortedBy) {}
+    /// Comes before all values when there is none.
+    ListCell(const QString& shown, const std::optional<double>& sortedBy)
+        : text(shown), order(sortedBy.value_or(-std::numeric_limits<double>::infinity())) {}
+    static ListCell number(int value) { return {QString::number(value), double(value)}; }
+
+    bool operator==(const ListCell&) const = default;
+};
+
 /// A row of a list, keyed by its record's ID.
 struct ListRow {
     int id = 0;
-    QStringList texts;   ///< one for each column
-    QColor background{}; ///< invalid: the list's own
+    QList<ListCell> cells; ///< one for each column
+    QColor background{};   ///< invalid: the list's own
     QIcon icon{};
     QString toolTip{};
     QString keywords{}; ///< found by the filter, not shown
 
+    QString text(int column) const { return cells.value(column).text; }
+
     bool operator==(const ListRow& other) const {
-        return id == other.id && texts == other.texts && background == other.background
+        return id == other.id && cells == other.cells && background == other.background
                && toolTip == other.toolTip && keywords == other.keywords
                && icon.cacheKey() == other.icon.cacheKey();
     }
@@ -50,8 +71,7 @@ public:
     int rowOf(int id) const { return m_rowOf.value(id, -1); }
     void setText(int row, int column, const QString& text);
 
-    /// What a cell sorts by: a number for numbers and dates (those that cannot be read come first),
-    /// else the text without regard to case.
+    /// What a cell sorts by: its value, or its text folded.
     using SortKey = std::variant<double, QString>;
     const SortKey& sortKey(int row, int column) const;
 

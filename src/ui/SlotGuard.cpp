@@ -2,9 +2,10 @@
 
 #include "base/Session.h"
 #include "db/DbError.h"
+#include "db/Refusal.h"
 #include "ui/Messages.h"
 
-#include <QString>
+#include <QLabel>
 
 QString inWords(const DbError& error) {
     if (error.connectionLost())
@@ -20,11 +21,18 @@ namespace {
 void tell(const ScreenContext& context, QWidget* screen, const DbError& error, const QString& headline) {
     const QString words = inWords(error);
     const QString serversWords = words == error.text() ? QString() : error.text();
-    // What the program itself refuses says enough.
-    if (headline.isEmpty() || error.number() == 0 || error.number() == DbError::TextTooLong)
+    if (headline.isEmpty())
         context.messages.notice(screen, words, Messages::Plain, {}, serversWords);
     else
         context.messages.notice(screen, headline, Messages::Plain, {}, words);
+}
+
+/// Its label and the refusal use the same words.
+void focusField(QWidget* screen, const QString& field) {
+    if (!screen || field.isEmpty()) return;
+    for (const QLabel* label : screen->findChildren<QLabel*>())
+        if (label->buddy() && QString(label->text()).remove('&').compare(field, Qt::CaseInsensitive) == 0)
+            return label->buddy()->setFocus();
 }
 
 } // namespace
@@ -34,6 +42,10 @@ bool guarded(const ScreenContext& context, QWidget* screen, const char* slot,
     try {
         body();
         return true;
+    } catch (const Refusal& refusal) {
+        context.session.log.write(slot, 1, refusal.text());
+        context.messages.notice(screen, refusal.text());
+        focusField(screen, refusal.field());
     } catch (const DbError& error) {
         context.session.log.write(slot, error);
         tell(context, screen, error, headline);

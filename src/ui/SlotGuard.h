@@ -14,7 +14,7 @@ QString inWords(const DbError& error);
 
 /// Runs the body of a screen's slot. What the body does not handle itself is written to the error log
 /// under the slot's name ("frmTemplate.cmdDelete_Click") and told to the user; the screen stays open.
-/// An error of the server is told under `headline`, "Error saving template", if there is one. Returns whether
-/// the body came to its end.
+/// An error of the server is told under `headline`, "Error saving template", if there is one; a Refusal has
+/// words of its own, and puts the focus on its field. Returns whether the body came to its end.
 bool guarded(const ScreenContext& context, QWidget* screen, const char* slot,
              const std::function<void()>& body, const QString& headline = {});

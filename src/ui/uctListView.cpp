@@ -159,7 +159,7 @@ bool uctListView::selectId(int id) {
 
 QString uctListView::textOf(int id, int column) const {
     const int row = m_model->rowOf(id);
-    return row < 0 ? QString() : m_model->rows()[std::size_t(row)].texts.value(column);
+    return row < 0 ? QString() : m_model->rows()[std::size_t(row)].text(column);
 }
 
 void uctListView::sortBy(int column, bool keepOrder) {

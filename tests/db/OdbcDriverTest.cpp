@@ -37,7 +37,7 @@ private slots:
         QFETCH(QString, wanted);
         QFETCH(QString, chosen);
         QString name;
-        const auto error = errorOf([&] { name = OdbcDriver::choose(installed, wanted).name(); });
+        const auto error = errorOf<Refusal>([&] { name = OdbcDriver::choose(installed, wanted).name(); });
         QCOMPARE(name, chosen);
         if (error) QVERIFY2(error->text().contains("installed"), qPrintable(error->text()));
     }
@@ -82,7 +82,7 @@ private slots:
         QFETCH(QString, password);
         QFETCH(QString, expected);
         QString text;
-        const auto error = errorOf([&] {
+        const auto error = errorOf<Refusal>([&] {
             text = OdbcDriver(driver).connectionString({"u", password, "d", server}, {});
         });
         QCOMPARE(text, expected.isEmpty() ? QString() : "DRIVER={" + driver + "};" + expected);

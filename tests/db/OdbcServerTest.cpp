@@ -37,7 +37,6 @@ private slots:
         try {
             m_server = connect(m_folder.filePath("test.db"));
         } catch (const DbError& error) {
-            if (error.text().contains("not installed")) QSKIP("The SQLite3 ODBC driver is not installed.");
             throw;
         }
         m_server->execute(sql("DROP TABLE IF EXISTS t"));
@@ -123,7 +122,7 @@ private slots:
     }
 
     void aMissingDriverIsNamed() {
-        const auto named = errorOf([] { OdbcServer::open({"u", "p", "d", "host"}, {"No Such Driver"}); });
+        const auto named = errorOf<Refusal>([] { OdbcServer::open({"u", "p", "d", "host"}, {"No Such Driver"}); });
         QVERIFY2(named && named->text().contains("No Such Driver"), "by name");
         const auto library = errorOf([] {
             OdbcServer::open({"u", "p", "d", "host"}, {"/none/libtdsodbc.so"});
@@ -137,7 +136,6 @@ private slots:
             OdbcServer::open({"u", "p", "d", "127.0.0.1,1"}, {"FreeTDS"});
         });
         QVERIFY(error);
-        if (error->text().contains("not installed")) QSKIP("The FreeTDS ODBC driver is not installed.");
         QCOMPARE(error->number(), DbError::Unreachable);
         QVERIFY(error->connectionLost());
     }

@@ -1,15 +1,16 @@
 #pragma once
 
 #include "db/DbError.h"
+#include "db/Refusal.h"
 
 #include <optional>
 
-/// The DbError that an action throws; nothing when it succeeds.
-template <class Action>
-std::optional<DbError> errorOf(Action action) {
+/// The error that an action throws; nothing when it succeeds.
+template <class Error = DbError, class Action>
+std::optional<Error> errorOf(Action action) {
     try {
         action();
-    } catch (const DbError& error) {
+    } catch (const Error& error) {
         return error;
     }
     return {};

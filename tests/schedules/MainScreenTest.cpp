@@ -109,7 +109,8 @@ private slots:
         hub.show();
         QHash<QString, QStringList> rows;
         for (uctListView* list : {&hub.pending(), &hub.finished()})
-            for (const ListRow& row : list->rows().rows()) rows.insert(row.texts[0], row.texts.mid(1));
+            for (const ListRow& row : list->rows().rows())
+                for (int column = 1; column < row.cells.size(); ++column) rows[row.text(0)] << row.text(column);
         QCOMPARE(rows.size(), 11);
         QCOMPARE(rows["later"][0], QString("Pending"));
         QCOMPARE(rows["overdue"][0], QString("Pending (Delayed 2 Hours, 0 Mins)"));
@@ -124,7 +125,7 @@ private slots:
         QVERIFY(rows["later"][2].startsWith("Reports : ") && !rows["later"][3].isEmpty());
         QCOMPARE(hub.pending().rows().rows().size(), 8U);
         for (const ListRow& row : hub.pending().rows().rows())
-            if (row.texts[0] == "orphan")
+            if (row.text(0) == "orphan")
                 QCOMPARE(row.toolTip, QString("The template of this schedule no longer exists."));
     }
 
@@ -334,9 +335,9 @@ private slots:
             hub.add(QString("sub %1").arg(i), Pending, "2030-Jan-01 08:00:00", "", "QuorraAdmin", id);
         QCOMPARE(statements(), empty + 1);
         for (const ListRow& row : hub.pending().rows().rows())
-            if (row.texts[0].startsWith("sub")) {
-                QVERIFY2(row.texts[3].startsWith("Sub Projects : ") && row.texts[3] != "Sub Projects : 0",
-                         qPrintable(row.texts[3]));
+            if (row.text(0).startsWith("sub")) {
+                QVERIFY2(row.text(3).startsWith("Sub Projects : ") && row.text(3) != "Sub Projects : 0",
+                         qPrintable(row.text(3)));
                 QVERIFY(row.background.isValid());
             }
     }
