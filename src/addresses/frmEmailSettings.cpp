@@ -88,31 +88,25 @@ frmEmailSettings::~frmEmailSettings() = default;
 
 void frmEmailSettings::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    const auto add = [&](const char* name, const char* caption, const char* iconName, const char* toolTip,
-                         auto slot) {
-        QToolButton* button = footer.add(name, caption, iconName, toolTip);
-        connect(button, &QToolButton::clicked, this, slot);
-        return button;
-    };
-    add("Add", "&Add", "list-add", "Add an address of a cost centre", &frmEmailSettings::cmdAdd_Click);
-    QToolButton* remove = add("Delete", "&Delete", "edit-delete", "Delete the selected addresses (Delete)",
-                              &frmEmailSettings::cmdDelete_Click);
+    footer.add("Add", "&Add", "list-add", "Add an address of a cost centre", this,
+               &frmEmailSettings::cmdAdd_Click);
+    QToolButton* remove =
+        footer.add("Delete", "&Delete", "edit-delete", "Delete the selected addresses (Delete)", this,
+                   &frmEmailSettings::cmdDelete_Click);
     footer.needSelection({m_ui->MSFlexGrid1}, {remove});
-    add("Import", "&Import", "document-import", "Add the addresses of a CSV file",
-        &frmEmailSettings::cmdImport_Click);
-    add("Export", "&Export", "document-export", "Write all addresses into a CSV file",
-        &frmEmailSettings::cmdExport_Click);
+    footer.add("Import", "&Import", "document-import", "Add the addresses of a CSV file", this,
+               &frmEmailSettings::cmdImport_Click);
+    footer.add("Export", "&Export", "document-export", "Write all addresses into a CSV file", this,
+               &frmEmailSettings::cmdExport_Click);
     footer.addStretch();
-    m_cmdSave = add("Save", "&Save", "document-save", "Save the changes", &frmEmailSettings::cmdSave_Click);
-    add("Exit", "E&xit", "dialog-close", "Return to the previous screen", &frmEmailSettings::reject);
-}
-
-void frmEmailSettings::run(const char* slot, const std::function<void()>& body) {
-    guarded(context(), this, slot, body);
+    m_cmdSave = footer.add("Save", "&Save", "document-save", "Save the changes", this,
+                           &frmEmailSettings::cmdSave_Click);
+    footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen", this,
+               &frmEmailSettings::reject);
 }
 
 int frmEmailSettings::Setup() {
-    const bool done = guarded(context(), parentWidget(), "frmEmailSettings.Setup", [this] {
+    const bool done = guarded(context(), parentWidget(), [this] {
         WaitCursor wait;
         m_defaultEmail = readDefaultEmail(session().db());
         m_maxFileSize = readMaxFileSize(session().db());
@@ -159,7 +153,7 @@ void frmEmailSettings::updateControls() {
 }
 
 void frmEmailSettings::CalledBack() {
-    run("frmEmailSettings.CalledBack", [this] {
+    run([this] {
         m_bookChanged = m_bookChanged || m_book.entries().size() != m_asRead.size();
         showBook();
         Sortthegrid();
@@ -167,7 +161,7 @@ void frmEmailSettings::CalledBack() {
 }
 
 void frmEmailSettings::cmdAdd_Click() {
-    run("frmEmailSettings.cmdAdd_Click", [this] {
+    run([this] {
         frmMailSelection screen(context(), m_book, this);
         if (screen.Setup() != 0) return;
         screen.SetCallback(this, "CalledBack");
@@ -176,7 +170,7 @@ void frmEmailSettings::cmdAdd_Click() {
 }
 
 void frmEmailSettings::cmdImport_Click() {
-    run("frmEmailSettings.cmdImport_Click", [this] {
+    run([this] {
         frmMailImport screen(context(), m_book, this);
         screen.SetCallback(this, "CalledBack");
         screen.exec();
@@ -191,7 +185,7 @@ QString frmEmailSettings::deleteQuestion(const QList<int>& ids) const {
 }
 
 void frmEmailSettings::cmdDelete_Click() {
-    run("frmEmailSettings.cmdDelete_Click", [this] {
+    run([this] {
         const QList<int> ids = m_ui->MSFlexGrid1->selectedIds();
         if (ids.isEmpty()) {
             messages().notice(this, "Please select an entry to delete.", Messages::Information);
@@ -222,7 +216,7 @@ QList<MailEntry> frmEmailSettings::exportable() {
 }
 
 void frmEmailSettings::cmdExport_Click() {
-    run("frmEmailSettings.cmdExport_Click", [this] {
+    run([this] {
         if (m_book.entries().isEmpty()) {
             messages().notice(this, "No addresses found to export.");
             return;
@@ -249,7 +243,7 @@ void frmEmailSettings::cmdExport_Click() {
 }
 
 void frmEmailSettings::cmdSave_Click() {
-    run("frmEmailSettings.cmdSave_Click", [this] {
+    run([this] {
         const QString address = m_ui->txtDefaultEmail->text().trimmed();
         if (address != m_defaultEmail && !address.isEmpty() && !isValidEmailAddress(address)) {
             messages().notice(this, "You must enter a valid Email Address.");

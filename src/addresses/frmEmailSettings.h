@@ -41,7 +41,6 @@ private slots:
 
 private:
     void buildFooter();
-    void run(const char* slot, const std::function<void()>& body);
     void showBook();
     void Sortthegrid();
     void updateControls();

@@ -43,12 +43,8 @@ frmMailSelection::frmMailSelection(ScreenContext& context, AddressBook& book, QW
 
 frmMailSelection::~frmMailSelection() = default;
 
-void frmMailSelection::run(const char* slot, const std::function<void()>& body) {
-    guarded(context(), this, slot, body);
-}
-
 int frmMailSelection::Setup() {
-    const bool done = guarded(context(), parentWidget(), "frmMailSelection.Setup", [this] { fillCentres(); });
+    const bool done = guarded(context(), parentWidget(), [this] { fillCentres(); });
     if (session().project.database.isEmpty())
         m_ui->cmdOpen->setFocus();
     else
@@ -76,17 +72,17 @@ void frmMailSelection::fillCentres() {
 }
 
 void frmMailSelection::cmdOpen_Click() {
-    run("frmMailSelection.cmdOpen_Click", [this] {
+    run([this] {
         if (chooseProject(context(), this)) fillCentres();
     });
 }
 
 void frmMailSelection::cmbLevel_Click() {
-    run("frmMailSelection.cmbLevel_Click", [this] { fillCentres(); });
+    run([this] { fillCentres(); });
 }
 
 void frmMailSelection::cmdAdd_Click() {
-    run("frmMailSelection.cmdAdd_Click", [this] { add(); });
+    run([this] { add(); });
 }
 
 void frmMailSelection::add() {

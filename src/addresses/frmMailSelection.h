@@ -32,7 +32,6 @@ private slots:
     void cmbLevel_Click();
 
 private:
-    void run(const char* slot, const std::function<void()>& body);
     void fillCentres();
     void add();
 

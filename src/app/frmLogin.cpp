@@ -36,7 +36,7 @@ bool frmLogin::logInUnseen(const QString& userName, const QString& password, con
 }
 
 void frmLogin::cmdOk_Click() {
-    guarded(m_context, this, "frmLogin.cmdOk_Click", [this] { logIn(); });
+    guarded(m_context, this, [this] { logIn(); });
 }
 
 void frmLogin::logIn() {

@@ -43,7 +43,7 @@ frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
 frmOptions::~frmOptions() = default;
 
 int frmOptions::Setup() {
-    const bool done = load("frmOptions.Setup", [this] {
+    const bool done = load([this] {
         ReadGlobalOptions(session());
         const GlobalOptions& options = session().options;
         m_ui->txtOutput->setText(options.outputPath);
@@ -60,7 +60,7 @@ bool frmOptions::hasChanges() const {
 }
 
 void frmOptions::cmdSave_Click() {
-    guarded(context(), this, "frmOptions.cmdSave_Click", [this] { save(); });
+    run([this] { save(); });
 }
 
 void frmOptions::save() {
@@ -82,7 +82,7 @@ void frmOptions::save() {
 }
 
 void frmOptions::cmdEmail_Click() {
-    guarded(context(), this, "frmOptions.cmdEmail_Click", [this] {
+    run([this] {
         frmEmailSettings screen(context(), this);
         if (screen.Setup() == 0) screen.exec();
     });

@@ -82,21 +82,27 @@ void modMain::checkOutputPath() {
 }
 
 bool modMain::openMainScreen() {
-    return guarded(m_context, nullptr, "modMain.OpenMainScreen", [this] {
-        checkOutputPath();
-        {
-            WaitCursor wait;
-            m_mainScreen = std::make_unique<frmMainScreen>(m_context);
-            m_mainScreen->restorePlacement();
-            QObject::connect(m_mainScreen.get(), &frmMainScreen::optionsRequested, [this] { showOptions(); });
-        }
-        m_mainScreen->show();
-    });
+    return guarded(
+        m_context, nullptr,
+        [this] {
+            checkOutputPath();
+            {
+                WaitCursor wait;
+                m_mainScreen = std::make_unique<frmMainScreen>(m_context);
+                m_mainScreen->restorePlacement();
+                QObject::connect(m_mainScreen.get(), &frmMainScreen::optionsRequested,
+                                 [this] { showOptions(); });
+            }
+            m_mainScreen->show();
+        },
+        {}, "modMain.OpenMainScreen");
 }
 
 void modMain::showOptions() {
-    guarded(m_context, m_mainScreen.get(), "frmMainScreen.cmdOptions_Click",
-            [this] { openScreen<frmOptions>(m_context, m_mainScreen.get(), "Error loading options"); });
+    guarded(
+        m_context, m_mainScreen.get(),
+        [this] { openScreen<frmOptions>(m_context, m_mainScreen.get(), "Error loading options"); }, {},
+        "frmMainScreen.cmdOptions_Click");
 }
 
 void modMain::endProgram() {

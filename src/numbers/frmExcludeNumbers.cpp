@@ -15,30 +15,26 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
     m_ui->grid->setHint("Non Alphabetic characters are accepted ");
     m_ui->lblElsewhere->hide();
     uctFooter& footer = *m_ui->footer;
-    const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
-                         auto slot) {
-        QToolButton* button = footer.add(name, caption, icon, toolTip);
-        connect(button, &QToolButton::clicked, this, slot);
-        return button;
-    };
-    add("Ok", "&OK", "dialog-ok-apply", "Close and keep the list", &frmExcludeNumbers::cmdOk_Click);
-    add("Load", "&Load", "document-open", "Replace the list by the numbers in a file",
-        &frmExcludeNumbers::cmdLoad_Click);
-    add("Save", "&Save", "document-save", "Write the numbers to a file", &frmExcludeNumbers::cmdSave_Click);
-    QToolButton* remove = add("DeletedSelected", "&Delete", "edit-delete", "Delete the selected number",
-                              &frmExcludeNumbers::cmdDeletedSelected_Click);
+    footer.add("Ok", "&OK", "dialog-ok-apply", "Close and keep the list", this,
+               &frmExcludeNumbers::cmdOk_Click);
+    footer.add("Load", "&Load", "document-open", "Replace the list by the numbers in a file", this,
+               &frmExcludeNumbers::cmdLoad_Click);
+    footer.add("Save", "&Save", "document-save", "Write the numbers to a file", this,
+               &frmExcludeNumbers::cmdSave_Click);
+    QToolButton* remove =
+        footer.add("DeletedSelected", "&Delete", "edit-delete", "Delete the selected number", this,
+                   &frmExcludeNumbers::cmdDeletedSelected_Click);
     footer.setUsable(remove, false);
     connect(m_ui->grid, &uctNumberGrid::selectionChanged, this,
             [this, remove] { m_ui->footer->setUsable(remove, !m_ui->grid->selectedNumbers().isEmpty()); });
-    add("Delete", "Delet&e all", "edit-clear-all", "Delete all numbers of the list",
-        &frmExcludeNumbers::cmdDelete_Click);
+    footer.add("Delete", "Delet&e all", "edit-clear-all", "Delete all numbers of the list", this,
+               &frmExcludeNumbers::cmdDelete_Click);
     footer.addStretch();
-    add("Cancel", "&Cancel", "dialog-cancel", "Close and undo what was changed here",
-        &frmExcludeNumbers::reject);
+    footer.add("Cancel", "&Cancel", "dialog-cancel", "Close and undo what was changed here", this,
+               &frmExcludeNumbers::reject);
     connect(m_ui->grid, &uctNumberGrid::deletePressed, this, &frmExcludeNumbers::cmdDeletedSelected_Click);
     connect(m_ui->grid, &uctNumberGrid::numberAdded, this, [this](const QString& number) {
-        guarded(this->context(), this, "frmExcludeNumbers.DBGrid1_AfterUpdate",
-                [&] { tellOfOthers(number); });
+        run([&] { tellOfOthers(number); }, {}, "frmExcludeNumbers.DBGrid1_AfterUpdate");
     });
     resizeToText(*this, 76, 30);
 }
@@ -46,14 +42,13 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
 frmExcludeNumbers::~frmExcludeNumbers() = default;
 
 int frmExcludeNumbers::Setup(int templateId) {
-    return guarded(context(), this, "frmExcludeNumbers.Setup",
-                   [&] {
-                       WaitCursor wait;
-                       m_templateId = templateId;
-                       m_list = std::make_unique<ExcludedNumbers>(session().db(), templateId);
-                       m_ui->grid->attach(context(), *m_list, "frmExcludeNumbers");
-                       m_ui->grid->refresh();
-                   })
+    return run([&] {
+        WaitCursor wait;
+        m_templateId = templateId;
+        m_list = std::make_unique<ExcludedNumbers>(session().db(), templateId);
+        m_ui->grid->attach(context(), *m_list, "frmExcludeNumbers");
+        m_ui->grid->refresh();
+    })
                ? 0
                : -1;
 }
@@ -74,15 +69,15 @@ void frmExcludeNumbers::tellOfOthers(const QString& number) {
 }
 
 void frmExcludeNumbers::cmdLoad_Click() {
-    guarded(context(), this, "frmExcludeNumbers.cmdLoad_Click", [this] { m_ui->grid->loadFile(); });
+    run([this] { m_ui->grid->loadFile(); });
 }
 
 void frmExcludeNumbers::cmdSave_Click() {
-    guarded(context(), this, "frmExcludeNumbers.cmdSave_Click", [this] { m_ui->grid->saveFile(); });
+    run([this] { m_ui->grid->saveFile(); });
 }
 
 void frmExcludeNumbers::cmdDelete_Click() {
-    guarded(context(), this, "frmExcludeNumbers.cmdDelete_Click", [this] {
+    run([this] {
         if (!messages().ask(this, "Do you wish to delete all numbers from the Exclusion List ?")) return;
         WaitCursor wait;
         m_list->clear();
@@ -91,8 +86,7 @@ void frmExcludeNumbers::cmdDelete_Click() {
 }
 
 void frmExcludeNumbers::cmdDeletedSelected_Click() {
-    constexpr const char* routine = "frmExcludeNumbers.cmdDeletedSelected_Click";
-    guarded(context(), this, routine, [&] { deleteSelected(); });
+    run([&] { deleteSelected(); });
 }
 
 /// Whoever answers No has had enough of the questions; what he agreed to before is deleted.
@@ -117,12 +111,10 @@ void frmExcludeNumbers::deleteSelected() {
 bool frmExcludeNumbers::mayClose() {
     if (!m_list || (!m_list->isChanged() && !m_ui->grid->hasTyped())) return true;
     if (!messages().ask(this, "Are you sure you want to cancel your changes?")) return false;
-    return guarded(context(), this, "frmExcludeNumbers.cmdCancel_Click", [this] {
-        WaitCursor wait;
-        m_list->undo();
-    });
-}
-
-void frmExcludeNumbers::reject() {
-    if (mayClose()) QDialog::reject(); // the caller is told of a kept list only
+    return run(
+        [this] {
+            WaitCursor wait;
+            m_list->undo();
+        },
+        {}, "frmExcludeNumbers.cmdCancel_Click");
 }

@@ -21,10 +21,9 @@ public:
     /// Shows a template's list, -1 standing for a template never saved; 0 on success.
     int Setup(int templateId);
 
-    void reject() override;
-
 protected:
     bool mayClose() override;
+    bool tellsWhenCancelled() const override { return false; }
 
 private slots:
     void cmdOk_Click();

@@ -13,20 +13,18 @@ frmRangeSel::frmRangeSel(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmRangeSel>()) {
     m_ui->setupUi(this);
     uctFooter& footer = *m_ui->footer;
-    const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
-                         auto slot) {
-        connect(footer.add(name, caption, icon, toolTip), &QToolButton::clicked, this, slot);
-    };
-    add("Ok", "&OK", "dialog-ok-apply", "Use these numbers", &frmRangeSel::cmdOk_Click);
-    add("Load", "&Load", "document-open", "Replace the list by the numbers in a file",
-        &frmRangeSel::cmdLoad_Click);
-    add("Save", "&Save", "document-save", "Write the numbers to a file", &frmRangeSel::cmdSave_Click);
-    add("Delete", "&Delete all", "edit-clear-all", "Empty the list", &frmRangeSel::cmdDelete_Click);
+    footer.add("Ok", "&OK", "dialog-ok-apply", "Use these numbers", this, &frmRangeSel::cmdOk_Click);
+    footer.add("Load", "&Load", "document-open", "Replace the list by the numbers in a file", this,
+               &frmRangeSel::cmdLoad_Click);
+    footer.add("Save", "&Save", "document-save", "Write the numbers to a file", this,
+               &frmRangeSel::cmdSave_Click);
+    footer.add("Delete", "&Delete all", "edit-clear-all", "Empty the list", this,
+               &frmRangeSel::cmdDelete_Click);
     footer.addStretch();
-    add("Cancel", "&Cancel", "dialog-cancel", "Close and keep the former list", &frmRangeSel::reject);
-    connect(m_ui->grid, &uctNumberGrid::deletePressed, this, [this] {
-        guarded(this->context(), this, "frmRangeSel.DBGrid1_Delete", [this] { deleteSelected(); });
-    });
+    footer.add("Cancel", "&Cancel", "dialog-cancel", "Close and keep the former list", this,
+               &frmRangeSel::reject);
+    connect(m_ui->grid, &uctNumberGrid::deletePressed, this,
+            [this] { run([this] { deleteSelected(); }, {}, "frmRangeSel.DBGrid1_Delete"); });
     resizeToText(*this, 72, 28);
 }
 
@@ -36,7 +34,7 @@ int frmRangeSel::SetupNumbers(const QString& list, const QString& title) {
     m_ui->header->setTitle(title);
     setWindowTitle(title);
     NumberTable::LeftOut leftOut;
-    const bool done = guarded(context(), this, "frmRangeSel.SetupNumbers", [&] {
+    const bool done = run([&] {
         WaitCursor wait;
         m_list = std::make_unique<NumberList>(session());
         m_ui->grid->attach(context(), *m_list, "frmRangeSel");
@@ -56,7 +54,7 @@ int frmRangeSel::SetupNumbers(const QString& list, const QString& title) {
 void frmRangeSel::cmdOk_Click() {
     if (!m_ui->grid->takeTyped()) return;
     QString joined;
-    if (!guarded(context(), this, "frmRangeSel.cmdOk_Click", [&] {
+    if (!run([&] {
             WaitCursor wait;
             joined = m_list->joined();
         }))
@@ -70,15 +68,15 @@ void frmRangeSel::cmdOk_Click() {
 }
 
 void frmRangeSel::cmdLoad_Click() {
-    guarded(context(), this, "frmRangeSel.cmdLoad_Click", [this] { m_ui->grid->loadFile(); });
+    run([this] { m_ui->grid->loadFile(); });
 }
 
 void frmRangeSel::cmdSave_Click() {
-    guarded(context(), this, "frmRangeSel.cmdSave_Click", [this] { m_ui->grid->saveFile(); });
+    run([this] { m_ui->grid->saveFile(); });
 }
 
 void frmRangeSel::cmdDelete_Click() {
-    guarded(context(), this, "frmRangeSel.cmdDelete_Click", [this] {
+    run([this] {
         m_list->clear();
         m_ui->grid->refresh();
     });
@@ -93,8 +91,4 @@ void frmRangeSel::deleteSelected() {
 bool frmRangeSel::mayClose() {
     return (!m_ui->grid->hasTyped() && m_ui->grid->holdsJust(m_before))
            || messages().ask(this, "Are you sure you want to cancel your changes?");
-}
-
-void frmRangeSel::reject() {
-    if (mayClose()) QDialog::reject(); // the caller is told of a confirmed list only
 }

@@ -23,10 +23,9 @@ public:
     /// The confirmed numbers joined by ", ".
     const QString& numbers() const { return m_numbers; }
 
-    void reject() override;
-
 protected:
     bool mayClose() override;
+    bool tellsWhenCancelled() const override { return false; }
 
 private slots:
     void cmdOk_Click();

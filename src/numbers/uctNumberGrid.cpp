@@ -142,8 +142,9 @@ bool uctNumberGrid::hasTyped() const {
 
 bool uctNumberGrid::takeTyped() {
     bool taken = false;
-    guarded(*m_context, window(), (m_screen + ".DBGrid1_BeforeUpdate").constData(),
-            [&] { taken = addTyped(); });
+    const SlotName slot((m_screen + ".DBGrid1_BeforeUpdate").constData());
+    guarded(
+        *m_context, window(), [&] { taken = addTyped(); }, {}, slot);
     if (!taken) m_number->setFocus();
     return taken;
 }

@@ -45,26 +45,24 @@ frmBillSelection::frmBillSelection(ScreenContext& context, QWidget* parent)
 frmBillSelection::~frmBillSelection() = default;
 
 int frmBillSelection::Setup(const QString& billIds) {
-    return guarded(context(), this, "frmBillSelection.Setup",
-                   [&] {
-                       WaitCursor wait;
-                       const Bills found = loadBills(session().db(), session().project.database);
-                       m_ui->header->setNote(session().project.database);
-                       std::vector<CheckListEntry> entries;
-                       QStringList ticked;
-                       const QString wanted = ',' + billIds + ',';
-                       for (const Bill& bill : found.bills) {
-                           QStringList texts{QString::number(bill.id), bill.account, bill.customer,
-                                             bill.created, bill.total};
-                           if (found.hasImports) texts.insert(3, bill.invoiceReference);
-                           entries.push_back({key(bill.id), texts});
-                           if (billIds.isEmpty() || wanted.contains(',' + texts.first() + ','))
-                               ticked << key(bill.id);
-                       }
-                       m_ui->lstBills->setColumns(columns(found.hasImports));
-                       m_ui->lstBills->setEntries(std::move(entries), ticked);
-                       m_before = chosen();
-                   })
+    return run([&] {
+        WaitCursor wait;
+        const Bills found = loadBills(session().db(), session().project.database);
+        m_ui->header->setNote(session().project.database);
+        std::vector<CheckListEntry> entries;
+        QStringList ticked;
+        const QString wanted = ',' + billIds + ',';
+        for (const Bill& bill : found.bills) {
+            QStringList texts{QString::number(bill.id), bill.account, bill.customer, bill.created,
+                              bill.total};
+            if (found.hasImports) texts.insert(3, bill.invoiceReference);
+            entries.push_back({key(bill.id), texts});
+            if (billIds.isEmpty() || wanted.contains(',' + texts.first() + ',')) ticked << key(bill.id);
+        }
+        m_ui->lstBills->setColumns(columns(found.hasImports));
+        m_ui->lstBills->setEntries(std::move(entries), ticked);
+        m_before = chosen();
+    })
                ? 0
                : -1;
 }
@@ -76,7 +74,7 @@ QString frmBillSelection::chosen() const {
 }
 
 void frmBillSelection::cmdOk_Click() {
-    guarded(context(), this, "frmBillSelection.cmdOk_Click", [this] { takeChoice(); });
+    run([this] { takeChoice(); });
 }
 
 void frmBillSelection::takeChoice() {
@@ -97,8 +95,4 @@ void frmBillSelection::takeChoice() {
 
 bool frmBillSelection::mayClose() {
     return chosen() == m_before || messages().ask(this, "Are you sure you want to cancel your changes?");
-}
-
-void frmBillSelection::reject() {
-    if (mayClose()) QDialog::reject(); // the caller is told of a confirmed choice only
 }

@@ -22,10 +22,9 @@ public:
     /// The confirmed choice; empty for all bills.
     const QString& BillIds() const { return m_billIds; }
 
-    void reject() override;
-
 protected:
     bool mayClose() override;
+    bool tellsWhenCancelled() const override { return false; }
 
 private slots:
     void cmdOk_Click();

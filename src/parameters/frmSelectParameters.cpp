@@ -67,21 +67,20 @@ void frmSelectParameters::buildFooter() {
 }
 
 int frmSelectParameters::Setup(clsReport& report, int templateId) {
-    return load("frmSelectParameters.Setup",
-                [&] {
-                    WaitCursor wait;
-                    m_report = &report;
-                    m_entry = report.Entry();
-                    m_working = report.Parameters()->Clone();
-                    m_ui->header->setNote(m_entry ? m_entry->titleText() : report.GetReportTitle());
-                    if (m_entry) buildGroups({context(), report, *m_entry, m_lists, templateId});
-                    m_ui->lblNoGroups->setVisible(m_groups.empty());
-                    m_ui->splitter->widget(0)->setHidden(m_groups.empty());
-                    static_cast<QVBoxLayout*>(m_ui->groups->layout())->addStretch();
-                    buildFooter(); // after the groups, which the Tab key reaches before
-                    RefreshParams();
-                    m_ui->lstGroups->setCurrentRow(0);
-                })
+    return load([&] {
+        WaitCursor wait;
+        m_report = &report;
+        m_entry = report.Entry();
+        m_working = report.Parameters()->Clone();
+        m_ui->header->setNote(m_entry ? m_entry->titleText() : report.GetReportTitle());
+        if (m_entry) buildGroups({context(), report, *m_entry, m_lists, templateId});
+        m_ui->lblNoGroups->setVisible(m_groups.empty());
+        m_ui->splitter->widget(0)->setHidden(m_groups.empty());
+        static_cast<QVBoxLayout*>(m_ui->groups->layout())->addStretch();
+        buildFooter(); // after the groups, which the Tab key reaches before
+        RefreshParams();
+        m_ui->lstGroups->setCurrentRow(0);
+    })
                ? 0
                : -1;
 }
@@ -212,7 +211,7 @@ void frmSelectParameters::showTexts() {
 }
 
 void frmSelectParameters::cmdSave_Click() {
-    guarded(context(), this, "frmSelectParameters.cmdSave_Click", [this] { save(); });
+    run([this] { save(); });
 }
 
 void frmSelectParameters::save() {
@@ -271,7 +270,7 @@ void frmSelectParameters::cmdReportHeader_Click() {
 }
 
 void frmSelectParameters::cmdCalls_Click() {
-    guarded(context(), this, "frmSelectParameters.cmdCalls_Click", [this] {
+    run([this] {
         switch (m_report->ReportSubType()) {
         case CallsToNumberReport:
             editNumbers("Calls to", "CalledBackCallsTo");
@@ -312,8 +311,4 @@ void frmSelectParameters::CalledBackCallsNotTo() {
 
 bool frmSelectParameters::mayClose() {
     return !m_changed || messages().ask(this, "Are you sure you want to cancel your changes?");
-}
-
-void frmSelectParameters::reject() {
-    if (mayClose()) QDialog::reject(); // the caller is told of saved parameters only
 }

@@ -33,8 +33,6 @@ public:
     /// Shows the working copy anew in all groups.
     void RefreshParams();
 
-    void reject() override;
-
 public slots:
     void CalledBackCallsTo();
     void CalledBackCallsFrom();
@@ -42,6 +40,7 @@ public slots:
 
 protected:
     bool mayClose() override;
+    bool tellsWhenCancelled() const override { return false; }
 
 private slots:
     void cmdSave_Click();

@@ -140,10 +140,13 @@ void uctAccounts::store(clsReportParameters& parameters) const {
 }
 
 void uctAccounts::OptSelect_Click(int filter) {
-    const bool shown = guarded(editedReport().context, window(), "frmSelectParameters.OptSelect_Click", [&] {
-        WaitCursor wait;
-        show(filter);
-    });
+    const bool shown = guarded(
+        editedReport().context, window(),
+        [&] {
+            WaitCursor wait;
+            show(filter);
+        },
+        {}, "frmSelectParameters.OptSelect_Click");
     if (shown)
         edited();
     else

@@ -29,12 +29,15 @@ void uctExclusions::load(const clsReportParameters&) {
 }
 
 void uctExclusions::cmdExclusions_Click() {
-    guarded(editedReport().context, window(), "frmSelectParameters.cmdExclusions_Click", [this] {
-        frmExcludeNumbers screen(editedReport().context, window());
-        if (screen.Setup(editedReport().templateId) != 0) return;
-        screen.exec();
-        showCount();
-    });
+    guarded(
+        editedReport().context, window(),
+        [this] {
+            frmExcludeNumbers screen(editedReport().context, window());
+            if (screen.Setup(editedReport().templateId) != 0) return;
+            screen.exec();
+            showCount();
+        },
+        {}, "frmSelectParameters.cmdExclusions_Click");
 }
 
 void uctExclusions::showCount() {

@@ -103,10 +103,13 @@ void uctMultiCC::choose(int level, const QString& centre) {
 }
 
 void uctMultiCC::cmbCC_Click(int level) {
-    const bool filled = guarded(m_report.context, window(), "frmSelectParameters.cmbCC_Click", [&] {
-        WaitCursor wait;
-        BlankRemainingMulti(level);
-    });
+    const bool filled = guarded(
+        m_report.context, window(),
+        [&] {
+            WaitCursor wait;
+            BlankRemainingMulti(level);
+        },
+        {}, "frmSelectParameters.cmbCC_Click");
     if (filled)
         emit changed();
     else

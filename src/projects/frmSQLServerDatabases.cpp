@@ -35,7 +35,7 @@ frmSQLServerDatabases::~frmSQLServerDatabases() = default;
 
 int frmSQLServerDatabases::Setup() {
     ProjectList list;
-    const bool filled = guarded(m_context, this, "frmSQLServerDatabases.Setup", [&] {
+    const bool filled = guarded(m_context, this, [&] {
         WaitCursor wait;
         list = loadProjectList(m_context.session);
     });
@@ -80,15 +80,19 @@ bool useProject(ScreenContext& context, QWidget* parent, const QString& database
     Session& session = context.session;
     const CurrentProject former = session.project;
     bool usable = false;
-    guarded(context, parent, "frmSQLServerDatabases.OpenProject", [&] {
-        WaitCursor wait;
-        openProject(session, database);
-        if (CheckForCurrentUnitabAccountField(session, true))
-            openProject(session, database); // another account now
-        usable = masterCostCentresExist(session);
-        if (!usable)
-            context.messages.notice(parent, "No master Cost Centre entries can be found for this project.");
-    });
+    guarded(
+        context, parent,
+        [&] {
+            WaitCursor wait;
+            openProject(session, database);
+            if (CheckForCurrentUnitabAccountField(session, true))
+                openProject(session, database); // another account now
+            usable = masterCostCentresExist(session);
+            if (!usable)
+                context.messages.notice(parent,
+                                        "No master Cost Centre entries can be found for this project.");
+        },
+        {}, "frmSQLServerDatabases.OpenProject");
     if (!usable) session.project = former;
     return usable;
 }

@@ -84,26 +84,21 @@ frmMainScreen::~frmMainScreen() = default;
 
 void frmMainScreen::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
-                         auto slot) {
-        QToolButton* button = footer.add(name, caption, icon, toolTip);
-        connect(button, &QToolButton::clicked, this, slot);
-        return button;
-    };
-    add("Add", "&Add Schedule", "list-add", "Add a schedule", &frmMainScreen::cmdAdd_Click);
-    QToolButton* edit = add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule",
-                            &frmMainScreen::cmdEdit_Click);
-    QToolButton* remove = add("Delete", "&Delete Schedule", "edit-delete", "Delete the selected schedule",
-                              &frmMainScreen::cmdDelete_Click);
+    footer.add("Add", "&Add Schedule", "list-add", "Add a schedule", this, &frmMainScreen::cmdAdd_Click);
+    QToolButton* edit = footer.add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule",
+                                   this, &frmMainScreen::cmdEdit_Click);
+    QToolButton* remove = footer.add("Delete", "&Delete Schedule", "edit-delete",
+                                     "Delete the selected schedule", this, &frmMainScreen::cmdDelete_Click);
     footer.addStretch();
-    add("ManageTemplates", "Manage &Templates", "view-list-details", "Manage the report templates",
-        &frmMainScreen::cmdManageTemplates_Click);
-    add("Options", "&Options", "configure", "View/edit Scheduler options", &frmMainScreen::optionsRequested);
+    footer.add("ManageTemplates", "Manage &Templates", "view-list-details", "Manage the report templates",
+               this, &frmMainScreen::cmdManageTemplates_Click);
+    footer.add("Options", "&Options", "configure", "View/edit Scheduler options", this,
+               &frmMainScreen::optionsRequested);
     footer.addStretch();
-    add("Version", "&Version", "help-about", "View the version number for the Scheduler program",
-        &frmMainScreen::cmdVersion_Click);
-    add("Help", "&Help", "help-contents", "View Scheduler help", &frmMainScreen::cmdHelp_Click);
-    add("Exit", "E&xit", "application-exit", "Exit the application", &QWidget::close);
+    footer.add("Version", "&Version", "help-about", "View the version number for the Scheduler program", this,
+               &frmMainScreen::cmdVersion_Click);
+    footer.add("Help", "&Help", "help-contents", "View Scheduler help", this, &frmMainScreen::cmdHelp_Click);
+    footer.add("Exit", "E&xit", "application-exit", "Exit the application", this, &QWidget::close);
     footer.needSelection({m_ui->lstSchedules, m_ui->lstFinished}, {edit, remove});
 }
 
@@ -234,7 +229,7 @@ void frmMainScreen::PopulateScreen(bool force) {
 }
 
 void frmMainScreen::CalledBack() {
-    run("frmMainScreen.CalledBack", [this] { FillScheduleList(); });
+    run([this] { FillScheduleList(); });
 }
 
 void frmMainScreen::tmrScheduler_Timer() {
@@ -243,18 +238,18 @@ void frmMainScreen::tmrScheduler_Timer() {
     PopulateScreen(false);
 }
 
-void frmMainScreen::run(const char* slot, const std::function<void()>& body) {
-    guarded(m_context, this, slot, body);
+void frmMainScreen::run(const std::function<void()>& body, const SlotName& slot) {
+    guarded(m_context, this, body, {}, slot);
 }
 
 void frmMainScreen::cmdAdd_Click() {
-    run("frmMainScreen.cmdAdd_Click", [this] {
+    run([this] {
         openScreen<frmSchedule>(m_context, this, "Error loading add schedule", clsSchedule::notStored);
     });
 }
 
 void frmMainScreen::cmdEdit_Click() {
-    run("frmMainScreen.cmdEdit_Click", [this] {
+    run([this] {
         if (m_selectedScheduleId == -1)
             m_context.messages.notice(this, "You must select a schedule to edit.");
         else
@@ -297,7 +292,7 @@ void frmMainScreen::resetSchedule(int id) {
 }
 
 void frmMainScreen::cmdDelete_Click() {
-    run("frmMainScreen.cmdDelete_Click", [this] {
+    run([this] {
         uctListView& list = m_finishedListActive ? *m_ui->lstFinished : *m_ui->lstSchedules;
         const std::optional<int> id = list.selectedId();
         if (!id) {
@@ -313,8 +308,7 @@ void frmMainScreen::cmdDelete_Click() {
 }
 
 void frmMainScreen::cmdManageTemplates_Click() {
-    run("frmMainScreen.cmdManageTemplates_Click",
-        [this] { openScreen<frmManageTemplates>(m_context, this, "Error loading templates"); });
+    run([this] { openScreen<frmManageTemplates>(m_context, this, "Error loading templates"); });
 }
 
 void frmMainScreen::cmdVersion_Click() {
@@ -322,7 +316,7 @@ void frmMainScreen::cmdVersion_Click() {
 }
 
 void frmMainScreen::cmdHelp_Click() {
-    run("frmMainScreen.cmdHelp_Click", [this] { showHelp(m_context.session.paths.AppFolder(), this); });
+    run([this] { showHelp(m_context.session.paths.AppFolder(), this); });
 }
 
 void frmMainScreen::restorePlacement() {

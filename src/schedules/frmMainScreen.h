@@ -2,6 +2,7 @@
 
 #include "schedules/ScheduleList.h"
 #include "ui/ScreenContext.h"
+#include "ui/SlotGuard.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -65,7 +66,7 @@ private:
     QString processedSince(int id) const;
     void resetSchedule(int id);
     void savePlacement() const;
-    void run(const char* slot, const std::function<void()>& body);
+    void run(const std::function<void()>& body, const SlotName& slot = std::source_location::current());
 
     ScreenContext& m_context;
     std::unique_ptr<Ui::frmMainScreen> m_ui;

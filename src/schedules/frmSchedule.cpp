@@ -83,13 +83,9 @@ void frmSchedule::connectControls() {
     connect(m_ui->dtRunOnTime, &QTimeEdit::timeChanged, this, &frmSchedule::dtRunOn_Change);
 }
 
-void frmSchedule::run(const char* slot, const std::function<void()>& body, const QString& headline) {
-    guarded(context(), this, slot, body, headline);
-}
-
 int frmSchedule::Setup(int scheduleId) {
     int result = 0;
-    const bool done = load("frmSchedule.Setup", [&] {
+    const bool done = load([&] {
         if (scheduleId != clsSchedule::notStored)
             result = m_schedule.LoadSchedule(scheduleId);
         else
@@ -198,21 +194,23 @@ bool frmSchedule::makeProjectCurrent() {
 }
 
 void frmSchedule::cmdOpen_Click() {
-    run("frmSchedule.cmdOpen_Click", [this] {
+    run([this] {
         if (chooseProject(context(), this)) takeCurrentProject();
     });
 }
 
 void frmSchedule::chooseFromHistory(int row) {
-    run("frmSchedule.lstHistory_Click", [&] {
-        const QString database = m_ui->lstHistory->textOf(row, 0);
-        if (isProjectChosen() && database == m_schedule.ProjectFile()) return; // the second click of two
-        const QString problem = projectProblem(session(), database);
-        if (!problem.isEmpty())
-            messages().notice(this, problem);
-        else if (useProject(context(), this, database))
-            takeCurrentProject();
-    });
+    run(
+        [&] {
+            const QString database = m_ui->lstHistory->textOf(row, 0);
+            if (isProjectChosen() && database == m_schedule.ProjectFile()) return; // the second click of two
+            const QString problem = projectProblem(session(), database);
+            if (!problem.isEmpty())
+                messages().notice(this, problem);
+            else if (useProject(context(), this, database))
+                takeCurrentProject();
+        },
+        {}, "frmSchedule.lstHistory_Click");
 }
 
 void frmSchedule::takeCurrentProject() {
@@ -227,7 +225,7 @@ void frmSchedule::takeCurrentProject() {
 
 void frmSchedule::cmbTemplate_Click() {
     if (!m_ready || m_ui->cmbTemplate->currentIndex() < 0) return;
-    run("frmSchedule.cmbTemplate_Click", [this] {
+    run([this] {
         auto chosen = std::make_unique<clsTemplate>(session().db(), session().project);
         if (chosen->LoadTemplate(m_ui->cmbTemplate->currentData().toInt())) {
             m_schedule.setTemplate(std::move(chosen));
@@ -249,7 +247,7 @@ void frmSchedule::dtRunOn_Change() {
 }
 
 void frmSchedule::CalledBack() {
-    run("frmSchedule.CalledBack", [this] {
+    run([this] {
         const int id = m_schedule.Template().ID();
         const bool changed = m_schedule.HasChanged();
         auto reloaded = std::make_unique<clsTemplate>(session().db(), session().project);
@@ -292,7 +290,6 @@ bool frmSchedule::checkRunDate() {
 
 void frmSchedule::cmdSave_Click() {
     run(
-        "frmSchedule.cmdSave_Click",
         [this] {
             if (checkTitle(m_schedule.Title()) && (m_schedule.KeepsProject() || checkProject())
                 && checkTemplate() && checkRunDate())
@@ -303,7 +300,6 @@ void frmSchedule::cmdSave_Click() {
 
 void frmSchedule::cmdSaveAs_Click() {
     run(
-        "frmSchedule.cmdSaveAs_Click",
         [this] {
             if (!checkProject() || !checkTemplate()) return;
             const QString proposed = m_newTitle.isEmpty() ? m_schedule.Title() : m_newTitle;
@@ -400,7 +396,7 @@ void frmSchedule::tellRunMeanwhile() {
 }
 
 void frmSchedule::cmdDelete_Click() {
-    run("frmSchedule.cmdDelete_Click", [this] {
+    run([this] {
         if (!messages().ask(this, "are you sure you want to delete this schedule?")) return;
         {
             WaitCursor wait;
@@ -416,7 +412,7 @@ bool frmSchedule::mayClose() {
 }
 
 void frmSchedule::cmdEditTemplate_Click() {
-    run("frmSchedule.cmdEditTemplate_Click", [this] {
+    run([this] {
         if (checkProject()) editTemplate("Error Loading Template");
     });
 }
@@ -431,7 +427,7 @@ void frmSchedule::editTemplate(const QString& failure) {
 }
 
 void frmSchedule::cmdAddTemplate_Click() {
-    run("frmSchedule.cmdAddTemplate_Click", [this] {
+    run([this] {
         if (!checkProject()) return;
         if (const auto editor = openScreen<frmTemplate>(context(), this, "Error Loading Template", -1))
             takeTemplate(editor->ID());
@@ -439,14 +435,14 @@ void frmSchedule::cmdAddTemplate_Click() {
 }
 
 void frmSchedule::cmdReports_Click() {
-    run("frmSchedule.cmdReports_Click", [this] {
+    run([this] {
         if (checkProject() && checkTemplate()) editTemplate("Error Loading " + m_schedule.Template().Title());
     });
 }
 
 /// Edits the selected template when it is one of sub-projects, else makes a new one.
 void frmSchedule::cmdCCSub_Click() {
-    run("frmSchedule.cmdCCSub_Click", [this] {
+    run([this] {
         if (session().userLevel == 4) {
             messages().notice(this, "'Cost Centre Sub Project' schedules are not allowed for level 4 users.");
             return;

@@ -47,8 +47,6 @@ private slots:
 private:
     void buildFooter();
     void connectControls();
-    void run(const char* slot, const std::function<void()>& body, const QString& headline = {});
-
     void RefreshForm();
     void showTitleLength();
     void showProject();

@@ -65,18 +65,15 @@ frmScheduleView::~frmScheduleView() = default;
 
 void frmScheduleView::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    const auto add = [&](const char* name, const char* caption, const char* iconName, const char* toolTip,
-                         auto slot) {
-        connect(footer.add(name, caption, iconName, toolTip), &QToolButton::clicked, this, slot);
-    };
-    add("SaveAs", "Save &As", "document-save-as", "Save this schedule as a new schedule",
-        &frmScheduleView::cmdSaveAs_Click);
-    add("Delete", "&Delete Schedule", "edit-delete", "Delete this schedule",
-        &frmScheduleView::cmdDelete_Click);
-    add("SaveLog", "Save &Log", "document-export", "Save the log as a CSV file",
-        &frmScheduleView::cmdSaveLog_Click);
+    footer.add("SaveAs", "Save &As", "document-save-as", "Save this schedule as a new schedule", this,
+               &frmScheduleView::cmdSaveAs_Click);
+    footer.add("Delete", "&Delete Schedule", "edit-delete", "Delete this schedule", this,
+               &frmScheduleView::cmdDelete_Click);
+    footer.add("SaveLog", "Save &Log", "document-export", "Save the log as a CSV file", this,
+               &frmScheduleView::cmdSaveLog_Click);
     footer.addStretch();
-    add("Exit", "&Back", "go-previous", "Return to the previous screen", &frmScheduleView::reject);
+    footer.add("Exit", "&Back", "go-previous", "Return to the previous screen", this,
+               &frmScheduleView::reject);
 }
 
 void frmScheduleView::buildList() {
@@ -94,7 +91,7 @@ void frmScheduleView::buildList() {
 
 int frmScheduleView::Setup(int scheduleId) {
     int result = 0;
-    const bool done = load("frmScheduleView.Setup", [&] {
+    const bool done = load([&] {
         WaitCursor wait;
         m_scheduleId = scheduleId;
         result = m_schedule.LoadSchedule(scheduleId);
@@ -158,7 +155,7 @@ const LogEntry* frmScheduleView::entryOf(int logId) const {
 }
 
 void frmScheduleView::lstLog_Click() {
-    guarded(context(), this, "frmScheduleView.lstLog_Click", [this] {
+    run([this] {
         const LogEntry* entry = entryOf(m_ui->lstLog->selectedId().value_or(0));
         m_ui->txtDetails->setPlainText(entry ? entry->reportName + '\n' + entry->details() : QString());
         if (session().diagnostics)
@@ -167,7 +164,7 @@ void frmScheduleView::lstLog_Click() {
 }
 
 void frmScheduleView::cmdSaveLog_Click() {
-    guarded(context(), this, "frmScheduleView.cmdSaveLog_Click", [this] {
+    run([this] {
         QString path = messages().saveFile(this, QDir::homePath(), "CSV files (*.csv)");
         if (path.isEmpty()) return;
         if (QFileInfo(path).suffix().isEmpty()) path += ".csv";
@@ -185,7 +182,7 @@ void frmScheduleView::cmdSaveLog_Click() {
 }
 
 void frmScheduleView::cmdSaveAs_Click() {
-    guarded(context(), this, "frmScheduleView.cmdSaveAs_Click", [this] {
+    run([this] {
         const QString typed =
             messages()
                 .input(this,
@@ -234,7 +231,7 @@ void frmScheduleView::warnOfImmediateRun() {
 }
 
 void frmScheduleView::cmdDelete_Click() {
-    guarded(context(), this, "frmScheduleView.cmdDelete_Click", [this] {
+    run([this] {
         if (!messages().ask(this, "Are you sure you want to delete this schedule?")) return;
         {
             WaitCursor wait;

@@ -45,40 +45,29 @@ frmManageTemplates::~frmManageTemplates() = default;
 
 void frmManageTemplates::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
-                         auto slot) {
-        QToolButton* button = footer.add(name, caption, icon, toolTip);
-        connect(button, &QToolButton::clicked, this, slot);
-        return button;
-    };
-    add("Add", "&Add Template", "list-add", "Make a new template for a project",
-        &frmManageTemplates::cmdAdd_Click);
-    QToolButton* edit = add("Edit", "&Edit Template", "document-edit", "Edit the selected template",
-                            &frmManageTemplates::cmdEdit_Click);
-    QToolButton* remove =
-        add("Delete", "&Delete Template", "edit-delete", "Delete the selected template and its schedules",
-            &frmManageTemplates::cmdDelete_Click);
+    footer.add("Add", "&Add Template", "list-add", "Make a new template for a project", this,
+               &frmManageTemplates::cmdAdd_Click);
+    QToolButton* edit = footer.add("Edit", "&Edit Template", "document-edit", "Edit the selected template",
+                                   this, &frmManageTemplates::cmdEdit_Click);
+    QToolButton* remove = footer.add("Delete", "&Delete Template", "edit-delete",
+                                     "Delete the selected template and its schedules", this,
+                                     &frmManageTemplates::cmdDelete_Click);
     footer.needSelection({m_ui->lstTemplates}, {edit, remove});
     footer.addStretch();
-    add("Close", "&Close", "dialog-close", "Return to the previous screen", &QDialog::reject);
-}
-
-void frmManageTemplates::run(const char* slot, const std::function<void()>& body) {
-    guarded(context(), this, slot, body);
+    footer.add("Close", "&Close", "dialog-close", "Return to the previous screen", this, &QDialog::reject);
 }
 
 int frmManageTemplates::Setup() {
-    return load("frmManageTemplates.Setup",
-                [this] {
-                    fillList();
-                    m_ui->txtFilter->goToList();
-                })
+    return load([this] {
+        fillList();
+        m_ui->txtFilter->goToList();
+    })
                ? 0
                : -1;
 }
 
 void frmManageTemplates::CalledBack() {
-    run("frmManageTemplates.CalledBack", [this] { fillList(); });
+    run([this] { fillList(); });
 }
 
 void frmManageTemplates::fillList() {
@@ -103,13 +92,13 @@ void frmManageTemplates::fillList() {
 }
 
 void frmManageTemplates::cmdAdd_Click() {
-    run("frmManageTemplates.cmdAdd_Click", [this] {
+    run([this] {
         if (!session().project.database.isEmpty() || chooseProject(context(), this)) openEditor(-1);
     });
 }
 
 void frmManageTemplates::cmdEdit_Click() {
-    run("frmManageTemplates.cmdEdit_Click", [this] {
+    run([this] {
         if (const std::optional<int> id = m_ui->lstTemplates->selectedId())
             editTemplate(*id);
         else
@@ -136,7 +125,7 @@ void frmManageTemplates::openEditor(int templateId) {
 }
 
 void frmManageTemplates::cmdDelete_Click() {
-    run("frmManageTemplates.cmdDelete_Click", [this] {
+    run([this] {
         const std::optional<int> id = m_ui->lstTemplates->selectedId();
         if (!id) {
             messages().notice(this, "You must select a template to delete.");

@@ -31,7 +31,6 @@ private slots:
 
 private:
     void buildFooter();
-    void run(const char* slot, const std::function<void()>& body);
     void fillList();
     void editTemplate(int templateId);
     void openEditor(int templateId);

@@ -71,24 +71,19 @@ void frmReport::connectControls() {
     connect(m_ui->chkEmailFiles, &QCheckBox::toggled, this, &frmReport::chkEmailFiles_Click);
 }
 
-void frmReport::run(const char* slot, const std::function<void()>& body) {
-    guarded(context(), this, slot, body);
-}
-
 int frmReport::Setup(int billType, const clsReport* report, int templateId) {
-    return load("frmReport.Setup",
-                [&] {
-                    const QScopedValueRollback loading(m_loading, true);
-                    m_templateId = templateId;
-                    m_ui->lblTitle->setText(report ? "Edit a report" : "Create a report");
-                    if (report) {
-                        m_report = *report;
-                        m_report.setParameters(report->Parameters()->Clone());
-                    }
-                    fillTypes(billType);
-                    showReport();
-                    report ? m_ui->cmdParameters->setFocus() : m_ui->cmbType->setFocus();
-                })
+    return load([&] {
+        const QScopedValueRollback loading(m_loading, true);
+        m_templateId = templateId;
+        m_ui->lblTitle->setText(report ? "Edit a report" : "Create a report");
+        if (report) {
+            m_report = *report;
+            m_report.setParameters(report->Parameters()->Clone());
+        }
+        fillTypes(billType);
+        showReport();
+        report ? m_ui->cmdParameters->setFocus() : m_ui->cmbType->setFocus();
+    })
                ? 0
                : -1;
 }
@@ -165,7 +160,7 @@ void frmReport::showOutputs() {
 }
 
 void frmReport::cmdReports_Click() {
-    run("frmReport.cmdReports_Click", [this] {
+    run([this] {
         frmSelectReports chooser(context(), this);
         if (chooser.Setup(m_report.ReportType(), m_report.ReportSubType()) != 0) {
             messages().notice(this, "Error loading reports form", Messages::Plain, {}, chooser.loadProblem());
@@ -179,7 +174,7 @@ void frmReport::cmdReports_Click() {
 }
 
 void frmReport::CalledbackReport() {
-    run("frmReport.CalledbackReport", [this] {
+    run([this] {
         const CatalogueEntry& entry = *m_chooser->chosen();
         if (entry.id == m_report.ReportSubType()) return;
         const bool first = m_report.ReportSubType() == 0;
@@ -199,7 +194,7 @@ void frmReport::CalledbackReport() {
 }
 
 void frmReport::cmdParameters_Click() {
-    run("frmReport.cmdParameters_Click", [this] {
+    run([this] {
         const CatalogueEntry* entry = m_report.Entry();
         if (!entry || !entry->offersAnyGroup()) {
             messages().notice(this, "There are no parameters available for this report.");
@@ -218,11 +213,11 @@ void frmReport::cmdParameters_Click() {
 
 void frmReport::CalledbackParam() {
     m_changed = true;
-    run("frmReport.CalledbackParam", [this] { showParameters(); });
+    run([this] { showParameters(); });
 }
 
 void frmReport::cmdShowBillSelection_Click() {
-    run("frmReport.cmdShowBillSelection_Click", [this] {
+    run([this] {
         frmBillSelection bills(context(), this);
         if (bills.Setup(m_report.Parameters()->BillIds()) != 0) return;
         bills.SetCallback(this, "fBillSelction_FormClosed");
@@ -235,7 +230,7 @@ void frmReport::cmdShowBillSelection_Click() {
 void frmReport::fBillSelction_FormClosed() {
     m_report.Parameters()->setBillIds(m_billSelection->BillIds());
     m_changed = true;
-    run("frmReport.fBillSelction_FormClosed", [this] { showParameters(); });
+    run([this] { showParameters(); });
 }
 
 bool frmReport::hasOutput() const {
@@ -258,7 +253,7 @@ void frmReport::chkEmailFiles_Click() {
     m_changed = true;
     if (!m_ui->chkEmailFiles->isChecked()) return;
     bool allowed = false;
-    run("frmReport.chkEmailFiles_Click", [&] {
+    run([&] {
         if (!hasOutput())
             messages().notice(this, "You must have at least Excel or CSV selected to Email files.");
         else if (readDefaultEmail(session().db()).isEmpty())
@@ -292,7 +287,7 @@ QString frmReport::firstFault() const {
 }
 
 void frmReport::cmdSave_Click() {
-    run("frmReport.cmdSave_Click", [this] {
+    run([this] {
         if (const QString fault = firstFault(); !fault.isEmpty()) {
             messages().notice(this, fault);
             return;
@@ -310,8 +305,4 @@ void frmReport::takeOutputs() {
 
 bool frmReport::mayClose() {
     return !m_changed || messages().ask(this, "Are you sure you want to cancel your changes?");
-}
-
-void frmReport::reject() {
-    if (mayClose()) QDialog::reject(); // the caller is told of a saved report only
 }

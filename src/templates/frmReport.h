@@ -30,8 +30,6 @@ public:
     /// The report as saved.
     const clsReport& Report() const { return m_report; }
 
-    void reject() override;
-
 public slots:
     void CalledbackReport();
     void CalledbackParam();
@@ -39,6 +37,7 @@ public slots:
 
 protected:
     bool mayClose() override;
+    bool tellsWhenCancelled() const override { return false; }
 
 private slots:
     void cmbType_Click();
@@ -51,7 +50,6 @@ private slots:
 private:
     void buildFooter();
     void connectControls();
-    void run(const char* slot, const std::function<void()>& body);
     void fillTypes(int billType);
     void showReport();
     void showParameters();

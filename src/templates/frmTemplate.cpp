@@ -65,29 +65,25 @@ frmTemplate::~frmTemplate() {
 
 void frmTemplate::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    const auto add = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
-                         auto slot) {
-        QToolButton* button = footer.add(name, caption, icon, toolTip);
-        connect(button, &QToolButton::clicked, this, slot);
-        return button;
-    };
-    add("Add", "&Add Report", "list-add", "Add a report to the template", &frmTemplate::cmdAdd_Click);
-    QToolButton* edit =
-        add("Edit", "&Edit Report", "document-edit", "Edit the selected report", &frmTemplate::cmdEdit_Click);
-    QToolButton* remove = add("Delete", "&Delete Report", "edit-delete", "Remove the selected reports",
-                              &frmTemplate::cmdDelete_Click);
+    footer.add("Add", "&Add Report", "list-add", "Add a report to the template", this,
+               &frmTemplate::cmdAdd_Click);
+    QToolButton* edit = footer.add("Edit", "&Edit Report", "document-edit", "Edit the selected report", this,
+                                   &frmTemplate::cmdEdit_Click);
+    QToolButton* remove = footer.add("Delete", "&Delete Report", "edit-delete", "Remove the selected reports",
+                                     this, &frmTemplate::cmdDelete_Click);
     footer.needSelection({m_ui->lstReports}, {edit, remove});
-    m_cmdDuplicate = add("Duplicate", "D&uplicate", "edit-copy", "Add a copy of the selected report",
-                         &frmTemplate::cmdDuplicate_Click);
-    m_cmdUp =
-        add("Up", "&Move Up", "go-up", "Move the selected report up (Alt+Up)", [this] { moveReport(-1); });
-    m_cmdDown = add("Down", "Move D&own", "go-down", "Move the selected report down (Alt+Down)",
-                    [this] { moveReport(1); });
+    m_cmdDuplicate = footer.add("Duplicate", "D&uplicate", "edit-copy", "Add a copy of the selected report",
+                                this, &frmTemplate::cmdDuplicate_Click);
+    m_cmdUp = footer.add("Up", "&Move Up", "go-up", "Move the selected report up (Alt+Up)", this,
+                         [this] { moveReport(-1); });
+    m_cmdDown = footer.add("Down", "Move D&own", "go-down", "Move the selected report down (Alt+Down)", this,
+                           [this] { moveReport(1); });
     footer.addStretch();
-    add("Save", "&Save", "document-save", "Save the template", &frmTemplate::cmdSave_Click);
-    m_cmdSaveAs = add("SaveAs", "Sa&ve As", "document-save-as", "Save as a new template under another name",
-                      &frmTemplate::cmdSaveAs_Click);
-    add("Exit", "E&xit", "dialog-close", "Return to the previous screen", &QDialog::reject);
+    footer.add("Save", "&Save", "document-save", "Save the template", this, &frmTemplate::cmdSave_Click);
+    m_cmdSaveAs =
+        footer.add("SaveAs", "Sa&ve As", "document-save-as", "Save as a new template under another name",
+                   this, &frmTemplate::cmdSaveAs_Click);
+    footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen", this, &QDialog::reject);
 }
 
 void frmTemplate::connectControls() {
@@ -105,13 +101,9 @@ void frmTemplate::connectControls() {
     shortcut(Qt::ALT | Qt::Key_Down, m_cmdDown);
 }
 
-void frmTemplate::run(const char* slot, const std::function<void()>& body, const QString& headline) {
-    guarded(context(), this, slot, body, headline);
-}
-
 int frmTemplate::Setup(int templateId) {
     bool loaded = true;
-    const bool done = load("frmTemplate.Setup", [&] {
+    const bool done = load([&] {
         WaitCursor wait;
         if (templateId >= 0)
             loaded = m_template.LoadTemplate(templateId);
@@ -175,7 +167,7 @@ void frmTemplate::updateButtons() {
 }
 
 void frmTemplate::cmdOpen_Click() {
-    run("frmTemplate.cmdOpen_Click", [this] {
+    run([this] {
         if (!chooseProject(context(), this)) return;
         m_template.TakeProject();
         showAccount();
@@ -188,7 +180,7 @@ void frmTemplate::txtTemplate_Change(const QString& title) {
 
 void frmTemplate::optDate_Click() {
     if (!m_ready) return;
-    run("frmTemplate.optDate_Click", [this] {
+    run([this] {
         m_template.setDefaultDates(m_ui->optDate0->isChecked());
         showAccount();
         showReports(m_ui->lstReports->selectedId().value_or(0));
@@ -212,13 +204,13 @@ bool frmTemplate::ensureProject() {
 }
 
 void frmTemplate::cmdAdd_Click() {
-    run("frmTemplate.cmdAdd_Click", [this] {
+    run([this] {
         if (ensureProject()) editReport(0);
     });
 }
 
 void frmTemplate::cmdEdit_Click() {
-    run("frmTemplate.cmdEdit_Click", [this] {
+    run([this] {
         const std::optional<int> position = m_ui->lstReports->selectedId();
         if (!position)
             tell("You must select a report to edit.");
@@ -241,7 +233,7 @@ void frmTemplate::editReport(int position) {
 }
 
 void frmTemplate::CalledBack() {
-    run("frmTemplate.CalledBack", [this] {
+    run([this] {
         const int position = putReport(m_template.Reports(), m_reportEditor->Report(), m_edited);
         m_template.MarkChanged();
         showReports(position);
@@ -249,7 +241,7 @@ void frmTemplate::CalledBack() {
 }
 
 void frmTemplate::cmdDelete_Click() {
-    run("frmTemplate.cmdDelete_Click", [this] {
+    run([this] {
         const QList<int> positions = m_ui->lstReports->selectedIds();
         if (positions.isEmpty()) {
             tell("You must select a report to delete.");
@@ -267,7 +259,7 @@ void frmTemplate::cmdDelete_Click() {
 }
 
 void frmTemplate::cmdDuplicate_Click() {
-    run("frmTemplate.cmdDuplicate_Click", [this] {
+    run([this] {
         const int position = m_ui->lstReports->selectedId().value();
         duplicateReport(m_template.Reports(), position);
         m_template.MarkChanged();
@@ -276,7 +268,7 @@ void frmTemplate::cmdDuplicate_Click() {
 }
 
 void frmTemplate::moveReport(int by) {
-    run("frmTemplate.moveReport", [this, by] {
+    run([this, by] {
         const int position = m_ui->lstReports->selectedId().value();
         m_template.Reports().Move(position, position + by);
         m_template.MarkChanged();
@@ -317,7 +309,6 @@ clsTemplate::SaveResult frmTemplate::store(const QString& newTitle) {
 
 void frmTemplate::cmdSave_Click() {
     run(
-        "frmTemplate.cmdSave_Click",
         [this] {
             if (m_template.Title().trimmed().isEmpty()) {
                 tell("Please enter a Template name");
@@ -362,7 +353,6 @@ QString frmTemplate::askNewTitle() {
 
 void frmTemplate::cmdSaveAs_Click() {
     run(
-        "frmTemplate.cmdSaveAs_Click",
         [this] {
             if (!checkOutputs()) return;
             const QString title = askNewTitle();

@@ -48,7 +48,6 @@ private slots:
 private:
     void buildFooter();
     void connectControls();
-    void run(const char* slot, const std::function<void()>& body, const QString& headline = {});
     void showTemplate();
     void showAccount();
     void startNewTemplate();

@@ -70,10 +70,6 @@ void frmTransfer::connectControls() {
         connect(OptCC(level), &QRadioButton::clicked, this, [this, level] { OptCC_Click(level); });
 }
 
-void frmTransfer::run(const char* slot, const std::function<void()>& body, const QString& headline) {
-    guarded(context(), this, slot, body, headline);
-}
-
 QRadioButton* frmTransfer::optionOf(int type) const {
     return type == 1 ? m_ui->Option1 : type == tickedCostCentres ? m_ui->Option2 : m_ui->Option3;
 }
@@ -89,7 +85,7 @@ QRadioButton* frmTransfer::OptCC(int level) const {
 
 int frmTransfer::Setup(int templateId) {
     bool loaded = true;
-    const bool done = load("frmTransfer.Setup", [&] {
+    const bool done = load([&] {
         WaitCursor wait;
         if (templateId < 0) {
             m_template.setTemplateType(subProjectType);
@@ -152,7 +148,7 @@ frmTransfer::Choices frmTransfer::choices() const {
 }
 
 void frmTransfer::cmdOpen_Click() {
-    run("frmTransfer.cmdOpen_Click", [this] {
+    run([this] {
         const CurrentProject former = session().project;
         if (!chooseProject(context(), this)) return;
         const bool otherAccount = !session().project.isOfAccount(m_template.UnitabAccount());
@@ -197,7 +193,7 @@ void frmTransfer::showLevel() {
 
 void frmTransfer::OptCC_Click(int level) {
     const qint16 former = m_template.CCSubLevel();
-    const bool done = isProjectChosen() && guarded(context(), this, "frmTransfer.OptCC_Click", [&] {
+    const bool done = isProjectChosen() && run([&] {
                           m_ticked[former] = m_ui->lstCC->tickedKeys();
                           m_template.setCCSubLevel(qint16(level));
                           loadCCTasks();
@@ -328,7 +324,6 @@ bool frmTransfer::confirmSave() {
 
 void frmTransfer::cmdSave_Click() {
     run(
-        "frmTransfer.cmdSave_Click",
         [this] {
             if (!m_filling && checkChoices() && confirmSave()) save();
         },

@@ -51,8 +51,6 @@ private:
 
     void buildFooter();
     void connectControls();
-    void run(const char* slot, const std::function<void()>& body, const QString& headline = {});
-
     QString lackingTables() const;
     bool isProjectChosen() const;
     void showProject();

@@ -27,6 +27,7 @@ struct ListCell {
 
     ListCell() = default;
     ListCell(const QString& shown) : text(shown) {}
+    ListCell(const char* shown) : text(shown) {}
     ListCell(const QString& shown, double sortedBy) : text(shown), order(sortedBy) {}
     /// Comes before all values when there is none.
     ListCell(const QString& shown, const std::optional<double>& sortedBy)

@@ -9,22 +9,23 @@ ScreenDialog::ScreenDialog(ScreenContext& context, QWidget* parent) : QDialog(pa
     setWindowFlag(Qt::WindowMaximizeButtonHint);
 }
 
-bool ScreenDialog::load(const char* setup, const std::function<void()>& body) {
+bool ScreenDialog::load(const std::function<void()>& body, const SlotName& setup) {
     try {
         body();
         return true;
     } catch (const DbError& error) {
-        session().log.write(setup, error);
+        session().log.write(setup.text(), error);
         m_loadProblem = inWords(error);
     } catch (const std::exception& error) {
-        session().log.write(setup, 1, QString::fromUtf8(error.what()));
+        session().log.write(setup.text(), 1, QString::fromUtf8(error.what()));
         m_loadProblem = QString::fromUtf8(error.what());
     }
     return false;
 }
 
 void ScreenDialog::reject() {
-    if (mayClose()) callBackAndClose();
+    if (!mayClose()) return;
+    tellsWhenCancelled() ? callBackAndClose() : QDialog::reject();
 }
 
 /// A desktop that is still giving the keyboard back from a notice to this screen loses it with the screen.

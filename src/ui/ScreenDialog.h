@@ -2,6 +2,7 @@
 
 #include "ui/Callback.h"
 #include "ui/ScreenContext.h"
+#include "ui/SlotGuard.h"
 
 #include <QDialog>
 #include <functional>
@@ -25,12 +26,19 @@ public:
 protected:
     /// Reads what the screen shows. A failure is written to the error log under the name of the Setup and
     /// left to the caller to tell, who has the words for it.
-    bool load(const char* setup, const std::function<void()>& body);
+    bool load(const std::function<void()>& body, const SlotName& setup = std::source_location::current());
+    /// Runs a slot's body, see guarded().
+    bool run(const std::function<void()>& body, const QString& headline = {},
+             const SlotName& slot = std::source_location::current()) {
+        return guarded(m_context, this, body, headline, slot);
+    }
     ScreenContext& context() const { return m_context; }
     Session& session() const { return m_context.session; }
     Messages& messages() const { return m_context.messages; }
     /// Asked before the screen closes without a result; by default it may.
     virtual bool mayClose() { return true; }
+    /// Whether the caller is told of a cancelled screen too, not of a confirmed one only.
+    virtual bool tellsWhenCancelled() const { return true; }
     /// Closes the screen and tells the caller; mayClose is not asked any more.
     void callBackAndClose();
 

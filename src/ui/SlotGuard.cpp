@@ -6,6 +6,7 @@
 #include "ui/Messages.h"
 
 #include <QLabel>
+#include <QRegularExpression>
 
 QString inWords(const DbError& error) {
     if (error.connectionLost())
@@ -37,20 +38,27 @@ void focusField(QWidget* screen, const QString& field) {
 
 } // namespace
 
-bool guarded(const ScreenContext& context, QWidget* screen, const char* slot,
-             const std::function<void()>& body, const QString& headline) {
+SlotName::SlotName(const std::source_location& where) {
+    // "void frmTemplate::cmdDelete_Click()", with the lambda's own name behind it inside of one
+    static const QRegularExpression routine("(\\w+)::(\\w+)\\(");
+    const auto match = routine.match(QString::fromLatin1(where.function_name()));
+    m_name = match.captured(1) + '.' + match.captured(2);
+}
+
+bool guarded(const ScreenContext& context, QWidget* screen, const std::function<void()>& body,
+             const QString& headline, const SlotName& slot) {
     try {
         body();
         return true;
     } catch (const Refusal& refusal) {
-        context.session.log.write(slot, 1, refusal.text());
+        context.session.log.write(slot.text(), 1, refusal.text());
         context.messages.notice(screen, refusal.text());
         focusField(screen, refusal.field());
     } catch (const DbError& error) {
-        context.session.log.write(slot, error);
+        context.session.log.write(slot.text(), error);
         tell(context, screen, error, headline);
     } catch (const std::exception& error) {
-        context.session.log.write(slot, 1, QString::fromUtf8(error.what()));
+        context.session.log.write(slot.text(), 1, QString::fromUtf8(error.what()));
         context.messages.notice(screen, QString("The action could not be completed: %1").arg(error.what()));
     }
     return false;

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <QFrame>
+#include <QToolButton>
 
 class QHBoxLayout;
-class QToolButton;
 class uctListView;
 
 /// The bar of labelled buttons at the foot of every screen.
@@ -17,6 +17,14 @@ public:
     /// the mnemonic. The button "Save" has Ctrl+S as well.
     QToolButton* add(const QString& name, const QString& caption, const QString& iconName,
                      const QString& toolTip);
+    /// The same, wired to a receiver's slot.
+    template <class Receiver, class Slot>
+    QToolButton* add(const QString& name, const QString& caption, const QString& iconName,
+                     const QString& toolTip, Receiver* receiver, Slot slot) {
+        QToolButton* button = add(name, caption, iconName, toolTip);
+        connect(button, &QToolButton::clicked, receiver, slot);
+        return button;
+    }
     /// Free room between the buttons before and those after.
     void addStretch();
     /// Shows or hides a button together with its label.
