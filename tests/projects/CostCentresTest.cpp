@@ -74,24 +74,6 @@ private slots:
         QCOMPARE(count(program, "CostCentres", userTable(program.session), sql("CostCentre1 = 'Tom''s'")), 0);
     }
 
-    void theOlderPreparationRepeats() {
-        TestProgram program;
-        open(program, "Tom.Becker", "O'Dowd Freight");
-        for (int run = 0; run < 2; ++run) {
-            prepareUserCostCentres(program.session);
-            QCOMPARE(count(program, "O'Dowd Freight", "Tom.Becker_TblCC"),
-                     count(program, "CostCentres", "OD40256_TblCC"));
-        }
-    }
-
-    void levelsWithoutCostCentresAreEmpty() {
-        TestProgram program;
-        open(program);
-        program.other().execute(sql("UPDATE CostCentres.dbo.BW10023_TblCC SET CostCentre5 = ''"));
-        QVERIFY(readCostCentres(program.session, 5, CostCentreSource::Master).isEmpty());
-        QVERIFY(!readCostCentres(program.session, 1, CostCentreSource::Master).contains(""));
-    }
-
     void aBrokenRunIsMadeGoodByTheNext() {
         TestProgram program;
         open(program);

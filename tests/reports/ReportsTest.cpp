@@ -1,4 +1,5 @@
 #include "reports/clsReports_Collection.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 
 #include <QTest>
@@ -9,24 +10,21 @@ class ReportsTest : public QObject {
 
 private slots:
     void titlesCarryTheirValue_data() {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("subType");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("plain") << 2 << 161 << "Call Summary Reports - All Calls Summary";
-        QTest::newRow("to") << 2 << 142 << "General Reports - Calls To Number 'to'";
-        QTest::newRow("from") << 2 << 143 << "General Reports - Calls From Number 'from'";
-        QTest::newRow("not to") << 2 << 146 << "General Reports - Calls Not To Number 'not'";
-        QTest::newRow("in no list") << 2 << 160 << "Unknown Report '9'";
-        QTest::newRow("circuit") << 3 << 326 << "Circuit Details - Selected Circuit 'C1'";
-        QTest::newRow("circuit invoice") << 3 << 311 << "Billing - Private Circuit Invoice";
-        QTest::newRow("not in a Linkvale list") << 2 << 116 << "100 Most Expensive - Roamed From Mobile";
-        QTest::newRow("Wispera without its flag") << 2 << 131 << "Unknown Report";
-        QTest::newRow("mobile list") << 5 << 142 << "Unknown Report 'to'";
+        const Rows<int, int, QString> row;
+        row("plain", 2, 161, "Call Summary Reports - All Calls Summary");
+        row("to", 2, 142, "General Reports - Calls To Number 'to'");
+        row("from", 2, 143, "General Reports - Calls From Number 'from'");
+        row("not to", 2, 146, "General Reports - Calls Not To Number 'not'");
+        row("in no list", 2, 160, "Unknown Report '9'");
+        row("circuit", 3, 326, "Circuit Details - Selected Circuit 'C1'");
+        row("circuit invoice", 3, 311, "Billing - Private Circuit Invoice");
+        row("not in a Linkvale list", 2, 116, "100 Most Expensive - Roamed From Mobile");
+        row("Wispera without its flag", 2, 131, "Unknown Report");
+        row("mobile list", 5, 142, "Unknown Report 'to'");
     }
 
     void titlesCarryTheirValue() {
-        QFETCH(int, type);
-        QFETCH(int, subType);
+        const auto [type, subType, title] = thisRow<int, int, QString>();
         CurrentProject project;
         project.billType = 2;
         clsReport report = reportOf(project, type, subType);
@@ -35,7 +33,7 @@ private slots:
         report.Parameters()->setCallsNotToNumber("not");
         report.Parameters()->setRepeatCallerThreshold("9");
         report.Parameters()->setSelectedCircuitID("C1");
-        QTEST(report.GetReportTitle(), "title");
+        QCOMPARE(report.GetReportTitle(), title);
     }
 
     void shownTitlesAreShort() {
