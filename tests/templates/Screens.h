@@ -14,14 +14,6 @@
 #include <QTest>
 #include <QToolButton>
 
-/// The texts of a list as shown, one line for each row.
-inline QStringList texts(const uctListView& list, int column = 0) {
-    QStringList texts;
-    for (int i = 0; i < list.model()->rowCount(); ++i)
-        texts << list.model()->index(i, column).data().toString();
-    return texts;
-}
-
 /// In the report editor: picks the type and, in the chooser, the report.
 inline void chooseReport(const frmReport& editor, int type, const QString& words) {
     auto& types = child<QComboBox>(editor, "cmbType");

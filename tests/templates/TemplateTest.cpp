@@ -1,6 +1,7 @@
 #include "embedded/EmbeddedServer.h"
 #include "reports/describe.h"
 #include "support/FaultyServer.h"
+#include "support/Rows.h"
 #include "support/TemplateTables.h"
 #include "support/TestClass.h"
 #include "templates/TemplateSummary.h"
@@ -34,12 +35,10 @@ private slots:
     }
 
     void reportsSurviveSavingAndLoading_data() {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("subType");
-        QTest::addColumn<ChangeParameters>("own"); // the parameters beside those that all reports store
-        QTest::addColumn<QString>("callsToNumber");
-        const auto row = [](const char* tag, int type, int subType, const QString& column,
-                            ChangeParameters own) { QTest::newRow(tag) << type << subType << own << column; };
+        // The third are the parameters beside those that all reports store, the last CallsToNumber.
+        const Rows<int, int, ChangeParameters, QString> rows;
+        const auto row = [&](const char* tag, int type, int subType, const QString& column,
+                             ChangeParameters own) { rows(tag, type, subType, own, column); };
         // Reports that offer no accounts store no cost centres: theirs are emptied first.
         row("all calls", 2, 161, QString(), [](auto&) {});
         row("calls to", 2, 142, "01, 'x'", [](auto& p) { p.setCallsToNumber("01, 'x'"); });
@@ -55,10 +54,7 @@ private slots:
     }
 
     void reportsSurviveSavingAndLoading() {
-        QFETCH(int, type);
-        QFETCH(int, subType);
-        QFETCH(ChangeParameters, own);
-        QFETCH(QString, callsToNumber);
+        const auto [type, subType, own, callsToNumber] = thisRow<int, int, ChangeParameters, QString>();
         clsTemplate original = newTemplate("T", "A");
         addReport(original, type, subType, "");
         clsReport& report = original.Reports().Item(1);
@@ -73,8 +69,7 @@ private slots:
         clsReport& copy = saved.Reports().Item(1);
         QCOMPARE(describe(*copy.Parameters()), describe(*report.Parameters()));
         QCOMPARE(saved.Reports().Key(1), "ID" + QString::number(copy.ID()));
-        QCOMPARE(copy.ReportType(), type);
-        QCOMPARE(copy.ReportSubType(), subType);
+        QVERIFY(copy.ReportType() == type && copy.ReportSubType() == subType);
         QCOMPARE(copy.OutputExcel(), excel);
         QVERIFY(!copy.OutputCSV() && copy.OutputEmail() && !copy.OutputPrint());
         const QString stored = cell(sql("SELECT CallsToNumber FROM NorvaScheduler.dbo.tblTemplate_Report"));
@@ -97,25 +92,17 @@ private slots:
         clsTemplate loaded = savedAndLoaded(original);
         QCOMPARE(cell(sql("SELECT Title FROM NorvaScheduler.dbo.tblTemplate")), "5'' pipes, O'Brien Ω");
         QVERIFY(!original.HasChanged() && !loaded.HasChanged());
-        QCOMPARE(loaded.ID(), original.ID());
-        QCOMPARE(loaded.Title(), original.Title());
         QCOMPARE(loaded.UnitabAccount(), "A'1");
         QCOMPARE(loaded.BillType(), 4);
         QVERIFY(loaded.CSVReportDefs() && loaded.DefaultDates() && loaded.CCSubEmail()
                 && !loaded.PrintReportDefs());
-        QCOMPARE(loaded.TemplateType(), 1);
-        QCOMPARE(int(loaded.CCSubType()), 2);
-        QCOMPARE(int(loaded.CCSubLevel()), 5);
+        QVERIFY(loaded.TemplateType() == 1 && loaded.CCSubType() == 2 && loaded.CCSubLevel() == 5);
         QCOMPARE(loaded.CCs().AsStringList("|", ""), "South|O'North|East");
 
         QVERIFY(!loaded.LoadTemplate(original.ID() + 1));
         QCOMPARE(loaded.Title(), original.Title());
         QVERIFY(loaded.LoadTemplate(original.ID()));
         QCOMPARE(loaded.CCs().Count(), 3); // not twice
-        loaded.Clear();
-        QCOMPARE(loaded.ID(), -1);
-        QCOMPARE(loaded.TemplateType(), 1);
-        QCOMPARE(int(loaded.CCSubLevel()), 1);
     }
 
     void titlesAreUniquePerAccount() {
@@ -192,11 +179,7 @@ private slots:
     }
 
     void textsThatDoNotFitAreRefused_data() {
-        QTest::addColumn<ChangeTemplate>("change");
-        QTest::addColumn<QString>("message"); // empty where the text fits
-        const auto row = [](const char* tag, const QString& message, ChangeTemplate change) {
-            QTest::newRow(tag) << change << message;
-        };
+        const Rows<QString, ChangeTemplate> row; // no message where the text fits
         const QString ofReport = " of the report 'Call Summary Reports - All Calls Summary'";
         row("longest title", "", [](auto& t) { t.setTitle(QString(50, '"')); });
         row("title", "The template name is too long: 102 characters were entered, 100 fit.",
@@ -214,8 +197,7 @@ private slots:
     }
 
     void textsThatDoNotFitAreRefused() {
-        QFETCH(ChangeTemplate, change);
-        QFETCH(QString, message);
+        const auto [message, change] = thisRow<QString, ChangeTemplate>();
         clsTemplate unsaved = newTemplate("T", "A", 1);
         change(unsaved);
         const qint64 statements = m_connection->statementCount();
@@ -241,21 +223,17 @@ private slots:
     }
 
     void failedSaveChangesNothing_data() {
-        QTest::addColumn<QString>("kind");
-        QTest::addColumn<bool>("after");
-        QTest::addColumn<bool>("lost");
-        for (const char* kind : {"new", "existing", "copy", "sub-project"}) {
-            QTest::addRow("%s, refused", kind) << QString(kind) << false << false;
-            QTest::addRow("%s, answer is an error", kind) << QString(kind) << true << false;
-            QTest::addRow("%s, connection lost", kind) << QString(kind) << false << true;
-            QTest::addRow("%s, answer lost", kind) << QString(kind) << true << true;
+        const Rows<QString, bool, bool> row;
+        for (const QString kind : {"new", "existing", "copy", "sub-project"}) {
+            row(kind + ", refused", kind, false, false);
+            row(kind + ", answer is an error", kind, true, false);
+            row(kind + ", connection lost", kind, false, true);
+            row(kind + ", answer lost", kind, true, true);
         }
     }
 
     void failedSaveChangesNothing() {
-        QFETCH(QString, kind);
-        QFETCH(bool, after);
-        QFETCH(bool, lost);
+        const auto [kind, after, lost] = thisRow<QString, bool, bool>();
         clsTemplate edited = newTemplate("T", "A", 3);
         edited.SaveTemplate();
         m_connection->run(

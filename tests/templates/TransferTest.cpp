@@ -76,6 +76,10 @@ private slots:
         Transfer transfer;
         QVERIFY(transfer.open());
         QCOMPARE(transfer.save(), QStringList{"Please enter a Template name"});
+        transfer.name("pack for every department");
+        QCOMPARE(transfer.save().last(), QString("Template name already exists"));
+        transfer.name(QString(101, 'x'));
+        QVERIFY(transfer.save().last().startsWith("The template name is too long"));
         transfer.name("Packs");
         transfer.press("Option2");
         QCOMPARE(transfer.save(), QStringList{"Please select a cost centre."});
@@ -90,8 +94,6 @@ private slots:
                  QStringList{
                      "Cost centre sub projects can be very large in size.\r\rE-mailing large files may cause "
                      "problems to your or the recipients e-mail system."});
-        QCOMPARE(child<QLabel>(transfer.screen, "lblMaxFileSize").text(),
-                 QString("Largest attachment: 10 MB"));
         QCOMPARE(transfer.save(), QStringList{overWritten});
         QVERIFY(!transfer.screen.isVisible());
         QCOMPARE(transfer.office.caller.calls, 1);
@@ -132,6 +134,12 @@ private slots:
         QCOMPARE(transfer.list().count(), 1); // nothing but "No Cost Centre allocated"
         transfer.press("OptCC1");
         QCOMPARE(transfer.list().tickedKeys(), QStringList{"Children's Services"});
+        transfer.office.program.messages.answer(false); // to leave what was changed
+        transfer.press("Command2");
+        QVERIFY(transfer.screen.isVisible());
+        transfer.office.program.messages.answer(true);
+        QTest::keyClick(&transfer.screen, Qt::Key_Escape);
+        QVERIFY(!transfer.screen.isVisible());
     }
 
     void withoutAProject() {
@@ -196,16 +204,6 @@ private slots:
         QVERIFY(!transfer.screen.isVisible());
     }
 
-    void refusedTitles() {
-        Transfer transfer;
-        QVERIFY(transfer.open());
-        transfer.name("pack for every department");
-        QCOMPARE(transfer.save().last(), QString("Template name already exists"));
-        transfer.name(QString(101, 'x'));
-        QVERIFY(transfer.save().last().startsWith("The template name is too long"));
-        QVERIFY(transfer.screen.isVisible());
-    }
-
     void changedByAnother() {
         Transfer transfer;
         const int id = transfer.templateOf("Pack for every department");
@@ -222,50 +220,32 @@ private slots:
         QVERIFY(transfer.stored("Pack for every department").startsWith("1|1|2|"));
     }
 
-    void leavingAsksWhenSomethingChanged() {
-        Transfer transfer;
-        QVERIFY(transfer.open());
-        transfer.press("Option2");
-        transfer.tick(1);
-        transfer.office.program.messages.answer(false);
-        transfer.press("Command2");
-        QVERIFY(transfer.screen.isVisible());
-        transfer.office.program.messages.answer(true);
-        QTest::keyClick(&transfer.screen, Qt::Key_Escape);
-        QVERIFY(!transfer.screen.isVisible());
-    }
-
-    void noFailureLosesTheTemplate_data() {
-        QTest::addColumn<bool>("after");
-        QTest::newRow("before") << false;
-        QTest::newRow("after") << true;
-    }
-
     void noFailureLosesTheTemplate() {
-        QFETCH(const bool, after);
-        Transfer transfer("O'Dowd Freight");
-        QVERIFY(transfer.open(transfer.templateOf("Pack for selected divisions")));
-        const QString title = "Pack for selected divisions";
-        const QString old = transfer.stored(title);
-        transfer.tick(2);
-        Fault& fault = transfer.office.program.fault;
-        fault.after = after;
-        int failures = 0;
-        for (int step = 1; transfer.screen.isVisible() && failures < 50; ++step) {
-            fault.arm(step);
-            transfer.save();
-            fault.arm(0);
-            if (!transfer.screen.isVisible()) break;
-            ++failures;
-            QCOMPARE(transfer.list().tickedKeys().size(), 3);
-            if (transfer.stored(title) == old) continue;
-            QVERIFY(after); // the answer to the commit got lost: saving again finds that all is there
-            QCOMPARE(transfer.save(), QStringList{overWritten});
-            QVERIFY(!transfer.screen.isVisible());
+        for (const bool after : {false, true}) {
+            Transfer transfer("O'Dowd Freight");
+            QVERIFY(transfer.open(transfer.templateOf("Pack for selected divisions")));
+            const QString title = "Pack for selected divisions";
+            const QString old = transfer.stored(title);
+            transfer.tick(2);
+            Fault& fault = transfer.office.program.fault;
+            fault.after = after;
+            int failures = 0;
+            for (int step = 1; transfer.screen.isVisible() && failures < 50; ++step) {
+                fault.arm(step);
+                transfer.save();
+                fault.arm(0);
+                if (!transfer.screen.isVisible()) break;
+                ++failures;
+                QCOMPARE(transfer.list().tickedKeys().size(), 3);
+                if (transfer.stored(title) == old) continue;
+                QVERIFY(after); // the answer to the commit got lost: saving again finds that all is there
+                QCOMPARE(transfer.save(), QStringList{overWritten});
+                QVERIFY(!transfer.screen.isVisible());
+            }
+            QVERIFY(failures >= 5);
+            QCOMPARE(transfer.stored(title),
+                     QString("1|2|1|0|OD40256: Children's Services, Head Office, Operations"));
         }
-        QVERIFY(failures >= 5);
-        QCOMPARE(transfer.stored(title),
-                 QString("1|2|1|0|OD40256: Children's Services, Head Office, Operations"));
     }
 
     /// What the database holds need not be what the screen would write.
