@@ -2,6 +2,8 @@
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QCoreApplication>
+#include <QWheelEvent>
 #include <QWidget>
 
 /// A control of a screen by its object name; ends the test program when it is missing.
@@ -22,4 +24,10 @@ inline QStringList texts(const QAbstractItemView& list, int column = 0) {
     for (int i = 0; i < list.model()->rowCount(); ++i)
         texts << list.model()->index(i, column).data().toString();
     return texts;
+}
+
+inline void turnWheel(QWidget& box) {
+    QWheelEvent wheel(QPointF(5, 5), box.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&box, &wheel);
 }
