@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QTextEdit>
 #include <QTreeView>
-#include <QWheelEvent>
 
 /// The report editor and the report chooser.
 class FrmReportTest : public QObject {
@@ -94,9 +93,7 @@ private slots:
         report.Parameters()->setReportCaption("Dear calls");
         editor.show(1, &report);
         auto& types = child<QComboBox>(*editor.screen, "cmbType");
-        QWheelEvent wheel(QPointF(5, 5), types.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&types, &wheel);
+        turnWheel(types);
         QCOMPARE(types.currentData().toInt(), 2);
         editor.box("chkCSV").click();
         types.setCurrentIndex(types.findData(1));

@@ -2,7 +2,6 @@
 
 #include "numbers/frmExcludeNumbers.h"
 #include "parameters/frmSelectParameters.h"
-#include "projects/frmSQLServerDatabases.h"
 #include "projects/modProjects.h"
 #include "support/Rows.h"
 #include "support/TestClass.h"
@@ -85,10 +84,7 @@ private slots:
     void aNewTemplateCanBeForAnotherProject() {
         Editor editor;
         editor.show(-1);
-        inNextModal<frmSQLServerDatabases>([](frmSQLServerDatabases& chooser) {
-            child<QLineEdit>(chooser, "txtSearch").setText("Harcourt");
-            press(chooser, "cmdOpen");
-        });
+        chooseProject("Harcourt");
         press(*editor.screen, "cmdOpen");
         QCOMPARE(child<QLineEdit>(*editor.screen, "txtUnitab").text(), "HL20417");
         QCOMPARE(child<QLineEdit>(*editor.screen, "txtBillType").text(), "Linkvale");
@@ -100,20 +96,6 @@ private slots:
         QCOMPARE(editor.shown(), QStringList());
         QCOMPARE(editor.show(editor.idOf("Charges")), 0);
         QVERIFY(!child<QPushButton>(*editor.screen, "cmdOpen").isVisible());
-    }
-
-    void aNewTemplateIsLeftWithoutAQuestionUntilItIsTouched() {
-        Editor editor;
-        for (const char* touched : {"", "optDate0", "chkCSVRepDefs"}) {
-            editor.show(-1);
-            if (*touched) {
-                press(*editor.screen, touched);
-                editor.messages.answer(false);
-            }
-            press(*editor.screen, "cmdExit");
-            QCOMPARE(editor.shown().size(), *touched ? 1 : 0);
-            QCOMPARE(editor.screen->isVisible(), *touched != 0);
-        }
     }
 
     /// A template that was stored while its project's bills did not tell their kind.
@@ -416,19 +398,13 @@ private slots:
     void editingAReportNeedsItsProject() {
         Editor editor(Session::serverLoginName, "Harcourt-Lisle");
         editor.show(editor.idOf("Invoice only"));
-        const auto choose = [](const QString& project) {
-            inNextModal<frmSQLServerDatabases>([project](frmSQLServerDatabases& chooser) {
-                QTest::keyClicks(&child<QLineEdit>(chooser, "txtSearch"), project);
-                press(chooser, project.isEmpty() ? "cmdCancel" : "cmdOpen");
-            });
-        };
         const QString refusal = "Please select a project with the bill account of 'BW10023' to continue.";
-        choose("");
+        chooseProject("");
         press(*editor.screen, "cmdEdit");
-        choose("O'Dowd");
+        chooseProject("O'Dowd");
         press(*editor.screen, "cmdAdd");
         QCOMPARE(editor.shown().count(refusal), 2);
-        choose("Brightwater");
+        chooseProject("Brightwater");
         inNextModal<frmReport>([](frmReport& report) { press(report, "cmdCancel"); });
         press(*editor.screen, "cmdEdit");
         QVERIFY(!editor.shown().contains(refusal) && editor.session.project.unitabAccount == "BW10023");
