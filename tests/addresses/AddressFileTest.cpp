@@ -1,14 +1,14 @@
 #include "addresses/AddressBook.h"
 #include "addresses/AddressImport.h"
+#include "addresses/EmailAddress.h"
 #include "support/Files.h"
 #include "support/Rows.h"
 #include "support/TestClass.h"
 
 #include <QTemporaryDir>
-#include <QTest>
 #include <stdexcept>
 
-/// CSV files of addresses: what they hold, and that what is written reads back.
+/// Which addresses are valid; CSV files of them: what they hold, and that what is written reads back.
 class AddressFileTest : public QObject {
     Q_OBJECT
 
@@ -37,6 +37,21 @@ class AddressFileTest : public QObject {
     }
 
 private slots:
+    void validity() {
+        // An ending may be the beginning of a known one; the list of those goes on with a blank behind "zw".
+        for (const QString address :
+             {"a@b.co", "a@bc.c", "one@two@example.com", "name@@example.com", "name@example.Com",
+              "name@example.tV", "name@example.z", "name@example.y", "name@example.zw ", "name@example..com",
+              "Μαρία@example.gr", "o'connor@example.ie", "a,b@example.ie"})
+            QVERIFY2(isValidEmailAddress(address), qPrintable(address));
+        // The first are too short; in the last, "de@x" follows the last full stop.
+        for (const QString address :
+             {"", "a@b.c", "a@bcd.xq", "a@bcd.x", "name.example.com", "@example.com", "name.com@",
+              ".name@example.com", "name@example.com.", "@@example.com", "name@example.comx",
+              "name@example.com ", "name@example. com", "name@localhost", "name.de@x"})
+            QVERIFY2(!isValidEmailAddress(address), qPrintable(address));
+    }
+
     void reading_data() {
         const Rows<QByteArray, QStringList> row;
         row("empty", "", {"unusable"});

@@ -12,7 +12,6 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QSpinBox>
-#include <QToolButton>
 
 /// The e-mail address book as its user works on it.
 class EmailSettingsTest : public QObject {
@@ -213,20 +212,6 @@ private slots:
         child<QComboBox>(screen, "cmbLevel").setCurrentIndex(2);
         press(screen, "cmdImport");
         QCOMPARE(book.list(), (QList<MailEntry>{{"HL20417", "Finance", "3", "x@example.com"}}));
-    }
-
-    void aLongFile() {
-        QByteArray content;
-        for (int i = 0; i < 100'000; ++i)
-            content += QByteArray("BW,Centre ") + QByteArray::number(i) + ",2,x@example.com\r\n";
-        BookOffice office;
-        AddressBook book;
-        frmMailImport screen(office.program.context, book);
-        office.program.messages.pick(office.file(content));
-        press(screen, "cmdOpen");
-        press(screen, "cmdImport");
-        QCOMPARE(office.shown(), QStringList{"100000 new addresses have been added to the grid."});
-        QCOMPARE(book.entries().size(), 100'000);
     }
 
     void exporting() {

@@ -3,7 +3,6 @@
 #include "support/TestClass.h"
 
 #include <QTemporaryDir>
-#include <QTest>
 
 class SecurityFileTest : public QObject {
     Q_OBJECT
@@ -14,22 +13,16 @@ class SecurityFileTest : public QObject {
 private slots:
     void cleanup() { QFile::remove(m_path); }
 
-    void passwordsComeBack_data() {
-        QTest::addColumn<QString>("password");
-        QTest::newRow("one letter") << "x";
-        QTest::newRow("blanks and signs") << " a;{}\"'\\\n ";
-        QTest::newRow("other alphabets") << "пароль密码😀";
-        QTest::newRow("long") << QString(4096, 'x');
-    }
-
     void passwordsComeBack() {
-        QFETCH(QString, password);
-        WriteEncryptedSSSfile(m_path, password);
-        QCOMPARE(ReadPasswordFromEncryptedSSSfile(m_path).value_or("none"), password);
-        const QByteArray first = readFile(m_path);
-        if (password.size() > 1) QVERIFY(!first.contains(password.toUtf8()));
-        WriteEncryptedSSSfile(m_path, password);
-        QVERIFY(readFile(m_path) != first); // equal passwords cannot be told from their files
+        for (const QString& password :
+             {QString("x"), QString(" a;{}\"'\\\n "), QString("пароль密码😀"), QString(4096, 'x')}) {
+            WriteEncryptedSSSfile(m_path, password);
+            QCOMPARE(ReadPasswordFromEncryptedSSSfile(m_path).value_or("none"), password);
+            const QByteArray first = readFile(m_path);
+            if (password.size() > 1) QVERIFY(!first.contains(password.toUtf8()));
+            WriteEncryptedSSSfile(m_path, password);
+            QVERIFY(readFile(m_path) != first); // equal passwords cannot be told from their files
+        }
     }
 
     void whatIsNotWholeGivesNothing() {

@@ -10,7 +10,6 @@
 
 #include <QBuffer>
 #include <QStringEncoder>
-#include <QTest>
 
 /// The files beside the application: error log, folder settings, scripts.
 class StartUpFilesTest : public QObject {

@@ -3,8 +3,6 @@
 #include "support/Rows.h"
 #include "support/TestClass.h"
 
-#include <QTest>
-
 namespace {
 
 const char* const Newest = "ODBC Driver 18 for SQL Server";

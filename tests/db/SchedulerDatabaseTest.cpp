@@ -4,8 +4,7 @@
 #include "support/Rows.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
+#include "support/failing.h"
 
 /// Creation and upgrades of the scheduler database, from every older state.
 class SchedulerDatabaseTest : public QObject {
@@ -74,12 +73,7 @@ private slots:
         Connection& db = program.session.db();
         for (int k = 1; k <= 12; ++k) {
             makeOldReportTable(db, 0);
-            program.fault.arm(k);
-            try {
-                upgradeAtLogin(db);
-            } catch (const DbError&) {
-            }
-            program.fault.arm(0);
+            survives(program.fault, k, [&] { upgradeAtLogin(db); });
             upgradeAtLogin(db);
             const RecordSet row =
                 db.query(sql("SELECT Distance14, Distance17 FROM tblTemplate_Report ORDER BY ReportID"));

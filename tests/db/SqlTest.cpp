@@ -5,7 +5,6 @@
 #include "support/Rows.h"
 #include "support/TestClass.h"
 
-#include <QTest>
 #include <limits>
 
 class SqlTest : public QObject {

@@ -9,7 +9,6 @@
 #include "support/TestProgram.h"
 #include "templates/clsTemplate.h"
 
-#include <QTest>
 #include <atomic>
 #include <thread>
 

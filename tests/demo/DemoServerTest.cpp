@@ -10,7 +10,6 @@
 #include "templates/clsTemplate.h"
 
 #include <QDir>
-#include <QTest>
 
 namespace {
 

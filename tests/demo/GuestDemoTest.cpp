@@ -5,8 +5,6 @@
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 
-#include <QTest>
-
 /// The demo on a server that is there already, whose place an embedded one takes.
 class GuestDemoTest : public QObject {
     Q_OBJECT

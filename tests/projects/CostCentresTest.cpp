@@ -1,10 +1,8 @@
-#include "db/DbError.h"
 #include "projects/modCostCentres.h"
 #include "projects/modProjects.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
+#include "support/failing.h"
 
 /// The users' copies of a project's cost-centre allocation.
 class CostCentresTest : public QObject {
@@ -79,12 +77,7 @@ private slots:
         open(program);
         const int master = count(program, "CostCentres", masterTable("BW10023"));
         for (int k = 1; k <= 20; ++k) {
-            program.fault.arm(k);
-            try {
-                prepareAccountCostCentres(program.session, true);
-            } catch (const DbError&) {
-            }
-            program.fault.arm(0);
+            survives(program.fault, k, [&] { prepareAccountCostCentres(program.session, true); });
             prepareAccountCostCentres(program.session, true);
             QCOMPARE(count(program, "Brightwater", userTable(program.session)), master);
             QCOMPARE(program.session.db().defaultDatabase(), QString("NorvaScheduler"));

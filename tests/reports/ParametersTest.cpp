@@ -2,7 +2,6 @@
 #include "support/Rows.h"
 #include "support/TestClass.h"
 
-#include <QTest>
 #include <stdexcept>
 
 using Change = void (*)(clsReportParameters&);
@@ -112,10 +111,6 @@ private slots:
             p.setCallFilter(1);
             for (const int band : {1, 3, 6, 20}) p.setDistanceBandSelected(band, true);
         });
-        row(2, "NNYN ECP", "", [](auto& p) {
-            p.setCallFilter(2);
-            for (int band = 6; band <= 17; ++band) p.setDistanceBandSelected(band, true);
-        });
         row(4, "NNNNNYNN ECP", "Account Filter:Selected Bill No:All", [](auto&) {});
         row(2, "NNNNY ECP", "Account Filter:Multi Level Cost Centres Selected : CC2 = North, CC5 = Desk",
             [](auto& p) {
@@ -123,10 +118,6 @@ private slots:
                 p.setCostCentre(2, "North");
                 p.setCostCentre(5, "Desk");
             });
-        row(2, "NNNNY ECP", "Account Filter:Cost Centre 4 = Desk", [](auto& p) {
-            p.setAccountFilter(6);
-            p.setCostCentre(4, "Desk");
-        });
         row(2, "NNNNY ECP", "Account Filter:Service Number = 0123", chooseNumber);
         row(3, "NNYNY ECP", "Account Filter:Circuit ID = 0123, Compare Percentage:0%", chooseNumber);
         row(1, "NNNNNNNY ECP", "Source Bill Ref:S1", [](auto& p) { p.setSourceBillRef("S1"); });
