@@ -227,6 +227,8 @@ private slots:
         const auto [kind, after, lost] = thisRow<QString, bool, bool>();
         clsTemplate edited = newTemplate("T", "A", 3);
         edited.SaveTemplate();
+        QVERIFY(edited.LoadTemplate(edited.ID())); // so that what others change is noticed
+        edited.Reports().Item(1).Parameters()->setCostRangeMinimum("5");
         m_connection->run(
             sql("INSERT INTO NorvaScheduler.dbo.TblExcludedNumbers (TemplateID, TelNo) VALUES (-1, '0')"));
         if (kind == "new" || kind == "sub-project") edited.Clear();
