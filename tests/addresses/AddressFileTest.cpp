@@ -1,23 +1,23 @@
 #include "addresses/AddressBook.h"
 #include "addresses/AddressImport.h"
+#include "addresses/EmailAddress.h"
+#include "support/Files.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 
-#include <QFile>
 #include <QTemporaryDir>
-#include <QTest>
 #include <stdexcept>
 
-/// CSV files of addresses: what they hold, and that what is written reads back.
+/// Which addresses are valid; CSV files of them: what they hold, and that what is written reads back.
 class AddressFileTest : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_folder;
 
     QString write(const QByteArray& content) {
-        QFile file(m_folder.filePath("file.csv"));
-        file.open(QIODevice::WriteOnly);
-        file.write(content);
-        return file.fileName();
+        const QString path = m_folder.filePath("file.csv");
+        writeFile(path, content);
+        return path;
     }
     static QString inWords(const ImportRow& row) {
         const QString status = QStringList{"new", "known", "refused", "level", "unreadable"}[int(row.status)];
@@ -37,14 +37,24 @@ class AddressFileTest : public QObject {
     }
 
 private slots:
+    void validity() {
+        // An ending may be the beginning of a known one; the list of those goes on with a blank behind "zw".
+        for (const QString address :
+             {"a@b.co", "a@bc.c", "one@two@example.com", "name@@example.com", "name@example.Com",
+              "name@example.tV", "name@example.z", "name@example.y", "name@example.zw ", "name@example..com",
+              "Μαρία@example.gr", "o'connor@example.ie", "a,b@example.ie"})
+            QVERIFY2(isValidEmailAddress(address), qPrintable(address));
+        // The first are too short; in the last, "de@x" follows the last full stop.
+        for (const QString address :
+             {"", "a@b.c", "a@bcd.xq", "a@bcd.x", "name.example.com", "@example.com", "name.com@",
+              ".name@example.com", "name@example.com.", "@@example.com", "name@example.comx",
+              "name@example.com ", "name@example. com", "name@localhost", "name.de@x"})
+            QVERIFY2(!isValidEmailAddress(address), qPrintable(address));
+    }
+
     void reading_data() {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QStringList>("rows");
-        const auto row = [](const char* name, const QByteArray& content, const QStringList& rows) {
-            QTest::newRow(name) << content << rows;
-        };
+        const Rows<QByteArray, QStringList> row;
         row("empty", "", {"unusable"});
-        row("one column", "a@example.com\n", {"unusable"});
         row("five columns", "A,B,1,x@example.com,\nA,B,1,x@example.com\n", {"unusable"});
         row("semicolons", "B;x@example.com\n", {"unusable"});
         row("two columns", "Finance,x@example.com", {"1 new: ACC|Finance|3|x@example.com"});
@@ -61,7 +71,6 @@ private slots:
             {"2 new: ACC|Finance|3|x@example.com"});
         row("no heading", "BW,Finance,1,nobody\nBW,Sales,2,x@example.com",
             {"1 refused: BW|Finance|1|nobody", "2 new: BW|Sales|2|x@example.com"});
-        row("heading of five", "a,b,c,d,e\nFinance,x@example.com", {"unusable"});
         row("line ends", "\xef\xbb\xbf\r\nA,x@example.com\r\n\r\n  \r\n,\nB,x@example.com\rC,x@example.com",
             {"2 new: ACC|A|3|x@example.com", "6 new: ACC|B|3|x@example.com", "7 new: ACC|C|3|x@example.com"});
         row("UTF-8", "Büro Ω,x@example.com", {"1 new: ACC|Büro Ω|3|x@example.com"});
@@ -74,7 +83,6 @@ private slots:
         row("blanks around", " A B , x@example.com ", {"1 new: ACC|A B|3|x@example.com"});
         row("quoted", "\"A, \"\"B\"\"\",x@example.com\nIT \"Blue\" Team,x@example.com",
             {"1 new: ACC|A, \"B\"|3|x@example.com", "2 new: ACC|IT \"Blue\" Team|3|x@example.com"});
-        row("apostrophe", "Children's,x@example.com", {"1 new: ACC|Children's|3|x@example.com"});
         row("quote not closed", "A,x@example.com\n\"B,y@example.com",
             {"1 new: ACC|A|3|x@example.com", "2 unreadable: ACC||3|"});
         row("another width", "A,x@example.com\nB,2,y@example.com",
@@ -100,8 +108,7 @@ private slots:
     }
 
     void reading() {
-        QFETCH(const QByteArray, content);
-        QFETCH(const QStringList, rows);
+        const auto [content, rows] = thisRow<QByteArray, QStringList>();
         QCOMPARE(imported(write(content)), rows);
     }
 
@@ -139,9 +146,7 @@ private slots:
                                        "\"Blue\"", "a comma, here", " blank ", "Αθήνα"}));
         const QString path = m_folder.filePath("export.csv");
         writeAddressFile(path, writable);
-        QFile plain(path);
-        QVERIFY(plain.open(QIODevice::ReadOnly));
-        QVERIFY(plain.readLine().endsWith("BW10023,Engineers' Yard,2,m.o'connor@example.ie\r\n"));
+        QVERIFY(readFile(path).contains("BW10023,Engineers' Yard,2,m.o'connor@example.ie\r\n"));
         const AddressFile file = readAddressFile(path);
         QList<MailEntry> read;
         for (const ImportRow& row : mapLines(file, layoutsFor(file).first(), {}, {}, [](qsizetype) {}))

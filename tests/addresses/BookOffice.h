@@ -1,9 +1,9 @@
 #pragma once
 
 #include "addresses/MailEntry.h"
+#include "support/Files.h"
 #include "support/Office.h"
 
-#include <QFile>
 #include <QLineEdit>
 #include <QTest>
 
@@ -13,10 +13,9 @@ struct BookOffice : Office {
 
     using Office::Office;
     QString file(const QByteArray& content) {
-        QFile made(folder.filePath("addresses.csv"));
-        made.open(QIODevice::WriteOnly);
-        made.write(content);
-        return made.fileName();
+        const QString path = folder.filePath("addresses.csv");
+        writeFile(path, content);
+        return path;
     }
     /// "account|centre|address|level" of every row of the stored book.
     QStringList storedBook() {

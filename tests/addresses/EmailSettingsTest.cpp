@@ -5,13 +5,13 @@
 #include "base/MailOptions.h"
 #include "demo/BulkInsert.h"
 #include "support/Modal.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 #include "ui/uctListView.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QSpinBox>
-#include <QToolButton>
 
 /// The e-mail address book as its user works on it.
 class EmailSettingsTest : public QObject {
@@ -27,17 +27,10 @@ class EmailSettingsTest : public QObject {
             screen.show();
         }
         uctListView& grid() { return child<uctListView>(screen, "MSFlexGrid1"); }
-        QStringList column(int place) {
-            QStringList texts;
-            for (int i = 0; i < grid().model()->rowCount(); ++i)
-                texts << grid().model()->index(i, place).data().toString();
-            return texts;
-        }
+        QStringList column(int place) { return texts(grid(), place); }
         void select(const QString& costCentre) {
-            for (int i = 0; i < grid().model()->rowCount(); ++i)
-                if (grid().model()->index(i, 1).data().toString() == costCentre)
-                    grid().selectionModel()->select(grid().model()->index(i, 0),
-                                                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
+            const QModelIndex found = grid().model()->index(int(column(1).indexOf(costCentre)), 0);
+            grid().selectionModel()->select(found, QItemSelectionModel::Select | QItemSelectionModel::Rows);
         }
         void press(const char* button) { ::press(screen, button); }
         ScriptedMessages& messages() { return office.program.messages; }
@@ -163,22 +156,18 @@ private slots:
     }
 
     void importsThatAreStopped_data() {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("five columns")
-            << QByteArray("a,b,c,d,e@example.com\nA,x@example.com")
-            << "This file is Invalid.  The file must contain at least two columns and be comma separated.";
+        const Rows<QByteArray, QString> row;
+        row("five columns", QByteArray("a,b,c,d,e@example.com\nA,x@example.com"),
+            "This file is Invalid.  The file must contain at least two columns and be comma separated.");
         for (const char* level : {"0", "6"})
-            QTest::newRow(level)
-                << QByteArray("A,1,x@example.com\nA,") + level + ",x@example.com"
-                << "This import has been stopped.\nCost Centre levels should be between 1 and 5";
-        QTest::newRow("not mapped") << QByteArray("A,x@example.com\nB,1,2,x@example.com")
-                                    << "There is an error with the data being imported.";
+            row(level, QByteArray("A,1,x@example.com\nA,") + level + ",x@example.com",
+                "This import has been stopped.\nCost Centre levels should be between 1 and 5");
+        row("not mapped", QByteArray("A,x@example.com\nB,1,2,x@example.com"),
+            "There is an error with the data being imported.");
     }
 
     void importsThatAreStopped() {
-        QFETCH(const QByteArray, content);
-        QFETCH(const QString, message);
+        const auto [content, message] = thisRow<QByteArray, QString>();
         BookOffice office;
         AddressBook book;
         frmMailImport screen(office.program.context, book);
@@ -208,8 +197,7 @@ private slots:
             file.setText("/proc/self/mem");
             QTest::keyClick(&file, Qt::Key_Return);
             QCOMPARE(office.shown(), QStringList{"Error importing data.  See error log."});
-            QFile log(office.program.session.log.path());
-            QVERIFY(log.open(QIODevice::ReadOnly) && log.readAll().contains("frmmailimport.cmdimport"));
+            QVERIFY(readFile(office.program.session.log.path()).contains("frmmailimport.cmdimport"));
         }
     }
 
@@ -224,20 +212,6 @@ private slots:
         child<QComboBox>(screen, "cmbLevel").setCurrentIndex(2);
         press(screen, "cmdImport");
         QCOMPARE(book.list(), (QList<MailEntry>{{"HL20417", "Finance", "3", "x@example.com"}}));
-    }
-
-    void aLongFile() {
-        QByteArray content;
-        for (int i = 0; i < 100'000; ++i)
-            content += QByteArray("BW,Centre ") + QByteArray::number(i) + ",2,x@example.com\r\n";
-        BookOffice office;
-        AddressBook book;
-        frmMailImport screen(office.program.context, book);
-        office.program.messages.pick(office.file(content));
-        press(screen, "cmdOpen");
-        press(screen, "cmdImport");
-        QCOMPARE(office.shown(), QStringList{"100000 new addresses have been added to the grid."});
-        QCOMPARE(book.entries().size(), 100'000);
     }
 
     void exporting() {
@@ -316,17 +290,15 @@ private slots:
     /// Whatever step fails, before or after the server has done it, the stored book is the old or the
     /// new one and the screen still holds the user's.
     void noFailureLosesTheBook_data() {
-        QTest::addColumn<bool>("after");
-        QTest::addColumn<bool>("lost");
-        QTest::newRow("before") << false << false;
-        QTest::newRow("after") << true << false;
-        QTest::newRow("connection lost before") << false << true;
-        QTest::newRow("connection lost after") << true << true;
+        const Rows<bool, bool> row;
+        row("before", false, false);
+        row("after", true, false);
+        row("connection lost before", false, true);
+        row("connection lost after", true, true);
     }
 
     void noFailureLosesTheBook() {
-        QFETCH(const bool, after);
-        QFETCH(const bool, lost);
+        const auto [after, lost] = thisRow<bool, bool>();
         Book book;
         Fault& fault = book.office.program.fault;
         BulkInsert more(book.office.db(),

@@ -2,268 +2,198 @@
 #include "app/frmLogin.h"
 #include "base/SettingsStore.h"
 #include "demo/DemoUser.h"
+#include "support/Controls.h"
+#include "support/Files.h"
 #include "support/Modal.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QLineEdit>
-#include <QPushButton>
 
 /// The login screen on the embedded server, pressed like a user does.
 class LoginTest : public QObject {
     Q_OBJECT
 
-    /// Fills the screen and presses OK; the messages are left in the program.
-    static bool logIn(TestProgram& program, frmLogin& screen, const QString& user, const QString& password,
-                      const QString& server) {
-        screen.findChild<QLineEdit*>("TxtUsername")->setText(user);
-        screen.findChild<QLineEdit*>("TxtPassword")->setText(password);
-        screen.findChild<QLineEdit*>("txtServer")->setText(server);
-        screen.findChild<QPushButton*>("cmdOk")->click();
-        return !program.session.serverName.isEmpty();
-    }
+    struct Login {
+        TestProgram program;
+        frmLogin screen{program.context};
+
+        explicit Login(bool schedulerDatabase = true) : program(schedulerDatabase) { screen.show(); }
+        /// Fills the screen and presses OK; the messages are left in the program.
+        bool logIn(const QString& user, const QString& password, const QString& server) {
+            child<QLineEdit>(screen, "TxtUsername").setText(user);
+            child<QLineEdit>(screen, "TxtPassword").setText(password);
+            child<QLineEdit>(screen, "txtServer").setText(server);
+            press(screen, "cmdOk");
+            return !program.session.serverName.isEmpty();
+        }
+        bool logIn() { return logIn("QuorraAdmin", DemoServer::loginPassword, program.server()); }
+        QStringList shown() { return program.messages.takeShown(); }
+        QString databases() { // of the scheduler's name
+            return program.system().scalar(
+                sql("SELECT COUNT(*) FROM master.dbo.sysdatabases WHERE name = 'NorvaScheduler'"));
+        }
+    };
 
 private slots:
     void whatIsTypedIsChecked_data() {
-        QTest::addColumn<QString>("user");
-        QTest::addColumn<QString>("password");
-        QTest::addColumn<QString>("server");
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QString>("focus");
+        const Rows<QString, QString, QString, QString, QString> row;
         const QString invalid = "Invalid Login.  Please check details entered and try again.";
-        QTest::newRow("no user") << ""
-                                 << "p"
-                                 << "s"
-                                 << "You must enter a username."
-                                 << "TxtUsername";
-        QTest::newRow("blank in user")
-            << "a b"
-            << "p"
-            << "s"
-            << "The Username is invalid.  Usernames cannot contain spaces.  Please try another."
-            << "TxtUsername";
-        QTest::newRow("no password") << "a"
-                                     << ""
-                                     << "s"
-                                     << "You must enter a password."
-                                     << "TxtPassword";
-        QTest::newRow("no server") << "a"
-                                   << "p"
-                                   << ""
-                                   << "You must enter a Server name."
-                                   << "txtServer";
-        QTest::newRow("short administrator password")
-            << "QuorraAdmin"
-            << "nine-long"
-            << "*"
-            << "The QuorraAdmin password must be greater than 10 characters long.  Please contact your "
-               "Administrator."
-            << "TxtPassword";
-        QTest::newRow("wrong administrator password") << "QuorraAdmin"
-                                                      << "ten-chars!"
-                                                      << "*" << invalid << "";
-        QTest::newRow("unknown user") << "nobody"
-                                      << "p"
-                                      << "*" << invalid << "TxtPassword";
-        QTest::newRow("administrator in lower case is an ordinary user")
-            << "quorraadmin" << QString(DemoServer::loginPassword) << "*" << invalid << "TxtPassword";
-        QTest::newRow("injection in the user") << "x'--"
-                                               << "p"
-                                               << "*" << invalid << "TxtPassword";
-        QTest::newRow("injection in the password") << "nobody"
-                                                   << "' OR '1'='1"
-                                                   << "*" << invalid << "TxtPassword";
+        row("no user", "", "p", "s", "You must enter a username.", "TxtUsername");
+        row("blank in user", "a b", "p", "s",
+            "The Username is invalid.  Usernames cannot contain spaces.  Please try another.", "TxtUsername");
+        row("no password", "a", "", "s", "You must enter a password.", "TxtPassword");
+        row("no server", "a", "p", "", "You must enter a Server name.", "txtServer");
+        row("short administrator password", "QuorraAdmin", "nine-long", "*",
+            "The QuorraAdmin password must be greater than 10 characters long.  Please contact your "
+            "Administrator.",
+            "TxtPassword");
+        row("wrong administrator password", "QuorraAdmin", "ten-chars!", "*", invalid, "");
+        row("unknown user", "nobody", "p", "*", invalid, "TxtPassword");
+        row("administrator in lower case is an ordinary user", "quorraadmin",
+            QString(DemoServer::loginPassword), "*", invalid, "TxtPassword");
+        row("injection in the user", "x'--", "p", "*", invalid, "TxtPassword");
+        row("injection in the password", "nobody", "' OR '1'='1", "*", invalid, "TxtPassword");
     }
 
     void whatIsTypedIsChecked() {
-        QFETCH(QString, user);
-        QFETCH(QString, password);
-        QFETCH(QString, server);
-        QFETCH(QString, message);
-        QFETCH(QString, focus);
-        TestProgram program;
-        frmLogin screen(program.context);
-        screen.show();
-        QVERIFY(!logIn(program, screen, user, password, server == "*" ? program.server() : server));
-        QCOMPARE(program.messages.takeShown(), QStringList(message));
-        QVERIFY(screen.isVisible());
-        if (!focus.isEmpty()) QCOMPARE(screen.focusWidget()->objectName(), focus);
+        const auto [user, password, server, message, focus] =
+            thisRow<QString, QString, QString, QString, QString>();
+        Login login;
+        QVERIFY(!login.logIn(user, password, server == "*" ? login.program.server() : server));
+        QCOMPARE(login.shown(), QStringList(message));
+        QVERIFY(login.screen.isVisible());
+        if (!focus.isEmpty()) QCOMPARE(login.screen.focusWidget()->objectName(), focus);
     }
 
     void everyLevelIsTreatedAsItShould() {
         for (const DemoUser& user : DemoUser::all()) {
-            TestProgram program;
-            frmLogin screen(program.context);
-            const bool in = logIn(program, screen, user.name, DemoUser::password, program.server());
+            Login login;
+            const bool in = login.logIn(user.name, DemoUser::password, login.program.server());
             QCOMPARE(in, user.level != 5);
-            QCOMPARE(screen.endProgram(), user.level == 5);
+            QCOMPARE(login.screen.endProgram(), user.level == 5);
             if (user.level == 5)
-                QCOMPARE(program.messages.takeShown(),
+                QCOMPARE(login.shown(),
                          QStringList("Level 5 users are not premitted to run this application."));
             if (!in) continue;
-            QCOMPARE(program.session.userLevel, user.level);
-            QCOMPARE(program.session.costCentres.join(""),
-                     user.level == 4 ? user.costCentres.join("") : QString());
-            QCOMPARE(getSetting("NorvaQuorraSQL", "Settings", "Server", "99"), program.server());
-            QCOMPARE(program.session.db().defaultDatabase(), QString("NorvaScheduler"));
+            const Session& session = login.program.session;
+            QCOMPARE(session.userLevel, user.level);
+            QCOMPARE(session.costCentres.join(""), user.level == 4 ? user.costCentres.join("") : QString());
+            QCOMPARE(getSetting("NorvaQuorraSQL", "Settings", "Server", "99"), login.program.server());
         }
-    }
-
-    void administratorPasswordMatchesWithoutRegardToCase() {
-        TestProgram program;
-        frmLogin screen(program.context);
-        QVERIFY(logIn(program, screen, "QuorraAdmin", QString(DemoServer::loginPassword).toUpper(),
-                      program.server()));
-        QCOMPARE(program.session.userLevel, 1);
-    }
-
-    void aServerThatIsNotThereIsToldApart_data() {
-        QTest::addColumn<QString>("server");
-        QTest::newRow("no such file") << "file:/nowhere/server.db";
-        QTest::newRow("no server file") << "file:README";
-        QTest::newRow("a folder") << "file:/";
+        Login administrator; // whose password matches in any case
+        QVERIFY(administrator.logIn("QuorraAdmin", QString(DemoServer::loginPassword).toUpper(),
+                                    administrator.program.server()));
+        QCOMPARE(administrator.program.session.userLevel, 1);
     }
 
     void aServerThatIsNotThereIsToldApart() {
-        QFETCH(QString, server);
-        TestProgram program;
-        if (server == "file:README") {
-            QFile file(program.appFile("README"));
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("not a server") > 0);
-            server = "file:" + file.fileName();
+        Login login;
+        writeFile(login.program.appFile("SchDB.sql"), "not a server");
+        for (const QString& file :
+             {QString("/nowhere/server.db"), QString("/"), login.program.appFile("SchDB.sql")}) {
+            QVERIFY(!login.logIn("QuorraAdmin", DemoServer::loginPassword, "file:" + file));
+            const QString shown = login.shown().join('|');
+            QVERIFY2(shown.contains("file:" + file) && shown.count("cannot be reached") == 1,
+                     qPrintable(shown));
+            QVERIFY(!login.screen.endProgram());
         }
-        frmLogin screen(program.context);
-        QVERIFY(!logIn(program, screen, "QuorraAdmin", DemoServer::loginPassword, server));
-        const QStringList shown = program.messages.takeShown();
-        QCOMPARE(shown.size(), 1);
-        QVERIFY2(shown[0].contains(server) && shown[0].contains("cannot be reached"), qPrintable(shown[0]));
-        QVERIFY(!screen.endProgram());
-    }
-
-    void securityFile_data() {
-        QTest::addColumn<QByteArray>("content");
-        QTest::newRow("missing") << QByteArray();
-        QTest::newRow("damaged") << QByteArray(100, 'x');
     }
 
     void securityFile() {
-        QFETCH(QByteArray, content);
-        TestProgram program;
-        QFile file(program.appFile("Zelvan.SSS"));
-        QVERIFY(file.remove());
-        if (!content.isEmpty()) QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) > 0);
-        file.close();
-        frmLogin screen(program.context);
-        QVERIFY(!logIn(program, screen, "QuorraAdmin", DemoServer::loginPassword, program.server()));
-        QCOMPARE(program.messages.takeShown(),
-                 QStringList("The Security file is invalid.  Please contact your Administrator."));
+        for (const QByteArray& content : {QByteArray(), QByteArray(100, 'x')}) {
+            Login login;
+            const QString file = login.program.appFile("Zelvan.SSS");
+            QVERIFY(QFile::remove(file));
+            if (!content.isNull()) writeFile(file, content);
+            QVERIFY(!login.logIn());
+            QCOMPARE(login.shown(),
+                     QStringList("The Security file is invalid.  Please contact your Administrator."));
+        }
     }
 
     void rolesAndSettingsEndTheProgram_data() {
-        QTest::addColumn<QString>("damage");
-        QTest::addColumn<QString>("message");
+        const Rows<QString, QString> row;
         const QString role =
             "The QuorraAdmin login is not a member of the %1 role.  Please contact your Administrator.";
-        QTest::newRow("dbcreator") << "ALTER SERVER ROLE dbcreator DROP MEMBER QuorraAdmin"
-                                   << role.arg("Database Creator");
-        QTest::newRow("bulkadmin") << "ALTER SERVER ROLE bulkadmin DROP MEMBER QuorraAdmin"
-                                   << role.arg("Bulk Insert Administrators");
-        QTest::newRow("settings")
-            << "DELETE FROM NorvaTallymere.dbo.TblSQLSettings"
-            << "No SQL settings have been setup on the server. Please contact your administrator.  "
-               "The program can not continue.";
+        row("dbcreator", "ALTER SERVER ROLE dbcreator DROP MEMBER QuorraAdmin", role.arg("Database Creator"));
+        row("bulkadmin", "ALTER SERVER ROLE bulkadmin DROP MEMBER QuorraAdmin",
+            role.arg("Bulk Insert Administrators"));
+        row("settings", "DELETE FROM NorvaTallymere.dbo.TblSQLSettings",
+            "No SQL settings have been setup on the server. Please contact your administrator.  "
+            "The program can not continue.");
     }
 
     void rolesAndSettingsEndTheProgram() {
-        QFETCH(QString, damage);
-        QFETCH(QString, message);
-        TestProgram program;
-        if (damage.contains("ROLE") && !program.ownsLogin()) QSKIP("the server's own login is left alone");
-        program.system().execute(Sql::script(damage));
-        frmLogin screen(program.context);
-        QVERIFY(!logIn(program, screen, "QuorraAdmin", DemoServer::loginPassword, program.server()));
-        QCOMPARE(program.messages.takeShown(), QStringList(message));
-        QVERIFY(screen.endProgram());
+        const auto [damage, message] = thisRow<QString, QString>();
+        Login login;
+        if (damage.contains("ROLE") && !login.program.ownsLogin())
+            QSKIP("the server's own login is left alone");
+        login.program.system().execute(Sql::script(damage));
+        QVERIFY(!login.logIn());
+        QCOMPARE(login.shown(), QStringList(message));
+        QVERIFY(login.screen.endProgram());
     }
 
-    void firstLoginCreatesTheDatabase() {
-        TestProgram program(false);
-        frmLogin screen(program.context);
-        inNextModal<frmCreateDB>(
-            [](frmCreateDB& create) { create.findChild<QPushButton*>("cmdCreate")->click(); });
-        QVERIFY(logIn(program, screen, "QuorraAdmin", DemoServer::loginPassword, program.server()));
-        QCOMPARE(program.messages.takeShown(), QStringList("Succsessfuly created the database."));
-        QCOMPARE(program.session.db().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblSchedule")),
-                 QString("0"));
+    void theFirstLoginCreatesTheDatabaseOrLeavesNothing_data() {
+        const Rows<QByteArray, QString> row;
+        const QString failed = "Failed to create the database.\r\nCan not continue.";
+        row("created", "as it is", "Succsessfuly created the database.");
+        row("missing script", QByteArray(), failed);
+        row("third batch fails",
+            "CREATE TABLE a (x int)\nGO\nCREATE TABLE b (x int)\ngo\nCREATE TABLE a (y int)\n", failed);
     }
 
-    void failedCreationLeavesNothingBehind_data() {
-        QTest::addColumn<QString>("tables");
-        QTest::newRow("missing script") << QString();
-        QTest::newRow("third batch fails")
-            << "CREATE TABLE a (x int)\nGO\nCREATE TABLE b (x int)\ngo\nCREATE TABLE a (y int)\n";
-    }
-
-    void failedCreationLeavesNothingBehind() {
-        QFETCH(QString, tables);
-        TestProgram program(false);
-        QFile script(program.appFile("SchDB.sql"));
-        QVERIFY(script.remove());
-        if (!tables.isNull()) QVERIFY(script.open(QIODevice::WriteOnly) && script.write(tables.toUtf8()) > 0);
-        script.close();
-        frmLogin screen(program.context);
-        inNextModal<frmCreateDB>(
-            [](frmCreateDB& create) { create.findChild<QPushButton*>("cmdCreate")->click(); });
-        QVERIFY(!logIn(program, screen, "QuorraAdmin", DemoServer::loginPassword, program.server()));
-        QCOMPARE(program.messages.takeShown(),
-                 QStringList("Failed to create the database.\r\nCan not continue."));
-        QVERIFY2(program.messages.lastDetails().contains("SchDB.sql"),
-                 qPrintable(program.messages.lastDetails()));
-        QVERIFY(screen.endProgram());
-        QCOMPARE(program.system().scalar(
-                     sql("SELECT COUNT(*) FROM master.dbo.sysdatabases WHERE name = 'NorvaScheduler'")),
-                 QString("0"));
+    void theFirstLoginCreatesTheDatabaseOrLeavesNothing() {
+        const auto [tables, message] = thisRow<QByteArray, QString>();
+        const bool created = message.startsWith("Succ");
+        Login login(false);
+        const QString script = login.program.appFile("SchDB.sql");
+        if (!created) QVERIFY(QFile::remove(script));
+        if (!created && !tables.isNull()) writeFile(script, tables);
+        inNextModal<frmCreateDB>([](frmCreateDB& create) { press(create, "cmdCreate"); });
+        QCOMPARE(login.logIn(), created);
+        QCOMPARE(login.shown(), QStringList(message));
+        QCOMPARE(login.screen.endProgram(), !created);
+        QCOMPARE(login.databases(), created ? "1" : "0");
+        if (created)
+            login.program.session.db().execute(sql("SELECT * FROM NorvaScheduler.dbo.tblSchedule"));
+        else
+            QVERIFY2(login.program.messages.lastDetails().contains("SchDB.sql"),
+                     qPrintable(login.program.messages.lastDetails()));
     }
 
     void dropOnRequest() {
-        TestProgram program;
-        program.session.dropDatabase = true;
-        frmLogin refused(program.context);
-        program.messages.answer(false);
-        QVERIFY(logIn(program, refused, "QuorraAdmin", DemoServer::loginPassword, program.server()));
-        QVERIFY(!refused.endProgram());
-        program.messages.takeShown();
-
-        frmLogin agreed(program.context);
-        program.messages.answer(true);
-        logIn(program, agreed, "QuorraAdmin", DemoServer::loginPassword, program.server());
-        QVERIFY(agreed.endProgram());
-        QVERIFY(program.messages.takeShown().last().startsWith("The NorvaScheduler database was deleted"));
-        QCOMPARE(program.system().scalar(
-                     sql("SELECT COUNT(*) FROM master.dbo.sysdatabases WHERE name = 'NorvaScheduler'")),
-                 QString("0"));
+        Login login;
+        login.program.session.dropDatabase = true;
+        for (const bool agreed : {false, true}) {
+            login.screen.show();
+            login.program.messages.answer(agreed);
+            login.logIn();
+            QCOMPARE(login.screen.endProgram(), agreed);
+            QCOMPARE(login.databases(), agreed ? "0" : "1");
+        }
+        QVERIFY(login.shown().last().startsWith("The NorvaScheduler database was deleted"));
     }
 
     void aServerThatStumblesLeavesTheScreenOpen() {
         // Whatever statement of the login fails, the user is told and may try again.
-        TestProgram program;
-        frmLogin screen(program.context);
+        Login login;
+        Session& session = login.program.session;
         int failures = 0;
         for (int k = 1; k < 100; ++k) {
-            screen.show();
-            program.fault.arm(k);
-            if (logIn(program, screen, "QuorraAdmin", DemoServer::loginPassword, program.server())
-                && program.fault.taken < k)
-                break;
-            const QStringList shown = program.messages.takeShown();
-            if (!program.session.serverName
-                     .isEmpty()) { // a failure that has another way, like the registry's
-                program.session.serverName.clear();
+            login.screen.show();
+            login.program.fault.arm(k);
+            if (login.logIn() && login.program.fault.taken < k) break;
+            const QStringList shown = login.shown();
+            if (!session.serverName.isEmpty()) { // a failure that has another way, like the registry's
+                session.serverName.clear();
                 continue;
             }
             ++failures;
             QVERIFY2(shown.size() == 1 && shown[0].contains("Made to fail."), qPrintable(shown.join('|')));
-            QVERIFY(screen.isVisible() && !screen.endProgram());
+            QVERIFY(login.screen.isVisible() && !login.screen.endProgram());
         }
         QVERIFY2(failures > 10, qPrintable(QString::number(failures)));
     }

@@ -1,11 +1,10 @@
 #include "app/frmOptions.h"
+#include "support/Controls.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
 
 #include <QCheckBox>
 #include <QLineEdit>
-#include <QTest>
-#include <QToolButton>
 
 /// The server-wide options.
 class OptionsTest : public QObject {
@@ -27,9 +26,10 @@ class OptionsTest : public QObject {
             screen->Setup();
             screen->show();
         }
-        QLineEdit& path() { return *screen->findChild<QLineEdit*>("txtOutput"); }
-        QCheckBox& box(const QString& name) { return *screen->findChild<QCheckBox*>(name); }
-        void save() { screen->findChild<QToolButton*>("cmdSave")->click(); }
+        QStringList shown() { return program.messages.takeShown(); }
+        QLineEdit& path() { return child<QLineEdit>(*screen, "txtOutput"); }
+        QCheckBox& box(const QString& name) { return child<QCheckBox>(*screen, name); }
+        void save() { press(*screen, "cmdSave"); }
         QString stored() {
             const RecordSet rows = program.other().query(sql("SELECT * FROM NorvaScheduler.dbo.tblOptions"));
             return rows.rowCount() == 1
@@ -43,7 +43,7 @@ private slots:
         Options user("Tom.Becker");
         QCOMPARE(user.path().text(), QString("D:\\Out"));
         QVERIFY(user.path().isReadOnly() && !user.box("chkCSV").isEnabled());
-        QVERIFY(!user.screen->findChild<QToolButton*>("cmdSave")->isVisible());
+        QVERIFY(!child(*user.screen, "cmdSave").isVisible());
     }
 
     void savingIsChecked() {
@@ -51,13 +51,13 @@ private slots:
         admin.box("chkExcel").setChecked(false);
         admin.program.messages.answer(false);
         admin.save();
-        QCOMPARE(admin.program.messages.takeShown(),
+        QCOMPARE(admin.shown(),
                  QStringList("Please note that you do not have a default output option selected.\rDo you "
                              "wish to continue?"));
         admin.box("chkCSV").setChecked(true);
         admin.path().setText("/no/such/folder");
         admin.save();
-        QCOMPARE(admin.program.messages.takeShown(), QStringList("Selected output path does not exist."));
+        QCOMPARE(admin.shown(), QStringList("Selected output path does not exist."));
         QCOMPARE(admin.screen->focusWidget(), &admin.path());
         QCOMPARE(admin.stored(), QString("D:\\Out10"));
         admin.path().setText(admin.folder.path());
@@ -68,7 +68,7 @@ private slots:
         QCOMPARE(admin.program.session.options.outputPath, admin.folder.path());
         QCOMPARE(admin.program.other().scalar(sql("SELECT DefaultEmail FROM NorvaScheduler.dbo.tblOptions")),
                  QString("a@b.com"));
-        admin.screen->findChild<QToolButton*>("cmdExit")->click(); // nothing unsaved: no question
+        press(*admin.screen, "cmdExit"); // nothing unsaved: no question
         QVERIFY(!admin.screen->isVisible());
     }
 
@@ -98,8 +98,7 @@ private slots:
         admin.program.messages.answer(true);
         QTest::keyClick(admin.screen.get(), Qt::Key_Escape);
         QVERIFY(!admin.screen->isVisible());
-        QCOMPARE(admin.program.messages.takeShown().last(),
-                 QString("Do you wish to cancel and lose any changes?"));
+        QCOMPARE(admin.shown().last(), QString("Do you wish to cancel and lose any changes?"));
     }
 };
 

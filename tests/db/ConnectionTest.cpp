@@ -2,7 +2,6 @@
 #include "errorOf.h"
 #include "support/TestClass.h"
 
-#include <QTest>
 #include <deque>
 
 namespace {

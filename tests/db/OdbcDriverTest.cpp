@@ -1,8 +1,7 @@
 #include "db/OdbcDriver.h"
 #include "errorOf.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
-
-#include <QTest>
 
 namespace {
 
@@ -15,27 +14,19 @@ class OdbcDriverTest : public QObject {
 
 private slots:
     void theBestDriverIsChosen_data() {
-        QTest::addColumn<QStringList>("installed");
-        QTest::addColumn<QString>("wanted");
-        QTest::addColumn<QString>("chosen"); // empty: refused
+        const Rows<QStringList, QString, QString> row; // the last is what is chosen; empty: refused
         const QString seventeen("ODBC Driver 17 for SQL Server");
         const QString nine("ODBC Driver 9 for SQL Server");
-        QTest::newRow("newest") << QStringList{"FreeTDS", nine, Newest, seventeen} << "" << Newest;
-        QTest::newRow("FreeTDS") << QStringList{"SQLite3", "FreeTDS"} << ""
-                                 << "FreeTDS";
-        QTest::newRow("none fits") << QStringList{"SQLite3"} << ""
-                                   << "";
-        QTest::newRow("named") << QStringList{"FreeTDS", Newest} << "freetds"
-                               << "FreeTDS";
-        QTest::newRow("missing") << QStringList{"FreeTDS"} << Newest << "";
-        QTest::newRow("library") << QStringList{} << "/opt/libtdsodbc.so"
-                                 << "/opt/libtdsodbc.so";
+        row("newest", {"FreeTDS", nine, Newest, seventeen}, "", Newest);
+        row("FreeTDS", {"SQLite3", "FreeTDS"}, "", "FreeTDS");
+        row("none fits", {"SQLite3"}, "", "");
+        row("named", {"FreeTDS", Newest}, "freetds", "FreeTDS");
+        row("missing", {"FreeTDS"}, Newest, "");
+        row("library", {}, "/opt/libtdsodbc.so", "/opt/libtdsodbc.so");
     }
 
     void theBestDriverIsChosen() {
-        QFETCH(QStringList, installed);
-        QFETCH(QString, wanted);
-        QFETCH(QString, chosen);
+        const auto [installed, wanted, chosen] = thisRow<QStringList, QString, QString>();
         QString name;
         const auto error = errorOf<Refusal>([&] { name = OdbcDriver::choose(installed, wanted).name(); });
         QCOMPARE(name, chosen);
@@ -43,15 +34,7 @@ private slots:
     }
 
     void everyDriverIsToldInItsOwnWords_data() {
-        QTest::addColumn<QString>("driver");
-        QTest::addColumn<QString>("server");
-        QTest::addColumn<QString>("password");
-        QTest::addColumn<QString>("expected"); // after DRIVER; empty: refused
-        const auto row = [](const char* name, const char* driver, const char* server, const char* password,
-                            const char* expected) {
-            QTest::newRow(name) << QString(driver) << QString(server) << QString(password)
-                                << QString(expected);
-        };
+        const Rows<QString, QString, QString, QString> row; // the last after DRIVER; empty: refused
         const char* tds = "FreeTDS";
         row("FreeTDS host", tds, "host", "p=' \"x",
             "SERVER=host;PORT=1433;TDS_Version=7.4;ClientCharset=UTF-8;UID=u;PWD=p=' \"x;DATABASE=d");
@@ -77,14 +60,10 @@ private slots:
     }
 
     void everyDriverIsToldInItsOwnWords() {
-        QFETCH(QString, driver);
-        QFETCH(QString, server);
-        QFETCH(QString, password);
-        QFETCH(QString, expected);
+        const auto [driver, server, password, expected] = thisRow<QString, QString, QString, QString>();
+        const ConnectionString target{"u", password, "d", server};
         QString text;
-        const auto error = errorOf<Refusal>([&] {
-            text = OdbcDriver(driver).connectionString({"u", password, "d", server}, {});
-        });
+        const auto error = errorOf<Refusal>([&] { text = OdbcDriver(driver).connectionString(target, {}); });
         QCOMPARE(text, expected.isEmpty() ? QString() : "DRIVER={" + driver + "};" + expected);
         QCOMPARE(error.has_value(), expected.isEmpty());
         if (error && password.size() > 1) QVERIFY(!error->text().contains(password));

@@ -3,7 +3,6 @@
 #include "support/TestClass.h"
 
 #include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 

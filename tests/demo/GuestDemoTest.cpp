@@ -1,10 +1,9 @@
 #include "app/cLogin.h"
 #include "app/openServer.h"
 #include "db/DbError.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
 
 /// The demo on a server that is there already, whose place an embedded one takes.
 class GuestDemoTest : public QObject {
@@ -60,20 +59,18 @@ private slots:
     }
 
     void whatWasThereStays_data() {
-        QTest::addColumn<QString>("there");
-        QTest::addColumn<bool>("welcome");
-        QTest::newRow("the login") << "CREATE LOGIN QuorraAdmin WITH PASSWORD = 'demo-admin-password'; "
-                                      "ALTER SERVER ROLE dbcreator ADD MEMBER QuorraAdmin; "
-                                      "ALTER SERVER ROLE bulkadmin ADD MEMBER QuorraAdmin"
-                                   << true;
-        QTest::newRow("the login, other password")
-            << "CREATE LOGIN QuorraAdmin WITH PASSWORD = 'theirs'" << false;
-        QTest::newRow("a database") << "CREATE DATABASE CostCentres" << false;
+        const Rows<QString, bool> row;
+        row("the login",
+            "CREATE LOGIN QuorraAdmin WITH PASSWORD = 'demo-admin-password'; "
+            "ALTER SERVER ROLE dbcreator ADD MEMBER QuorraAdmin; "
+            "ALTER SERVER ROLE bulkadmin ADD MEMBER QuorraAdmin",
+            true);
+        row("the login, other password", "CREATE LOGIN QuorraAdmin WITH PASSWORD = 'theirs'", false);
+        row("a database", "CREATE DATABASE CostCentres", false);
     }
 
     void whatWasThereStays() {
-        QFETCH(QString, there);
-        QFETCH(bool, welcome);
+        const auto [there, welcome] = thisRow<QString, bool>();
         m_host->execute(Sql::script(there));
         const int before = databases();
         const int logins = count("syslogins", "QuorraAdmin");

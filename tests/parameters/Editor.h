@@ -6,7 +6,6 @@
 
 #include <QLineEdit>
 #include <QTest>
-#include <QToolButton>
 
 inline void type(QWidget& screen, const char* box, const QString& text) {
     auto& edit = child<QLineEdit>(screen, box);

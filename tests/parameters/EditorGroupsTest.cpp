@@ -1,5 +1,6 @@
 #include "parameters/Editor.h"
 #include "reports/CallFilter.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 
 #include <QCheckBox>
@@ -17,32 +18,20 @@ private slots:
     }
 
     void groups_data() {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("id");
-        QTest::addColumn<QString>("frames");
-        QTest::addColumn<QString>("lines"); // the choices that are offered
-        QTest::newRow("bill") << 1 << 231 << "CC SourceBill"
-                              << "";
-        QTest::newRow("calls from") << 2 << 143 << "Numbers Dates Times Distance Thresholds CallClasses"
-                                    << "01234";
-        QTest::newRow("dearest") << 2 << 111 << "Dates Times Distance Thresholds CC Exclusions CallClasses"
-                                 << "01234";
-        QTest::newRow("calls in fixed lines") << 2 << 171 << "Dates CC"
-                                              << "14";
-        QTest::newRow("compared circuits") << 3 << 321 << "CC Circuits"
-                                           << "";
-        QTest::newRow("one circuit") << 3 << 326 << "SelectedCircuit"
-                                     << "";
-        QTest::newRow("Linkvale") << 4 << 273 << "Linkvale"
-                                  << "";
-        QTest::newRow("tagged") << 5 << 191 << "Dates Times Thresholds CC CallTagging"
-                                << "01234";
-        QTest::newRow("Wispera") << 5 << 131 << "Dates Times Thresholds CC WPParams"
-                                 << "";
+        const Rows<int, int, QString, QString> row; // the frames, and the line choices that are offered
+        row("bill", 1, 231, "CC SourceBill", "");
+        row("calls from", 2, 143, "Numbers Dates Times Distance Thresholds CallClasses", "01234");
+        row("dearest", 2, 111, "Dates Times Distance Thresholds CC Exclusions CallClasses", "01234");
+        row("calls in fixed lines", 2, 171, "Dates CC", "14");
+        row("compared circuits", 3, 321, "CC Circuits", "");
+        row("one circuit", 3, 326, "SelectedCircuit", "");
+        row("Linkvale", 4, 273, "Linkvale", "");
+        row("tagged", 5, 191, "Dates Times Thresholds CC CallTagging", "01234");
+        row("Wispera", 5, 131, "Dates Times Thresholds CC WPParams", "");
+        row("in no catalogue", 2, 999, "", "");
     }
     void groups() {
-        QFETCH(const int, type);
-        QFETCH(const int, id);
+        const auto [type, id, frames, lines] = thisRow<int, int, QString, QString>();
         m_office->db().execute(sql("UPDATE Brightwater.dbo.TblMobCalls SET CallClass = '' WHERE RecID = "
                                    "(SELECT MIN(RecID) FROM Brightwater.dbo.TblMobCalls)"));
         Editor editor(*m_office, type, id);
@@ -54,29 +43,17 @@ private slots:
               "FrameCallTagging", "frameExclusions", "FrameCallClasses"})
             if (const auto* found = editor.screen.findChild<QWidget*>(frame); found && found->isVisible())
                 shown << QString(frame).mid(5);
-        QTEST(shown.join(' '), "frames");
+        QCOMPARE(shown.join(' '), frames);
         QString enabled;
         for (int filter = 0; filter <= 4; ++filter)
             if (const auto* option = editor.screen.findChild<QRadioButton*>(QString("OptMob%1").arg(filter)))
                 if (option->isEnabled()) enabled += QString::number(filter);
-        QTEST(enabled, "lines");
-        if (const auto* one = editor.screen.findChild<QRadioButton*>("OptSelect1"))
-            QCOMPARE(one->text().remove('&'), type == 5 ? "Selected Handset" : "Selected Service No");
-    }
-
-    void reportWithoutEntry() {
-        Editor editor(*m_office, CallReport, 999);
-        QVERIFY(editor.open());
-        QVERIFY(!editor.screen.findChild<QWidget*>("FrameDates"));
-        QVERIFY(child(editor.screen, "lblNoGroups").isVisible());
-    }
-
-    void callClassesOnlyWithUnclassedCalls() {
-        const auto office = std::move(m_office); // of no use to others afterwards
-        office->db().execute(sql("UPDATE Brightwater.dbo.TblMobCalls SET CallClass = 'SMS'"));
-        Editor editor(*office, CallReport, 111);
-        QVERIFY(editor.open());
-        QVERIFY(!editor.screen.findChild<QWidget*>("FrameCallClasses"));
+        QCOMPARE(enabled, lines);
+        if (id != 111) return;
+        m_office->db().execute(sql("UPDATE Brightwater.dbo.TblMobCalls SET CallClass = 'SMS'"));
+        Editor classed(*m_office, type, id);
+        QVERIFY(classed.open());
+        QVERIFY(!classed.screen.findChild<QWidget*>("FrameCallClasses")); // for calls without a class
     }
 
     /// A project that lacks what the lists are read from can be worked with all the same.
@@ -88,9 +65,8 @@ private slots:
         for (const auto& [type, id] : {std::pair{1, 231}, {2, 111}, {3, 326}, {5, 131}, {5, 195}}) {
             Editor editor(*office, type, id);
             QVERIFY(editor.open());
-            if (auto* option = editor.screen.findChild<QRadioButton*>("OptSelect1")) option->click();
-            if (auto* option = editor.screen.findChild<QRadioButton*>("OptSelect8")) option->click();
-            if (auto* option = editor.screen.findChild<QRadioButton*>("OptSelect0")) option->click();
+            for (const char* name : {"OptSelect1", "OptSelect8", "OptSelect0"})
+                if (auto* option = editor.screen.findChild<QRadioButton*>(name)) option->click();
         }
         QCOMPARE(office->shown(), QStringList());
     }

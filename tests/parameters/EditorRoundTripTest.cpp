@@ -2,6 +2,7 @@
 #include "parameters/Editor.h"
 #include "reports/describe.h"
 #include "support/Modal.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 #include "templates/clsTemplate.h"
 
@@ -101,15 +102,13 @@ private slots:
     }
 
     void everyReport_data() {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("id");
+        const Rows<int, int> row;
         for (int type = BillingReport; type <= MobileReport; ++type)
             for (const CatalogueEntry* entry : catalogueEntries(type, ListChoice::forLookUp(type, true)))
-                QTest::addRow("%d %d", type, entry->id) << type << entry->id;
+                row(QString("%1 %2").arg(type).arg(entry->id), type, entry->id);
     }
     void everyReport() {
-        QFETCH(const int, type);
-        QFETCH(const int, id);
+        const auto [type, id] = thisRow<int, int>();
         Editor first(*m_office, type, id);
         const QStringList untouched = describe(first.parameters());
         QVERIFY(first.open());

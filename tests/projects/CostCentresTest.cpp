@@ -1,10 +1,8 @@
-#include "db/DbError.h"
 #include "projects/modCostCentres.h"
 #include "projects/modProjects.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
-
-#include <QTest>
+#include "support/failing.h"
 
 /// The users' copies of a project's cost-centre allocation.
 class CostCentresTest : public QObject {
@@ -74,35 +72,12 @@ private slots:
         QCOMPARE(count(program, "CostCentres", userTable(program.session), sql("CostCentre1 = 'Tom''s'")), 0);
     }
 
-    void theOlderPreparationRepeats() {
-        TestProgram program;
-        open(program, "Tom.Becker", "O'Dowd Freight");
-        for (int run = 0; run < 2; ++run) {
-            prepareUserCostCentres(program.session);
-            QCOMPARE(count(program, "O'Dowd Freight", "Tom.Becker_TblCC"),
-                     count(program, "CostCentres", "OD40256_TblCC"));
-        }
-    }
-
-    void levelsWithoutCostCentresAreEmpty() {
-        TestProgram program;
-        open(program);
-        program.other().execute(sql("UPDATE CostCentres.dbo.BW10023_TblCC SET CostCentre5 = ''"));
-        QVERIFY(readCostCentres(program.session, 5, CostCentreSource::Master).isEmpty());
-        QVERIFY(!readCostCentres(program.session, 1, CostCentreSource::Master).contains(""));
-    }
-
     void aBrokenRunIsMadeGoodByTheNext() {
         TestProgram program;
         open(program);
         const int master = count(program, "CostCentres", masterTable("BW10023"));
         for (int k = 1; k <= 20; ++k) {
-            program.fault.arm(k);
-            try {
-                prepareAccountCostCentres(program.session, true);
-            } catch (const DbError&) {
-            }
-            program.fault.arm(0);
+            survives(program.fault, k, [&] { prepareAccountCostCentres(program.session, true); });
             prepareAccountCostCentres(program.session, true);
             QCOMPARE(count(program, "Brightwater", userTable(program.session)), master);
             QCOMPARE(program.session.db().defaultDatabase(), QString("NorvaScheduler"));

@@ -3,13 +3,14 @@
 #include "projects/frmSQLServerDatabases.h"
 #include "projects/modProjectUpdate.h"
 #include "projects/modProjects.h"
+#include "support/Files.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 #include "support/TestProgram.h"
+#include "support/failing.h"
 #include "ui/uctListView.h"
 
-#include <QFile>
 #include <QLineEdit>
-#include <QTest>
 #include <QToolButton>
 
 Q_DECLARE_METATYPE(Sql)
@@ -33,25 +34,20 @@ class ProjectsTest : public QObject {
 
 private slots:
     void databasesOfEveryKind_data() {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<Sql>("table");
-        QTest::addColumn<QString>("found");
-        QTest::newRow("blank and hyphen") << "New - Project" << bills("BW10023") << "listed";
-        QTest::newRow("apostrophe and brackets") << "O'Neil [x]y" << bills("BW10023") << "listed";
-        QTest::newRow("archive in any case") << "My_arChive_1" << bills("BW10023") << "";
-        QTest::newRow("no bill table") << "Letters" << sql("CREATE TABLE Other (x int)") << "";
-        QTest::newRow("empty bill table")
-            << "Nothing yet" << sql("CREATE TABLE Tbl50 (UnitabAccount varchar(50))") << "left out";
-        QTest::newRow("account without cost centres") << "Orphan" << bills("none") << "left out";
-        QTest::newRow("hostile account") << "Hostile" << bills("x'; DROP TABLE Tbl50 --") << "left out";
-        QTest::newRow("bill table of another kind")
-            << "Odd" << sql("CREATE TABLE Tbl50 (Something int)") << "left out";
+        const Rows<QString, Sql, QString> row;
+        row("blank and hyphen", "New - Project", bills("BW10023"), "listed");
+        row("apostrophe and brackets", "O'Neil [x]y", bills("BW10023"), "listed");
+        row("archive in any case", "My_arChive_1", bills("BW10023"), "");
+        row("no bill table", "Letters", sql("CREATE TABLE Other (x int)"), "");
+        row("empty bill table", "Nothing yet", sql("CREATE TABLE Tbl50 (UnitabAccount varchar(50))"),
+            "left out");
+        row("account without cost centres", "Orphan", bills("none"), "left out");
+        row("hostile account", "Hostile", bills("x'; DROP TABLE Tbl50 --"), "left out");
+        row("bill table of another kind", "Odd", sql("CREATE TABLE Tbl50 (Something int)"), "left out");
     }
 
     void databasesOfEveryKind() {
-        QFETCH(QString, name);
-        QFETCH(Sql, table);
-        QFETCH(QString, found);
+        const auto [name, table, found] = thisRow<QString, Sql, QString>();
         TestProgram program;
         program.logIn();
         addDatabase(program, name, table);
@@ -61,10 +57,8 @@ private slots:
             QCOMPARE(list.leftOut.contains(name), found == "left out");
             QVERIFY(list.names.contains("Brightwater"));
         }
-        QFile log(program.session.log.path());
-        QVERIFY(log.open(QIODevice::ReadOnly));
-        QCOMPARE(log.readAll().contains((name + " appears to have no cost centres").toUtf8()),
-                 found == "left out");
+        const QByteArray log = readFile(program.session.log.path());
+        QCOMPARE(log.contains((name + " appears to have no cost centres").toUtf8()), found == "left out");
         QCOMPARE(program.session.db().defaultDatabase(), QString("NorvaScheduler"));
     }
 
@@ -122,36 +116,18 @@ private slots:
     }
 
     void timeBandsAtTheirEdges_data() {
-        QTest::addColumn<QString>("date");
-        QTest::addColumn<QString>("time");
-        QTest::addColumn<QString>("band");
-        QTest::newRow("before seven") << "2008-04-01"
-                                      << "0659"
-                                      << "C";
-        QTest::newRow("at seven") << "2008-04-01"
-                                  << "0700"
-                                  << "D";
-        QTest::newRow("at nineteen") << "2008-04-01"
-                                     << "1900"
-                                     << "D";
-        QTest::newRow("after nineteen") << "2008-04-01"
-                                        << "1901"
-                                        << "C";
-        QTest::newRow("the day before keeps its band") << "2008-03-31"
-                                                       << "0659"
-                                                       << "X";
-        QTest::newRow("saturday") << "2008-04-05"
-                                  << "1200"
-                                  << "W";
-        QTest::newRow("sunday") << "2008-04-06"
-                                << "0300"
-                                << "W";
+        const Rows<QString, QString, QString> row;
+        row("before seven", "2008-04-01", "0659", "C");
+        row("at seven", "2008-04-01", "0700", "D");
+        row("at nineteen", "2008-04-01", "1900", "D");
+        row("after nineteen", "2008-04-01", "1901", "C");
+        row("the day before keeps its band", "2008-03-31", "0659", "X");
+        row("saturday", "2008-04-05", "1200", "W");
+        row("sunday", "2008-04-06", "0300", "W");
     }
 
     void timeBandsAtTheirEdges() {
-        QFETCH(QString, date);
-        QFETCH(QString, time);
-        QFETCH(QString, band);
+        const auto [date, time, band] = thisRow<QString, QString, QString>();
         TestProgram program;
         program.logIn();
         openProject(program.session, "Marchetti2007");
@@ -194,19 +170,19 @@ private slots:
             sql("SELECT COUNT(DISTINCT TimeBand), MIN(TimeBandCopy) FROM Marchetti2007.dbo.TblCallRecords");
         const QString before = program.other().scalar(bands);
         for (int k = 1; k <= 10; ++k) {
-            program.fault.arm(k);
             bool done = false;
-            try {
-                done = updateTimeBands(program.session, false, {}, [](int, int) {});
-            } catch (const DbError&) {
-            }
-            program.fault.arm(0);
+            survives(program.fault, k,
+                     [&] { done = updateTimeBands(program.session, false, {}, [](int, int) {}); });
             if (done) break;
             const RecordSet after = program.other().query(bands);
             QCOMPARE(after.cell(0, 0), before);
             QVERIFY(after.cell(0, 1).isEmpty());
         }
         QVERIFY(updateTimeBands(program.session, false, {}, [](int, int) {}));
+        CheckForCurrentUnitabAccountField(program.session, true); // which this project lacks
+        QCOMPARE(program.other().scalar(sql("SELECT COUNT(*) FROM Marchetti2007.dbo.Tbl50 WHERE "
+                                            "ISNULL(CurrentUnitabAccount, '') = ''")),
+                 QString("0"));
     }
 };
 

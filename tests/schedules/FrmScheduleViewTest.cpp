@@ -2,12 +2,12 @@
 
 #include "Screens.h"
 #include "db/DbError.h"
+#include "support/Files.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 #include "ui/uctListView.h"
 
 #include <QCheckBox>
-#include <QFile>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QPlainTextEdit>
 
@@ -16,12 +16,6 @@ namespace {
 struct View : ScheduleScreen<frmScheduleView> {
     using ScheduleScreen::ScheduleScreen;
 
-    void log(int schedule, int report, int code, const QString& description, const QString& name = {}) {
-        db().execute(
-            sql("INSERT INTO NorvaScheduler.dbo.tblLogs (ScheduleID, ReportID, ErrorCode, ErrorDescription, "
-                "ReportName) VALUES ({}, {}, {}, {}, {})",
-                schedule, report, code, description, name));
-    }
     int reportId() {
         return db()
             .scalar(
@@ -32,19 +26,17 @@ struct View : ScheduleScreen<frmScheduleView> {
     uctListView& list() { return control<uctListView>("lstLog"); }
     QString text(const QString& label) { return control<QLabel>(label).text(); }
     QStringList entries() {
-        QStringList entries;
-        const QAbstractItemModel& model = *list().model();
-        for (int i = 0; i < model.rowCount(); ++i)
-            entries << model.index(i, 0).data().toString() + '|' + model.index(i, 1).data().toString();
+        QStringList entries = texts(list());
+        for (int i = 0; i < entries.size(); ++i) entries[i] += '|' + texts(list(), 1).at(i);
         return entries;
     }
     /// A run with one good report, one that failed, one deleted since, and a reset.
     int addRun() {
         const int id = add("Run", CompletedWithErrors, WallClock(QDate(2026, 3, 2), QTime(9, 0)));
-        log(id, reportId(), 0, "");
-        log(id, reportId(), 17, "No calls,\r\n\"none\" at all", "  Dear calls ");
-        log(id, 999'999, 0, "");
-        log(id, -1, -1, "Status reset by user");
+        addLog(id, reportId(), 0);
+        addLog(id, reportId(), 17, "No calls,\r\n\"none\" at all", "  Dear calls ");
+        addLog(id, 999'999, 0);
+        addLog(id, -1, -1, "Status reset by user");
         return id;
     }
 };
@@ -90,9 +82,7 @@ private slots:
             view.program.messages.answer(replace);
             view.press("cmdSaveLog");
         }
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QString csv = QString::fromUtf8(file.readAll());
+        const QString csv = QString::fromUtf8(readFile(path));
         QVERIFY2(csv.contains("\"Dear calls\",\"17\",\"No calls,\r\n\"\"none\"\" at all\"\r\n"),
                  qPrintable(csv));
         view.shown();
@@ -102,16 +92,14 @@ private slots:
     }
 
     void aCopyIsCutAndWarnsWhenItRunsAtOnce_data() {
-        QTest::addColumn<int>("minutes"); // from now to its run date
-        QTest::addColumn<bool>("warns");
-        QTest::newRow("past") << -60 << true;
-        QTest::newRow("within the hour") << 58 << true;
-        QTest::newRow("two hours ahead") << 120 << false;
+        const Rows<int, bool> row;
+        row("past", -60, true);
+        row("within the hour", 58, true);
+        row("two hours ahead", 120, false);
     }
 
     void aCopyIsCutAndWarnsWhenItRunsAtOnce() {
-        QFETCH(int, minutes);
-        QFETCH(bool, warns);
+        const auto [minutes, warns] = thisRow<int, bool>();
         View view;
         view.show(view.add("Run", Completed, WallClock::now().addSecs(minutes * 60)));
         view.program.messages.type("  " + QString(60, 'c'));
@@ -157,28 +145,12 @@ private slots:
             view.press("cmdDelete");
             view.program.fault.arm(0);
             const int rows = int(view.rows().size());
-            QCOMPARE(view.db().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs")).toInt(),
-                     rows * 4);
+            QCOMPARE(view.logs(), rows * 4);
             QCOMPARE(view.screen->isVisible(), rows == 1);
             QVERIFY(step < 10);
         }
         QVERIFY(view.closedWithCallback());
         QVERIFY(view.shown().size() > 3);
-    }
-
-    void diagnosticsTellTheKeys() {
-        View view;
-        const int id = view.addRun();
-        view.show(id);
-        QVERIFY(!view.control<QLabel>("lblDiagnostics").isVisible());
-        view.program.session.diagnostics = true;
-        view.show(id);
-        QVERIFY2(
-            view.text("lblDiagnostics").startsWith(QString("Report-ID:%1 Report-Type:").arg(view.reportId())),
-            qPrintable(view.text("lblDiagnostics")));
-        ListViewUnselect(view.list());
-        view.list().selectId(view.list().model()->index(3, 0).data(ListModel::IdRole).toInt());
-        QCOMPARE(view.text("lblDiagnostics"), QString("System log"));
     }
 
     void aLongLogTakesNoMoreStatementsAndKeepsItsOrder() {
@@ -191,7 +163,7 @@ private slots:
         };
         const qint64 few = statements();
         Transaction transaction(view.db());
-        for (int i = 0; i < 1000; ++i) view.log(id, view.reportId(), i % 2, "x");
+        for (int i = 0; i < 1000; ++i) view.addLog(id, view.reportId(), i % 2, "x");
         transaction.commit();
         QCOMPARE(statements(), few);
         const QStringList entries = view.entries();

@@ -2,12 +2,13 @@
 #include "schedules/ProjectHistory.h"
 #include "schedules/ScheduleLog.h"
 #include "schedules/ScheduleStatus.h"
+#include "support/Files.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 
 #include "base/Session.h"
 #include "db/DbError.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 /// The history file and the texts of the log view.
@@ -22,19 +23,12 @@ class ScheduleModelsTest : public QObject {
 
         explicit Folder(const QString& user = "Amelia") { session.log.setUserName(user); }
         QString history() const { return session.log.file("CallHistory.csv"); }
-        void write(const QByteArray& content) const {
-            QFile file(history());
-            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-        }
         QStringList projects() const {
             QStringList names;
             for (const auto& entry : projectHistory::read(session)) names << entry.project;
             return names;
         }
-        QByteArray log() const {
-            QFile file(session.log.path());
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        }
+        QByteArray log() const { return readFile(session.log.path()); }
     };
 
 private slots:
@@ -65,7 +59,7 @@ private slots:
     void badHistoryIsIgnoredAndReplaced() {
         QFETCH(QByteArray, content);
         const Folder folder;
-        folder.write(content);
+        writeFile(folder.history(), content);
         QVERIFY(folder.projects().isEmpty());
         QVERIFY2(folder.log().contains("is ignored"), folder.log().constData());
         projectHistory::remember(folder.session, "Brightwater");
@@ -80,55 +74,28 @@ private slots:
     }
 
     void longProjectsAreCutInTheMiddle_data() {
-        QTest::addColumn<QString>("project");
-        QTest::addColumn<QString>("shown");
+        const Rows<QString, QString> row;
         const QString part = QString(20, 'x');
         const QString path = "C:\\Data\\Bills\\" + (part + '\\').repeated(5) + "end";
         const QString hundred = QString(99, 'p') + '\\';
-        QTest::newRow("100 fit") << hundred << hundred;
-        QTest::newRow("path") << path << "C:\\Data\\Bills\\...\\" + part + '\\' + part + "\\end";
-        QTest::newRow("long last part")
-            << "a\\b\\c\\" + QString(120, 'e') << "a\\b\\c\\..." + QString(49, 'e');
-        QTest::newRow("no backslash") << QString(128, 'd') << QString(50, 'd') + "..." + QString(49, 'd');
-        QTest::newRow("one backslash") << "head\\" + QString(100, 'e') << "head\\..." + QString(49, 'e');
+        row("100 fit", hundred, hundred);
+        row("path", path, "C:\\Data\\Bills\\...\\" + part + '\\' + part + "\\end");
+        row("long last part", "a\\b\\c\\" + QString(120, 'e'), "a\\b\\c\\..." + QString(49, 'e'));
+        row("no backslash", QString(128, 'd'), QString(50, 'd') + "..." + QString(49, 'd'));
     }
 
     void longProjectsAreCutInTheMiddle() {
-        QFETCH(QString, project);
-        QFETCH(QString, shown);
+        const auto [project, shown] = thisRow<QString, QString>();
         QCOMPARE(shortenedProject(project), shown);
     }
 
-    void delayOfARun_data() {
-        QTest::addColumn<QString>("run");
-        QTest::addColumn<QString>("ran");
-        QTest::addColumn<QString>("text");
-        const QString run = "2026-Nov-21 09:00:00";
-        QTest::newRow("late") << run << "2026-Nov-23 10:05:00"
-                              << "23 Nov 2026 10:05 (Delayed 2 Days, 1 Hour, 5 Mins)";
-        QTest::newRow("seconds") << run << "2026-Nov-21 09:00:35"
-                                 << "21 Nov 2026 09:00 (Delayed 35 Secs)";
-        QTest::newRow("in time") << run << run << "21 Nov 2026 09:00";
-        QTest::newRow("before its time") << run << "2026-Nov-20 09:00:00"
-                                         << "20 Nov 2026 09:00";
-        QTest::newRow("never") << run << WallClock().stored() << "not specified";
-    }
-
     void delayOfARun() {
-        QFETCH(QString, run);
-        QFETCH(QString, ran);
-        QTEST(ranText(*WallClock::fromStored(run), *WallClock::fromStored(ran)), "text");
-    }
-
-    void summaryCountsReportsNotRows() {
-        QCOMPARE(logSummary({}), QString());
-        QCOMPARE(logSummary({{1, 7, 0, "A", ""}, {2, 8, 0, "B", ""}}), QString("None of 2 reports failed"));
-        QCOMPARE(logSummary({{1, 7, 0, "A", ""},
-                             {2, 7, 17, "A", "x"},
-                             {3, 7, 18, "A", "y"},
-                             {4, 8, 0, "B", ""},
-                             {5, -1, -1, "Schedule", "reset"}}),
-                 QString("1 of 2 reports failed; the schedule itself reported an error"));
+        const WallClock run(QDate(2026, 11, 21), QTime(9, 0));
+        QCOMPARE(ranText(run, run.addSecs(2 * 86'400 + 3'900)),
+                 "23 Nov 2026 10:05 (Delayed 2 Days, 1 Hour, 5 Mins)");
+        QCOMPARE(ranText(run, run.addSecs(35)), "21 Nov 2026 09:00 (Delayed 35 Secs)");
+        QCOMPARE(ranText(run, run.addDays(-1)), "20 Nov 2026 09:00"); // before its time
+        QCOMPARE(ranText(run, WallClock()), "not specified");
     }
 };
 

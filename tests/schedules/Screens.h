@@ -3,24 +3,22 @@
 #include "base/WallClock.h"
 #include "schedules/ScheduleStatus.h"
 #include "support/Caller.h"
+#include "support/Controls.h"
 #include "support/TestProgram.h"
 
 #include <QTest>
-#include <QToolButton>
 
-/// A screen over one schedule of a program whose other schedules are gone.
-template <class Screen>
-struct ScheduleScreen {
+/// A program whose schedules are those that a test adds.
+struct Schedules {
     TestProgram program;
-    Caller caller;
-    std::unique_ptr<Screen> screen;
 
-    explicit ScheduleScreen(const QString& user = Session::serverLoginName) {
+    explicit Schedules(const QString& user = Session::serverLoginName) {
         program.logIn(user);
         db().execute(sql("DELETE FROM NorvaScheduler.dbo.tblLogs"));
         db().execute(sql("DELETE FROM NorvaScheduler.dbo.tblSchedule"));
     }
     Connection& db() { return program.other(); }
+    QStringList shown() { return program.messages.takeShown(); }
     int templateOf(const QString& account) {
         return db()
             .scalar(
@@ -29,15 +27,46 @@ struct ScheduleScreen {
                     account))
             .toInt();
     }
-    /// A row as another program would write it, for the project Brightwater.
-    int add(const QString& title, int status, const WallClock& runDate,
-            const QString& project = "Brightwater") {
+    /// A row as another program would write it; run time and ran date as stored texts.
+    int add(const QString& title, int status, const QString& runDate, const QString& ranDate = {},
+            const QString& user = "Amelia.Hart", int templateId = 0, const QString& project = "Brightwater") {
         db().execute(
             sql("INSERT INTO NorvaScheduler.dbo.tblSchedule (ScheduleTitle, TemplateID, ProjectRef, RunDate, "
-                "Status, RanDate, Username) VALUES ({}, {}, {}, {}, {}, {}, N'Amelia.Hart')",
-                title, templateOf("BW10023"), project, runDate.stored(), status,
-                (isFinished(status) ? runDate.addSecs(60) : WallClock()).stored()));
+                "Status, RanDate, Username) VALUES ({}, {}, {}, {}, {}, {}, {})",
+                title, templateId == 0 ? templateOf("BW10023") : templateId, project, runDate, status,
+                ranDate, user));
         return int(db().scalar(sql("SELECT @@IDENTITY")).toDouble());
+    }
+    void addLog(int schedule, int report, int code, const QString& description = {},
+                const QString& name = {}) {
+        db().execute(
+            sql("INSERT INTO NorvaScheduler.dbo.tblLogs (ScheduleID, ReportID, ErrorCode, ErrorDescription, "
+                "ReportName) VALUES ({}, {}, {}, {}, {})",
+                schedule, report, code, description, name));
+    }
+    int logs() { return db().scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblLogs")).toInt(); }
+    /// "title|project|status|user" of every row.
+    QStringList rows() {
+        QStringList rows;
+        const RecordSet set = db().query(sql("SELECT ScheduleTitle, ProjectRef, Status, Username FROM "
+                                             "NorvaScheduler.dbo.tblSchedule ORDER BY ScheduleID"));
+        for (const Row row : set)
+            rows << QStringList{row.text(0), row.text(1), row.text(2), row.text(3)}.join('|');
+        return rows;
+    }
+};
+
+/// A screen over one schedule.
+template <class Screen>
+struct ScheduleScreen : Schedules {
+    Caller caller;
+    std::unique_ptr<Screen> screen;
+
+    using Schedules::Schedules;
+    int add(const QString& title, int status, const WallClock& runDate,
+            const QString& project = "Brightwater") {
+        const WallClock ranDate = isFinished(status) ? runDate.addSecs(60) : WallClock();
+        return Schedules::add(title, status, runDate.stored(), ranDate.stored(), "Amelia.Hart", 0, project);
     }
     int show(int scheduleId) {
         screen = std::make_unique<Screen>(program.context);
@@ -50,18 +79,8 @@ struct ScheduleScreen {
     }
     template <class Widget>
     Widget& control(const QString& name) {
-        return *screen->template findChild<Widget*>(name);
+        return child<Widget>(*screen, name);
     }
-    void press(const QString& button) { control<QAbstractButton>(button).click(); }
+    void press(const QString& button) { ::press(*screen, button); }
     bool closedWithCallback() const { return !screen->isVisible() && caller.calls == 1; }
-    QStringList shown() { return program.messages.takeShown(); }
-    /// "title|project|status|user" of every row.
-    QStringList rows() {
-        QStringList rows;
-        const RecordSet set = db().query(sql("SELECT ScheduleTitle, ProjectRef, Status, Username FROM "
-                                             "NorvaScheduler.dbo.tblSchedule ORDER BY ScheduleID"));
-        for (const Row row : set)
-            rows << QStringList{row.text(0), row.text(1), row.text(2), row.text(3)}.join('|');
-        return rows;
-    }
 };

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QCoreApplication>
+#include <QWheelEvent>
 #include <QWidget>
 
 /// A control of a screen by its object name; ends the test program when it is missing.
@@ -13,4 +16,18 @@ T& child(const QWidget& screen, const QString& name) {
 
 inline void press(const QWidget& screen, const QString& button) {
     child<QAbstractButton>(screen, button).click();
+}
+
+/// The texts of a list as shown, one for each row.
+inline QStringList texts(const QAbstractItemView& list, int column = 0) {
+    QStringList texts;
+    for (int i = 0; i < list.model()->rowCount(); ++i)
+        texts << list.model()->index(i, column).data().toString();
+    return texts;
+}
+
+inline void turnWheel(QWidget& box) {
+    QWheelEvent wheel(QPointF(5, 5), box.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(&box, &wheel);
 }

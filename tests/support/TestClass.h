@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTest>
 #include <functional>
 #include <memory>
 #include <vector>

@@ -1,6 +1,7 @@
 #include "Screens.h"
 
 #include "demo/DemoTemplates.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 #include "templates/frmManageTemplates.h"
 #include "templates/frmTemplate.h"
@@ -29,24 +30,23 @@ class FrmManageTemplatesTest : public QObject {
 
 private slots:
     void usage_data() {
-        QTest::addColumn<QStringList>("ranDates");
-        QTest::addColumn<QString>("lastUsed");
-        QTest::newRow("never used") << QStringList{} << "-";
-        QTest::newRow("no date") << QStringList{"", "00:00:00"} << "-";
-        QTest::newRow("zero date") << QStringList{"1899-Dec-30 00:00:00"} << "-";
-        QTest::newRow("months") << QStringList{"2026-Sep-30 10:00:00", "2026-Nov-02 09:05:00",
-                                               "1899-Dec-30 00:00:00", "2025-Dec-31 23:00:00"}
-                                << "02 Nov 2026 09:05";
-        QTest::newRow("other words") << QStringList{"yesterday"} << "no date (yesterday)";
+        const Rows<QStringList, QString> row;
+        row("never used", {}, "-");
+        row("no date", {"", "00:00:00"}, "-");
+        row("zero date", {"1899-Dec-30 00:00:00"}, "-");
+        row("months",
+            {"2026-Sep-30 10:00:00", "2026-Nov-02 09:05:00", "1899-Dec-30 00:00:00", "2025-Dec-31 23:00:00"},
+            "02 Nov 2026 09:05");
+        row("other words", {"yesterday"}, "no date (yesterday)");
     }
 
     void usage() {
-        QFETCH(QStringList, ranDates);
+        const auto [ranDates, lastUsed] = thisRow<QStringList, QString>();
         Manager manager;
         const int id = manager.idOf("Weekly call review");
         for (const QString& ranDate : ranDates) manager.addSchedule(id, 4, ranDate);
         manager.show();
-        QTEST(manager.list().textOf(id, 5), "lastUsed");
+        QCOMPARE(manager.list().textOf(id, 5), lastUsed);
     }
 
     void everybodysTemplatesButOnesOwnFigures() {
@@ -80,22 +80,20 @@ private slots:
     }
 
     void deleting_data() {
-        QTest::addColumn<QList<int>>("statuses");
-        QTest::addColumn<QString>("question");
+        const Rows<QList<int>, QString> row;
         const QString sure = "Are you sure you want to delete this template";
-        QTest::newRow("unused") << QList<int>{} << sure + "?";
-        QTest::newRow("completed") << QList<int>{4, 3} << sure + " and all associated schedules?";
-        QTest::newRow("one active") << QList<int>{0, 4}
-                                    << "There is currently 1 active schedule using this template,\n" + sure
-                                           + " and all associated schedules?";
-        QTest::newRow("two active") << QList<int>{0, 0}
-                                    << "There are currently 2 active schedules using this template,\n" + sure
-                                           + " and all associated schedules?";
+        row("unused", {}, sure + "?");
+        row("completed", {4, 3}, sure + " and all associated schedules?");
+        row("one active", {0, 4},
+            "There is currently 1 active schedule using this template,\n" + sure
+                + " and all associated schedules?");
+        row("two active", {0, 0},
+            "There are currently 2 active schedules using this template,\n" + sure
+                + " and all associated schedules?");
     }
 
     void deleting() {
-        QFETCH(QList<int>, statuses);
-        QFETCH(QString, question);
+        const auto [statuses, question] = thisRow<QList<int>, QString>();
         Manager manager;
         const int other = manager.idOf("Invoice only");
         manager.addSchedule(other, 0, "");

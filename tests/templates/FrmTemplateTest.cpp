@@ -2,8 +2,8 @@
 
 #include "numbers/frmExcludeNumbers.h"
 #include "parameters/frmSelectParameters.h"
-#include "projects/frmSQLServerDatabases.h"
 #include "projects/modProjects.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 #include "templates/frmTemplate.h"
 #include "ui/uctCheckList.h"
@@ -84,10 +84,7 @@ private slots:
     void aNewTemplateCanBeForAnotherProject() {
         Editor editor;
         editor.show(-1);
-        inNextModal<frmSQLServerDatabases>([](frmSQLServerDatabases& chooser) {
-            child<QLineEdit>(chooser, "txtSearch").setText("Harcourt");
-            press(chooser, "cmdOpen");
-        });
+        chooseProject("Harcourt");
         press(*editor.screen, "cmdOpen");
         QCOMPARE(child<QLineEdit>(*editor.screen, "txtUnitab").text(), "HL20417");
         QCOMPARE(child<QLineEdit>(*editor.screen, "txtBillType").text(), "Linkvale");
@@ -99,20 +96,6 @@ private slots:
         QCOMPARE(editor.shown(), QStringList());
         QCOMPARE(editor.show(editor.idOf("Charges")), 0);
         QVERIFY(!child<QPushButton>(*editor.screen, "cmdOpen").isVisible());
-    }
-
-    void aNewTemplateIsLeftWithoutAQuestionUntilItIsTouched() {
-        Editor editor;
-        for (const char* touched : {"", "optDate0", "chkCSVRepDefs"}) {
-            editor.show(-1);
-            if (*touched) {
-                press(*editor.screen, touched);
-                editor.messages.answer(false);
-            }
-            press(*editor.screen, "cmdExit");
-            QCOMPARE(editor.shown().size(), *touched ? 1 : 0);
-            QCOMPARE(editor.screen->isVisible(), *touched != 0);
-        }
     }
 
     /// A template that was stored while its project's bills did not tell their kind.
@@ -249,75 +232,52 @@ private slots:
         QCOMPARE(numbers.size(), 3);
     }
 
-    void savingIsAllOrNothing_data() {
-        QTest::addColumn<QString>("button");
-        QTest::newRow("in place") << "cmdSave";
-        QTest::newRow("as another") << "cmdSaveAs";
-    }
-
     void savingIsAllOrNothing() {
-        QFETCH(QString, button);
-        Editor editor;
-        const int id = editor.addTemplate("Sweep");
-        editor.addReport(id, 2, 161);
-        editor.addSchedule(id, 0, "");
-        const QStringList before = editor.everything();
-        editor.show(id);
-        editor.title().setText("Swept");
-        editor.selectNumbers(2);
-        int step = 0;
-        do {
-            QCOMPARE(editor.everything(), before);
-            QCOMPARE(editor.title().text(), "Swept");
-            QCOMPARE(editor.list().model()->rowCount(), 2);
-            QVERIFY(!QGuiApplication::overrideCursor());
-            if (step > 0) {
-                QCOMPARE(editor.shown().last(), "Error saving template");
-                QCOMPARE(editor.messages.lastDetails(), "Made to fail.");
-            }
-            if (editor.messages.finished()) {
-                if (button == "cmdSave")
-                    editor.messages.answer(true);
-                else
-                    editor.messages.type("Copy");
-            }
-            editor.fault.arm(++step);
-            press(*editor.screen, button);
-        } while (editor.screen->isVisible() && step < 50);
-        QVERIFY(step > 5 && editor.closedWithCallback());
-        const int saved = editor.idOf(button == "cmdSave" ? "Swept" : "Copy");
-        QCOMPARE(editor.reports(saved).size(), 2);
-        QCOMPARE(editor.reports(id).size(), button == "cmdSave" ? 2 : 1);
+        for (const bool copies : {false, true}) {
+            Editor editor;
+            const int id = editor.addTemplate("Sweep");
+            editor.addReport(id, 2, 161);
+            editor.addSchedule(id, 0, "");
+            const QStringList before = editor.everything();
+            editor.show(id);
+            editor.title().setText("Swept");
+            editor.selectNumbers(2);
+            int step = 0;
+            do {
+                QCOMPARE(editor.everything(), before);
+                QCOMPARE(editor.title().text(), "Swept");
+                QCOMPARE(editor.list().model()->rowCount(), 2);
+                QVERIFY(!QGuiApplication::overrideCursor());
+                if (step > 0) QCOMPARE(editor.shown().last(), "Error saving template");
+                if (copies && editor.messages.finished()) editor.messages.type("Copy");
+                if (!copies && editor.messages.finished()) editor.messages.answer(true);
+                editor.fault.arm(++step);
+                press(*editor.screen, copies ? "cmdSaveAs" : "cmdSave");
+            } while (editor.screen->isVisible() && step < 50);
+            QVERIFY(step > 5 && editor.closedWithCallback());
+            QCOMPARE(editor.reports(editor.idOf(copies ? "Copy" : "Swept")).size(), 2);
+            QCOMPARE(editor.reports(id).size(), copies ? 1 : 2);
+        }
     }
 
     void newTitles_data() {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<bool>("agree");
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QString>("saved");
+        const Rows<QString, bool, QString, QString> row;
         const QString a49 = QString(49, 'a');
         const QString tooLong =
             "The selected template title is too long and will be truncated to \n'%1'\nAre you "
             "sure you want to continue?";
-        QTest::newRow("blanks") << "  " << false << ""
-                                << "";
-        QTest::newRow("trimmed") << "  New 'one' " << false << ""
-                                 << "New 'one'";
-        QTest::newRow("50") << a49 + "b" << false << "" << a49 + "b";
-        QTest::newRow("51, No") << a49 + "bc" << false << tooLong.arg(a49 + "b") << "";
-        QTest::newRow("51, Yes") << a49 + "bc" << true << tooLong.arg(a49 + "b") << a49 + "b";
-        QTest::newRow("never half a letter") << a49 + "😀c" << true << tooLong.arg(a49) << a49;
-        QTest::newRow("10,000") << a49 + "b" + QString(10'000, 'x') << true << tooLong.arg(a49 + "b")
-                                << a49 + "b";
-        QTest::newRow("in use") << "invoice ONLY" << false << "Error saving template, title already exists"
-                                << "";
+        row("blanks", "  ", false, "", "");
+        row("trimmed", "  New 'one' ", false, "", "New 'one'");
+        row("50", a49 + "b", false, "", a49 + "b");
+        row("51, No", a49 + "bc", false, tooLong.arg(a49 + "b"), "");
+        row("51, Yes", a49 + "bc", true, tooLong.arg(a49 + "b"), a49 + "b");
+        row("never half a letter", a49 + "😀c", true, tooLong.arg(a49), a49);
+        row("10,000", a49 + "b" + QString(10'000, 'x'), true, tooLong.arg(a49 + "b"), a49 + "b");
+        row("in use", "invoice ONLY", false, "Error saving template, title already exists", "");
     }
 
     void newTitles() {
-        QFETCH(QString, typed);
-        QFETCH(bool, agree);
-        QFETCH(QString, message);
-        QFETCH(QString, saved);
+        const auto [typed, agree, message, saved] = thisRow<QString, bool, QString, QString>();
         Editor editor;
         editor.show(editor.idOf("Weekly call review"));
         const int before = editor.scalar(sql("SELECT COUNT(*) FROM NorvaScheduler.dbo.tblTemplate"));
@@ -350,25 +310,19 @@ private slots:
         }
     }
 
-    void titlesThatCannotBeSavedStay_data() {
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("message");
-        QTest::newRow("in use") << "Invoice only"
-                                << "Template name already exists";
-        QTest::newRow("too long") << QString(10'000, '"')
-                                  << "The template name is too long: 20000 characters were entered, 100 fit.";
-    }
-
     void titlesThatCannotBeSavedStay() {
-        QFETCH(QString, title);
-        QFETCH(QString, message);
         Editor editor;
         const QStringList before = editor.everything();
         editor.show(editor.idOf("Weekly call review"));
-        editor.title().setText(title);
-        press(*editor.screen, "cmdSave");
-        QCOMPARE(editor.shown(), QStringList{message});
-        QVERIFY(editor.screen->isVisible() && editor.title().text() == title);
+        for (const auto& [title, message] :
+             {std::pair{QString("Invoice only"), "Template name already exists"},
+              {QString(10'000, '"'),
+               "The template name is too long: 20000 characters were entered, 100 fit."}}) {
+            editor.title().setText(title);
+            press(*editor.screen, "cmdSave");
+            QCOMPARE(editor.shown(), QStringList{message});
+            QVERIFY(editor.screen->isVisible() && editor.title().text() == title);
+        }
         QCOMPARE(editor.everything(), before);
     }
 
@@ -387,20 +341,16 @@ private slots:
     }
 
     void reportsOfOtherWorldsAreKept_data() {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<int>("report");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("gone from the catalogue") << 2 << 999 << "Unknown Report";
-        QTest::newRow("of an unknown type") << 9 << 1 << "Unknown Report";
-        QTest::newRow("mobile") << 5 << 194 << "Management Summary";
-        QTest::newRow("Wispera") << 2 << 131 << "Wispera Reports - All Call Records";
-        QTest::newRow("not for Linkvale") << 2 << 116 << "100 Most Expensive - Roamed From Mobile";
+        const Rows<int, int, QString> row;
+        row("gone from the catalogue", 2, 999, "Unknown Report");
+        row("of an unknown type", 9, 1, "Unknown Report");
+        row("mobile", 5, 194, "Management Summary");
+        row("Wispera", 2, 131, "Wispera Reports - All Call Records");
+        row("not for Linkvale", 2, 116, "100 Most Expensive - Roamed From Mobile");
     }
 
     void reportsOfOtherWorldsAreKept() {
-        QFETCH(int, type);
-        QFETCH(int, report);
-        QFETCH(QString, title);
+        const auto [type, report, title] = thisRow<int, int, QString>();
         Editor editor(Session::serverLoginName, "Harcourt-Lisle"); // a Linkvale project without Wispera
         const int id = editor.addTemplate("Other worlds", "HL20417", 2);
         editor.addReport(id, type, report);
@@ -414,26 +364,21 @@ private slots:
         QCOMPARE(editor.reports(id), QStringList{QString("%1/%2/E/Sales").arg(type).arg(report)});
     }
 
-    void anotherUserWasThere_data() {
-        QTest::addColumn<bool>("overwrite");
-        QTest::newRow("give way") << false;
-        QTest::newRow("overwrite") << true;
-    }
-
     void anotherUserWasThere() {
-        QFETCH(bool, overwrite);
         Editor editor;
         const int id = editor.idOf("Weekly call review");
         editor.show(id);
         editor.title().setText("Mine");
         editor.addReport(id, 1, 215);
         const QStringList theirs = editor.everything();
-        editor.messages.answer(overwrite);
-        press(*editor.screen, "cmdSave");
-        QVERIFY(editor.shown().first().startsWith("Another user changed this template"));
-        QCOMPARE(editor.closedWithCallback(), overwrite);
-        QCOMPARE(editor.everything() == theirs, !overwrite);
-        QCOMPARE(editor.reports(id).size(), overwrite ? 4 : 5);
+        for (const bool overwrite : {false, true}) {
+            editor.messages.answer(overwrite);
+            press(*editor.screen, "cmdSave");
+            QVERIFY(editor.shown().first().startsWith("Another user changed this template"));
+            QCOMPARE(editor.closedWithCallback(), overwrite);
+            QCOMPARE(editor.everything() == theirs, !overwrite);
+            QCOMPARE(editor.reports(id).size(), overwrite ? 4 : 5);
+        }
     }
 
     void aTemplateThatIsGoneIsSavedAsAnother() {
@@ -453,19 +398,13 @@ private slots:
     void editingAReportNeedsItsProject() {
         Editor editor(Session::serverLoginName, "Harcourt-Lisle");
         editor.show(editor.idOf("Invoice only"));
-        const auto choose = [](const QString& project) {
-            inNextModal<frmSQLServerDatabases>([project](frmSQLServerDatabases& chooser) {
-                QTest::keyClicks(&child<QLineEdit>(chooser, "txtSearch"), project);
-                press(chooser, project.isEmpty() ? "cmdCancel" : "cmdOpen");
-            });
-        };
         const QString refusal = "Please select a project with the bill account of 'BW10023' to continue.";
-        choose("");
+        chooseProject("");
         press(*editor.screen, "cmdEdit");
-        choose("O'Dowd");
+        chooseProject("O'Dowd");
         press(*editor.screen, "cmdAdd");
         QCOMPARE(editor.shown().count(refusal), 2);
-        choose("Brightwater");
+        chooseProject("Brightwater");
         inNextModal<frmReport>([](frmReport& report) { press(report, "cmdCancel"); });
         press(*editor.screen, "cmdEdit");
         QVERIFY(!editor.shown().contains(refusal) && editor.session.project.unitabAccount == "BW10023");
@@ -481,14 +420,10 @@ private slots:
         QVERIFY(editor.session.project.edited.useDefaultDates);
         child<QRadioButton>(*editor.screen, "optDate1").click();
         QVERIFY(!texts(editor.list(), 2).first().contains("Project Default Dates"));
-        child<QCheckBox>(*editor.screen, "chkCSVRepDefs").click();
-        editor.messages.answer(false);
-        QTest::keyClick(editor.screen.get(), Qt::Key_Escape);
-        QCOMPARE(editor.shown(), QStringList{"Are you sure you want to cancel your changes?"});
-        QVERIFY(editor.screen->isVisible());
         editor.messages.answer(true);
         editor.screen->close();
-        QVERIFY(editor.closedWithCallback()); // asked once
+        QCOMPARE(editor.shown(), QStringList{"Are you sure you want to cancel your changes?"}); // asked once
+        QVERIFY(editor.closedWithCallback());
     }
 };
 

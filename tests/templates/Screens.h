@@ -1,5 +1,6 @@
 #pragma once
 
+#include "projects/frmSQLServerDatabases.h"
 #include "support/Caller.h"
 #include "support/Controls.h"
 #include "support/Modal.h"
@@ -12,15 +13,6 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QTest>
-#include <QToolButton>
-
-/// The texts of a list as shown, one line for each row.
-inline QStringList texts(const uctListView& list, int column = 0) {
-    QStringList texts;
-    for (int i = 0; i < list.model()->rowCount(); ++i)
-        texts << list.model()->index(i, column).data().toString();
-    return texts;
-}
 
 /// In the report editor: picks the type and, in the chooser, the report.
 inline void chooseReport(const frmReport& editor, int type, const QString& words) {
@@ -32,6 +24,14 @@ inline void chooseReport(const frmReport& editor, int type, const QString& words
         QTest::keyClick(&filter, Qt::Key_Return);
     });
     press(editor, "cmdReports");
+}
+
+/// In the project chooser that a button is about to open: picks a project, or none.
+inline void chooseProject(const QString& name) {
+    inNextModal<frmSQLServerDatabases>([name](frmSQLServerDatabases& chooser) {
+        child<QLineEdit>(chooser, "txtSearch").setText(name);
+        press(chooser, name.isEmpty() ? "cmdCancel" : "cmdOpen");
+    });
 }
 
 /// The program with templates, and the demo's project Brightwater opened.

@@ -1,4 +1,5 @@
 #include "base/SettingsStore.h"
+#include "support/Files.h"
 #include "support/Modal.h"
 #include "support/TestClass.h"
 #include "ui/MessageBoxes.h"
@@ -15,7 +16,6 @@
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QVBoxLayout>
 
 /// Lists and what stands around them, used by mouse and keys.
@@ -84,19 +84,13 @@ private slots:
         QCOMPARE(screen.width(0), fitted + 30);
     }
 
-    void absurdWidthsAreIgnored_data() {
-        QTest::addColumn<QString>("stored");
-        QTest::newRow("not to be seen") << "200,2,200";
-        QTest::newRow("beyond every desktop") << "200,100000,200";
-        QTest::newRow("none") << "200,,200";
-        QTest::newRow("another list's") << "200,300";
-    }
-
     void absurdWidthsAreIgnored() {
-        QFETCH(QString, stored);
         const int fitted = Screen().width(1);
-        saveSetting("VWT", "ColumnWidths", "Test", stored);
-        QCOMPARE(Screen().width(1), fitted);
+        // Not to be seen, beyond every desktop, none, of another list.
+        for (const QString stored : {"200,2,200", "200,100000,200", "200,,200", "200,300"}) {
+            saveSetting("VWT", "ColumnWidths", "Test", stored);
+            QVERIFY2(Screen().width(1) == fitted, qPrintable(stored));
+        }
     }
 
     void selectedRowsAreCopiedWhole() {
@@ -140,10 +134,7 @@ private slots:
 
     void allFilesAreThoseWithoutAnEndingToo() {
         const QTemporaryDir folder;
-        for (const char* name : {"numbers", "numbers.csv"}) {
-            QFile file(folder.filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-        }
+        for (const char* name : {"numbers", "numbers.csv"}) writeFile(folder.filePath(name), "");
         inNextModal<QFileDialog>([](QFileDialog& dialog) {
             QCOMPARE(dialog.nameFilters().value(1).section(" (", 0, 1), QString("View All Files (*.*)"));
             auto* files = dialog.findChild<QListView*>("listView");
