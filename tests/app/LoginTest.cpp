@@ -8,6 +8,8 @@
 
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
+#include <QScopeGuard>
 
 /// The login screen on the embedded server, pressed like a user does.
 class LoginTest : public QObject {
@@ -109,12 +111,30 @@ private slots:
         }
     }
 
-    void administratorPasswordMatchesWithoutRegardToCase() {
-        TestProgram program;
-        frmLogin screen(program.context);
-        QVERIFY(logIn(program, screen, "QuorraAdmin", QString(DemoServer::loginPassword).toUpper(),
-                      program.server()));
-        QCOMPARE(program.session.userLevel, 1);
+    void recordedStatementsHoldNoPassword() {
+        const QTemporaryDir folder;
+        QFile record(folder.filePath("statements"));
+        qputenv("ZELVAN_SCHEDULER_STATEMENTS", record.fileName().toLocal8Bit());
+        const auto unset = qScopeGuard([] { qunsetenv("ZELVAN_SCHEDULER_STATEMENTS"); });
+        for (const QString& user : {QString("QuorraAdmin"), DemoUser::all().first().name}) {
+            TestProgram program;
+            frmLogin screen(program.context);
+            QString password = TestProgram::passwordOf(user);
+            if (user == "QuorraAdmin") password = password.toUpper(); // case does not matter for this one
+            QVERIFY(logIn(program, screen, user, password, program.server()));
+            const Transaction undone(program.session.db());
+            QVERIFY_EXCEPTION_THROWN(
+                program.session.db().execute(sql("SELECT 1\r\nFROM nowhere WHERE a = {}", Secret{password})),
+                DbError);
+        }
+        QVERIFY(record.open(QIODevice::ReadOnly));
+        const QString text = record.readAll();
+        for (const QString& secret : {QString(DemoUser::password), QString(DemoServer::loginPassword)})
+            QVERIFY(!text.contains(secret, Qt::CaseInsensitive));
+        QVERIFY(text.contains(QRegularExpression(
+            "\\n[0-9:.]{12} +[0-9]+ ms \\[[0-9]+\\] SELECT \\* FROM \\[TblUsers\\][^\n]*N'\\*\\*\\*'\\n")));
+        QVERIFY(text.contains(QRegularExpression("\\(begin\\)\\n.*SELECT 1\\n    FROM nowhere.*\\n    "
+                                                 "failed: 208 \\*\\*\\*\\n.*\\(rollback\\)\\n")));
     }
 
     void aServerThatIsNotThereIsToldApart_data() {
