@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
 #include <stdexcept>
