@@ -31,7 +31,7 @@ QString readValue(const QString& text, qsizetype& at) {
     }
     qsizetype end = text.indexOf(u';', at);
     if (end < 0) end = text.size();
-    const QString value = text.mid(at, end - at).trimmed();
+    QString value = text.mid(at, end - at).trimmed();
     at = end + 1;
     return value;
 }
@@ -53,8 +53,8 @@ ConnectionString ConnectionString::parse(const QString& text) {
         at = equals + 1;
         values.insert(key, readValue(text, at));
     }
-    const ConnectionString parsed{values.value("user id"), values.value("pwd"),
-                                  values.value("initial catalog"), values.value("data source")};
+    ConnectionString parsed{values.value("user id"), values.value("pwd"), values.value("initial catalog"),
+                            values.value("data source")};
     if (parsed.dataSource.isEmpty()) throw DbError(0, "The connection string names no server.");
     return parsed;
 }
