@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
     g++ cmake ninja-build pkg-config clang-format
-    qt6-base-dev libqt6svg6-dev libgl-dev
+    qt6-base-dev qt6-svg-dev libgl-dev
     unixodbc-dev libsqlite3-dev libsodium-dev
     libsqliteodbc tdsodbc            # ODBC drivers: one to test with, one for SQL Server
     breeze-icon-theme fonts-crosextra-carlito
