@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTimeEdit>
 #include <QTreeView>

@@ -9,6 +9,7 @@
 
 #include <QFile>
 #include <QTemporaryDir>
+#include <QTest>
 
 /// The history file and the texts of the log view.
 class ScheduleModelsTest : public QObject {
