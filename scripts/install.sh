@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
-# Installs what building, running and testing need on Debian 12 and is not there yet.
+# Installs what building, running and testing need on Debian 12, and the packages named as arguments, where they
+# are not there yet.
 set -euo pipefail
 
 packages=(
-    g++ cmake ninja-build pkg-config
-    qt6-base-dev libqt6svg6-dev libgl-dev
+    g++ cmake ninja-build pkg-config clang-format
+    qt6-base-dev qt6-svg-dev libgl-dev
     unixodbc-dev libsqlite3-dev libsodium-dev
     libsqliteodbc tdsodbc            # ODBC drivers: one to test with, one for SQL Server
     breeze-icon-theme fonts-crosextra-carlito
+    "$@"
 )
 
 missing=()

@@ -3,10 +3,9 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QObject>
+#include <QWidget>
 #include <functional>
 #include <vector>
-
-class QWidget;
 
 /// Walks the program like a user, step by step: waits until a screen is there, takes a picture of it
 /// and presses its real controls. Prints one line for each step.

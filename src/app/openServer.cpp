@@ -2,7 +2,11 @@
 
 #include "base/SettingsStore.h"
 #include "db/OdbcServer.h"
+#include "db/RecordingServer.h"
 #include "embedded/EmbeddedServer.h"
+
+#include <cstdio>
+#include <utility>
 
 namespace {
 
@@ -18,10 +22,27 @@ OdbcSettings odbcSettings() {
     return settings;
 }
 
-} // namespace
-
-std::unique_ptr<Server> openServer(const ConnectionString& target) {
+std::unique_ptr<Server> openUnrecorded(const ConnectionString& target) {
     if (target.dataSource.startsWith("file:", Qt::CaseInsensitive))
         return embedded::EmbeddedServer::open(target);
     return OdbcServer::open(target, odbcSettings());
+}
+
+void tellOnce(const QString& message) {
+    static bool told = false;
+    if (!std::exchange(told, true)) std::fprintf(stderr, "%s\n", qPrintable(message));
+}
+
+} // namespace
+
+std::unique_ptr<Server> openServer(const ConnectionString& target) {
+    std::unique_ptr<Server> server = openUnrecorded(target);
+    const QString path = qEnvironmentVariable("ZELVAN_SCHEDULER_STATEMENTS");
+    if (path.isEmpty()) return server;
+    std::unique_ptr<QFile> record = RecordingServer::openRecord(path);
+    if (!record) {
+        tellOnce("Statements are not recorded, the file cannot be written: " + path);
+        return server;
+    }
+    return std::make_unique<RecordingServer>(std::move(server), std::move(record));
 }

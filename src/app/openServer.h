@@ -3,5 +3,6 @@
 #include "db/Connection.h"
 
 /// Opens the server that a connection string names: `file:…` the embedded one, anything else by ODBC
-/// with the settings kept for this user. Throws DbError.
+/// with the settings kept for this user. Its statements are recorded where the environment variable
+/// ZELVAN_SCHEDULER_STATEMENTS names a file (db/RecordingServer.h). Throws DbError.
 std::unique_ptr<Server> openServer(const ConnectionString& target);

@@ -44,7 +44,7 @@ QString readLine() {
 QString ask(const QString& question) {
     setEcho(false); // before the question: it forgets what was typed until then
     QTextStream(stderr) << question << Qt::flush;
-    const QString answer = readLine();
+    QString answer = readLine();
     setEcho(true);
     say({});
     return answer;

@@ -12,6 +12,7 @@
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QGridLayout>
+#include <QLabel>
 #include <QRadioButton>
 #include <QSet>
 #include <QStackedWidget>

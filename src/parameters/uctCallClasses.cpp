@@ -3,6 +3,7 @@
 #include "ui/Labels.h"
 #include "ui/uctCheckList.h"
 
+#include <QLabel>
 #include <QSet>
 #include <QVBoxLayout>
 

@@ -7,6 +7,7 @@
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLocale>
 #include <QVBoxLayout>
 #include <algorithm>

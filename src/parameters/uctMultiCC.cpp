@@ -6,6 +6,7 @@
 #include "ui/SlotGuard.h"
 
 #include <QGridLayout>
+#include <QLabel>
 #include <algorithm>
 
 uctMultiCC::uctMultiCC(const EditedReport& report, const ProjectLists::CostCentres& limits, QWidget* parent)

@@ -4,6 +4,7 @@
 #include "ui/Icons.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 
 namespace {

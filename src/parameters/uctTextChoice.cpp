@@ -6,6 +6,7 @@
 
 #include <QComboBox>
 #include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
 
 uctTextChoice::uctTextChoice(const EditedReport& report, Field field, QWidget* parent)

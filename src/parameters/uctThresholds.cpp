@@ -6,7 +6,9 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QFocusEvent>
 #include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTimer>
 #include <stdexcept>

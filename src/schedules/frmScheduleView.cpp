@@ -13,7 +13,9 @@
 #include "ui/WindowSize.h"
 #include "ui_frmScheduleView.h"
 
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 #include <QToolButton>
 

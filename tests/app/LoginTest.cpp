@@ -10,6 +10,8 @@
 #include "support/TestProgram.h"
 
 #include <QLineEdit>
+#include <QRegularExpression>
+#include <QScopeGuard>
 
 /// The login screen on the embedded server, pressed like a user does.
 class LoginTest : public QObject {
@@ -86,6 +88,31 @@ private slots:
         QVERIFY(administrator.logIn("QuorraAdmin", QString(DemoServer::loginPassword).toUpper(),
                                     administrator.program.server()));
         QCOMPARE(administrator.program.session.userLevel, 1);
+    }
+
+    void recordedStatementsHoldNoPassword() {
+        const QTemporaryDir folder;
+        QFile record(folder.filePath("statements"));
+        qputenv("ZELVAN_SCHEDULER_STATEMENTS", record.fileName().toLocal8Bit());
+        const auto unset = qScopeGuard([] { qunsetenv("ZELVAN_SCHEDULER_STATEMENTS"); });
+        for (const QString& user : {QString("QuorraAdmin"), DemoUser::all().first().name}) {
+            Login login;
+            QString password = TestProgram::passwordOf(user);
+            if (user == "QuorraAdmin") password = password.toUpper(); // case does not matter for this one
+            QVERIFY(login.logIn(user, password, login.program.server()));
+            Connection& db = login.program.session.db();
+            const Transaction undone(db);
+            QVERIFY_EXCEPTION_THROWN(
+                db.execute(sql("SELECT 1\r\nFROM nowhere WHERE a = {}", Secret{password})), DbError);
+        }
+        QVERIFY(record.open(QIODevice::ReadOnly));
+        const QString text = record.readAll();
+        for (const QString& secret : {QString(DemoUser::password), QString(DemoServer::loginPassword)})
+            QVERIFY(!text.contains(secret, Qt::CaseInsensitive));
+        QVERIFY(text.contains(QRegularExpression(
+            "\\n[0-9:.]{12} +[0-9]+ ms \\[[0-9]+\\] SELECT \\* FROM \\[TblUsers\\][^\n]*N'\\*\\*\\*'\\n")));
+        QVERIFY(text.contains(QRegularExpression("\\(begin\\)\\n.*SELECT 1\\n    FROM nowhere.*\\n    "
+                                                 "failed: 208 \\*\\*\\*\\n.*\\(rollback\\)\\n")));
     }
 
     void aServerThatIsNotThereIsToldApart() {

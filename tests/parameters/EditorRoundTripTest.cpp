@@ -9,6 +9,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTimeEdit>
 #include <QTreeView>

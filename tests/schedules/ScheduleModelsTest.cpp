@@ -10,6 +10,7 @@
 #include "db/DbError.h"
 
 #include <QTemporaryDir>
+#include <QTest>
 
 /// The history file and the texts of the log view.
 class ScheduleModelsTest : public QObject {

@@ -8,6 +8,7 @@
 #include "templates/frmTemplate.h"
 #include "ui/uctCheckList.h"
 
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTreeView>
 

@@ -10,6 +10,8 @@
 #include "ui/uctCheckList.h"
 
 #include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
 #include <QTimer>
 #include <QTreeView>
 

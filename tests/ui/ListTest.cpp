@@ -8,6 +8,7 @@
 #include "ui/uctListView.h"
 
 #include <QClipboard>
+#include <QComboBox>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
