@@ -39,7 +39,6 @@ struct Expr {
         Cast,     ///< type; a second argument is the style
         Case,     ///< args: [operand,] when, then, …, [else]; see hasOperand, hasElse
         Subquery,
-        Collate, ///< text is the collation
         // predicates from here on
         Compare, ///< text is = <> < > <= >=
         And,
@@ -73,8 +72,7 @@ struct TableRef {
     ObjectName name; ///< a table variable has its name alone, with the @
     QString alias;
     QueryPtr query;
-    QStringList columns; ///< names given to a derived table's columns
-    QString join;        ///< INNER, LEFT, RIGHT, FULL or CROSS
+    QString join; ///< INNER, LEFT, RIGHT, FULL or CROSS
     TableRefPtr left, right;
     ExprPtr on;
 };
@@ -95,7 +93,6 @@ struct SelectCore {
     bool unionAll = false; ///< how it is joined to the one before
     ExprPtr top;
     std::vector<SelectItem> items;
-    ObjectName into;
     std::vector<TableRefPtr> from;
     ExprPtr where;
     std::vector<ExprPtr> groupBy;
@@ -122,14 +119,11 @@ struct ColumnDef {
 };
 
 struct ConstraintDef {
-    enum Kind { PrimaryKey, Unique, ForeignKey, Check, Default };
+    enum Kind { PrimaryKey, Unique, Default };
     Kind kind = PrimaryKey;
     QString name; ///< empty when the server has to find one
     QStringList columns;
-    ObjectName parent; ///< foreign key
-    QStringList parentColumns;
-    QString onDelete, onUpdate; ///< "", CASCADE or SET NULL
-    QString text;               ///< of a CHECK's condition or a DEFAULT's value
+    QString text; ///< of a DEFAULT's value
 };
 
 struct TableDef {
@@ -197,10 +191,6 @@ struct ReturnStatement {
 struct PrintStatement {
     ExprPtr text;
 };
-struct RaiseStatement {
-    std::vector<ExprPtr> arguments;
-    bool isThrow = false;
-};
 struct QueryStatement {
     QueryPtr query;
 };
@@ -209,7 +199,6 @@ struct InsertStatement {
     QStringList columns;
     std::vector<std::vector<ExprPtr>> rows; ///< a null value is DEFAULT
     QueryPtr query;
-    std::shared_ptr<const ExecuteStatement> execute;
 };
 struct Assignment {
     QString column;
@@ -219,13 +208,10 @@ struct Assignment {
 struct UpdateStatement {
     ObjectName target;
     std::vector<Assignment> assignments;
-    std::vector<TableRefPtr> from;
     ExprPtr where;
 };
 struct DeleteStatement {
     ObjectName target;
-    ExprPtr top;
-    std::vector<TableRefPtr> from;
     ExprPtr where;
 };
 struct TruncateStatement {
@@ -236,7 +222,7 @@ struct CreateTableStatement {
     TableDef definition;
 };
 struct AlterTableStatement {
-    enum Action { Add, AlterColumn, DropColumns, DropConstraints, SwitchCheck };
+    enum Action { Add, AlterColumn, DropColumns, DropConstraints };
     ObjectName table;
     Action action = Add;
     TableDef added;
@@ -252,11 +238,6 @@ struct CreateIndexStatement {
     ObjectName table;
     QStringList columns;
     bool unique = false;
-};
-struct CreateViewStatement {
-    ObjectName name;
-    QString text;
-    bool alter = false;
 };
 struct CreateProcedureStatement {
     ObjectName name;
@@ -277,26 +258,15 @@ struct CursorStatement {
     Action action = Declare;
     QString cursor; ///< a name, or a variable with its @
     QueryPtr query;
-    QString direction; ///< of FETCH
     QStringList into;
 };
 struct TransactionStatement {
     enum Action { Begin, Commit, Rollback };
     Action action = Begin;
 };
-/// CREATE, ALTER or DROP of LOGIN and USER, and membership of server roles.
+/// CREATE and DROP LOGIN, CREATE USER, DENY CONNECT and the members of server roles.
 struct SecurityStatement {
-    enum Action {
-        CreateLogin,
-        AlterLogin,
-        DropLogin,
-        CreateUser,
-        DropUser,
-        AddMember,
-        DropMember,
-        Deny,
-        Allow
-    };
+    enum Action { CreateLogin, DropLogin, CreateUser, AddMember, DropMember, Deny };
     Action action = CreateLogin;
     QString name;
     QString password;
@@ -307,11 +277,11 @@ struct SecurityStatement {
 struct Statement {
     std::variant<DeclareStatement, AssignStatement, SetOptionStatement, IdentityInsertStatement, IfStatement,
                  WhileStatement, BlockStatement, TryStatement, BreakStatement, ContinueStatement,
-                 ReturnStatement, PrintStatement, RaiseStatement, QueryStatement, InsertStatement,
-                 UpdateStatement, DeleteStatement, TruncateStatement, CreateTableStatement,
-                 AlterTableStatement, DropStatement, CreateIndexStatement, CreateViewStatement,
-                 CreateProcedureStatement, CreateDatabaseStatement, AlterDatabaseStatement, UseStatement,
-                 CursorStatement, TransactionStatement, SecurityStatement, ExecuteStatement>
+                 ReturnStatement, PrintStatement, QueryStatement, InsertStatement, UpdateStatement,
+                 DeleteStatement, TruncateStatement, CreateTableStatement, AlterTableStatement, DropStatement,
+                 CreateIndexStatement, CreateProcedureStatement, CreateDatabaseStatement,
+                 AlterDatabaseStatement, UseStatement, CursorStatement, TransactionStatement,
+                 SecurityStatement, ExecuteStatement>
         what;
 };
 

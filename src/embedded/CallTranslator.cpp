@@ -11,9 +11,8 @@ namespace {
 QString datePartName(const QString& written) {
     static const QHash<QString, QString> names = [] {
         QHash<QString, QString> map;
-        const QStringList groups{"year yy yyyy", "quarter qq q", "month mm m",    "dayofyear dy y",
-                                 "day dd d",     "week wk ww",   "weekday dw w",  "hour hh",
-                                 "minute mi n",  "second ss s",  "millisecond ms"};
+        const QStringList groups{"year yy yyyy", "month mm m", "day dd d",    "week wk ww",
+                                 "weekday dw w", "hour hh",    "minute mi n", "second ss s"};
         for (const QString& group : groups)
             for (const QString& name : group.split(u' ')) map.insert(name, group.section(u' ', 0, 0));
         return map;
@@ -65,14 +64,14 @@ QString ExpressionTranslator::argument(const FunctionRule& rule, int place, cons
                                        QList<Typed>& typed) {
     const QChar letter = rule.letter(place);
     if (letter == u'k') {
-        const QString part = expr->kind == Expr::Column ? datePartName(expr->parts.last()) : QString();
-        if (part.isEmpty()) throw DbError(155, "The date part given is not a recognized option.");
+        const QString written = expr->kind == Expr::Column ? expr->parts.last() : expr->text;
+        const QString part = datePartName(written);
+        if (part.isEmpty()) throw notSupported("date part " + written);
         typed.append(Typed{sqliteText(part), Type::text(20, false)});
         return typed.last().sql;
     }
     const Typed given = value(expr);
     typed.append(given);
-    if (letter == u'y') return given.sql + ',' + QString::number(given.type.packed());
     return convert(given, typeOfLetter(letter, given.type));
 }
 

@@ -4,10 +4,7 @@
 
 namespace embedded {
 
-/// The server's error (2627, 2601, 547) for SQLite's message about a refused row.
+/// The server's error (2627, 2601) for SQLite's message about a refused row.
 DbError constraintError(const Session& session, const QString& message);
-
-/// What a trigger of ours raises for a constraint.
-QString raisedBy(qint64 constraint);
 
 } // namespace embedded

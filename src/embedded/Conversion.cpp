@@ -45,6 +45,29 @@ QString withoutTrailingBlanks(const QString& text) {
     return text.left(size);
 }
 
+/// The server's text of a float: six significant digits.
+QString floatText(double number) {
+    QString text = QString::number(number, 'g', 6);
+    if (text == "-0") text = "0";
+    // 1e+20 is written 1e+020
+    const qsizetype exponent = text.indexOf(u'e');
+    if (exponent >= 0) text = text.left(exponent + 2) + text.mid(exponent + 2).rightJustified(3, u'0');
+    return text;
+}
+
+/// Reads a number as the server does, blanks around it allowed.
+bool parseNumber(const QString& text, double& number) {
+    const QString trimmed = text.trimmed();
+    if (trimmed.isEmpty()) return false;
+    for (const QChar c : trimmed)
+        if (!c.isDigit() && !QString("+-.eE").contains(c)) return false;
+    bool valid = false;
+    number = trimmed.toDouble(&valid);
+    if (!valid && (trimmed.endsWith(u'.') || trimmed.contains(u'.')))
+        number = QString(trimmed).append(u'0').toDouble(&valid);
+    return valid;
+}
+
 } // namespace
 
 QString inCodePage1252(const QString& text) {
@@ -70,27 +93,6 @@ double roundTo(double number, int places) {
     const long double rounded =
         scaled < 0 ? -std::floor(-scaled + 0.5L + nudge) : std::floor(scaled + 0.5L + nudge);
     return double(rounded / factor);
-}
-
-QString floatText(double number, int digits) {
-    QString text = QString::number(number, 'g', digits);
-    if (text == "-0") text = "0";
-    // 1e+20 is written 1e+020
-    const qsizetype exponent = text.indexOf(u'e');
-    if (exponent >= 0) text = text.left(exponent + 2) + text.mid(exponent + 2).rightJustified(3, u'0');
-    return text;
-}
-
-bool parseNumber(const QString& text, double& number) {
-    const QString trimmed = text.trimmed();
-    if (trimmed.isEmpty()) return false;
-    for (const QChar c : trimmed)
-        if (!c.isDigit() && !QString("+-.eE").contains(c)) return false;
-    bool valid = false;
-    number = trimmed.toDouble(&valid);
-    if (!valid && (trimmed.endsWith(u'.') || trimmed.contains(u'.')))
-        number = QString(trimmed).append(u'0').toDouble(&valid);
-    return valid;
 }
 
 void Conversion::fail(const Value& value) const {
@@ -194,15 +196,9 @@ QString Conversion::written(const Value& value) const {
         if (from.kind != Type::Money && from.kind != Type::Decimal) return QString::number(*integer);
     const double real =
         std::holds_alternative<double>(value) ? std::get<double>(value) : double(std::get<qint64>(value));
-    if (from.kind == Type::Money) {
-        QString text = QString::number(roundTo(real, style == 2 ? 4 : 2), 'f', style == 2 ? 4 : 2);
-        if (style == 1)
-            for (qsizetype at = text.indexOf(u'.') - 3; at > (real < 0 ? 1 : 0); at -= 3)
-                text.insert(at, u',');
-        return text;
-    }
+    if (from.kind == Type::Money) return QString::number(roundTo(real, 2), 'f', 2);
     if (from.kind == Type::Decimal) return QString::number(real, 'f', from.scale);
-    return floatText(real, style == 1 ? 8 : style == 2 ? 16 : 6);
+    return floatText(real);
 }
 
 Value Conversion::toText(const Value& value) const {

@@ -35,9 +35,5 @@ QString inCodePage1252(const QString& text);
 QString shown(const Value& value, const Type& type);
 /// A number with the given places, rounded half away from zero.
 double roundTo(double number, int places);
-/// The server's text of a float: up to `digits` significant digits.
-QString floatText(double number, int digits);
-/// A text as a number; says no for what is none.
-bool parseNumber(const QString& text, double& number);
 
 } // namespace embedded

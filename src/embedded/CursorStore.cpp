@@ -44,18 +44,10 @@ void CursorStore::deallocate(const QString& key) {
     m_session.cursors.erase(key);
 }
 
-const std::vector<Value>* CursorStore::move(Cursor& cursor, const QString& direction) {
-    const auto count = qint64(cursor.rows.size());
-    if (direction == "FIRST")
-        cursor.at = 0;
-    else if (direction == "LAST")
-        cursor.at = count - 1;
-    else
-        cursor.at += direction == "PRIOR" ? -1 : 1;
-    cursor.at = std::clamp<qint64>(cursor.at, -1, count);
-    const bool onRow = cursor.at >= 0 && cursor.at < count;
+const std::vector<Value>* CursorStore::next(Cursor& cursor) {
+    const bool onRow = cursor.next < cursor.rows.size();
     m_session.fetchStatus = onRow ? 0 : -1;
-    return onRow ? &cursor.rows[std::size_t(cursor.at)] : nullptr;
+    return onRow ? &cursor.rows[cursor.next++] : nullptr;
 }
 
 } // namespace embedded

@@ -17,8 +17,8 @@ public:
     Cursor& opened(const QString& key); ///< 16917 when it is not open
     void close(const QString& key);
     void deallocate(const QString& key);
-    /// Moves it; the row, or null when it stands outside the rows. Sets @@FETCH_STATUS.
-    const std::vector<Value>* move(Cursor& cursor, const QString& direction);
+    /// The next row, or null behind the last one. Sets @@FETCH_STATUS.
+    const std::vector<Value>* next(Cursor& cursor);
 
 private:
     Cursor& find(const QString& key);

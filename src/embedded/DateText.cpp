@@ -120,14 +120,6 @@ QString pad(int number, int width) {
     return QString::number(number).rightJustified(width, u'0');
 }
 
-QString clock12(const QTime& time, bool seconds, bool milliseconds) {
-    const int hour = time.hour() % 12 == 0 ? 12 : time.hour() % 12;
-    QString text = QString::number(hour).rightJustified(2, u' ') + ':' + pad(time.minute(), 2);
-    if (seconds) text += ':' + pad(time.second(), 2);
-    if (milliseconds) text += ':' + pad(time.msec(), 3);
-    return text + (time.hour() < 12 ? "AM" : "PM");
-}
-
 } // namespace
 
 QDateTime parse(const QString& text, Order order) {
@@ -138,12 +130,6 @@ QDateTime parse(const QString& text, Order order) {
         throw DbError(242, "The conversion of a varchar data type to a datetime data type resulted in an "
                            "out-of-range value.");
     return result;
-}
-
-QDateTime tryParse(const QString& text, Order order) {
-    QDateTime result;
-    if (!parseParts(text, order, result) || !result.isValid()) return {};
-    return result.date().year() >= 1753 && result.date().year() <= 9999 ? result : QDateTime();
 }
 
 QDateTime fromStored(const QString& stored) {
@@ -193,14 +179,9 @@ double toDays(const QDateTime& date) {
 Order orderOfStyle(int style, Order standard) {
     switch (style % 100) {
     case 1:
-    case 10:
         return Order::MonthDayYear;
     case 3:
-    case 4:
-    case 5:
         return Order::DayMonthYear;
-    case 2:
-    case 11:
     case 12:
     case 20:
     case 21:
@@ -212,62 +193,32 @@ Order orderOfStyle(int style, Order standard) {
 }
 
 QString format(const QDateTime& date, const Type& type, int style) {
-    const QTime time = date.time();
-    const QString dd = pad(date.date().day(), 2);
-    const QString mm = pad(date.date().month(), 2);
-    const QString mon = QLocale::c().toString(date.date(), "MMM");
-    const QString year = pad(date.date().year(), 4);
+    const auto written = [&date](const char* form) { return QLocale::c().toString(date, form); };
     const bool onlyDay = type.kind == Type::Date;
-    const int form = style % 100;
-    // Two digits of the year below 100, save in the styles that always write four.
-    static const QList<int> alwaysFour{0, 9, 13, 20, 21, 26};
-    const QString yy = style < 100 && !alwaysFour.contains(style) ? year.right(2) : year;
-    const QString clock24 = pad(time.hour(), 2) + ':' + pad(time.minute(), 2) + ':' + pad(time.second(), 2);
-    const QString blankDay = QString::number(date.date().day()).rightJustified(2, u' ');
-    switch (form) {
+    const bool wholeYear = style >= 100;
+    switch (style % 100) {
     case 0:
-        if (onlyDay) return year + '-' + mm + '-' + dd;
-        return mon + ' ' + blankDay + ' ' + year + ' ' + clock12(time, false, false);
+        if (onlyDay) return written("yyyy-MM-dd");
+        return written("MMM ") + written("d").rightJustified(2) + written(" yyyy ")
+               + written("h:mmAP").rightJustified(7);
     case 1:
-        return mm + '/' + dd + '/' + yy;
-    case 2:
-        return yy + '.' + mm + '.' + dd;
+        return written(wholeYear ? "MM/dd/yyyy" : "MM/dd/yy");
     case 3:
-        return dd + '/' + mm + '/' + yy;
-    case 4:
-        return dd + '.' + mm + '.' + yy;
-    case 5:
-        return dd + '-' + mm + '-' + yy;
-    case 6:
-        return dd + ' ' + mon + ' ' + yy;
-    case 7:
-        return mon + ' ' + dd + ", " + yy;
+        return written(wholeYear ? "dd/MM/yyyy" : "dd/MM/yy");
     case 8:
-        return clock24;
-    case 9:
-        return mon + ' ' + blankDay + ' ' + year + ' ' + clock12(time, true, true);
-    case 10:
-        return mm + '-' + dd + '-' + yy;
-    case 11:
-        return yy + '/' + mm + '/' + dd;
+        return written("HH:mm:ss");
     case 12:
-        return yy + mm + dd;
-    case 13:
-        return dd + ' ' + mon + ' ' + year + ' ' + clock24 + ':' + pad(time.msec(), 3);
-    case 14:
-        return clock24 + ':' + pad(time.msec(), 3);
+        return written(wholeYear ? "yyyyMMdd" : "yyMMdd");
     case 20:
-        return year + '-' + mm + '-' + dd + (onlyDay ? QString() : ' ' + clock24);
+        return written(onlyDay ? "yyyy-MM-dd" : "yyyy-MM-dd HH:mm:ss");
     case 21:
-        return year + '-' + mm + '-' + dd + (onlyDay ? QString() : ' ' + clock24 + '.' + pad(time.msec(), 3));
-    case 26: {
-        const QString fraction = time.msec() == 0 ? QString() : '.' + pad(time.msec(), 3);
-        return year + '-' + mm + '-' + dd + (onlyDay ? QString() : 'T' + clock24 + fraction);
-    }
+        return written(onlyDay ? "yyyy-MM-dd" : "yyyy-MM-dd HH:mm:ss.zzz");
+    case 26:
+        return written(onlyDay                   ? "yyyy-MM-dd"
+                       : date.time().msec() == 0 ? "yyyy-MM-ddTHH:mm:ss"
+                                                 : "yyyy-MM-ddTHH:mm:ss.zzz");
     default:
-        throw DbError(281, QString("%1 is not a valid style number when converting from datetime to a "
-                                   "character string.")
-                               .arg(style));
+        throw notSupported(QString("date style %1").arg(style));
     }
 }
 

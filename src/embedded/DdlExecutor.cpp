@@ -3,7 +3,6 @@
 #include "embedded/Collation.h"
 #include "embedded/ConstraintBuilder.h"
 #include "embedded/Errors.h"
-#include "embedded/StatementParser.h"
 
 namespace embedded {
 
@@ -110,7 +109,7 @@ void DdlExecutor::run(const CreateTableStatement& statement) {
         m_session.catalog.addColumn(id, columnOf(column));
     }
     for (const ConstraintDef& constraint : definition.constraints)
-        ConstraintBuilder(m_session, m_functions, *m_session.catalog.object(id)).add(constraint);
+        ConstraintBuilder(m_session, *m_session.catalog.object(id)).add(constraint);
     together.release();
 }
 
@@ -126,7 +125,7 @@ void DdlExecutor::createTemporary(const QString& name, const TableDef& definitio
     for (const ColumnDef& column : definition.columns) table.columns.append(columnOf(column));
     int number = 0;
     for (const ConstraintDef& constraint : definition.constraints)
-        ConstraintBuilder(m_session, m_functions, table).addTemporaryKey(constraint, ++number);
+        ConstraintBuilder(m_session, table).addTemporaryKey(constraint, ++number);
     frame.tables[collation::fold(name)] = table;
 }
 
@@ -146,8 +145,6 @@ void DdlExecutor::run(const AlterTableStatement& statement) {
         break;
     case AlterTableStatement::DropConstraints:
         for (const QString& name : statement.names) dropConstraint(table, name);
-        break;
-    case AlterTableStatement::SwitchCheck:
         break;
     }
     together.release();
@@ -177,7 +174,7 @@ void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
                 translator().fill(*m_session.catalog.object(table.id), columnOf(column), {}, {}));
     }
     for (const ConstraintDef& constraint : definition.constraints)
-        ConstraintBuilder(m_session, m_functions, *m_session.catalog.object(table.id)).add(constraint);
+        ConstraintBuilder(m_session, *m_session.catalog.object(table.id)).add(constraint);
 }
 
 void DdlExecutor::alterColumn(const Object& table, const ColumnDef& definition) {
@@ -241,36 +238,27 @@ void DdlExecutor::run(const CreateIndexStatement& statement) {
     const Object table = tableNamed(statement.table);
     if (table.id == 0) throw notSupported("an index on a temporary table");
     Savepoint together(m_session.file);
-    ConstraintBuilder(m_session, m_functions, table)
-        .addIndex(statement.name, statement.columns, statement.unique);
+    ConstraintBuilder(m_session, table).addIndex(statement.name, statement.columns, statement.unique);
     together.release();
 }
 
-void DdlExecutor::createModule(const ObjectName& name, Object::Kind kind, const QString& text, bool alter) {
+void DdlExecutor::run(const CreateProcedureStatement& statement) {
+    const ObjectName& name = statement.name;
     if (!name.database.isEmpty())
         throw DbError(
             166,
             "'CREATE/ALTER' does not allow specifying the database name as a prefix to the object name.");
     const Database database = databaseFor(name);
     const Object* existing = m_session.catalog.object(database.id, name.name);
-    if (alter && (!existing || existing->kind != kind)) throw invalidObject(name.toString());
-    if (!alter && existing) throw alreadyExists(name.name);
+    if (statement.alter && (!existing || existing->kind != Object::Procedure))
+        throw invalidObject(name.toString());
+    if (!statement.alter && existing) throw alreadyExists(name.name);
     Savepoint together(m_session.file);
-    if (alter)
-        m_session.catalog.setText(existing->id, text);
+    if (statement.alter)
+        m_session.catalog.setText(existing->id, statement.text);
     else
-        m_session.catalog.addObject(database.id, kind, name.name, 0, text);
+        m_session.catalog.addObject(database.id, Object::Procedure, name.name, 0, statement.text);
     together.release();
-}
-
-void DdlExecutor::run(const CreateViewStatement& statement) {
-    // Its names must be known now: the translation is only made for its errors.
-    translator().select(*StatementParser(statement.text, true).parseViewText());
-    createModule(statement.name, Object::View, statement.text, statement.alter);
-}
-
-void DdlExecutor::run(const CreateProcedureStatement& statement) {
-    createModule(statement.name, Object::Procedure, statement.text, statement.alter);
 }
 
 void DdlExecutor::setIdentityInsert(const IdentityInsertStatement& statement) {
@@ -294,12 +282,11 @@ void DdlExecutor::run(const DropStatement& statement) {
         else if (statement.kind == "INDEX")
             dropIndex(name, statement.ifExists);
         else {
-            const Object::Kind kind = statement.kind == "VIEW" ? Object::View : Object::Procedure;
             const Object* object = m_session.catalog.object(databaseFor(name).id, name.name);
-            if (object && object->kind == kind)
+            if (object && object->kind == Object::Procedure)
                 m_session.catalog.removeObject(object->id);
             else if (!statement.ifExists)
-                throw cannotDrop(statement.kind.toLower(), name.name);
+                throw cannotDrop("procedure", name.name);
         }
     }
     together.release();
@@ -317,18 +304,6 @@ void DdlExecutor::dropTable(const ObjectName& name, bool ifExists) {
         throw cannotDrop("table", name.name);
     }
     const Object table = *found;
-    for (const Object* part : m_session.catalog.objectsIn(table.database)) {
-        const bool refers = part->kind == Object::ForeignKey && part->parent != table.id;
-        if (!refers) continue;
-        const Value trigger = m_session.file.scalar(
-            "SELECT count(*) FROM sqlite_master WHERE name = ?1 AND tbl_name = ?2",
-            {QString("tr%1_2").arg(part->id), table.storage.mid(1).chopped(1).replace("\"\"", "\"")});
-        if (std::get<qint64>(trigger))
-            throw DbError(
-                3726,
-                QString("Could not drop object '%1' because it is referenced by a FOREIGN KEY constraint.")
-                    .arg(table.name));
-    }
     for (const Object* part : m_session.catalog.partsOf(table.id))
         ConstraintBuilder::remove(m_session, Object(*part));
     m_session.file.run("DROP TABLE " + table.storage);

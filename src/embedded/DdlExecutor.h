@@ -4,7 +4,7 @@
 
 namespace embedded {
 
-/// The statements that change the catalogue: databases, tables, constraints, indexes, views, procedures.
+/// The statements that change the catalogue: databases, tables, constraints, indexes, procedures.
 class DdlExecutor {
 public:
     DdlExecutor(Session& session, const FunctionTable& functions)
@@ -17,7 +17,6 @@ public:
     void run(const TruncateStatement& statement);
     void run(const DropStatement& statement);
     void run(const CreateIndexStatement& statement);
-    void run(const CreateViewStatement& statement);
     void run(const CreateProcedureStatement& statement);
     void setIdentityInsert(const IdentityInsertStatement& statement);
     /// A #table or table variable in the innermost frame.
@@ -28,7 +27,6 @@ private:
     /// A copy, since the catalogue reads itself anew at each change.
     Object tableNamed(const ObjectName& name) const;
     const Database& databaseFor(const ObjectName& name) const;
-    void createModule(const ObjectName& name, Object::Kind kind, const QString& text, bool alter);
     QString columnsForSqlite(const TableDef& definition) const;
     void setSeed(const QString& storage, const TableDef& definition);
     void addColumns(const Object& table, const TableDef& definition);

@@ -24,9 +24,8 @@ StatementPtr DdlParser::parseCreate() {
     }
     if (accept("database")) return parseCreateDatabase();
     if (accept("procedure") || accept("proc")) return parseProcedure(false);
-    if (accept("view")) return parseView(false);
     if (accept("login")) return parseLogin(SecurityStatement::CreateLogin);
-    if (accept("user")) return parseUser(SecurityStatement::CreateUser);
+    if (accept("user")) return parseCreateUser();
     const bool unique = accept("unique");
     if (is("clustered") || is("nonclustered")) take();
     if (accept("index")) return parseCreateIndex(unique);
@@ -86,22 +85,6 @@ StatementPtr DdlParser::parseProcedure(bool alter) {
     return statement(create);
 }
 
-StatementPtr DdlParser::parseView(bool alter) {
-    CreateViewStatement create;
-    create.alter = alter;
-    create.name = takeObjectName();
-    if (is("(") || is("with")) throw notSupported("CREATE VIEW with columns or options");
-    expect("as");
-    const qsizetype start = peek().position;
-    const QueryPtr query = parseQuery();
-    if (!query->orderBy.empty() && !query->cores.front().top)
-        throw DbError(1033, "The ORDER BY clause is invalid in views unless TOP is also specified.");
-    create.text = textSince(start);
-    accept(";");
-    if (!atEnd()) syntaxError();
-    return statement(create);
-}
-
 TableDef DdlParser::parseTableDef() {
     TableDef table;
     expect("(");
@@ -116,8 +99,8 @@ TableDef DdlParser::parseTableDef() {
 void DdlParser::parseTableElement(TableDef& table) {
     QString name;
     if (accept("constraint")) name = takeName();
-    if (is("primary") || is("unique") || is("foreign") || is("check") || is("default"))
-        return parseTableConstraint(table, name);
+    refuseChecks();
+    if (is("primary") || is("unique") || is("default")) return parseTableConstraint(table, name);
     if (!name.isEmpty()) syntaxError();
     parseColumn(table);
 }
@@ -144,6 +127,7 @@ bool DdlParser::parseColumnOption(ColumnDef& column, TableDef& table, const QStr
     ConstraintDef constraint;
     constraint.name = constraintName;
     constraint.columns = {column.name};
+    refuseChecks();
     if (accept("not", "null")) return column.nullable = false, true;
     if (accept("null")) return true;
     if (accept("identity")) return parseIdentity(column), true;
@@ -171,13 +155,6 @@ bool DdlParser::parseColumnOption(ColumnDef& column, TableDef& table, const QStr
     } else if (accept("unique")) {
         constraint.kind = ConstraintDef::Unique;
         parseKeyOptions();
-    } else if (accept("check")) {
-        constraint.kind = ConstraintDef::Check;
-        constraint.text = parseCheck();
-    } else if (is("references") || is("foreign")) {
-        if (accept("foreign")) expect("key");
-        constraint.kind = ConstraintDef::ForeignKey;
-        parseReferences(constraint);
     } else {
         return false;
     }
@@ -207,53 +184,21 @@ void DdlParser::parseTableConstraint(TableDef& table, const QString& name) {
         constraint.columns = takeNameList();
         parseKeyOptions();
         skipFileGroup();
-    } else if (accept("check")) {
-        constraint.kind = ConstraintDef::Check;
-        constraint.text = parseCheck();
-    } else if (accept("default")) {
+    } else {
+        expect("default");
         constraint.kind = ConstraintDef::Default;
         const qsizetype start = peek().position;
         parseValue();
         constraint.text = textSince(start);
         expect("for");
         constraint.columns = {takeName()};
-    } else {
-        expect("foreign");
-        expect("key");
-        constraint.kind = ConstraintDef::ForeignKey;
-        constraint.columns = takeNameList();
-        parseReferences(constraint);
     }
     table.constraints.push_back(constraint);
 }
 
-void DdlParser::parseReferences(ConstraintDef& constraint) {
-    expect("references");
-    constraint.parent = takeObjectName();
-    if (is("(")) constraint.parentColumns = takeNameList();
-    while (accept("on")) {
-        QString& action = is("delete") ? constraint.onDelete : constraint.onUpdate;
-        if (!accept("delete")) expect("update");
-        if (accept("cascade"))
-            action = "CASCADE";
-        else if (accept("set", "null"))
-            action = "SET NULL";
-        else if (is("set"))
-            throw notSupported("ON … SET DEFAULT");
-        else if (expect("no"), true)
-            expect("action");
-    }
-    if (accept("not", "for")) expect("replication");
-}
-
-QString DdlParser::parseCheck() {
-    if (accept("not", "for")) expect("replication");
-    expect("(");
-    const qsizetype start = peek().position;
-    parseCondition();
-    const QString text = textSince(start);
-    expect(")");
-    return text;
+void DdlParser::refuseChecks() const {
+    if (is("check")) throw notSupported("CHECK constraints");
+    if (is("foreign") || is("references")) throw notSupported("FOREIGN KEY constraints");
 }
 
 /// CLUSTERED, WITH FILLFACTOR = n, WITH (…) and ON [group]: they steer storage only.
@@ -288,8 +233,6 @@ StatementPtr DdlParser::parseAlter() {
     if (accept("table")) return parseAlterTable();
     if (accept("database")) return parseAlterDatabase();
     if (accept("procedure") || accept("proc")) return parseProcedure(true);
-    if (accept("view")) return parseView(true);
-    if (accept("login")) return parseLogin(SecurityStatement::AlterLogin);
     if (is("server") && is("role", 1)) return parseServerRole();
     throw notSupported("ALTER " + peek().text.toUpper());
 }
@@ -297,9 +240,6 @@ StatementPtr DdlParser::parseAlter() {
 StatementPtr DdlParser::parseAlterTable() {
     AlterTableStatement alter;
     alter.table = takeObjectName();
-    const bool withCheck = accept("with");
-    if (withCheck && !accept("check") && !accept("nocheck")) syntaxError();
-    if (withCheck && is("nocheck", -1)) throw notSupported("ALTER TABLE … WITH NOCHECK");
     if (accept("add")) {
         do parseTableElement(alter.added);
         while (accept(","));
@@ -312,10 +252,6 @@ StatementPtr DdlParser::parseAlterTable() {
         alter.action = columns ? AlterTableStatement::DropColumns : AlterTableStatement::DropConstraints;
         do alter.names.append(takeName());
         while (accept(","));
-    } else if (accept("check", "constraint")) {
-        // Constraints are always in force, so switching one on asks for nothing.
-        alter.action = AlterTableStatement::SwitchCheck;
-        if (!accept("all")) alter.names.append(takeName());
     } else {
         throw notSupported("ALTER TABLE … " + peek().text.toUpper());
     }
@@ -348,8 +284,7 @@ StatementPtr DdlParser::parseDrop() {
     drop.kind = take().text.toUpper();
     if (drop.kind == "PROC") drop.kind = "PROCEDURE";
     if (drop.kind == "LOGIN") return parseLogin(SecurityStatement::DropLogin);
-    if (drop.kind == "USER") return parseUser(SecurityStatement::DropUser);
-    static const QStringList known{"TABLE", "PROCEDURE", "VIEW", "INDEX", "DATABASE"};
+    static const QStringList known{"TABLE", "PROCEDURE", "INDEX", "DATABASE"};
     if (!known.contains(drop.kind)) throw notSupported("DROP " + drop.kind);
     drop.ifExists = accept("if", "exists");
     do drop.names.push_back(takeObjectName());
@@ -367,8 +302,7 @@ StatementPtr DdlParser::parseLogin(SecurityStatement::Action action) {
     login.name = takeName();
     if (action == SecurityStatement::DropLogin) return statement(login);
     if (is("from")) throw notSupported("logins of the operating system");
-    if (!is("with")) throw notSupported("ALTER LOGIN … " + peek().text.toUpper());
-    take();
+    expect("with");
     do {
         const QString option = takeName().toUpper();
         expect("=");
@@ -376,10 +310,7 @@ StatementPtr DdlParser::parseLogin(SecurityStatement::Action action) {
             if (peek().kind != Token::Text && peek().kind != Token::UnicodeText)
                 throw notSupported("a password that is not a text");
             login.password = take().text;
-            if (accept("old_password"))
-                expect("="), take();
-            else if (is("must_change") || is("hashed"))
-                throw notSupported("PASSWORD … " + peek().text.toUpper());
+            if (is("must_change") || is("hashed")) throw notSupported("PASSWORD … " + peek().text.toUpper());
         } else if (option == "DEFAULT_DATABASE") {
             login.defaultDatabase = takeName();
         } else if (option == "CHECK_POLICY" || option == "CHECK_EXPIRATION") {
@@ -405,33 +336,26 @@ StatementPtr DdlParser::parseServerRole() {
     return statement(member);
 }
 
-StatementPtr DdlParser::parseUser(SecurityStatement::Action action) {
+StatementPtr DdlParser::parseCreateUser() {
     SecurityStatement user;
-    user.action = action;
+    user.action = SecurityStatement::CreateUser;
     user.name = takeName();
     user.role = user.name; // the login behind the user
-    if (action == SecurityStatement::CreateUser) {
-        if (accept("for") || accept("from")) {
-            expect("login");
-            user.role = takeName();
-        }
-        if (accept("with")) {
-            expect("default_schema");
-            expect("=");
-            takeName();
-        }
+    if (accept("for") || accept("from")) {
+        expect("login");
+        user.role = takeName();
     }
     return statement(user);
 }
 
-StatementPtr DdlParser::parsePermission() {
-    SecurityStatement permission;
-    const QString verb = take().text.toUpper();
-    permission.action = verb == "DENY" ? SecurityStatement::Deny : SecurityStatement::Allow;
-    if (!accept("connect")) throw notSupported(verb + ' ' + peek().text.toUpper());
-    if (verb != "REVOKE" || !accept("from")) expect("to");
-    permission.name = takeName();
-    return statement(permission);
+StatementPtr DdlParser::parseDeny() {
+    expect("deny");
+    SecurityStatement deny;
+    deny.action = SecurityStatement::Deny;
+    if (!accept("connect")) throw notSupported("DENY " + peek().text.toUpper());
+    expect("to");
+    deny.name = takeName();
+    return statement(deny);
 }
 
 } // namespace embedded

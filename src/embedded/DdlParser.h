@@ -13,7 +13,7 @@ protected:
     StatementPtr parseCreate();
     StatementPtr parseAlter();
     StatementPtr parseDrop();
-    StatementPtr parsePermission(); ///< DENY, GRANT and REVOKE CONNECT
+    StatementPtr parseDeny();
     /// Columns and constraints in brackets.
     TableDef parseTableDef();
     /// Parameters, AS and the body, without CREATE PROCEDURE and the name.
@@ -23,19 +23,17 @@ private:
     StatementPtr parseCreateDatabase();
     StatementPtr parseCreateIndex(bool unique);
     StatementPtr parseProcedure(bool alter);
-    StatementPtr parseView(bool alter);
     StatementPtr parseAlterTable();
     StatementPtr parseAlterDatabase();
     StatementPtr parseLogin(SecurityStatement::Action action);
     StatementPtr parseServerRole();
-    StatementPtr parseUser(SecurityStatement::Action action);
+    StatementPtr parseCreateUser();
     void parseTableElement(TableDef& table);
     void parseColumn(TableDef& table);
     bool parseColumnOption(ColumnDef& column, TableDef& table, const QString& constraintName);
     void parseIdentity(ColumnDef& column);
     void parseTableConstraint(TableDef& table, const QString& name);
-    void parseReferences(ConstraintDef& constraint);
-    QString parseCheck();
+    void refuseChecks() const;
     void parseKeyOptions();
     void skipFileGroup();
     void skipToEndOfStatement();

@@ -115,23 +115,6 @@ QString DmlTranslator::selected(const QString& sql, const QList<Type>& types, co
            + ") SELECT * FROM w)";
 }
 
-Translation DmlTranslator::insertRow(const InsertStatement& statement, const QList<Type>& types,
-                                     const Object*& table) {
-    table = &writable(statement.table);
-    const Target target = targetOf(statement, *table);
-    if (types.size() != target.given.size())
-        throw DbError(213, "Column name or number of supplied values does not match table definition.");
-    QStringList values;
-    for (qsizetype i = 0; i < types.size(); ++i)
-        values.append(stored({'?' + QString::number(i + 1), types[i]}, *target.given[i], *table));
-    for (const Column* column : target.missing) values.append(defaultOf(*column, *table));
-    return {"INSERT INTO " + table->storage + columnList(target) + " VALUES (" + values.join(u',') + ')',
-            {},
-            {},
-            {},
-            {}};
-}
-
 Typed DmlTranslator::assigned(const Assignment& assignment, const Column& column, const Object& table) {
     if (column.identity) throw DbError(8102, QString("Cannot update identity column '%1'.").arg(column.name));
     if (!assignment.value) return {defaultOf(column, table), column.type};
@@ -148,7 +131,6 @@ Typed DmlTranslator::assigned(const Assignment& assignment, const Column& column
 
 Translation DmlTranslator::update(const UpdateStatement& statement) {
     m_scopes.emplace_back();
-    if (!statement.from.empty()) return {joinedUpdate(statement), variables(), {}, {}, {}};
     const Object& table = writable(statement.target);
     Source& source = addSource(statement.target.name, false, table.columns);
     source.database = collation::fold(m_session.databaseNamed(statement.target.database).name);
@@ -165,64 +147,14 @@ Translation DmlTranslator::update(const UpdateStatement& statement) {
     return {sql, variables(), {}, {}, {}};
 }
 
-/// The table of the FROM clause that UPDATE or DELETE means by its target: an alias or a table's name.
-const Source& DmlTranslator::targetSource(const ObjectName& name) {
-    for (const Source& source : m_scopes.back().sources)
-        if (name.database.isEmpty() && source.object && collation::equal(source.label, name.name))
-            return source;
-    const Object& table = writable(name);
-    for (const Source& source : m_scopes.back().sources)
-        if (source.object == &table) return source;
-    throw notSupported("a target that is missing in the FROM clause: " + name.toString());
-}
-
-QString DmlTranslator::joinedUpdate(const UpdateStatement& statement) {
-    const QString tables = from(statement.from);
-    const Source source = targetSource(statement.target);
-    const Object& table = *source.object;
-    QStringList values{source.alias + "._rowid_"};
-    QStringList names{"r"};
-    QStringList sets;
-    for (const Assignment& assignment : statement.assignments) {
-        const Column* column = table.column(assignment.column);
-        if (!column) throw invalidColumn(assignment.column);
-        if (!assignment.op.isEmpty()) throw notSupported("UPDATE … SET += … FROM");
-        names.append('c' + QString::number(names.size()));
-        values.append(stored(assigned(assignment, *column, table), *column, table));
-        sets.append(sqliteName(column->name) + "=w." + names.last());
-    }
-    QString inner = "SELECT " + values.join(u',') + " FROM " + tables;
-    if (statement.where) inner += " WHERE " + condition(statement.where);
-    return "WITH w(" + names.join(u',') + ") AS (" + inner + ") UPDATE " + table.storage + " AS u SET "
-           + sets.join(u',') + " FROM w WHERE u._rowid_ = w.r";
-}
-
 Translation DmlTranslator::remove(const DeleteStatement& statement) {
     m_scopes.emplace_back();
-    if (statement.from.empty() && !statement.top) {
-        const Object& table = writable(statement.target);
-        Source& source = addSource(statement.target.name, false, table.columns);
-        source.database = collation::fold(m_session.databaseNamed(statement.target.database).name);
-        QString sql = "DELETE FROM " + table.storage + " AS " + source.alias;
-        if (statement.where) sql += " WHERE " + condition(statement.where);
-        return {sql, variables(), {}, {}, {}};
-    }
-    std::vector<TableRefPtr> tables = statement.from;
-    if (tables.empty()) {
-        auto ref = std::make_shared<TableRef>();
-        ref->name = statement.target;
-        tables.push_back(ref);
-    }
-    const QString text = from(tables);
-    const Source source = targetSource(statement.target);
-    QString inner = "SELECT " + source.alias + "._rowid_ FROM " + text;
-    if (statement.where) inner += " WHERE " + condition(statement.where);
-    if (statement.top) inner += " LIMIT " + convert(value(statement.top), Type::of(Type::BigInt));
-    return {"DELETE FROM " + source.object->storage + " WHERE _rowid_ IN (" + inner + ')',
-            variables(),
-            {},
-            {},
-            {}};
+    const Object& table = writable(statement.target);
+    Source& source = addSource(statement.target.name, false, table.columns);
+    source.database = collation::fold(m_session.databaseNamed(statement.target.database).name);
+    QString sql = "DELETE FROM " + table.storage + " AS " + source.alias;
+    if (statement.where) sql += " WHERE " + condition(statement.where);
+    return {sql, variables(), {}, {}, {}};
 }
 
 QString DmlTranslator::fill(const Object& table, const Column& column, const QString& current,
@@ -232,14 +164,6 @@ QString DmlTranslator::fill(const Object& table, const Column& column, const QSt
         current.isEmpty() ? defaultOf(column, table) : stored({current, currentType}, column, table);
     m_scopes.pop_back();
     return "UPDATE " + table.storage + " SET " + sqliteName(column.name) + '=' + text;
-}
-
-QString DmlTranslator::rowCondition(const Object& table, const ExprPtr& expr, const QString& alias) {
-    m_scopes.emplace_back();
-    addSource(table.name, false, table.columns).alias = alias;
-    const QString sql = condition(expr);
-    m_scopes.pop_back();
-    return sql;
 }
 
 } // namespace embedded

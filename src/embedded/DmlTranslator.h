@@ -10,14 +10,10 @@ public:
     using QueryTranslator::QueryTranslator;
 
     Translation insert(const InsertStatement& statement, const Object*& table);
-    /// An INSERT of one row given as ?1, ?2, … of the types.
-    Translation insertRow(const InsertStatement& statement, const QList<Type>& types, const Object*& table);
     Translation update(const UpdateStatement& statement);
     Translation remove(const DeleteStatement& statement);
     /// Writes one column's value into rows that lack it: what ALTER TABLE needs.
     QString fill(const Object& table, const Column& column, const QString& current, const Type& currentType);
-    /// A CHECK's condition over a row of the table that SQLite calls by the alias.
-    QString rowCondition(const Object& table, const ExprPtr& condition, const QString& alias);
 
 private:
     struct Target {
@@ -31,8 +27,6 @@ private:
     QString selected(const QString& sql, const QList<Type>& types, const Target& target, const Object& table);
     QString columnList(const Target& target) const;
     Typed assigned(const Assignment& assignment, const Column& column, const Object& table);
-    const Source& targetSource(const ObjectName& name);
-    QString joinedUpdate(const UpdateStatement& statement);
 };
 
 } // namespace embedded

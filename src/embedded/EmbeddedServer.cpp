@@ -4,7 +4,6 @@
 #include "embedded/Executor.h"
 #include "embedded/Security.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace embedded {
@@ -20,7 +19,6 @@ QString pathOf(const QString& dataSource) {
 void prepareSession(SqliteFile& file) {
     file.setLockTimeout(defaultLockTimeout);
     file.run("PRAGMA synchronous = NORMAL");
-    file.run("PRAGMA recursive_triggers = OFF");
     file.run("PRAGMA temp_store = MEMORY");
 }
 
@@ -46,7 +44,6 @@ std::unique_ptr<EmbeddedServer> EmbeddedServer::open(const ConnectionString& con
         if (error.number() == DbError::LockTimeout) throw;
         throw noServer(path, "is no server file");
     }
-    session->processId = QCoreApplication::applicationPid();
     const QString ownDefault = security::logIn(*session, connectionString.userId, connectionString.password);
     session->catalog.refresh();
     const QString wanted =

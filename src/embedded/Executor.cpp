@@ -147,33 +147,8 @@ Executor::Flow Executor::run(const PrintStatement& statement) {
     return Flow::Next;
 }
 
-/// RAISERROR's %s and %d are replaced in order; a severity up to 10 is a message, no error.
-Executor::Flow Executor::run(const RaiseStatement& statement) {
-    std::vector<QString> values;
-    for (const ExprPtr& expr : statement.arguments)
-        values.push_back(shown(evaluate(expr, Type::text(Type::Max, true)), Type::text(Type::Max, true)));
-    if (statement.isThrow) {
-        if (values.size() >= 2) throw DbError(values[0].toInt(), values[1]);
-        if (const auto& handled = m_session.frames.back().error) throw DbError(*handled);
-        throw DbError(10704, "To rethrow an error, a THROW statement must be used inside a CATCH block.");
-    }
-    QString text = values[0];
-    int number = 50000;
-    if (text.toInt() > 0) number = text.toInt();
-    for (std::size_t i = 3; i < values.size(); ++i) {
-        const qsizetype place = text.indexOf(u'%');
-        if (place >= 0) text.replace(place, 2, values[i]);
-    }
-    if (values.size() > 1 && values[1].toInt() <= 10) return Flow::Next;
-    throw DbError(number, text);
-}
-
 Executor::Flow Executor::run(const QueryStatement& statement) {
-    const ObjectName& into = statement.query->cores.front().into;
-    if (into.isEmpty())
-        select(*statement.query);
-    else
-        selectInto(*statement.query, into);
+    select(*statement.query);
     return Flow::Next;
 }
 
@@ -183,72 +158,11 @@ void Executor::select(const Query& query) {
     m_results.sets.push_back(read(translation));
 }
 
-void Executor::selectInto(const Query& query, const ObjectName& target) {
-    Translation translation = translator().select(query);
-    CreateTableStatement create;
-    create.table = target;
-    for (qsizetype i = 0; i < translation.names.size(); ++i) {
-        if (translation.names[i].isEmpty())
-            throw DbError(
-                1038, "An object or column name is missing or empty: each column of SELECT INTO needs one.");
-        ColumnDef column;
-        column.name = translation.names[i];
-        column.type = translation.types[i].kind == Type::Null ? Type::of(Type::Int) : translation.types[i];
-        create.definition.columns.push_back(column);
-    }
-    InsertStatement insert;
-    insert.table = target;
-    auto plain = std::make_shared<Query>(query);
-    plain->cores.front().into = {};
-    insert.query = plain;
-    Savepoint together(m_session.file);
-    DdlExecutor(m_session, m_functions).run(create);
-    try {
-        run(insert);
-    } catch (const DbError&) {
-        m_session.frames.back().tables.erase(collation::fold(target.name));
-        throw;
-    }
-    together.release();
-}
-
 Executor::Flow Executor::run(const InsertStatement& statement) {
-    if (statement.execute) {
-        insertResults(statement);
-        return Flow::Next;
-    }
     const Object* table = nullptr;
     const Translation translation = translator().insert(statement, table);
     write(translation, table);
     return Flow::Next;
-}
-
-void Executor::insertResults(const InsertStatement& statement) {
-    Results outer;
-    std::swap(outer, m_results);
-    run(*statement.execute);
-    std::swap(outer, m_results);
-    Savepoint together(m_session.file);
-    qint64 count = 0;
-    for (const RecordSet& set : outer.sets) {
-        const Object* table = nullptr;
-        const QList<Type> types(set.columns().size(), Type::text(Type::Max, true));
-        const Translation translation = translator().insertRow(statement, types, table);
-        SqliteStatement insert = m_session.file.prepare(translation.sql);
-        for (qsizetype row = 0; row < set.rowCount(); ++row) {
-            for (int column = 0; column < types.size(); ++column) {
-                const QString& cell = set.cell(row, column);
-                insert.bind(column + 1, cell.isNull() ? Value() : Value(cell));
-            }
-            insert.step();
-            insert.reset();
-            ++count;
-        }
-        m_session.identity = table->identityColumn() ? Value(m_session.file.lastRowId()) : Value();
-    }
-    together.release();
-    m_session.rowCount = count;
-    if (!m_session.noCount) m_results.counts.push_back(count);
 }
 
 Executor::Flow Executor::run(const UpdateStatement& statement) {
@@ -355,7 +269,7 @@ Executor::Flow Executor::run(const CursorStatement& statement) {
         }
         std::swap(cursor.captured, m_session.frames.back().variables);
         cursor.open = true;
-        cursor.at = -1;
+        cursor.next = 0;
         break;
     }
     case CursorStatement::Fetch:
@@ -382,7 +296,7 @@ QString Executor::cursorKey(const QString& name) const {
 
 void Executor::fetch(const CursorStatement& statement) {
     Cursor& cursor = m_cursors.opened(cursorKey(statement.cursor));
-    const std::vector<Value>* row = m_cursors.move(cursor, statement.direction);
+    const std::vector<Value>* row = m_cursors.next(cursor);
     if (statement.into.isEmpty()) {
         RecordSet set(cursor.columns);
         if (row)

@@ -46,7 +46,6 @@ private:
     Flow run(const ContinueStatement&) { return Flow::Continue; }
     Flow run(const ReturnStatement& statement);
     Flow run(const PrintStatement& statement);
-    Flow run(const RaiseStatement& statement);
     Flow run(const QueryStatement& statement);
     Flow run(const InsertStatement& statement);
     Flow run(const UpdateStatement& statement);
@@ -65,11 +64,9 @@ private:
     Value evaluate(const ExprPtr& expr, const Type& type);
     bool test(const ExprPtr& condition);
     void select(const Query& query);
-    void selectInto(const Query& query, const ObjectName& target);
     void assign(const Translation& translation);
     RecordSet read(const Translation& translation);
     void write(const Translation& translation, const Object* insertedInto);
-    void insertResults(const InsertStatement& statement);
     void fetch(const CursorStatement& statement);
     QString cursorKey(const QString& name) const;
 

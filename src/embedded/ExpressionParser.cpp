@@ -158,8 +158,8 @@ ExprPtr ExpressionParser::parseUnary() {
         const QString op = take().text;
         return node(Expr::Unary, op, {parseUnary()});
     }
-    ExprPtr expr = parsePrimary();
-    while (accept("collate")) expr = node(Expr::Collate, takeName(), {expr});
+    const ExprPtr expr = parsePrimary();
+    if (is("collate")) throw notSupported("COLLATE in an expression");
     return expr;
 }
 
@@ -289,8 +289,8 @@ ExprPtr ExpressionParser::parseColumn() {
     if (accept("case")) return parseCase();
     if (is("cast") && is("(", 1)) return take(), parseCast(false);
     if (is("convert") && is("(", 1)) return take(), parseCast(true);
-    for (const char* word : {"current_timestamp", "current_user", "session_user", "system_user", "user"})
-        if (accept(word)) return node(Expr::Call, word);
+    if (accept("current_timestamp")) return node(Expr::Call, "getdate");
+    if (accept("system_user")) return node(Expr::Call, "suser_sname");
     for (const char* word : {"left", "right", "coalesce", "nullif"})
         if (is(word) && is("(", 1)) return parseCall(take().text);
     if (peek().kind == Token::Word && is("(", 1) && !isReserved(peek().text)) return parseCall(take().text);

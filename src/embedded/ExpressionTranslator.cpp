@@ -47,12 +47,6 @@ Typed ExpressionTranslator::translate(const ExprPtr& expr) {
                           "introduced with EXISTS.");
         return {'(' + sql + ')', types[0]};
     }
-    case Expr::Collate: {
-        static const QStringList alike{"Latin1_General_CI_AS", "SQL_Latin1_General_CP1_CI_AS",
-                                       "database_default"};
-        if (!alike.contains(expr->text, Qt::CaseInsensitive)) throw notSupported("collation " + expr->text);
-        return value(expr->args[0]);
-    }
     case Expr::Star:
         throw DbError(102, "Incorrect syntax near '*'.");
     default:
@@ -242,6 +236,7 @@ Typed ExpressionTranslator::cast(const Expr& expr) {
     }
     const Typed from = value(expr.args[0]);
     if (from.type == expr.type && !from.isColumn) return from;
+    if (style != 0 && from.type.isNumber()) throw notSupported("CONVERT of a number with a style");
     return {convert(from, expr.type, style), expr.type};
 }
 

@@ -27,7 +27,7 @@ struct Scope {
 class ExpressionTranslator {
 public:
     ExpressionTranslator(Session& session, const FunctionTable& functions)
-        : m_session(session), m_functions(functions), m_database(session.database) {}
+        : m_session(session), m_functions(functions) {}
     virtual ~ExpressionTranslator() = default;
 
     Typed value(const ExprPtr& expr);
@@ -46,7 +46,6 @@ protected:
 
     Session& m_session;
     const FunctionTable& m_functions;
-    qint64 m_database; ///< where names without a database are looked up
     std::vector<Scope> m_scopes;
     QSet<QString> m_assigned; ///< variables the statement sets while it reads them
 

@@ -35,7 +35,7 @@ SelectCore QueryParser::parseCore() {
     if (is("top")) core.top = parseTop();
     do core.items.push_back(parseItem());
     while (accept(","));
-    if (accept("into")) core.into = takeTableName();
+    if (is("into")) throw notSupported("SELECT … INTO");
     if (accept("from")) core.from = parseFrom();
     if (accept("where")) core.where = parseCondition();
     if (accept("group", "by")) {
@@ -144,7 +144,6 @@ TableRefPtr QueryParser::parseTable() {
         expect(")");
         table->alias = takeAlias();
         if (table->alias.isEmpty()) syntaxError();
-        if (is("(")) table->columns = takeNameList();
         return table;
     }
     table->name = takeTableName();
@@ -211,9 +210,8 @@ StatementPtr QueryParser::parseInsert() {
         } while (accept(","));
     } else if (accept("default", "values")) {
         insert.rows.emplace_back();
-    } else if (is("exec") || is("execute")) {
-        insert.execute = std::make_shared<ExecuteStatement>(parseExecute());
     } else {
+        if (is("exec") || is("execute")) throw notSupported("INSERT … EXEC");
         if (is("with")) throw notSupported("common table expressions");
         insert.query = parseQuery();
     }
@@ -244,7 +242,7 @@ StatementPtr QueryParser::parseUpdate() {
         update.assignments.push_back(assignment);
     } while (accept(","));
     if (is("output")) throw notSupported("OUTPUT");
-    if (accept("from")) update.from = parseFrom();
+    if (is("from")) throw notSupported("UPDATE … FROM");
     if (accept("where")) {
         if (is("current")) throw notSupported("WHERE CURRENT OF");
         update.where = parseCondition();
@@ -255,12 +253,12 @@ StatementPtr QueryParser::parseUpdate() {
 StatementPtr QueryParser::parseDelete() {
     expect("delete");
     DeleteStatement statement;
-    if (is("top")) statement.top = parseTop();
+    if (is("top")) throw notSupported("DELETE TOP");
     accept("from");
     statement.target = takeTableName();
     if (is("with")) parseHints();
     if (is("output")) throw notSupported("OUTPUT");
-    if (accept("from")) statement.from = parseFrom();
+    if (is("from")) throw notSupported("DELETE … FROM");
     if (accept("where")) {
         if (is("current")) throw notSupported("WHERE CURRENT OF");
         statement.where = parseCondition();

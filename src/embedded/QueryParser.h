@@ -14,7 +14,6 @@ protected:
     StatementPtr parseInsert();
     StatementPtr parseUpdate();
     StatementPtr parseDelete();
-    virtual ExecuteStatement parseExecute() = 0;
     ObjectName takeTableName();
     /// "=", or "+=" and its like; the operator before the equals sign.
     QString takeAssignmentOperator();

@@ -2,7 +2,6 @@
 
 #include "embedded/Collation.h"
 #include "embedded/Errors.h"
-#include "embedded/StatementParser.h"
 #include "embedded/SystemViews.h"
 
 namespace embedded {
@@ -246,13 +245,10 @@ QString QueryTranslator::table(const TableRef& ref) {
     QStringList names;
     const QString sql = assemble(*ref.query, types, names);
     m_scopes.push_back(std::move(own));
-    if (!ref.columns.isEmpty() && ref.columns.size() != names.size())
-        throw DbError(8158, QString("'%1' has a wrong number of columns.").arg(ref.alias));
     QList<Column> columns;
-    QStringList quoted;
     QSet<QString> seen;
     for (qsizetype i = 0; i < names.size(); ++i) {
-        const QString name = ref.columns.isEmpty() ? names[i] : ref.columns[i];
+        const QString& name = names[i];
         if (name.isEmpty())
             throw DbError(8155, QString("Column %1 of '%2' has no name.").arg(i + 1).arg(ref.alias));
         if (seen.contains(collation::fold(name)))
@@ -260,11 +256,8 @@ QString QueryTranslator::table(const TableRef& ref) {
                           QString("The column '%1' occurs more than once in '%2'.").arg(name, ref.alias));
         seen.insert(collation::fold(name));
         columns.append({name, types[i], true, false, {}});
-        quoted.append(sqliteName(name));
     }
-    const QString inner =
-        ref.columns.isEmpty() ? sql : "WITH w(" + quoted.join(u',') + ") AS (" + sql + ") SELECT * FROM w";
-    return '(' + inner + ") AS " + addSource(ref.alias, true, columns).alias;
+    return '(' + sql + ") AS " + addSource(ref.alias, true, columns).alias;
 }
 
 QString QueryTranslator::named(const TableRef& ref) {
@@ -277,9 +270,7 @@ QString QueryTranslator::named(const TableRef& ref) {
     }
     if (ref.name.name.startsWith(u'@'))
         throw DbError(1087, QString("Must declare the table variable \"%1\".").arg(ref.name.name));
-    const Database& database = ref.name.database.isEmpty()
-                                   ? *m_session.catalog.databases().constFind(m_database)
-                                   : m_session.databaseNamed(ref.name.database);
+    const Database& database = m_session.databaseNamed(ref.name.database);
     const bool ownSchema = ref.name.schema.isEmpty() || collation::equal(ref.name.schema, "dbo");
     const Object* object = ownSchema ? m_session.catalog.object(database.id, ref.name.name) : nullptr;
     QString text;
@@ -288,7 +279,7 @@ QString QueryTranslator::named(const TableRef& ref) {
         text = object->storage;
         columns = object->columns;
     } else if (object && object->kind == Object::View) {
-        text = '(' + view(*object, columns) + ')';
+        throw notSupported("views");
     } else if (const auto system = systemView(ref.name.schema, ref.name.name, database)) {
         text = '(' + system->sql + ')';
         columns = system->columns;
@@ -301,22 +292,6 @@ QString QueryTranslator::named(const TableRef& ref) {
     return text + " AS " + source.alias;
 }
 
-QString QueryTranslator::view(const Object& object, QList<Column>& columns) {
-    if (++m_viewDepth > 32) throw DbError(4403, QString("View '%1' names itself.").arg(object.name));
-    const QueryPtr query = StatementParser(object.text, true).parseViewText();
-    std::vector<Scope> outer;
-    outer.swap(m_scopes);
-    const qint64 database = std::exchange(m_database, object.database);
-    QList<Type> types;
-    QStringList names;
-    const QString sql = assemble(*query, types, names);
-    m_database = database;
-    outer.swap(m_scopes);
-    --m_viewDepth;
-    for (qsizetype i = 0; i < names.size(); ++i) columns.append({names[i], types[i], true, false, {}});
-    return sql;
-}
-
 const Object& QueryTranslator::writable(const ObjectName& name) {
     if (const Object* temporary = m_session.temporary(name.name)) return *temporary;
     if (name.name.startsWith(u'@'))
@@ -324,7 +299,6 @@ const Object& QueryTranslator::writable(const ObjectName& name) {
     const Database& database = m_session.databaseNamed(name.database);
     const bool ownSchema = name.schema.isEmpty() || collation::equal(name.schema, "dbo");
     const Object* object = ownSchema ? m_session.catalog.object(database.id, name.name) : nullptr;
-    if (object && object->kind == Object::View) throw notSupported("writing to a view");
     if (!object || object->kind != Object::Table) {
         if (systemView(name.schema, name.name, database))
             throw DbError(259, "Ad hoc updates to system catalogs are not allowed.");

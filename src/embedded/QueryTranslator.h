@@ -13,7 +13,7 @@ struct Translation {
     QStringList targets; ///< variables that a SELECT assigns, by column; empty otherwise
 };
 
-/// Turns SELECT into SQLite's: names of any part count, TOP, system views and views.
+/// Turns SELECT into SQLite's: names of any part count, TOP and system views.
 class QueryTranslator : public ExpressionTranslator {
 public:
     using ExpressionTranslator::ExpressionTranslator;
@@ -46,14 +46,12 @@ protected:
 
 private:
     QString named(const TableRef& ref);
-    QString view(const Object& object, QList<Column>& columns);
     void addStar(const Expr& star, Core& core);
     void checkGrouping(const QStringList& ungrouped) const;
     QString orderBy(const Query& query, const Core& core, bool compound);
     static QString nameOf(const SelectItem& item);
 
     int m_aliases = 0;
-    int m_viewDepth = 0;
 };
 
 } // namespace embedded

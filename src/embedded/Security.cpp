@@ -65,18 +65,6 @@ void createLogin(Session& session, const SecurityStatement& statement) {
     addLogin(session.file, statement.name, statement.password, statement.defaultDatabase);
 }
 
-void alterLogin(Session& session, const SecurityStatement& statement) {
-    requireLogin(session.file, statement.name);
-    // Everybody may change the own password.
-    if (!collation::equal(session.login, statement.name)) require(session, "securityadmin");
-    if (!statement.password.isEmpty())
-        session.file.run(R"(UPDATE "~logins" SET hash = ?2 WHERE name = ?1)",
-                         {statement.name, hashOf(statement.password)});
-    if (!statement.defaultDatabase.isEmpty())
-        session.file.run(R"(UPDATE "~logins" SET default_database = ?2 WHERE name = ?1)",
-                         {statement.name, statement.defaultDatabase});
-}
-
 void dropLogin(Session& session, const SecurityStatement& statement) {
     require(session, "securityadmin");
     requireLogin(session.file, statement.name);
@@ -112,9 +100,6 @@ void run(Session& session, const SecurityStatement& statement) {
     case SecurityStatement::CreateLogin:
         createLogin(session, statement);
         break;
-    case SecurityStatement::AlterLogin:
-        alterLogin(session, statement);
-        break;
     case SecurityStatement::DropLogin:
         dropLogin(session, statement);
         break;
@@ -129,14 +114,9 @@ void run(Session& session, const SecurityStatement& statement) {
         requireLogin(session.file, statement.role);
         session.catalog.setDenied(session.database, statement.role, false);
         break;
-    case SecurityStatement::DropUser:
     case SecurityStatement::Deny:
         require(session, "securityadmin");
         session.catalog.setDenied(session.database, statement.name, true);
-        break;
-    case SecurityStatement::Allow:
-        require(session, "securityadmin");
-        session.catalog.setDenied(session.database, statement.name, false);
         break;
     }
     together.release();

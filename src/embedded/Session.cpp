@@ -50,11 +50,6 @@ Value Session::valueOf(const QString& name) {
     if (key == "trancount") return qint64(transactionDepth);
     if (key == "servername") return QString("EMBEDDED");
     if (key == "version") return QString("Scheduler embedded server");
-    if (key == "spid") return processId;
-    if (key == "datefirst") return qint64(firstWeekday);
-    if (key == "nestlevel") return qint64(frames.size() - 1);
-    if (key == "max_precision") return qint64(38);
-    if (key == "language") return QString("us_english");
     throw notSupported(name);
 }
 
@@ -66,7 +61,7 @@ Type Session::typeOf(const QString& name) {
     }
     const QString key = name.mid(2).toLower();
     if (key == "identity") return Type::decimal(38, 0);
-    if (key == "servername" || key == "version" || key == "language") return Type::text(300, true);
+    if (key == "servername" || key == "version") return Type::text(300, true);
     return Type::of(Type::Int);
 }
 

@@ -22,7 +22,7 @@ struct Cursor {
     std::vector<std::vector<Value>> rows; ///< read whole when it is opened
     QList<Type> types;
     QStringList columns;
-    qint64 at = -1;
+    std::size_t next = 0; ///< the row that FETCH will yield
     bool open = false;
 };
 
@@ -44,7 +44,6 @@ struct Session {
     QString login;
     QSet<QString> roles; ///< folded server roles of the login
     qint64 database = 1; ///< the current one
-    qint64 processId = 0;
 
     bool noCount = false;
     bool abortOnError = false;

@@ -17,7 +17,7 @@ namespace embedded {
 
 class SqliteFile;
 
-/// A row that a unique index or one of our triggers refused; text() is SQLite's message, which the
+/// A row that a unique index refused; text() is SQLite's message, which the
 /// executor turns into the server's error.
 class ConstraintError : public DbError {
 public:

@@ -63,16 +63,8 @@ std::vector<Parameter> StatementParser::parseParameterList() {
     return parameters;
 }
 
-QueryPtr StatementParser::parseViewText() {
-    return parseQuery();
-}
-
 ExprPtr StatementParser::parseValueText() {
     return parseValue();
-}
-
-ExprPtr StatementParser::parseConditionText() {
-    return parseCondition();
 }
 
 StatementPtr StatementParser::parseStatement() {
@@ -89,7 +81,7 @@ StatementPtr StatementParser::parseStatement() {
     if (is("create")) return parseCreate();
     if (is("alter")) return parseAlter();
     if (is("drop")) return parseDrop();
-    if (is("deny") || is("grant") || is("revoke")) return parsePermission();
+    if (is("deny")) return parseDeny();
     if (is("declare")) return parseDeclare();
     if (is("set")) return parseSet();
     if (is("if")) return parseIf();
@@ -104,17 +96,17 @@ StatementPtr StatementParser::parseStatement() {
     if (accept("continue")) return statement(ContinueStatement{});
     if (is("return")) return parseReturn();
     if (accept("print")) return statement(PrintStatement{parseValue()});
-    if (is("raiserror") || is("throw")) return parseRaise();
     if (accept("use")) return statement(UseStatement{takeName()});
     if (is("exec") || is("execute")) return statement(parseExecute());
     if (is("commit") || is("rollback") || is("save")) return parseTransaction();
     if (is("open") || is("close") || is("deallocate")) return parseCursor();
     if (is("fetch")) return parseFetch();
     if (is("with")) throw notSupported("common table expressions");
-    if (first && isName()) return parseCall();
-    static const QStringList known{"backup", "restore", "dbcc",       "goto",     "waitfor",     "merge",
-                                   "bulk",   "kill",    "checkpoint", "shutdown", "reconfigure", "readtext"};
+    static const QStringList known{"raiserror",  "throw",    "grant",       "revoke",  "backup", "restore",
+                                   "dbcc",       "goto",     "waitfor",     "merge",   "bulk",   "kill",
+                                   "checkpoint", "shutdown", "reconfigure", "readtext"};
     if (known.contains(peek().text.toLower())) throw notSupported(peek().text.toUpper());
+    if (first && isName()) return parseCall();
     syntaxError();
 }
 
@@ -272,24 +264,6 @@ bool StatementParser::startsStatement() const {
     return isReserved(peek().text) && !values.contains(peek().text.toLower());
 }
 
-StatementPtr StatementParser::parseRaise() {
-    RaiseStatement raise;
-    raise.isThrow = is("throw");
-    take();
-    if (raise.isThrow) {
-        if (!atEnd() && !is(";") && !startsStatement()) raise.arguments = parseValueList();
-        return statement(raise);
-    }
-    expect("(");
-    raise.arguments = parseValueList();
-    expect(")");
-    if (accept("with")) {
-        do take();
-        while (accept(","));
-    }
-    return statement(raise);
-}
-
 StatementPtr StatementParser::parseTransaction() {
     TransactionStatement transaction;
     if (is("save")) throw notSupported("SAVE TRANSACTION");
@@ -326,10 +300,9 @@ StatementPtr StatementParser::parseFetch() {
     expect("fetch");
     CursorStatement cursor;
     cursor.action = CursorStatement::Fetch;
-    cursor.direction = "NEXT";
-    for (const char* word : {"next", "prior", "first", "last"})
-        if (is(word) && (is("from", 1) || isName(1))) cursor.direction = take().text.toUpper();
-    if (is("absolute") || is("relative")) throw notSupported("FETCH " + peek().text.toUpper());
+    for (const char* word : {"prior", "first", "last", "absolute", "relative"})
+        if (is(word)) throw notSupported("FETCH " + peek().text.toUpper());
+    accept("next");
     accept("from");
     cursor.cursor = takeCursorName();
     if (accept("into")) {

@@ -15,13 +15,10 @@ public:
     Batch parseProcedureText();
     /// The parameters of sp_executesql: "@a int, @b varchar(10) OUTPUT".
     std::vector<Parameter> parseParameterList();
-    /// A stored view, default or CHECK.
-    QueryPtr parseViewText();
+    /// A stored default.
     ExprPtr parseValueText();
-    ExprPtr parseConditionText();
 
 protected:
-    ExecuteStatement parseExecute() override;
     Batch parseProcedureRest() override;
 
 private:
@@ -37,7 +34,7 @@ private:
     StatementPtr parseSet();
     StatementPtr parseIf();
     StatementPtr parseReturn();
-    StatementPtr parseRaise();
+    ExecuteStatement parseExecute();
     StatementPtr parseCursor();
     StatementPtr parseFetch();
     StatementPtr parseTransaction();

@@ -89,32 +89,13 @@ void roleMembers(Session& session, std::vector<CallArgument>& arguments, Results
     results.sets.push_back(set);
 }
 
-void changeMember(Session& session, std::vector<CallArgument>& arguments, SecurityStatement::Action action) {
-    const Call call("sp_addsrvrolemember", {"loginame", "rolename"}, arguments);
-    SecurityStatement statement;
-    statement.action = action;
-    statement.name = call.text("loginame");
-    statement.role = call.text("rolename");
-    security::run(session, statement);
-}
-
-void addMember(Session& session, std::vector<CallArgument>& arguments, Results&) {
-    changeMember(session, arguments, SecurityStatement::AddMember);
-}
-
-void dropMember(Session& session, std::vector<CallArgument>& arguments, Results&) {
-    changeMember(session, arguments, SecurityStatement::DropMember);
-}
-
 } // namespace
 
 bool systemProcedure(Session& session, const QString& name, std::vector<CallArgument>& arguments,
                      Results& results) {
     using Procedure = void (*)(Session&, std::vector<CallArgument>&, Results&);
     static const QHash<QString, Procedure> procedures{
-        {"xp_regread", registryRead},       {"xp_instance_regread", registryRead},
-        {"xp_regwrite", registryWrite},     {"sp_helpsrvrolemember", roleMembers},
-        {"sp_addsrvrolemember", addMember}, {"sp_dropsrvrolemember", dropMember}};
+        {"xp_regread", registryRead}, {"xp_regwrite", registryWrite}, {"sp_helpsrvrolemember", roleMembers}};
     const Procedure procedure = procedures.value(name.toLower());
     if (procedure) procedure(session, arguments, results);
     return procedure != nullptr;

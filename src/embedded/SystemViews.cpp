@@ -9,8 +9,6 @@ namespace {
 constexpr const char* typeCode =
     "CASE kind WHEN 0 THEN 'U ' WHEN 1 THEN 'V ' WHEN 2 THEN 'P ' WHEN 3 THEN 'PK' WHEN 4 THEN 'UQ' "
     "WHEN 5 THEN 'F ' WHEN 6 THEN 'C ' ELSE 'D ' END COLLATE T";
-constexpr const char* typeName =
-    "CASE instr(type,'(') WHEN 0 THEN type ELSE substr(type,1,instr(type,'(')-1) END COLLATE T";
 constexpr int indexKind = Object::Index;
 
 struct ViewColumn {
@@ -100,24 +98,6 @@ const std::vector<Definition>& definitions() {
           {"scale", "int", "c.scale"},
           {"is_nullable", "bit", "c.nullable"},
           {"is_identity", "bit", "c.identity"}},
-         "\"~columns\" c JOIN \"~objects\" o ON o.id = c.object WHERE o.database = %1"},
-        {"information_schema",
-         "tables",
-         {{"TABLE_CATALOG", "nvarchar(128)", "(SELECT d.name FROM \"~databases\" d WHERE d.id = database)"},
-          {"TABLE_SCHEMA", "nvarchar(128)", "'dbo' COLLATE T"},
-          {"TABLE_NAME", "nvarchar(128)", "name"},
-          {"TABLE_TYPE", "varchar(10)", "CASE kind WHEN 0 THEN 'BASE TABLE' ELSE 'VIEW' END COLLATE T"}},
-         "\"~objects\" WHERE database = %1 AND kind < 2"},
-        {"information_schema",
-         "columns",
-         {{"TABLE_SCHEMA", "nvarchar(128)", "'dbo' COLLATE T"},
-          {"TABLE_NAME", "nvarchar(128)", "o.name"},
-          {"COLUMN_NAME", "nvarchar(128)", "c.name"},
-          {"ORDINAL_POSITION", "int", "c.place"},
-          {"COLUMN_DEFAULT", "nvarchar(4000)", "nullif(c.default_text, '')"},
-          {"IS_NULLABLE", "varchar(3)", "CASE c.nullable WHEN 1 THEN 'YES' ELSE 'NO' END COLLATE T"},
-          {"DATA_TYPE", "nvarchar(128)", typeName},
-          {"CHARACTER_MAXIMUM_LENGTH", "int", "CASE WHEN c.xtype IN (175,167,239,231) THEN c.precision END"}},
          "\"~columns\" c JOIN \"~objects\" o ON o.id = c.object WHERE o.database = %1"},
     };
     return all;
