@@ -158,7 +158,6 @@ struct DeclareStatement {
 };
 struct AssignStatement {
     QString variable;
-    QString op;
     ExprPtr value;
 };
 struct SetOptionStatement {
@@ -202,8 +201,7 @@ struct InsertStatement {
 };
 struct Assignment {
     QString column;
-    QString op;
-    ExprPtr value;
+    ExprPtr value; ///< null for DEFAULT
 };
 struct UpdateStatement {
     ObjectName target;

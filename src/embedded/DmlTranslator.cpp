@@ -2,7 +2,7 @@
 
 #include "embedded/Collation.h"
 #include "embedded/Errors.h"
-#include "embedded/StatementParser.h"
+#include "embedded/Parser.h"
 
 namespace embedded {
 
@@ -14,7 +14,7 @@ QString DmlTranslator::stored(const Typed& value, const Column& column, const Ob
 
 QString DmlTranslator::defaultOf(const Column& column, const Object& table) {
     if (column.defaultText.isEmpty()) return stored({"NULL", {}}, column, table);
-    return stored(value(StatementParser(column.defaultText, true).parseValueText()), column, table);
+    return stored(value(parseDefault(column.defaultText)), column, table);
 }
 
 DmlTranslator::Target DmlTranslator::targetOf(const InsertStatement& statement, const Object& table) {
@@ -118,15 +118,7 @@ QString DmlTranslator::selected(const QString& sql, const QList<Type>& types, co
 Typed DmlTranslator::assigned(const Assignment& assignment, const Column& column, const Object& table) {
     if (column.identity) throw DbError(8102, QString("Cannot update identity column '%1'.").arg(column.name));
     if (!assignment.value) return {defaultOf(column, table), column.type};
-    if (assignment.op.isEmpty()) return value(assignment.value);
-    auto current = std::make_shared<Expr>();
-    current->kind = Expr::Column;
-    current->parts = {assignment.column};
-    auto combined = std::make_shared<Expr>();
-    combined->kind = Expr::Binary;
-    combined->text = assignment.op;
-    combined->args = {current, assignment.value};
-    return value(combined);
+    return value(assignment.value);
 }
 
 Translation DmlTranslator::update(const UpdateStatement& statement) {

@@ -7,7 +7,7 @@
 #include "embedded/Errors.h"
 #include "embedded/Security.h"
 #include "embedded/SessionOptions.h"
-#include "embedded/StatementParser.h"
+#include "embedded/Parser.h"
 
 namespace embedded {
 
@@ -17,7 +17,7 @@ Executor::Executor(Session& session) : m_session(session), m_functions(session),
 
 Results Executor::run(const QString& batch) {
     m_results = {};
-    const Batch parsed = StatementParser(batch, m_session.quotedIdentifiers).parseBatch();
+    const Batch parsed = parseBatch(batch, m_session.quotedIdentifiers);
     Frame& frame = m_session.frames.front();
     frame.variables.clear();
     try {
@@ -84,17 +84,7 @@ Executor::Flow Executor::run(const DeclareStatement& statement) {
 
 Executor::Flow Executor::run(const AssignStatement& statement) {
     const Type type = m_session.variable(statement.variable).type;
-    ExprPtr value = statement.value;
-    if (!statement.op.isEmpty()) {
-        auto current = std::make_shared<Expr>();
-        current->kind = Expr::Variable;
-        current->text = statement.variable;
-        auto combined = std::make_shared<Expr>();
-        combined->kind = Expr::Binary;
-        combined->text = statement.op;
-        combined->args = {current, value};
-        value = combined;
-    }
+    const ExprPtr& value = statement.value;
     Variable& variable = m_session.variable(statement.variable);
     const Variable* source = value->kind == Expr::Variable && !value->text.startsWith("@@")
                                  ? &m_session.variable(value->text)

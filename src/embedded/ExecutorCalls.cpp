@@ -5,7 +5,7 @@
 #include "embedded/Conversion.h"
 #include "embedded/DdlExecutor.h"
 #include "embedded/Errors.h"
-#include "embedded/StatementParser.h"
+#include "embedded/Parser.h"
 #include "embedded/SystemProcedures.h"
 
 namespace embedded {
@@ -79,7 +79,7 @@ std::shared_ptr<const Batch> Executor::parsedProcedure(const Object& procedure) 
     auto& known = m_procedures[procedure.id];
     if (!known.second || known.first != procedure.text)
         known = {procedure.text,
-                 std::make_shared<Batch>(StatementParser(procedure.text, true).parseProcedureText())};
+                 std::make_shared<Batch>(parseProcedure(procedure.text))};
     return known.second;
 }
 
@@ -98,7 +98,7 @@ void Executor::executeSql(std::vector<CallArgument>& arguments) {
     std::vector<Parameter> parameters;
     if (arguments.size() > 1) {
         const QString list = shown(Conversion{arguments[1].type, type}(arguments[1].value), type);
-        parameters = StatementParser(list, true).parseParameterList();
+        parameters = parseParameterList(list);
     }
     std::vector<CallArgument> passed(
         arguments.begin() + qsizetype(std::min<std::size_t>(2, arguments.size())), arguments.end());
@@ -108,7 +108,7 @@ void Executor::executeSql(std::vector<CallArgument>& arguments) {
 
 void Executor::runText(const QString& text, const std::vector<Parameter>& parameters,
                        std::vector<CallArgument>& arguments) {
-    const Batch batch = StatementParser(text, m_session.quotedIdentifiers).parseBatch();
+    const Batch batch = parseBatch(text, m_session.quotedIdentifiers);
     runNested(batch, parameters, arguments, m_session.database, "sp_executesql");
     m_session.frames.back().returnValue = qint64(0);
 }

@@ -2,7 +2,7 @@
 #include "embedded/Errors.h"
 #include "embedded/FunctionTable.h"
 #include "embedded/Registry.h"
-#include "embedded/TokenReader.h"
+#include "embedded/Parser.h"
 
 namespace embedded {
 
@@ -11,21 +11,11 @@ namespace {
 const Type integerType = Type::of(Type::Int);
 const Type nameType = Type::text(128, true);
 
-class NameText : public TokenReader {
-public:
-    explicit NameText(const QString& text) : TokenReader(text, true) {}
-    ObjectName read() {
-        const ObjectName name = takeObjectName();
-        if (!atEnd()) syntaxError();
-        return name;
-    }
-};
-
 /// The object a text names, in its database or the current one; null when there is none.
 const Object* objectNamed(const Session& session, const QString& text) {
     ObjectName name;
     try {
-        name = NameText(text).read();
+        name = parseObjectName(text);
     } catch (const DbError&) {
         return nullptr; // a text that is no name names nothing
     }
