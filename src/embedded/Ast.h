@@ -1,5 +1,6 @@
 #pragma once
 
+#include "embedded/ObjectName.h"
 #include "embedded/Type.h"
 
 #include <QStringList>
@@ -15,15 +16,6 @@ struct Expr;
 struct Query;
 using ExprPtr = std::shared_ptr<const Expr>;
 using QueryPtr = std::shared_ptr<const Query>;
-
-/// A name of up to three parts, each possibly empty: database..table has an empty schema.
-struct ObjectName {
-    QString database;
-    QString schema;
-    QString name;
-    bool isEmpty() const { return name.isEmpty(); }
-    QString toString() const;
-};
 
 struct Expr {
     enum Kind {
@@ -119,9 +111,8 @@ struct ColumnDef {
 };
 
 struct ConstraintDef {
-    enum Kind { PrimaryKey, Unique, Default };
-    Kind kind = PrimaryKey;
-    QString name; ///< empty when the server has to find one
+    ObjectKind kind = ObjectKind::PrimaryKey; ///< or Unique or Default
+    QString name;                             ///< empty when the server has to find one
     QStringList columns;
     QString text; ///< of a DEFAULT's value
 };
@@ -227,7 +218,7 @@ struct AlterTableStatement {
     QStringList names;
 };
 struct DropStatement {
-    QString kind;
+    ObjectKind kind = ObjectKind::Table; ///< or Procedure or Index; an index follows its table: table.index
     std::vector<ObjectName> names;
     bool ifExists = false;
 };
@@ -244,6 +235,10 @@ struct CreateProcedureStatement {
 };
 struct CreateDatabaseStatement {
     QString name;
+};
+struct DropDatabaseStatement {
+    QStringList names;
+    bool ifExists = false;
 };
 struct AlterDatabaseStatement {
     QString name;
@@ -278,8 +273,8 @@ struct Statement {
                  ReturnStatement, PrintStatement, QueryStatement, InsertStatement, UpdateStatement,
                  DeleteStatement, TruncateStatement, CreateTableStatement, AlterTableStatement, DropStatement,
                  CreateIndexStatement, CreateProcedureStatement, CreateDatabaseStatement,
-                 AlterDatabaseStatement, UseStatement, CursorStatement, TransactionStatement,
-                 SecurityStatement, ExecuteStatement>
+                 DropDatabaseStatement, AlterDatabaseStatement, UseStatement, CursorStatement,
+                 TransactionStatement, SecurityStatement, ExecuteStatement>
         what;
 };
 

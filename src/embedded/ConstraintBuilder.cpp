@@ -30,8 +30,10 @@ QString ConstraintBuilder::freeName(const ConstraintDef& constraint) const {
         if (m_session.catalog.object(m_table.database, constraint.name)) throw alreadyExists(constraint.name);
         return constraint.name;
     }
-    static const QStringList prefixes{"PK", "UQ", "DF"};
-    const QString stem = prefixes[constraint.kind] + "__" + m_table.name;
+    const QString prefix = constraint.kind == ObjectKind::PrimaryKey ? "PK"
+                           : constraint.kind == ObjectKind::Unique   ? "UQ"
+                                                                     : "DF";
+    const QString stem = prefix + "__" + m_table.name;
     for (int number = 1;; ++number) {
         const QString name = stem + "__" + QString::number(number).rightJustified(4, u'0');
         if (!m_session.catalog.object(m_table.database, name)) return name;
@@ -41,16 +43,15 @@ QString ConstraintBuilder::freeName(const ConstraintDef& constraint) const {
 void ConstraintBuilder::add(const ConstraintDef& constraint) {
     const QString name = freeName(constraint);
     const QStringList columns = knownColumns(constraint.columns);
-    static const Object::Kind kinds[] = {Object::PrimaryKey, Object::Unique, Object::Default};
-    const Object::Kind kind = kinds[constraint.kind];
-    if (kind == Object::PrimaryKey)
+    const ObjectKind kind = constraint.kind;
+    if (kind == ObjectKind::PrimaryKey)
         for (const Object* part : m_session.catalog.partsOf(m_table.id))
-            if (part->kind == Object::PrimaryKey)
+            if (part->kind == ObjectKind::PrimaryKey)
                 throw DbError(
                     1779, QString("Table '%1' already has a primary key defined on it.").arg(m_table.name));
     const qint64 id =
         m_session.catalog.addObject(m_table.database, kind, name, m_table.id, columns.join(u'\n'));
-    if (kind == Object::Default)
+    if (kind == ObjectKind::Default)
         setDefault(columns.first(), constraint.text);
     else
         addUnique(id, columns, kind);
@@ -59,16 +60,16 @@ void ConstraintBuilder::add(const ConstraintDef& constraint) {
 void ConstraintBuilder::addIndex(const QString& name, const QStringList& columns, bool unique) {
     const QStringList known = knownColumns(columns);
     for (const Object* part : m_session.catalog.partsOf(m_table.id))
-        if (part->kind == Object::Index && part->name.compare(name, Qt::CaseInsensitive) == 0)
+        if (part->kind == ObjectKind::Index && part->name.compare(name, Qt::CaseInsensitive) == 0)
             throw DbError(
                 1913,
                 QString("The operation failed because an index with name '%1' already exists.").arg(name));
     const qint64 id =
-        m_session.catalog.addObject(m_table.database, Object::Index, name, m_table.id, known.join(u'\n'));
+        m_session.catalog.addObject(m_table.database, ObjectKind::Index, name, m_table.id, known.join(u'\n'));
     if (unique)
-        addUnique(id, known, Object::Index);
+        addUnique(id, known, ObjectKind::Index);
     else
-        m_session.file.run(QString("CREATE INDEX \"ix%1_0\" ON ").arg(id) + m_table.storage + '('
+        m_session.file.run(QString("CREATE INDEX \"ix%1_0\" ON ").arg(id) + m_table.sqlName() + '('
                            + quoted(known).join(u',') + ')');
 }
 
@@ -79,20 +80,20 @@ void ConstraintBuilder::setDefault(const QString& name, const QString& value) {
 }
 
 void ConstraintBuilder::addTemporaryKey(const ConstraintDef& constraint, int number) {
-    if (constraint.kind == ConstraintDef::Default) return; // the column has its value already
+    if (constraint.kind == ObjectKind::Default) return; // the column has its value already
     const QStringList columns = knownColumns(constraint.columns);
-    const QString bare = m_table.storage.mid(5);
-    m_session.file.run("CREATE UNIQUE INDEX temp." + sqliteName(m_table.text + '#' + QString::number(number))
-                       + " ON " + bare + '(' + quoted(columns).join(u',') + ')');
+    m_session.file.run("CREATE UNIQUE INDEX temp."
+                       + sqliteName(m_table.storage + '#' + QString::number(number)) + " ON "
+                       + sqliteName(m_table.storage) + '(' + quoted(columns).join(u',') + ')');
 }
 
-void ConstraintBuilder::addUnique(qint64 id, const QStringList& columns, Object::Kind kind) {
+void ConstraintBuilder::addUnique(qint64 id, const QStringList& columns, ObjectKind kind) {
     QStringList nullable;
     for (const QString& name : columns) {
         const Column* column = m_table.column(name);
         // The identity column is SQLite's own key already.
         if (column->identity && columns.size() == 1) return;
-        if (kind == Object::PrimaryKey && column->nullable)
+        if (kind == ObjectKind::PrimaryKey && column->nullable)
             throw DbError(8111,
                           QString("Cannot define PRIMARY KEY constraint on nullable column in table '%1'.")
                               .arg(m_table.name));
@@ -102,12 +103,12 @@ void ConstraintBuilder::addUnique(qint64 id, const QStringList& columns, Object:
     if (nullable.size() > 1) throw notSupported("UNIQUE over several columns that may be NULL");
     const QString start = QString("CREATE UNIQUE INDEX \"ix%1_").arg(id);
     try {
-        m_session.file.run(start + "0\" ON " + m_table.storage + '(' + quoted(columns).join(u',') + ')');
+        m_session.file.run(start + "0\" ON " + m_table.sqlName() + '(' + quoted(columns).join(u',') + ')');
         if (nullable.isEmpty()) return;
         QStringList others = columns;
         others.removeAll(nullable[0]);
         const QString column = sqliteName(nullable[0]);
-        m_session.file.run(start + "1\" ON " + m_table.storage + '('
+        m_session.file.run(start + "1\" ON " + m_table.sqlName() + '('
                            + (QStringList{'(' + column + " IS NULL)"} + quoted(others)).join(u',')
                            + ") WHERE " + column + " IS NULL");
     } catch (const ConstraintError&) {

@@ -20,7 +20,7 @@ public:
 
 private:
     QString freeName(const ConstraintDef& constraint) const;
-    void addUnique(qint64 id, const QStringList& columns, Object::Kind kind);
+    void addUnique(qint64 id, const QStringList& columns, ObjectKind kind);
     void setDefault(const QString& column, const QString& value);
     QStringList knownColumns(const QStringList& names) const;
 

@@ -27,9 +27,8 @@ const Database& DdlExecutor::databaseFor(const ObjectName& name) const {
 }
 
 Object DdlExecutor::tableNamed(const ObjectName& name) const {
-    if (const Object* temporary = m_session.temporary(name.name)) return *temporary;
-    const Object* table = m_session.catalog.object(databaseFor(name).id, name.name);
-    if (!table || table->kind != Object::Table)
+    const Object* table = m_session.find(name);
+    if (!table || table->kind != ObjectKind::Table)
         throw DbError(4902,
                       QString("Cannot find the object \"%1\" because it does not exist or you do not have "
                               "permissions.")
@@ -55,29 +54,22 @@ void DdlExecutor::run(const AlterDatabaseStatement& statement) {
     m_session.databaseNamed(statement.name);
 }
 
-QString DdlExecutor::columnsForSqlite(const TableDef& definition) const {
-    QStringList columns;
-    for (const ColumnDef& column : definition.columns)
-        columns.append(sqliteName(column.name)
-                       + (column.identity ? " INTEGER PRIMARY KEY AUTOINCREMENT" : " COLLATE T"));
-    return '(' + columns.join(u',') + ')';
-}
-
 Column DdlExecutor::columnOf(const ColumnDef& definition) {
     return {definition.name, definition.type, definition.nullable, definition.identity,
             definition.defaultText};
 }
 
-void DdlExecutor::setSeed(const QString& storage, const TableDef& definition) {
+void DdlExecutor::createStorage(const Object& table, const TableDef& definition) {
+    QStringList columns;
+    for (const ColumnDef& column : definition.columns)
+        columns.append(sqliteName(column.name)
+                       + (column.identity ? " INTEGER PRIMARY KEY AUTOINCREMENT" : " COLLATE T"));
+    m_session.file.run("CREATE TABLE " + table.sqlName() + '(' + columns.join(u',') + ')');
     for (const ColumnDef& column : definition.columns) {
         if (!column.identity || column.seed == 1) continue;
         if (!column.type.isInteger()) throw notSupported("IDENTITY of type " + column.type.toString());
-        const bool temporary = storage.startsWith("temp.");
-        const QString bare =
-            QString(temporary ? storage.mid(5) : storage).mid(1).chopped(1).replace("\"\"", "\"");
-        m_session.file.run(
-            QString("INSERT INTO %1sqlite_sequence VALUES (?1, ?2)").arg(temporary ? "temp." : ""),
-            {bare, column.seed - 1});
+        m_session.file.run("INSERT INTO " + table.schema() + "sqlite_sequence VALUES (?1, ?2)",
+                           {table.storage, column.seed - 1});
     }
 }
 
@@ -97,13 +89,12 @@ void DdlExecutor::run(const CreateTableStatement& statement) {
         names.insert(collation::fold(column.name));
     }
     Savepoint together(m_session.file);
-    const QString storage = Catalog::storageName(database.name, statement.table.name);
-    m_session.file.run("CREATE TABLE " + storage + columnsForSqlite(definition));
-    setSeed(storage, definition);
-    const qint64 id = m_session.catalog.addObject(database.id, Object::Table, statement.table.name, 0, {});
+    const qint64 id =
+        m_session.catalog.addObject(database.id, ObjectKind::Table, statement.table.name, 0, {});
+    createStorage(*m_session.catalog.object(id), definition);
     for (ColumnDef column : definition.columns) {
         for (const ConstraintDef& constraint : definition.constraints)
-            if (constraint.kind == ConstraintDef::PrimaryKey
+            if (constraint.kind == ObjectKind::PrimaryKey
                 && constraint.columns.contains(column.name, Qt::CaseInsensitive))
                 column.nullable = false;
         m_session.catalog.addColumn(id, columnOf(column));
@@ -118,10 +109,8 @@ void DdlExecutor::createTemporary(const QString& name, const TableDef& definitio
     if (frame.tables.count(collation::fold(name))) throw alreadyExists(name);
     Object table;
     table.name = name;
-    table.text = name + '~' + QString::number(++m_session.nextStorage);
-    table.storage = "temp." + sqliteName(table.text);
-    m_session.file.run("CREATE TABLE " + table.storage + columnsForSqlite(definition));
-    setSeed(table.storage, definition);
+    table.storage = name + '~' + QString::number(++m_session.nextStorage);
+    createStorage(table, definition);
     for (const ColumnDef& column : definition.columns) table.columns.append(columnOf(column));
     int number = 0;
     for (const ConstraintDef& constraint : definition.constraints)
@@ -131,7 +120,7 @@ void DdlExecutor::createTemporary(const QString& name, const TableDef& definitio
 
 void DdlExecutor::run(const AlterTableStatement& statement) {
     const Object table = tableNamed(statement.table);
-    if (table.id == 0) throw notSupported("ALTER TABLE of a temporary table");
+    if (table.isTemporary()) throw notSupported("ALTER TABLE of a temporary table");
     Savepoint together(m_session.file);
     switch (statement.action) {
     case AlterTableStatement::Add:
@@ -158,14 +147,14 @@ void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
                               "specified more than once.")
                           .arg(column.name, table.name));
         if (column.identity) throw notSupported("adding an IDENTITY column to a table");
-        const bool hasRows = !isNull(m_session.file.scalar("SELECT 1 FROM " + table.storage + " LIMIT 1"));
+        const bool hasRows = !isNull(m_session.file.scalar("SELECT 1 FROM " + table.sqlName() + " LIMIT 1"));
         if (!column.nullable && column.defaultText.isEmpty() && hasRows)
             throw DbError(
                 4901, QString("ALTER TABLE only allows columns to be added that can contain nulls, or have a "
                               "DEFAULT definition specified. Column '%1' cannot be added to the non-empty "
                               "table '%2'.")
                           .arg(column.name, table.name));
-        m_session.file.run("ALTER TABLE " + table.storage + " ADD COLUMN " + sqliteName(column.name)
+        m_session.file.run("ALTER TABLE " + table.sqlName() + " ADD COLUMN " + sqliteName(column.name)
                            + " COLLATE T");
         m_session.catalog.addColumn(table.id, columnOf(column));
         // Rows that are there take the default only where NULL is no way out.
@@ -195,20 +184,20 @@ void DdlExecutor::dropColumn(const Object& table, const QString& name) {
     const Column* column = table.column(name);
     if (!column) throw cannotDrop("column", name);
     for (const Object* part : m_session.catalog.partsOf(table.id))
-        if (part->text.split(u'\n').contains(column->name, Qt::CaseInsensitive))
+        if (part->keyColumns().contains(column->name, Qt::CaseInsensitive))
             throw DbError(5074,
                           QString("The object '%1' is dependent on column '%2'.").arg(part->name, name));
     if (column->identity) throw notSupported("dropping an IDENTITY column");
     const QString known = column->name;
-    m_session.file.run("ALTER TABLE " + table.storage + " DROP COLUMN " + sqliteName(known));
+    m_session.file.run("ALTER TABLE " + table.sqlName() + " DROP COLUMN " + sqliteName(known));
     m_session.catalog.removeColumn(table.id, known);
 }
 
 void DdlExecutor::dropConstraint(const Object& table, const QString& name) {
     for (const Object* part : m_session.catalog.partsOf(table.id)) {
-        if (part->kind == Object::Index || !collation::equal(part->name, name)) continue;
+        if (part->kind == ObjectKind::Index || !collation::equal(part->name, name)) continue;
         const Object copy = *part;
-        if (copy.kind == Object::Default) {
+        if (copy.kind == ObjectKind::Default) {
             Column column = *table.column(copy.text);
             column.defaultText.clear();
             m_session.catalog.changeColumn(table.id, column);
@@ -223,20 +212,16 @@ void DdlExecutor::dropConstraint(const Object& table, const QString& name) {
 void DdlExecutor::run(const TruncateStatement& statement) {
     const Object table = tableNamed(statement.table);
     Savepoint together(m_session.file);
-    m_session.file.run("DELETE FROM " + table.storage);
-    if (table.identityColumn()) {
-        const bool temporary = table.id == 0;
-        const QString bare =
-            QString(temporary ? table.storage.mid(5) : table.storage).mid(1).chopped(1).replace("\"\"", "\"");
-        m_session.file.run(
-            QString("DELETE FROM %1sqlite_sequence WHERE name = ?1").arg(temporary ? "temp." : ""), {bare});
-    }
+    m_session.file.run("DELETE FROM " + table.sqlName());
+    if (table.identityColumn())
+        m_session.file.run("DELETE FROM " + table.schema() + "sqlite_sequence WHERE name = ?1",
+                           {table.storage});
     together.release();
 }
 
 void DdlExecutor::run(const CreateIndexStatement& statement) {
     const Object table = tableNamed(statement.table);
-    if (table.id == 0) throw notSupported("an index on a temporary table");
+    if (table.isTemporary()) throw notSupported("an index on a temporary table");
     Savepoint together(m_session.file);
     ConstraintBuilder(m_session, table).addIndex(statement.name, statement.columns, statement.unique);
     together.release();
@@ -250,14 +235,14 @@ void DdlExecutor::run(const CreateProcedureStatement& statement) {
             "'CREATE/ALTER' does not allow specifying the database name as a prefix to the object name.");
     const Database database = databaseFor(name);
     const Object* existing = m_session.catalog.object(database.id, name.name);
-    if (statement.alter && (!existing || existing->kind != Object::Procedure))
+    if (statement.alter && (!existing || existing->kind != ObjectKind::Procedure))
         throw invalidObject(name.toString());
     if (!statement.alter && existing) throw alreadyExists(name.name);
     Savepoint together(m_session.file);
     if (statement.alter)
         m_session.catalog.setText(existing->id, statement.text);
     else
-        m_session.catalog.addObject(database.id, Object::Procedure, name.name, 0, statement.text);
+        m_session.catalog.addObject(database.id, ObjectKind::Procedure, name.name, 0, statement.text);
     together.release();
 }
 
@@ -267,47 +252,42 @@ void DdlExecutor::setIdentityInsert(const IdentityInsertStatement& statement) {
         throw DbError(8106,
                       QString("Table '%1' does not have the identity property. Cannot perform SET operation.")
                           .arg(table.name));
-    if (statement.on && !m_session.identityInsert.isEmpty() && m_session.identityInsert != table.storage)
+    if (statement.on && !m_session.identityInsert.isEmpty() && m_session.identityInsert != table.sqlName())
         throw DbError(8107, "IDENTITY_INSERT is already ON for another table.");
-    m_session.identityInsert = statement.on ? table.storage : QString();
+    m_session.identityInsert = statement.on ? table.sqlName() : QString();
 }
 
 void DdlExecutor::run(const DropStatement& statement) {
     Savepoint together(m_session.file);
     for (const ObjectName& name : statement.names) {
-        if (statement.kind == "TABLE")
-            dropTable(name, statement.ifExists);
-        else if (statement.kind == "DATABASE")
-            dropDatabase(name.name, statement.ifExists);
-        else if (statement.kind == "INDEX")
+        if (statement.kind == ObjectKind::Index) {
             dropIndex(name, statement.ifExists);
-        else {
-            const Object* object = m_session.catalog.object(databaseFor(name).id, name.name);
-            if (object && object->kind == Object::Procedure)
-                m_session.catalog.removeObject(object->id);
-            else if (!statement.ifExists)
-                throw cannotDrop("procedure", name.name);
+            continue;
         }
+        const Object* object = m_session.find(name);
+        if (object && object->kind == statement.kind)
+            drop(Object(*object));
+        else if (!statement.ifExists)
+            throw cannotDrop(statement.kind == ObjectKind::Table ? "table" : "procedure", name.name);
     }
     together.release();
 }
 
-void DdlExecutor::dropTable(const ObjectName& name, bool ifExists) {
-    if (const Object* temporary = m_session.temporary(name.name)) {
-        m_session.file.run("DROP TABLE " + temporary->storage);
-        for (Frame& frame : m_session.frames) frame.tables.erase(collation::fold(name.name));
+void DdlExecutor::drop(const Object& object) {
+    if (object.kind == ObjectKind::Table) m_session.file.run("DROP TABLE " + object.sqlName());
+    if (object.isTemporary()) {
+        for (Frame& frame : m_session.frames) frame.tables.erase(collation::fold(object.name));
         return;
     }
-    const Object* found = m_session.catalog.object(databaseFor(name).id, name.name);
-    if (!found || found->kind != Object::Table) {
-        if (ifExists) return;
-        throw cannotDrop("table", name.name);
-    }
-    const Object table = *found;
-    for (const Object* part : m_session.catalog.partsOf(table.id))
+    for (const Object* part : m_session.catalog.partsOf(object.id))
         ConstraintBuilder::remove(m_session, Object(*part));
-    m_session.file.run("DROP TABLE " + table.storage);
-    m_session.catalog.removeObject(table.id);
+    m_session.catalog.removeObject(object.id);
+}
+
+void DdlExecutor::run(const DropDatabaseStatement& statement) {
+    Savepoint together(m_session.file);
+    for (const QString& name : statement.names) dropDatabase(name, statement.ifExists);
+    together.release();
 }
 
 void DdlExecutor::dropDatabase(const QString& name, bool ifExists) {
@@ -320,11 +300,8 @@ void DdlExecutor::dropDatabase(const QString& name, bool ifExists) {
                       QString("Cannot drop the database '%1' because it is a system database.").arg(name));
     if (database.id == m_session.database)
         throw DbError(3702, QString("Cannot drop database \"%1\" because it is currently in use.").arg(name));
-    for (const Object* object : m_session.catalog.objectsIn(database.id)) {
-        if (object->kind != Object::Table) ConstraintBuilder::remove(m_session, Object(*object));
-    }
     for (const Object* object : m_session.catalog.objectsIn(database.id))
-        if (object->kind == Object::Table) m_session.file.run("DROP TABLE " + object->storage);
+        if (object->kind == ObjectKind::Table) m_session.file.run("DROP TABLE " + object->sqlName());
     m_session.catalog.removeDatabase(database.id);
 }
 
@@ -332,7 +309,7 @@ void DdlExecutor::dropDatabase(const QString& name, bool ifExists) {
 void DdlExecutor::dropIndex(const ObjectName& name, bool ifExists) {
     const Object table = tableNamed({{}, name.database, name.schema});
     for (const Object* part : m_session.catalog.partsOf(table.id)) {
-        if (part->kind != Object::Index || !collation::equal(part->name, name.name)) continue;
+        if (part->kind != ObjectKind::Index || !collation::equal(part->name, name.name)) continue;
         const Object copy = *part;
         ConstraintBuilder::remove(m_session, copy);
         m_session.catalog.removeObject(copy.id);

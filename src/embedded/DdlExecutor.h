@@ -16,6 +16,7 @@ public:
     void run(const AlterTableStatement& statement);
     void run(const TruncateStatement& statement);
     void run(const DropStatement& statement);
+    void run(const DropDatabaseStatement& statement);
     void run(const CreateIndexStatement& statement);
     void run(const CreateProcedureStatement& statement);
     void setIdentityInsert(const IdentityInsertStatement& statement);
@@ -27,13 +28,13 @@ private:
     /// A copy, since the catalogue reads itself anew at each change.
     Object tableNamed(const ObjectName& name) const;
     const Database& databaseFor(const ObjectName& name) const;
-    QString columnsForSqlite(const TableDef& definition) const;
-    void setSeed(const QString& storage, const TableDef& definition);
+    /// Makes the table in SQLite.
+    void createStorage(const Object& table, const TableDef& definition);
     void addColumns(const Object& table, const TableDef& definition);
     void alterColumn(const Object& table, const ColumnDef& definition);
     void dropColumn(const Object& table, const QString& name);
     void dropConstraint(const Object& table, const QString& name);
-    void dropTable(const ObjectName& name, bool ifExists);
+    void drop(const Object& object);
     void dropDatabase(const QString& name, bool ifExists);
     void dropIndex(const ObjectName& name, bool ifExists);
     static Column columnOf(const ColumnDef& definition);

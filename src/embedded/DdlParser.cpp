@@ -81,16 +81,16 @@ bool parseColumnOption(TokenReader& in, ColumnDef& column, TableDef& table, cons
         column.defaultValue = parseValue(in);
         column.defaultText = in.textSince(start);
         if (constraintName.isEmpty()) return true;
-        constraint.kind = ConstraintDef::Default;
+        constraint.kind = ObjectKind::Default;
         constraint.text = column.defaultText;
         return table.constraints.push_back(constraint), true;
     }
     if (in.accept("primary", "key")) {
-        constraint.kind = ConstraintDef::PrimaryKey;
+        constraint.kind = ObjectKind::PrimaryKey;
         column.nullable = false;
         parseKeyOptions(in);
     } else if (in.accept("unique")) {
-        constraint.kind = ConstraintDef::Unique;
+        constraint.kind = ObjectKind::Unique;
         parseKeyOptions(in);
     } else {
         return false;
@@ -121,14 +121,14 @@ void parseTableConstraint(TokenReader& in, TableDef& table, const QString& name)
     ConstraintDef constraint;
     constraint.name = name;
     if (in.accept("primary", "key") || in.accept("unique")) {
-        constraint.kind = in.is("key", -1) ? ConstraintDef::PrimaryKey : ConstraintDef::Unique;
+        constraint.kind = in.is("key", -1) ? ObjectKind::PrimaryKey : ObjectKind::Unique;
         if (in.is("clustered") || in.is("nonclustered")) in.take();
         constraint.columns = in.takeNameList();
         parseKeyOptions(in);
         skipFileGroup(in);
     } else {
         in.expect("default");
-        constraint.kind = ConstraintDef::Default;
+        constraint.kind = ObjectKind::Default;
         const qsizetype start = in.peek().position;
         parseValue(in);
         constraint.text = in.textSince(start);
@@ -327,16 +327,26 @@ StatementPtr parseAlter(TokenReader& in) {
 
 StatementPtr parseDrop(TokenReader& in) {
     in.expect("drop");
+    static const QHash<QString, ObjectKind> kinds{{"TABLE", ObjectKind::Table},
+                                                  {"PROCEDURE", ObjectKind::Procedure},
+                                                  {"PROC", ObjectKind::Procedure},
+                                                  {"INDEX", ObjectKind::Index}};
+    const QString kind = in.take().text.toUpper();
+    if (kind == "LOGIN") return parseLogin(in, SecurityStatement::DropLogin);
+    if (kind == "DATABASE") {
+        DropDatabaseStatement drop;
+        drop.ifExists = in.accept("if", "exists");
+        do drop.names.append(in.takeName());
+        while (in.accept(","));
+        return statement(drop);
+    }
+    if (!kinds.contains(kind)) throw notSupported("DROP " + kind);
     DropStatement drop;
-    drop.kind = in.take().text.toUpper();
-    if (drop.kind == "PROC") drop.kind = "PROCEDURE";
-    if (drop.kind == "LOGIN") return parseLogin(in, SecurityStatement::DropLogin);
-    static const QStringList known{"TABLE", "PROCEDURE", "INDEX", "DATABASE"};
-    if (!known.contains(drop.kind)) throw notSupported("DROP " + drop.kind);
+    drop.kind = kinds[kind];
     drop.ifExists = in.accept("if", "exists");
     do drop.names.push_back(in.takeObjectName());
     while (in.accept(","));
-    if (drop.kind == "INDEX" && in.accept("on")) { // the newer form: name ON table
+    if (drop.kind == ObjectKind::Index && in.accept("on")) { // the newer form: name ON table
         const ObjectName table = in.takeObjectName();
         drop.names.back() = {table.database, table.name, drop.names.back().name};
     }

@@ -18,7 +18,7 @@ QString DmlTranslator::defaultOf(const Column& column, const Object& table) {
 }
 
 DmlTranslator::Target DmlTranslator::targetOf(const InsertStatement& statement, const Object& table) {
-    const bool explicitIdentity = m_session.identityInsert == table.storage;
+    const bool explicitIdentity = m_session.identityInsert == table.sqlName();
     Target target;
     if (statement.columns.isEmpty()) {
         for (const Column& column : table.columns)
@@ -47,8 +47,7 @@ QString DmlTranslator::columnList(const Target& target) const {
 }
 
 Translation DmlTranslator::insert(const InsertStatement& statement, const Object*& table) {
-    table = &writable(statement.table);
-    m_scopes.emplace_back();
+    table = &target(statement.table);
     QString sql;
     const bool allDefaults = statement.rows.size() == 1 && statement.rows[0].empty();
     if (allDefaults) {
@@ -57,13 +56,13 @@ Translation DmlTranslator::insert(const InsertStatement& statement, const Object
             if (!column.identity) target.missing.append(&column);
         QStringList values;
         for (const Column* column : target.missing) values.append(defaultOf(*column, *table));
-        sql = "INSERT INTO " + table->storage
+        sql = "INSERT INTO " + table->sqlName()
               + (values.isEmpty() ? " DEFAULT VALUES"
                                   : columnList(target) + " VALUES (" + values.join(u',') + ')');
         return {sql, variables(), {}, {}, {}};
     }
     const Target target = targetOf(statement, *table);
-    sql = "INSERT INTO " + table->storage + columnList(target) + ' ';
+    sql = "INSERT INTO " + table->sqlName() + columnList(target) + ' ';
     if (statement.query) {
         QList<Type> types;
         m_scopes.pop_back();
@@ -122,11 +121,8 @@ Typed DmlTranslator::assigned(const Assignment& assignment, const Column& column
 }
 
 Translation DmlTranslator::update(const UpdateStatement& statement) {
-    m_scopes.emplace_back();
-    const Object& table = writable(statement.target);
-    Source& source = addSource(statement.target.name, false, table.columns);
-    source.database = collation::fold(m_session.databaseNamed(statement.target.database).name);
-    const QString alias = source.alias;
+    const Object& table = target(statement.target);
+    const QString alias = m_scopes.back().sources.front().alias;
     QStringList sets;
     for (const Assignment& assignment : statement.assignments) {
         const Column* column = table.column(assignment.column);
@@ -134,17 +130,14 @@ Translation DmlTranslator::update(const UpdateStatement& statement) {
         sets.append(sqliteName(column->name) + '='
                     + stored(assigned(assignment, *column, table), *column, table));
     }
-    QString sql = "UPDATE " + table.storage + " AS " + alias + " SET " + sets.join(u',');
+    QString sql = "UPDATE " + table.sqlName() + " AS " + alias + " SET " + sets.join(u',');
     if (statement.where) sql += " WHERE " + condition(statement.where);
     return {sql, variables(), {}, {}, {}};
 }
 
 Translation DmlTranslator::remove(const DeleteStatement& statement) {
-    m_scopes.emplace_back();
-    const Object& table = writable(statement.target);
-    Source& source = addSource(statement.target.name, false, table.columns);
-    source.database = collation::fold(m_session.databaseNamed(statement.target.database).name);
-    QString sql = "DELETE FROM " + table.storage + " AS " + source.alias;
+    const Object& table = target(statement.target);
+    QString sql = "DELETE FROM " + table.sqlName() + " AS " + m_scopes.back().sources.front().alias;
     if (statement.where) sql += " WHERE " + condition(statement.where);
     return {sql, variables(), {}, {}, {}};
 }
@@ -155,7 +148,7 @@ QString DmlTranslator::fill(const Object& table, const Column& column, const QSt
     const QString text =
         current.isEmpty() ? defaultOf(column, table) : stored({current, currentType}, column, table);
     m_scopes.pop_back();
-    return "UPDATE " + table.storage + " SET " + sqliteName(column.name) + '=' + text;
+    return "UPDATE " + table.sqlName() + " SET " + sqliteName(column.name) + '=' + text;
 }
 
 } // namespace embedded

@@ -5,9 +5,9 @@
 #include "embedded/Conversion.h"
 #include "embedded/DdlExecutor.h"
 #include "embedded/Errors.h"
+#include "embedded/Parser.h"
 #include "embedded/Security.h"
 #include "embedded/SessionOptions.h"
-#include "embedded/Parser.h"
 
 namespace embedded {
 
@@ -351,7 +351,7 @@ void Executor::rollbackTransaction() {
     for (Frame& frame : m_session.frames)
         for (auto table = frame.tables.begin(); table != frame.tables.end();) {
             const Value exists = m_session.file.scalar(
-                "SELECT count(*) FROM sqlite_temp_master WHERE name = ?1", {table->second.text});
+                "SELECT count(*) FROM sqlite_temp_master WHERE name = ?1", {table->second.storage});
             table = std::get<qint64>(exists) ? std::next(table) : frame.tables.erase(table);
         }
 }

@@ -68,18 +68,16 @@ std::vector<CallArgument> Executor::evaluateArguments(const std::vector<Argument
 
 /// In the given or current database; a name that begins with sp_ also in master.
 const Object* Executor::procedureNamed(const ObjectName& name) {
-    if (!name.schema.isEmpty() && !collation::equal(name.schema, "dbo")) return nullptr;
-    const Object* found = m_session.catalog.object(m_session.databaseNamed(name.database).id, name.name);
+    const Object* found = m_session.find(name);
     if (!found && name.name.startsWith("sp_", Qt::CaseInsensitive))
         found = m_session.catalog.object(1, name.name);
-    return found && found->kind == Object::Procedure ? found : nullptr;
+    return found && found->kind == ObjectKind::Procedure ? found : nullptr;
 }
 
 std::shared_ptr<const Batch> Executor::parsedProcedure(const Object& procedure) {
     auto& known = m_procedures[procedure.id];
     if (!known.second || known.first != procedure.text)
-        known = {procedure.text,
-                 std::make_shared<Batch>(parseProcedure(procedure.text))};
+        known = {procedure.text, std::make_shared<Batch>(parseProcedure(procedure.text))};
     return known.second;
 }
 
@@ -210,7 +208,7 @@ void Executor::leaveFrame() {
             ++table;
             continue;
         }
-        m_session.file.run("DROP TABLE IF EXISTS " + table->second.storage);
+        m_session.file.run("DROP TABLE IF EXISTS " + table->second.sqlName());
         table = frame.tables.erase(table);
     }
     QStringList kept;

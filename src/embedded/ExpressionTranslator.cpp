@@ -62,8 +62,11 @@ Typed ExpressionTranslator::number(const Expr& expr) const {
 
 Typed ExpressionTranslator::variable(const QString& name) {
     const Type type = m_session.typeOf(name);
-    if (m_assigned.contains(collation::fold(name))) return {"ts_variable(" + sqliteText(name) + ')', type};
     const QString folded = collation::fold(name);
+    if (m_assigned.contains(folded)) {
+        m_readsAssigned = true;
+        return {"ts_variable(" + sqliteText(name) + ')', type};
+    }
     qsizetype place = m_variables.indexOf(folded);
     if (place < 0) {
         place = m_variables.size();

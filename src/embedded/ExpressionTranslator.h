@@ -12,7 +12,6 @@ struct Source {
     bool isAliased = false;
     QString database; ///< folded; for three-part prefixes
     QList<Column> columns;
-    const Object* object = nullptr; ///< of a table that can be written to
 };
 
 /// The tables that one SELECT sees, and what is known of its grouping.
@@ -48,6 +47,7 @@ protected:
     const FunctionTable& m_functions;
     std::vector<Scope> m_scopes;
     QSet<QString> m_assigned; ///< variables the statement sets while it reads them
+    bool m_readsAssigned = false;
 
 private:
     Typed translate(const ExprPtr& expr);

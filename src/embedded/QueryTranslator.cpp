@@ -6,6 +6,16 @@
 
 namespace embedded {
 
+namespace {
+
+DbError noTable(const ObjectName& name) {
+    if (name.name.startsWith(u'@'))
+        return DbError(1087, QString("Must declare the table variable \"%1\".").arg(name.name));
+    return invalidObject(name.toString());
+}
+
+} // namespace
+
 Translation QueryTranslator::select(const Query& query) {
     Translation translation;
     for (const SelectItem& item : query.cores.front().items) {
@@ -19,7 +29,7 @@ Translation QueryTranslator::select(const Query& query) {
         throw DbError(141, "A SELECT statement that assigns a value to a variable must not be combined with "
                            "data-retrieval operations.");
     translation.sql = assemble(query, translation.types, translation.names);
-    if (translation.sql.contains("ts_variable(") && !query.orderBy.empty())
+    if (m_readsAssigned && !query.orderBy.empty())
         throw notSupported("SELECT … ORDER BY that reads a variable while it assigns it");
     translation.variables = variables();
     return translation;
@@ -213,17 +223,17 @@ Source& QueryTranslator::addSource(const QString& label, bool aliased, const QLi
             throw DbError(1011,
                           QString("The correlation name '%1' is specified multiple times in a FROM clause.")
                               .arg(label));
-    m_scopes.back().sources.push_back({nextAlias(), label, aliased, {}, columns, nullptr});
+    m_scopes.back().sources.push_back({nextAlias(), label, aliased, {}, columns});
     return m_scopes.back().sources.back();
 }
 
 QString QueryTranslator::from(const std::vector<TableRefPtr>& tables) {
     QStringList texts;
-    for (const TableRefPtr& ref : tables) texts.append(table(*ref));
-    // A comma binds looser than JOIN there, but not in SQLite.
-    if (texts.size() > 1)
-        for (QString& text : texts)
-            if (text.contains(" JOIN ")) text = '(' + text + ')';
+    for (const TableRefPtr& ref : tables) {
+        // A comma binds looser than JOIN there, but not in SQLite.
+        const bool needsBrackets = tables.size() > 1 && ref->kind == TableRef::Join;
+        texts.append(needsBrackets ? '(' + table(*ref) + ')' : table(*ref));
+    }
     return texts.join(u',');
 }
 
@@ -263,47 +273,35 @@ QString QueryTranslator::table(const TableRef& ref) {
 QString QueryTranslator::named(const TableRef& ref) {
     const QString label = ref.alias.isEmpty() ? ref.name.name : ref.alias;
     const bool aliased = !ref.alias.isEmpty();
-    if (const Object* temporary = m_session.temporary(ref.name.name)) {
-        Source& source = addSource(label, aliased, temporary->columns);
-        source.object = temporary;
-        return temporary->storage + " AS " + source.alias;
-    }
-    if (ref.name.name.startsWith(u'@'))
-        throw DbError(1087, QString("Must declare the table variable \"%1\".").arg(ref.name.name));
+    const Object* object = m_session.find(ref.name);
+    if (object && object->kind == ObjectKind::View) throw notSupported("views");
     const Database& database = m_session.databaseNamed(ref.name.database);
-    const bool ownSchema = ref.name.schema.isEmpty() || collation::equal(ref.name.schema, "dbo");
-    const Object* object = ownSchema ? m_session.catalog.object(database.id, ref.name.name) : nullptr;
     QString text;
     QList<Column> columns;
-    if (object && object->kind == Object::Table) {
-        text = object->storage;
+    if (object && object->kind == ObjectKind::Table) {
+        text = object->sqlName();
         columns = object->columns;
-    } else if (object && object->kind == Object::View) {
-        throw notSupported("views");
     } else if (const auto system = systemView(ref.name.schema, ref.name.name, database)) {
         text = '(' + system->sql + ')';
         columns = system->columns;
     } else {
-        throw invalidObject(ref.name.toString());
+        throw noTable(ref.name);
     }
     Source& source = addSource(label, aliased, columns);
     source.database = collation::fold(database.name);
-    if (object && object->kind == Object::Table) source.object = object;
     return text + " AS " + source.alias;
 }
 
-const Object& QueryTranslator::writable(const ObjectName& name) {
-    if (const Object* temporary = m_session.temporary(name.name)) return *temporary;
-    if (name.name.startsWith(u'@'))
-        throw DbError(1087, QString("Must declare the table variable \"%1\".").arg(name.name));
+const Object& QueryTranslator::target(const ObjectName& name) {
+    const Object* object = m_session.find(name);
     const Database& database = m_session.databaseNamed(name.database);
-    const bool ownSchema = name.schema.isEmpty() || collation::equal(name.schema, "dbo");
-    const Object* object = ownSchema ? m_session.catalog.object(database.id, name.name) : nullptr;
-    if (!object || object->kind != Object::Table) {
+    if (!object || object->kind != ObjectKind::Table) {
         if (systemView(name.schema, name.name, database))
             throw DbError(259, "Ad hoc updates to system catalogs are not allowed.");
-        throw invalidObject(name.toString());
+        throw noTable(name);
     }
+    m_scopes.emplace_back();
+    addSource(name.name, false, object->columns).database = collation::fold(database.name);
     return *object;
 }
 

@@ -39,8 +39,8 @@ protected:
     /// FROM's text; its sources go to the innermost scope.
     QString from(const std::vector<TableRefPtr>& tables);
     QString table(const TableRef& ref);
-    /// A table that can be written to; throws DbError 208.
-    const Object& writable(const ObjectName& name);
+    /// The table that a statement writes to, as the only one in a new scope; throws DbError 208.
+    const Object& target(const ObjectName& name);
     Source& addSource(const QString& label, bool aliased, const QList<Column>& columns);
     QString nextAlias() { return 't' + QString::number(++m_aliases); }
 

@@ -1,8 +1,8 @@
 #include "embedded/Collation.h"
 #include "embedded/Errors.h"
 #include "embedded/FunctionTable.h"
-#include "embedded/Registry.h"
 #include "embedded/Parser.h"
+#include "embedded/Registry.h"
 
 namespace embedded {
 
@@ -13,24 +13,18 @@ const Type nameType = Type::text(128, true);
 
 /// The object a text names, in its database or the current one; null when there is none.
 const Object* objectNamed(const Session& session, const QString& text) {
-    ObjectName name;
     try {
-        name = parseObjectName(text);
+        return session.find(parseObjectName(text));
     } catch (const DbError&) {
-        return nullptr; // a text that is no name names nothing
+        return nullptr; // a text that is no name, or names a database out of reach, names nothing
     }
-    if (const Object* temporary = session.temporary(name.name)) return temporary;
-    const Database* database =
-        name.database.isEmpty() ? &session.currentDatabase() : session.catalog.database(name.database);
-    if (!database || !session.canEnter(*database)) return nullptr;
-    if (!name.schema.isEmpty() && !collation::equal(name.schema, "dbo")) return nullptr;
-    return session.catalog.object(database->id, name.name);
 }
 
 Value objectId(const Session& session, const Arguments& a) {
     const Object* object = objectNamed(session, a.text(0));
     if (!object) return {};
-    if (a.count() > 1 && !collation::equal(Catalog::typeCode(object->kind), a.text(1))) return {};
+    if (a.count() > 1 && !collation::equal(QString(typeCodes).mid(2 * int(object->kind), 2), a.text(1)))
+        return {};
     return object->id;
 }
 
@@ -38,9 +32,9 @@ Value objectProperty(const Session& session, const Arguments& a) {
     const Object* object = session.catalog.object(a.integer(0));
     if (!object || object->database != session.database) return {};
     const QString property = a.text(1).toLower();
-    const auto isKind = [object](Object::Kind kind) { return Value(qint64(object->kind == kind)); };
-    if (property == "isusertable" || property == "istable") return isKind(Object::Table);
-    if (property == "isprocedure") return isKind(Object::Procedure);
+    const auto isKind = [object](ObjectKind kind) { return Value(qint64(object->kind == kind)); };
+    if (property == "isusertable" || property == "istable") return isKind(ObjectKind::Table);
+    if (property == "isprocedure") return isKind(ObjectKind::Procedure);
     if (property == "tablehasidentity") return qint64(object->identityColumn() != nullptr);
     throw notSupported("OBJECTPROPERTY " + a.text(1));
 }

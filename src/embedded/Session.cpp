@@ -21,6 +21,13 @@ const Database& Session::databaseNamed(const QString& name) const {
     return *found;
 }
 
+const Object* Session::find(const ObjectName& name) const {
+    if (const Object* table = temporary(name.name)) return table;
+    const Database& owner = databaseNamed(name.database);
+    const bool known = name.schema.isEmpty() || collation::equal(name.schema, "dbo");
+    return known ? catalog.object(owner.id, name.name) : nullptr;
+}
+
 const Object* Session::temporary(const QString& name) const {
     const QString key = collation::fold(name);
     // A procedure sees its callers' #tables, but only its own table variables.

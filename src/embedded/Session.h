@@ -69,6 +69,9 @@ struct Session {
     /// The database of that name, the current one for an empty name. Throws DbError 911 or 916.
     const Database& databaseNamed(const QString& name) const;
     const Database& currentDatabase() const { return *catalog.databases().constFind(database); }
+    /// What a name means: a temporary table in reach, or an object of the named or current database; null
+    /// when there is none. Throws DbError 911 or 916.
+    const Object* find(const ObjectName& name) const;
     /// A table variable or #table in reach; null when there is none.
     const Object* temporary(const QString& name) const;
     /// Throws DbError 137.

@@ -6,15 +6,12 @@ namespace embedded {
 
 namespace {
 
-constexpr const char* typeCode =
-    "CASE kind WHEN 0 THEN 'U ' WHEN 1 THEN 'V ' WHEN 2 THEN 'P ' WHEN 3 THEN 'PK' WHEN 4 THEN 'UQ' "
-    "WHEN 5 THEN 'F ' WHEN 6 THEN 'C ' ELSE 'D ' END COLLATE T";
-constexpr int indexKind = Object::Index;
+const QString typeCode = QString("substr('%1', kind * 2 + 1, 2) COLLATE T").arg(typeCodes);
 
 struct ViewColumn {
     const char* name;
     const char* type;
-    const char* sql;
+    QString sql;
 };
 
 struct Definition {
@@ -112,13 +109,13 @@ bool schemaFits(const QString& asked, const QString& owner) {
 } // namespace
 
 std::optional<SystemView> systemView(const QString& schema, const QString& name, const Database& database) {
-    static_assert(indexKind == 8, "the views above leave out indexes by this number");
+    static_assert(int(ObjectKind::Index) == 8, "the views above leave out indexes by this number");
     for (const Definition& definition : definitions()) {
         if (!collation::equal(name, definition.name) || !schemaFits(schema, definition.schema)) continue;
         SystemView view;
         QStringList columns;
         for (const auto& [column, type, sql] : definition.columns) {
-            columns.append(QString(sql) + " AS " + sqliteName(column));
+            columns.append(sql + " AS " + sqliteName(column));
             view.columns.append({column, Type::parse(QString(type)), true, false, {}});
         }
         view.sql = "SELECT " + columns.join(u',') + " FROM "

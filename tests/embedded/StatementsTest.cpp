@@ -81,6 +81,9 @@ private slots:
             "134");
         row("concatenation over rows",
             "declare @s varchar(50) set @s = '' select @s = @s + name + ',' from t select @s", "one,Two,");
+        row("a text that looks like a function of ours",
+            "declare @x varchar(20) select @x = 'ts_variable(' + name from t order by id select @x",
+            "ts_variable(Two");
         row("no row keeps the variable",
             "declare @s int set @s = 7 select @s = id from t where id = 99 select @s", "7");
         row("cursor",
