@@ -139,7 +139,6 @@ struct Argument {
 struct ExecuteStatement {
     ObjectName procedure;
     ExprPtr text; ///< EXEC ('…'): the text to run, the name is empty then
-    QString procedureVariable;
     QString resultVariable;
     std::vector<Argument> arguments;
 };

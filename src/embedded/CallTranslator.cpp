@@ -1,5 +1,5 @@
-// The function calls of ExpressionTranslator.
-#include "embedded/ExpressionTranslator.h"
+// The function calls of Translator.
+#include "embedded/Translator.h"
 
 #include "embedded/Errors.h"
 
@@ -44,7 +44,7 @@ bool isAggregate(const QString& name) {
 
 } // namespace
 
-Typed ExpressionTranslator::call(const Expr& expr) {
+Typed Translator::call(const Expr& expr) {
     if (isAggregate(expr.text)) return aggregate(expr);
     static const QSet<QString> specials{"isnull", "coalesce", "nullif"};
     if (specials.contains(expr.text)) return special(expr);
@@ -60,8 +60,7 @@ Typed ExpressionTranslator::call(const Expr& expr) {
     return {FunctionTable::nativeName(expr.text) + '(' + arguments.join(u',') + ')', rule->result(typed)};
 }
 
-QString ExpressionTranslator::argument(const FunctionRule& rule, int place, const ExprPtr& expr,
-                                       QList<Typed>& typed) {
+QString Translator::argument(const FunctionRule& rule, int place, const ExprPtr& expr, QList<Typed>& typed) {
     const QChar letter = rule.letter(place);
     if (letter == u'k') {
         const QString written = expr->kind == Expr::Column ? expr->parts.last() : expr->text;
@@ -75,7 +74,7 @@ QString ExpressionTranslator::argument(const FunctionRule& rule, int place, cons
     return convert(given, typeOfLetter(letter, given.type));
 }
 
-Typed ExpressionTranslator::special(const Expr& expr) {
+Typed Translator::special(const Expr& expr) {
     if (expr.text == "coalesce") return coalesce(expr.args);
     if (expr.args.size() != 2)
         throw DbError(174, QString("The %1 function requires 2 argument(s).").arg(expr.text));
@@ -89,7 +88,7 @@ Typed ExpressionTranslator::special(const Expr& expr) {
     return {"ifnull(" + first.sql + ',' + convert(second, type) + ')', type};
 }
 
-Typed ExpressionTranslator::coalesce(const std::vector<ExprPtr>& args) {
+Typed Translator::coalesce(const std::vector<ExprPtr>& args) {
     Type type;
     QList<Typed> values;
     for (const ExprPtr& arg : args) {
@@ -102,7 +101,7 @@ Typed ExpressionTranslator::coalesce(const std::vector<ExprPtr>& args) {
     return {"coalesce(" + converted.join(u',') + ')', type};
 }
 
-Typed ExpressionTranslator::aggregate(const Expr& expr) {
+Typed Translator::aggregate(const Expr& expr) {
     if (expr.args.size() != 1)
         throw DbError(174, QString("The %1 function requires 1 argument(s).").arg(expr.text));
     if (m_scopes.empty()) throw DbError(157, "An aggregate may not appear here.");

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/DmlTranslator.h"
+#include "embedded/Translator.h"
 
 namespace embedded {
 
@@ -24,7 +24,7 @@ public:
     void createTemporary(const QString& name, const TableDef& definition);
 
 private:
-    DmlTranslator translator() const { return {m_session, m_functions}; }
+    Translator translator() const { return {m_session, m_functions}; }
     /// A copy, since the catalogue reads itself anew at each change.
     Object tableNamed(const ObjectName& name) const;
     const Database& databaseFor(const ObjectName& name) const;

@@ -1,4 +1,4 @@
-#include "embedded/DmlTranslator.h"
+#include "embedded/Translator.h"
 
 #include "embedded/Collation.h"
 #include "embedded/Errors.h"
@@ -6,18 +6,18 @@
 
 namespace embedded {
 
-QString DmlTranslator::stored(const Typed& value, const Column& column, const Object& table) const {
+QString Translator::stored(const Typed& value, const Column& column, const Object& table) const {
     const QString converted = convert(value, column.type, 0, true);
     if (column.nullable) return converted;
     return "ts_notnull(" + converted + ',' + sqliteText(column.name) + ',' + sqliteText(table.name) + ')';
 }
 
-QString DmlTranslator::defaultOf(const Column& column, const Object& table) {
+QString Translator::defaultOf(const Column& column, const Object& table) {
     if (column.defaultText.isEmpty()) return stored({"NULL", {}}, column, table);
     return stored(value(parseDefault(column.defaultText)), column, table);
 }
 
-DmlTranslator::Target DmlTranslator::targetOf(const InsertStatement& statement, const Object& table) {
+Translator::Target Translator::targetOf(const InsertStatement& statement, const Object& table) {
     const bool explicitIdentity = m_session.identityInsert == table.sqlName();
     Target target;
     if (statement.columns.isEmpty()) {
@@ -40,13 +40,13 @@ DmlTranslator::Target DmlTranslator::targetOf(const InsertStatement& statement, 
     return target;
 }
 
-QString DmlTranslator::columnList(const Target& target) const {
+QString Translator::Target::columnList() const {
     QStringList names;
-    for (const Column* column : target.given + target.missing) names.append(sqliteName(column->name));
+    for (const Column* column : given + missing) names.append(sqliteName(column->name));
     return '(' + names.join(u',') + ')';
 }
 
-Translation DmlTranslator::insert(const InsertStatement& statement, const Object*& table) {
+Translation Translator::insert(const InsertStatement& statement, const Object*& table) {
     table = &target(statement.table);
     QString sql;
     const bool allDefaults = statement.rows.size() == 1 && statement.rows[0].empty();
@@ -58,11 +58,11 @@ Translation DmlTranslator::insert(const InsertStatement& statement, const Object
         for (const Column* column : target.missing) values.append(defaultOf(*column, *table));
         sql = "INSERT INTO " + table->sqlName()
               + (values.isEmpty() ? " DEFAULT VALUES"
-                                  : columnList(target) + " VALUES (" + values.join(u',') + ')');
-        return {sql, variables(), {}, {}, {}};
+                                  : target.columnList() + " VALUES (" + values.join(u',') + ')');
+        return {sql, m_variables, {}, {}, {}};
     }
     const Target target = targetOf(statement, *table);
-    sql = "INSERT INTO " + table->sqlName() + columnList(target) + ' ';
+    sql = "INSERT INTO " + table->sqlName() + target.columnList() + ' ';
     if (statement.query) {
         QList<Type> types;
         m_scopes.pop_back();
@@ -70,10 +70,10 @@ Translation DmlTranslator::insert(const InsertStatement& statement, const Object
     } else {
         sql += rows(statement, target, *table);
     }
-    return {sql, variables(), {}, {}, {}};
+    return {sql, m_variables, {}, {}, {}};
 }
 
-QString DmlTranslator::rows(const InsertStatement& statement, const Target& target, const Object& table) {
+QString Translator::rows(const InsertStatement& statement, const Target& target, const Object& table) {
     QStringList defaults;
     for (const Column* column : target.missing) defaults.append(defaultOf(*column, table));
     QStringList rows;
@@ -98,8 +98,8 @@ QString DmlTranslator::rows(const InsertStatement& statement, const Target& targ
     return "VALUES " + rows.join(u',');
 }
 
-QString DmlTranslator::selected(const QString& sql, const QList<Type>& types, const Target& target,
-                                const Object& table) {
+QString Translator::selected(const QString& sql, const QList<Type>& types, const Target& target,
+                             const Object& table) {
     if (types.size() != target.given.size())
         throw DbError(types.size() < target.given.size() ? 120 : 121,
                       "The select list for the INSERT statement does not match its columns.");
@@ -114,13 +114,13 @@ QString DmlTranslator::selected(const QString& sql, const QList<Type>& types, co
            + ") SELECT * FROM w)";
 }
 
-Typed DmlTranslator::assigned(const Assignment& assignment, const Column& column, const Object& table) {
+Typed Translator::assigned(const Assignment& assignment, const Column& column, const Object& table) {
     if (column.identity) throw DbError(8102, QString("Cannot update identity column '%1'.").arg(column.name));
     if (!assignment.value) return {defaultOf(column, table), column.type};
     return value(assignment.value);
 }
 
-Translation DmlTranslator::update(const UpdateStatement& statement) {
+Translation Translator::update(const UpdateStatement& statement) {
     const Object& table = target(statement.target);
     const QString alias = m_scopes.back().sources.front().alias;
     QStringList sets;
@@ -132,18 +132,18 @@ Translation DmlTranslator::update(const UpdateStatement& statement) {
     }
     QString sql = "UPDATE " + table.sqlName() + " AS " + alias + " SET " + sets.join(u',');
     if (statement.where) sql += " WHERE " + condition(statement.where);
-    return {sql, variables(), {}, {}, {}};
+    return {sql, m_variables, {}, {}, {}};
 }
 
-Translation DmlTranslator::remove(const DeleteStatement& statement) {
+Translation Translator::remove(const DeleteStatement& statement) {
     const Object& table = target(statement.target);
     QString sql = "DELETE FROM " + table.sqlName() + " AS " + m_scopes.back().sources.front().alias;
     if (statement.where) sql += " WHERE " + condition(statement.where);
-    return {sql, variables(), {}, {}, {}};
+    return {sql, m_variables, {}, {}, {}};
 }
 
-QString DmlTranslator::fill(const Object& table, const Column& column, const QString& current,
-                            const Type& currentType) {
+QString Translator::fill(const Object& table, const Column& column, const QString& current,
+                         const Type& currentType) {
     m_scopes.emplace_back();
     const QString text =
         current.isEmpty() ? defaultOf(column, table) : stored({current, currentType}, column, table);

@@ -7,11 +7,10 @@
 #include "embedded/Errors.h"
 #include "embedded/Parser.h"
 #include "embedded/Security.h"
-#include "embedded/SessionOptions.h"
 
 namespace embedded {
 
-Executor::Executor(Session& session) : m_session(session), m_functions(session), m_cursors(session) {
+Executor::Executor(Session& session) : m_session(session), m_functions(session) {
     m_session.frames.emplace_back(); // the session's own: its #tables live from batch to batch
 }
 
@@ -228,83 +227,6 @@ RecordSet Executor::read(const Translation& translation) {
     return set;
 }
 
-Executor::Flow Executor::run(const CursorStatement& statement) {
-    switch (statement.action) {
-    case CursorStatement::Declare: {
-        if (!statement.cursor.startsWith(u'@')) {
-            m_cursors.declare(collation::fold(statement.cursor), statement.query);
-            break;
-        }
-        Variable& variable = m_session.variable(statement.cursor);
-        if (variable.cursor.isNull()) throw DbError(16957, QString("%1 is no cursor.").arg(statement.cursor));
-        variable.cursor = statement.cursor + '#' + QString::number(++m_session.nextStorage);
-        m_cursors.declare(variable.cursor, statement.query);
-        break;
-    }
-    case CursorStatement::Open: {
-        Cursor& cursor = m_cursors.toOpen(cursorKey(statement.cursor));
-        std::swap(cursor.captured, m_session.frames.back().variables);
-        try {
-            const Translation translation = translator().select(*cursor.query);
-            SqliteStatement rows = prepared(translation);
-            cursor.types = translation.types;
-            cursor.columns = translation.names;
-            while (rows.step()) {
-                cursor.rows.emplace_back();
-                for (int i = 0; i < cursor.types.size(); ++i) cursor.rows.back().push_back(rows.value(i));
-            }
-        } catch (...) {
-            std::swap(cursor.captured, m_session.frames.back().variables);
-            throw;
-        }
-        std::swap(cursor.captured, m_session.frames.back().variables);
-        cursor.open = true;
-        cursor.next = 0;
-        break;
-    }
-    case CursorStatement::Fetch:
-        fetch(statement);
-        break;
-    case CursorStatement::Close:
-        m_cursors.close(cursorKey(statement.cursor));
-        break;
-    case CursorStatement::Deallocate:
-        m_cursors.deallocate(cursorKey(statement.cursor));
-        break;
-    }
-    return Flow::Next;
-}
-
-QString Executor::cursorKey(const QString& name) const {
-    if (!name.startsWith(u'@')) return collation::fold(name);
-    const QString cursor = m_session.variable(name).cursor;
-    if (cursor.isEmpty())
-        throw DbError(
-            16950, QString("The variable '%1' does not currently have a cursor allocated to it.").arg(name));
-    return cursor;
-}
-
-void Executor::fetch(const CursorStatement& statement) {
-    Cursor& cursor = m_cursors.opened(cursorKey(statement.cursor));
-    const std::vector<Value>* row = m_cursors.next(cursor);
-    if (statement.into.isEmpty()) {
-        RecordSet set(cursor.columns);
-        if (row)
-            for (std::size_t i = 0; i < row->size(); ++i)
-                set.append(shown((*row)[i], cursor.types[qsizetype(i)]));
-        m_results.sets.push_back(set);
-        return;
-    }
-    if (statement.into.size() != cursor.types.size())
-        throw DbError(
-            16924, "The number of variables declared in the INTO list must match that of selected columns.");
-    if (!row) return;
-    for (qsizetype i = 0; i < statement.into.size(); ++i) {
-        Variable& variable = m_session.variable(statement.into[i]);
-        variable.value = Conversion{cursor.types[i], variable.type}((*row)[std::size_t(i)]);
-    }
-}
-
 Executor::Flow Executor::run(const TransactionStatement& statement) {
     switch (statement.action) {
     case TransactionStatement::Begin:
@@ -363,12 +285,6 @@ Executor::Flow Executor::run(const UseStatement& statement) {
 
 Executor::Flow Executor::run(const IdentityInsertStatement& statement) {
     DdlExecutor(m_session, m_functions).setIdentityInsert(statement);
-    return Flow::Next;
-}
-
-Executor::Flow Executor::run(const SetOptionStatement& statement) {
-    for (const QString& option : statement.options)
-        setOption(m_session, option, statement.words.value(0).toUpper());
     return Flow::Next;
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "db/RecordSet.h"
-#include "embedded/CursorStore.h"
-#include "embedded/DmlTranslator.h"
+#include "embedded/Translator.h"
 
 namespace embedded {
 
@@ -14,6 +13,12 @@ struct CallArgument {
     bool isDefault = false;
     QString outputVariable; ///< the caller's variable that receives the value afterwards
 };
+
+/// The place of the parameter that each argument goes to. Throws DbError 8144 for too many arguments, 8145
+/// for a name that no parameter has.
+std::vector<std::size_t> placesOf(const std::vector<CallArgument>& arguments, const QStringList& parameters,
+                                  const QString& procedure);
+DbError missingArgument(const QString& procedure, const QString& parameter);
 
 /// Runs batches: control flow, variables, queries and calls. Each statement is translated just before
 /// it runs, so that it sees what the statements before it made.
@@ -59,7 +64,7 @@ private:
     template <class T>
     Flow run(const T& statement);
 
-    DmlTranslator translator() { return {m_session, m_functions}; }
+    Translator translator() { return {m_session, m_functions}; }
     SqliteStatement prepared(const Translation& translation);
     Value evaluate(const ExprPtr& expr, const Type& type);
     bool test(const ExprPtr& condition);
@@ -67,8 +72,10 @@ private:
     void assign(const Translation& translation);
     RecordSet read(const Translation& translation);
     void write(const Translation& translation, const Object* insertedInto);
-    void fetch(const CursorStatement& statement);
+    void declareCursor(const CursorStatement& statement);
     QString cursorKey(const QString& name) const;
+    void open(Cursor& cursor);
+    void fetch(Cursor& cursor, const QStringList& into);
 
     void call(const ExecuteStatement& statement, const QString& name);
     std::vector<CallArgument> evaluateArguments(const std::vector<Argument>& arguments);
@@ -85,7 +92,6 @@ private:
 
     Session& m_session;
     FunctionTable m_functions;
-    CursorStore m_cursors;
     Results m_results;
     QHash<qint64, QPair<QString, std::shared_ptr<const Batch>>> m_procedures; ///< text and tree, by id
 };

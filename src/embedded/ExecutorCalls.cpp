@@ -10,6 +10,30 @@
 
 namespace embedded {
 
+std::vector<std::size_t> placesOf(const std::vector<CallArgument>& arguments, const QStringList& parameters,
+                                  const QString& procedure) {
+    if (qsizetype(arguments.size()) > parameters.size())
+        throw DbError(8144,
+                      QString("Procedure or function %1 has too many arguments specified.").arg(procedure));
+    std::vector<std::size_t> places;
+    for (const CallArgument& argument : arguments) {
+        qsizetype place = qsizetype(places.size());
+        if (!argument.name.isEmpty())
+            for (place = 0; place < parameters.size(); ++place)
+                if (collation::equal(parameters[place], argument.name)) break;
+        if (place == parameters.size())
+            throw DbError(8145,
+                          QString("%1 is not a parameter for procedure %2.").arg(argument.name, procedure));
+        places.push_back(std::size_t(place));
+    }
+    return places;
+}
+
+DbError missingArgument(const QString& procedure, const QString& parameter) {
+    return DbError(201, QString("Procedure or function '%1' expects parameter '%2', which was not supplied.")
+                            .arg(procedure, parameter));
+}
+
 Executor::Flow Executor::run(const ExecuteStatement& statement) {
     if (statement.text) {
         const Type type = Type::text(Type::Max, true);
@@ -18,10 +42,7 @@ Executor::Flow Executor::run(const ExecuteStatement& statement) {
         return Flow::Next;
     }
     std::vector<CallArgument> arguments = evaluateArguments(statement.arguments);
-    ObjectName name = statement.procedure;
-    if (!statement.procedureVariable.isEmpty())
-        name = {{}, {}, shown(m_session.valueOf(statement.procedureVariable), Type::text(Type::Max, true))};
-
+    const ObjectName& name = statement.procedure;
     Value returned = qint64(0);
     if (const Object* procedure = procedureNamed(name)) {
         const Object copy = *procedure;
@@ -87,10 +108,7 @@ void Executor::runProcedure(const Object& procedure, std::vector<CallArgument>& 
 }
 
 void Executor::executeSql(std::vector<CallArgument>& arguments) {
-    if (arguments.empty())
-        throw DbError(201,
-                      "Procedure or function 'sp_executesql' expects parameter '@statement', which was not "
-                      "supplied.");
+    if (arguments.empty()) throw missingArgument("sp_executesql", "@statement");
     const Type type = Type::text(Type::Max, true);
     const QString text = shown(Conversion{arguments[0].type, type}(arguments[0].value), type);
     std::vector<Parameter> parameters;
@@ -116,23 +134,10 @@ void Executor::runNested(const Batch& batch, const std::vector<Parameter>& param
     if (m_session.frames.size() > 32)
         throw DbError(
             217, "Maximum stored procedure, function, trigger, or view nesting level exceeded (limit 32).");
-    if (arguments.size() > parameters.size())
-        throw DbError(8144, QString("Procedure or function %1 has too many arguments specified.").arg(name));
+    QStringList names;
+    for (const Parameter& parameter : parameters) names.append(parameter.variable.name);
+    const std::vector<std::size_t> places = placesOf(arguments, names, name);
     Frame frame;
-    std::vector<std::size_t> places; // the parameter that each argument goes to
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::size_t place = i;
-        if (!arguments[i].name.isEmpty()) {
-            place = 0;
-            while (place < parameters.size()
-                   && !collation::equal(parameters[place].variable.name, arguments[i].name))
-                ++place;
-            if (place == parameters.size())
-                throw DbError(
-                    8145, QString("%1 is not a parameter for procedure %2.").arg(arguments[i].name, name));
-        }
-        places.push_back(place);
-    }
     for (std::size_t p = 0; p < parameters.size(); ++p) {
         const VariableDef& parameter = parameters[p].variable;
         Variable variable{parameter.type, {}, {}};
@@ -148,9 +153,7 @@ void Executor::runNested(const Batch& batch, const std::vector<Parameter>& param
         } else if (parameter.initial) {
             variable.value = evaluate(parameter.initial, parameter.type);
         } else {
-            throw DbError(
-                201, QString("Procedure or function '%1' expects parameter '%2', which was not supplied.")
-                         .arg(name, parameter.name));
+            throw missingArgument(name, parameter.name);
         }
         frame.variables[collation::fold(parameter.name)] = variable;
     }

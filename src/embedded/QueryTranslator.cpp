@@ -1,4 +1,4 @@
-#include "embedded/QueryTranslator.h"
+#include "embedded/Translator.h"
 
 #include "embedded/Collation.h"
 #include "embedded/Errors.h"
@@ -14,9 +14,22 @@ DbError noTable(const ObjectName& name) {
     return invalidObject(name.toString());
 }
 
+void checkGrouping(const QStringList& ungrouped) {
+    if (ungrouped.isEmpty()) return;
+    throw DbError(
+        8120, QString("Column '%1' is invalid in the select list because it is not contained in either an "
+                      "aggregate function or the GROUP BY clause.")
+                  .arg(ungrouped.first()));
+}
+
+QString nameOf(const SelectItem& item) {
+    if (!item.alias.isEmpty()) return item.alias;
+    return item.expr->kind == Expr::Column ? item.expr->parts.last() : QString();
+}
+
 } // namespace
 
-Translation QueryTranslator::select(const Query& query) {
+Translation Translator::select(const Query& query) {
     Translation translation;
     for (const SelectItem& item : query.cores.front().items) {
         if (item.variable.isEmpty()) continue;
@@ -31,26 +44,26 @@ Translation QueryTranslator::select(const Query& query) {
     translation.sql = assemble(query, translation.types, translation.names);
     if (m_readsAssigned && !query.orderBy.empty())
         throw notSupported("SELECT … ORDER BY that reads a variable while it assigns it");
-    translation.variables = variables();
+    translation.variables = m_variables;
     return translation;
 }
 
-Translation QueryTranslator::single(const ExprPtr& expr, const Type& type) {
+Translation Translator::single(const ExprPtr& expr, const Type& type) {
     m_scopes.emplace_back();
     const Typed typed = value(expr);
     m_scopes.pop_back();
     const Type target = type.kind == Type::Null ? typed.type : type;
-    return {"SELECT " + convert(typed, target), variables(), {target}, {QString()}, {}};
+    return {"SELECT " + convert(typed, target), m_variables, {target}, {QString()}, {}};
 }
 
-Translation QueryTranslator::test(const ExprPtr& condition) {
+Translation Translator::test(const ExprPtr& condition) {
     m_scopes.emplace_back();
     const QString sql = "SELECT CASE WHEN " + this->condition(condition) + " THEN 1 ELSE 0 END";
     m_scopes.pop_back();
-    return {sql, variables(), {Type::of(Type::Int)}, {QString()}, {}};
+    return {sql, m_variables, {Type::of(Type::Int)}, {QString()}, {}};
 }
 
-QString QueryTranslator::subquery(const Query& query, QList<Type>& types) {
+QString Translator::subquery(const Query& query, QList<Type>& types) {
     for (const SelectCore& select : query.cores)
         for (const SelectItem& item : select.items)
             if (!item.variable.isEmpty()) throw DbError(102, "Incorrect syntax near '='.");
@@ -58,7 +71,7 @@ QString QueryTranslator::subquery(const Query& query, QList<Type>& types) {
     return assemble(query, types, names);
 }
 
-QString QueryTranslator::assemble(const Query& query, QList<Type>& types, QStringList& names) {
+QString Translator::assemble(const Query& query, QList<Type>& types, QStringList& names) {
     const bool compound = query.cores.size() > 1;
     std::vector<Core> cores;
     QString order;
@@ -101,7 +114,7 @@ QString QueryTranslator::assemble(const Query& query, QList<Type>& types, QStrin
     return !compound && cores.front().top ? sql : sql + order;
 }
 
-QueryTranslator::Core QueryTranslator::core(const SelectCore& select) {
+Translator::Core Translator::core(const SelectCore& select) {
     Core core;
     core.distinct = select.distinct;
     core.top = select.top;
@@ -146,20 +159,7 @@ QueryTranslator::Core QueryTranslator::core(const SelectCore& select) {
     return core;
 }
 
-void QueryTranslator::checkGrouping(const QStringList& ungrouped) const {
-    if (ungrouped.isEmpty()) return;
-    throw DbError(
-        8120, QString("Column '%1' is invalid in the select list because it is not contained in either an "
-                      "aggregate function or the GROUP BY clause.")
-                  .arg(ungrouped.first()));
-}
-
-QString QueryTranslator::nameOf(const SelectItem& item) {
-    if (!item.alias.isEmpty()) return item.alias;
-    return item.expr->kind == Expr::Column ? item.expr->parts.last() : QString();
-}
-
-void QueryTranslator::addStar(const Expr& star, Core& core) {
+void Translator::addStar(const Expr& star, Core& core) {
     bool found = false;
     for (const Source& source : m_scopes.back().sources) {
         if (!star.parts.isEmpty() && !collation::equal(star.parts.last(), source.label)) continue;
@@ -178,7 +178,7 @@ void QueryTranslator::addStar(const Expr& star, Core& core) {
                       .arg(star.parts.join(u'.')));
 }
 
-QString QueryTranslator::orderBy(const Query& query, const Core& core, bool compound) {
+QString Translator::orderBy(const Query& query, const Core& core, bool compound) {
     QStringList keys;
     for (const OrderItem& item : query.orderBy) {
         qsizetype place = -1;
@@ -217,17 +217,17 @@ QString QueryTranslator::orderBy(const Query& query, const Core& core, bool comp
     return keys.isEmpty() ? QString() : " ORDER BY " + keys.join(u',');
 }
 
-Source& QueryTranslator::addSource(const QString& label, bool aliased, const QList<Column>& columns) {
+Source& Translator::addSource(const QString& label, bool aliased, const QList<Column>& columns) {
     for (const Source& other : m_scopes.back().sources)
         if (aliased && other.isAliased && collation::equal(other.label, label))
             throw DbError(1011,
                           QString("The correlation name '%1' is specified multiple times in a FROM clause.")
                               .arg(label));
-    m_scopes.back().sources.push_back({nextAlias(), label, aliased, {}, columns});
+    m_scopes.back().sources.push_back({'t' + QString::number(++m_aliases), label, aliased, {}, columns});
     return m_scopes.back().sources.back();
 }
 
-QString QueryTranslator::from(const std::vector<TableRefPtr>& tables) {
+QString Translator::from(const std::vector<TableRefPtr>& tables) {
     QStringList texts;
     for (const TableRefPtr& ref : tables) {
         // A comma binds looser than JOIN there, but not in SQLite.
@@ -237,7 +237,7 @@ QString QueryTranslator::from(const std::vector<TableRefPtr>& tables) {
     return texts.join(u',');
 }
 
-QString QueryTranslator::table(const TableRef& ref) {
+QString Translator::table(const TableRef& ref) {
     if (ref.kind == TableRef::Join) {
         const QString left = table(*ref.left);
         QString right = table(*ref.right);
@@ -270,7 +270,7 @@ QString QueryTranslator::table(const TableRef& ref) {
     return '(' + sql + ") AS " + addSource(ref.alias, true, columns).alias;
 }
 
-QString QueryTranslator::named(const TableRef& ref) {
+QString Translator::named(const TableRef& ref) {
     const QString label = ref.alias.isEmpty() ? ref.name.name : ref.alias;
     const bool aliased = !ref.alias.isEmpty();
     const Object* object = m_session.find(ref.name);
@@ -292,7 +292,7 @@ QString QueryTranslator::named(const TableRef& ref) {
     return text + " AS " + source.alias;
 }
 
-const Object& QueryTranslator::target(const ObjectName& name) {
+const Object& Translator::target(const ObjectName& name) {
     const Object* object = m_session.find(name);
     const Database& database = m_session.databaseNamed(name.database);
     if (!object || object->kind != ObjectKind::Table) {

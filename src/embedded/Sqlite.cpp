@@ -109,13 +109,6 @@ bool SqliteStatement::step() {
     m_file->fail(detail, message);
 }
 
-void SqliteStatement::reset() {
-    sqlite3_reset(m_statement);
-}
-
-int SqliteStatement::columnCount() const {
-    return sqlite3_column_count(m_statement);
-}
 bool SqliteStatement::isNull(int column) const {
     return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
 }

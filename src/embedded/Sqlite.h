@@ -52,8 +52,6 @@ public:
 
     SqliteStatement& bind(int place, const Value& value); ///< places count from 1
     bool step();                                          ///< whether there is a row; throws DbError
-    void reset();
-    int columnCount() const;
     bool isNull(int column) const;
     qint64 integer(int column) const;
     QString text(int column) const; ///< never a null QString for a value that is not NULL

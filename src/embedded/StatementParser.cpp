@@ -20,9 +20,7 @@ bool startsStatement(TokenReader& in) {
 
 /// A literal, a variable, or a bare word, which stands for its text.
 ExprPtr parseArgumentValue(TokenReader& in) {
-    if (in.peek().kind == Token::Word && !in.is("null")) {
-        return makeText(in.takeName(), true);
-    }
+    if (in.peek().kind == Token::Word && !in.is("null")) return makeText(in.takeName(), true);
     return parseValue(in);
 }
 
@@ -65,10 +63,8 @@ ExecuteStatement parseExecute(TokenReader& in) {
         call.resultVariable = in.take().text;
         in.take();
     }
-    if (in.peek().kind == Token::Variable)
-        call.procedureVariable = in.take().text;
-    else
-        call.procedure = in.takeObjectName();
+    if (in.peek().kind == Token::Variable) throw notSupported("EXEC of a procedure named by a variable");
+    call.procedure = in.takeObjectName();
     call.arguments = parseArguments(in);
     if (in.is("with") && in.is("recompile", 1)) in.take(), in.take();
     return call;

@@ -1,9 +1,13 @@
-#include "embedded/SessionOptions.h"
-
+// The SET options of Executor.
 #include "embedded/Errors.h"
+#include "embedded/Executor.h"
 
 namespace embedded {
 
+namespace {
+
+/// Options that steer what this server does not have are accepted where that changes no result; the others
+/// are refused.
 void setOption(Session& session, const QString& option, const QString& word) {
     const bool on = word == "ON";
     const auto refuseOff = [&] {
@@ -38,6 +42,14 @@ void setOption(Session& session, const QString& option, const QString& word) {
         return;
     else if (!withoutEffect.contains(option))
         throw notSupported("SET " + option + ' ' + word);
+}
+
+} // namespace
+
+Executor::Flow Executor::run(const SetOptionStatement& statement) {
+    for (const QString& option : statement.options)
+        setOption(m_session, option, statement.words.value(0).toUpper());
+    return Flow::Next;
 }
 
 } // namespace embedded
