@@ -52,8 +52,7 @@ Typed Translator::call(const Expr& expr) {
     if (!rule || expr.text == "like") throw notSupported("function " + expr.text.toUpper());
     const int count = int(expr.args.size());
     if (count < rule->minimum() || (rule->maximum() >= 0 && count > rule->maximum()))
-        throw DbError(174,
-                      QString("The %1 function does not take %2 argument(s).").arg(expr.text).arg(count));
+        throw serverError(174, "The %1 function does not take %2 argument(s).", expr.text, count);
     QStringList arguments;
     QList<Typed> typed;
     for (int i = 0; i < count; ++i) arguments.append(argument(*rule, i, expr.args[std::size_t(i)], typed));
@@ -76,8 +75,7 @@ QString Translator::argument(const FunctionRule& rule, int place, const ExprPtr&
 
 Typed Translator::special(const Expr& expr) {
     if (expr.text == "coalesce") return coalesce(expr.args);
-    if (expr.args.size() != 2)
-        throw DbError(174, QString("The %1 function requires 2 argument(s).").arg(expr.text));
+    if (expr.args.size() != 2) throw serverError(174, "The %1 function requires 2 argument(s).", expr.text);
     const Typed first = value(expr.args[0]);
     const Typed second = value(expr.args[1]);
     if (expr.text == "nullif")
@@ -102,8 +100,7 @@ Typed Translator::coalesce(const std::vector<ExprPtr>& args) {
 }
 
 Typed Translator::aggregate(const Expr& expr) {
-    if (expr.args.size() != 1)
-        throw DbError(174, QString("The %1 function requires 1 argument(s).").arg(expr.text));
+    if (expr.args.size() != 1) throw serverError(174, "The %1 function requires 1 argument(s).", expr.text);
     if (m_scopes.empty()) throw DbError(157, "An aggregate may not appear here.");
     const std::size_t own = m_scopes.size() - 1;
     const qsizetype before = m_scopes[own].ungrouped.size();
@@ -122,9 +119,8 @@ Typed Translator::aggregate(const Expr& expr) {
 
     Type type = inner.type;
     if (!type.isNumber() || type.kind == Type::Bit)
-        throw DbError(
-            8117,
-            QString("Operand data type %1 is invalid for %2 operator.").arg(type.toString(), expr.text));
+        throw serverError(8117, "Operand data type %1 is invalid for %2 operator.", type.toString(),
+                          expr.text);
     if (type.isInteger() && type.kind != Type::BigInt) type = Type::of(Type::Int);
     if (type.kind == Type::Real) type = Type::of(Type::Float);
     if (expr.text == "avg") {

@@ -12,14 +12,30 @@ QStringList quoted(const QStringList& names) {
     return result;
 }
 
+/// The key that SQLite means by "table.column, table.column" or "index 'name'"; null when there is none.
+const Object* keyNamed(const Session& session, const QString& columns) {
+    for (const Database& database : session.catalog.databases())
+        for (const Object* key : session.catalog.objectsIn(database.id)) {
+            if (key->kind != ObjectKind::PrimaryKey && key->kind != ObjectKind::Unique
+                && key->kind != ObjectKind::Index)
+                continue;
+            const Object* table = session.catalog.object(key->parent);
+            if (!table) continue;
+            QStringList names;
+            for (const QString& column : key->keyColumns()) names.append(table->storage + '.' + column);
+            if (names.join(", ") == columns || columns.startsWith(QString("index 'ix%1_").arg(key->id)))
+                return key;
+        }
+    return nullptr;
+}
+
 } // namespace
 
 QStringList ConstraintBuilder::knownColumns(const QStringList& names) const {
     QStringList known;
     for (const QString& name : names) {
         const Column* column = m_table.column(name);
-        if (!column)
-            throw DbError(1911, QString("Column name '%1' does not exist in the target table.").arg(name));
+        if (!column) throw serverError(1911, "Column name '%1' does not exist in the target table.", name);
         known.append(column->name);
     }
     return known;
@@ -47,8 +63,7 @@ void ConstraintBuilder::add(const ConstraintDef& constraint) {
     if (kind == ObjectKind::PrimaryKey)
         for (const Object* part : m_session.catalog.partsOf(m_table.id))
             if (part->kind == ObjectKind::PrimaryKey)
-                throw DbError(
-                    1779, QString("Table '%1' already has a primary key defined on it.").arg(m_table.name));
+                throw serverError(1779, "Table '%1' already has a primary key defined on it.", m_table.name);
     const qint64 id =
         m_session.catalog.addObject(m_table.database, kind, name, m_table.id, columns.join(u'\n'));
     if (kind == ObjectKind::Default)
@@ -61,9 +76,8 @@ void ConstraintBuilder::addIndex(const QString& name, const QStringList& columns
     const QStringList known = knownColumns(columns);
     for (const Object* part : m_session.catalog.partsOf(m_table.id))
         if (part->kind == ObjectKind::Index && part->name.compare(name, Qt::CaseInsensitive) == 0)
-            throw DbError(
-                1913,
-                QString("The operation failed because an index with name '%1' already exists.").arg(name));
+            throw serverError(1913, "The operation failed because an index with name '%1' already exists.",
+                              name);
     const qint64 id =
         m_session.catalog.addObject(m_table.database, ObjectKind::Index, name, m_table.id, known.join(u'\n'));
     if (unique)
@@ -94,9 +108,8 @@ void ConstraintBuilder::addUnique(qint64 id, const QStringList& columns, ObjectK
         // The identity column is SQLite's own key already.
         if (column->identity && columns.size() == 1) return;
         if (kind == ObjectKind::PrimaryKey && column->nullable)
-            throw DbError(8111,
-                          QString("Cannot define PRIMARY KEY constraint on nullable column in table '%1'.")
-                              .arg(m_table.name));
+            throw serverError(8111, "Cannot define PRIMARY KEY constraint on nullable column in table '%1'.",
+                              m_table.name);
         if (column->nullable) nullable.append(name);
     }
     // To SQLite all NULLs differ, to the server they are alike.
@@ -112,10 +125,10 @@ void ConstraintBuilder::addUnique(qint64 id, const QStringList& columns, ObjectK
                            + (QStringList{'(' + column + " IS NULL)"} + quoted(others)).join(u',')
                            + ") WHERE " + column + " IS NULL");
     } catch (const ConstraintError&) {
-        throw DbError(
-            1505, QString("The CREATE UNIQUE INDEX statement terminated because a duplicate key was found "
-                          "for the object name 'dbo.%1'.")
-                      .arg(m_table.name));
+        throw serverError(1505,
+                          "The CREATE UNIQUE INDEX statement terminated because a duplicate key was found "
+                          "for the object name 'dbo.%1'.",
+                          m_table.name);
     }
 }
 
@@ -124,6 +137,20 @@ void ConstraintBuilder::remove(Session& session, const Object& part) {
         session.file.run(QString("DROP INDEX IF EXISTS \"ix%1_%2\"").arg(part.id).arg(number));
     for (int number = 0; number < 4; ++number) // of a FOREIGN KEY or CHECK that an earlier build made
         session.file.run(QString("DROP TRIGGER IF EXISTS \"tr%1_%2\"").arg(part.id).arg(number));
+}
+
+DbError constraintError(const Session& session, const QString& message) {
+    if (message.startsWith("constraint ")) // from a trigger that an earlier build made
+        return DbError(547, "The statement conflicted with a FOREIGN KEY or CHECK constraint.");
+    const Object* key = keyNamed(session, message.section(": ", 1));
+    const Object* table = key ? session.catalog.object(key->parent) : nullptr;
+    if (key && key->kind == ObjectKind::Index)
+        return serverError(2601, "Cannot insert duplicate key row in object 'dbo.%1' with unique index '%2'.",
+                           table->name, key->name);
+    return serverError(2627,
+                       "Violation of %1 constraint '%2'. Cannot insert duplicate key in object 'dbo.%3'.",
+                       key && key->kind == ObjectKind::Unique ? "UNIQUE KEY" : "PRIMARY KEY",
+                       key ? key->name : QString(), table ? table->name : QString());
 }
 
 } // namespace embedded

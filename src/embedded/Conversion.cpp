@@ -30,8 +30,8 @@ Range rangeOf(Type::Kind kind) {
 }
 
 DbError overflow(const Type& to) {
-    return DbError(
-        8115, QString("Arithmetic overflow error converting expression to data type %1.").arg(to.toString()));
+    return serverError(8115, "Arithmetic overflow error converting expression to data type %1.",
+                       to.toString());
 }
 
 QString blankPadded(const QString& text, const Type& type) {
@@ -98,13 +98,12 @@ double roundTo(double number, int places) {
 void Conversion::fail(const Value& value) const {
     const QString text = std::holds_alternative<QString>(value) ? std::get<QString>(value) : written(value);
     if (to.kind == Type::Decimal || to.kind == Type::Float || to.kind == Type::Real)
-        throw DbError(8114, QString("Error converting data type %1 to %2.")
-                                .arg(from.toString().section(u'(', 0, 0), to.toString().section(u'(', 0, 0)));
+        throw serverError(8114, "Error converting data type %1 to %2.", from.toString().section(u'(', 0, 0),
+                          to.toString().section(u'(', 0, 0));
     if (to.kind == Type::Money)
         throw DbError(235, "Cannot convert a char value to money. The char value has incorrect syntax.");
-    throw DbError(245,
-                  QString("Conversion failed when converting the %1 value '%2' to data type %3.")
-                      .arg(from.toString().section(u'(', 0, 0), text, to.toString().section(u'(', 0, 0)));
+    throw serverError(245, "Conversion failed when converting the %1 value '%2' to data type %3.",
+                      from.toString().section(u'(', 0, 0), text, to.toString().section(u'(', 0, 0));
 }
 
 Value Conversion::operator()(const Value& value) const {
@@ -159,9 +158,8 @@ Value Conversion::toInteger(const Value& value) const {
                           QString("The conversion of the %1 value '%2' overflowed an %3 column.")
                               .arg(from.toString(), std::get<QString>(value), to.toString()));
         if (to.kind == Type::TinyInt || to.kind == Type::SmallInt)
-            throw DbError(220, QString("Arithmetic overflow error for data type %1, value = %2.")
-                                   .arg(to.toString())
-                                   .arg(qint64(whole)));
+            throw serverError(220, "Arithmetic overflow error for data type %1, value = %2.", to.toString(),
+                              qint64(whole));
         throw overflow(to);
     }
     return qint64(whole);
@@ -211,8 +209,8 @@ Value Conversion::toText(const Value& value) const {
     } else if (from.isInteger()) {
         return QString("*");
     } else if (from.isNumber()) {
-        throw DbError(8115, QString("Arithmetic overflow error converting %1 to data type %2.")
-                                .arg(from.toString(), to.toString()));
+        throw serverError(8115, "Arithmetic overflow error converting %1 to data type %2.", from.toString(),
+                          to.toString());
     }
     return text.left(to.length);
 }
@@ -231,8 +229,8 @@ Value Conversion::toBinary(const Value& value) const {
     if (const auto* blob = std::get_if<QByteArray>(&value))
         bytes = *blob;
     else
-        throw DbError(257, QString("Implicit conversion from data type %1 to varbinary is not allowed.")
-                               .arg(from.toString()));
+        throw serverError(257, "Implicit conversion from data type %1 to varbinary is not allowed.",
+                          from.toString());
     if (to.length != Type::Max && bytes.size() > to.length) {
         if (intoColumn) throw DbError(DbError::TextTooLong, "String or binary data would be truncated.");
         bytes.truncate(to.length);

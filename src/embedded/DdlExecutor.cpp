@@ -9,9 +9,9 @@ namespace embedded {
 namespace {
 
 DbError cannotDrop(const QString& kind, const QString& name) {
-    return DbError(
-        3701, QString("Cannot drop the %1 '%2', because it does not exist or you do not have permission.")
-                  .arg(kind, name));
+    return serverError(3701,
+                       "Cannot drop the %1 '%2', because it does not exist or you do not have permission.",
+                       kind, name);
 }
 
 bool isTemporary(const ObjectName& name) {
@@ -22,17 +22,16 @@ bool isTemporary(const ObjectName& name) {
 
 const Database& DdlExecutor::databaseFor(const ObjectName& name) const {
     if (!name.schema.isEmpty() && !collation::equal(name.schema, "dbo"))
-        throw DbError(2760, QString("The specified schema name \"%1\" does not exist.").arg(name.schema));
+        throw serverError(2760, "The specified schema name \"%1\" does not exist.", name.schema);
     return m_session.databaseNamed(name.database);
 }
 
 Object DdlExecutor::tableNamed(const ObjectName& name) const {
     const Object* table = m_session.find(name);
     if (!table || table->kind != ObjectKind::Table)
-        throw DbError(4902,
-                      QString("Cannot find the object \"%1\" because it does not exist or you do not have "
-                              "permissions.")
-                          .arg(name.toString()));
+        throw serverError(
+            4902, "Cannot find the object \"%1\" because it does not exist or you do not have permissions.",
+            name.toString());
     return *table;
 }
 
@@ -42,9 +41,8 @@ void DdlExecutor::run(const CreateDatabaseStatement& statement) {
     if (m_session.transactionDepth > 0)
         throw DbError(226, "CREATE DATABASE statement not allowed within multi-statement transaction.");
     if (m_session.catalog.database(statement.name))
-        throw DbError(
-            1801,
-            QString("Database '%1' already exists. Choose a different database name.").arg(statement.name));
+        throw serverError(1801, "Database '%1' already exists. Choose a different database name.",
+                          statement.name);
     Savepoint together(m_session.file);
     m_session.catalog.addDatabase(statement.name);
     together.release();
@@ -82,10 +80,10 @@ void DdlExecutor::run(const CreateTableStatement& statement) {
     QSet<QString> names;
     for (const ColumnDef& column : definition.columns) {
         if (names.contains(collation::fold(column.name)))
-            throw DbError(
-                2705, QString("Column names in each table must be unique. Column name '%1' in table '%2' is "
-                              "specified more than once.")
-                          .arg(column.name, statement.table.name));
+            throw serverError(2705,
+                              "Column names in each table must be unique. Column name '%1' in table '%2' is "
+                              "specified more than once.",
+                              column.name, statement.table.name);
         names.insert(collation::fold(column.name));
     }
     Savepoint together(m_session.file);
@@ -142,18 +140,18 @@ void DdlExecutor::run(const AlterTableStatement& statement) {
 void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
     for (const ColumnDef& column : definition.columns) {
         if (m_session.catalog.object(table.id)->column(column.name))
-            throw DbError(
-                2705, QString("Column names in each table must be unique. Column name '%1' in table '%2' is "
-                              "specified more than once.")
-                          .arg(column.name, table.name));
+            throw serverError(2705,
+                              "Column names in each table must be unique. Column name '%1' in table '%2' is "
+                              "specified more than once.",
+                              column.name, table.name);
         if (column.identity) throw notSupported("adding an IDENTITY column to a table");
         const bool hasRows = !isNull(m_session.file.scalar("SELECT 1 FROM " + table.sqlName() + " LIMIT 1"));
         if (!column.nullable && column.defaultText.isEmpty() && hasRows)
-            throw DbError(
-                4901, QString("ALTER TABLE only allows columns to be added that can contain nulls, or have a "
-                              "DEFAULT definition specified. Column '%1' cannot be added to the non-empty "
-                              "table '%2'.")
-                          .arg(column.name, table.name));
+            throw serverError(
+                4901,
+                "ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT "
+                "definition specified. Column '%1' cannot be added to the non-empty table '%2'.",
+                column.name, table.name);
         m_session.file.run("ALTER TABLE " + table.sqlName() + " ADD COLUMN " + sqliteName(column.name)
                            + " COLLATE T");
         m_session.catalog.addColumn(table.id, columnOf(column));
@@ -169,9 +167,9 @@ void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
 void DdlExecutor::alterColumn(const Object& table, const ColumnDef& definition) {
     const Column* former = table.column(definition.name);
     if (!former)
-        throw DbError(
-            4924, QString("ALTER TABLE ALTER COLUMN failed because column '%1' does not exist in table '%2'.")
-                      .arg(definition.name, table.name));
+        throw serverError(4924,
+                          "ALTER TABLE ALTER COLUMN failed because column '%1' does not exist in table '%2'.",
+                          definition.name, table.name);
     if (former->identity) throw notSupported("altering an IDENTITY column");
     Column column = columnOf(definition);
     column.name = former->name;
@@ -185,8 +183,7 @@ void DdlExecutor::dropColumn(const Object& table, const QString& name) {
     if (!column) throw cannotDrop("column", name);
     for (const Object* part : m_session.catalog.partsOf(table.id))
         if (part->keyColumns().contains(column->name, Qt::CaseInsensitive))
-            throw DbError(5074,
-                          QString("The object '%1' is dependent on column '%2'.").arg(part->name, name));
+            throw serverError(5074, "The object '%1' is dependent on column '%2'.", part->name, name);
     if (column->identity) throw notSupported("dropping an IDENTITY column");
     const QString known = column->name;
     m_session.file.run("ALTER TABLE " + table.sqlName() + " DROP COLUMN " + sqliteName(known));
@@ -206,7 +203,7 @@ void DdlExecutor::dropConstraint(const Object& table, const QString& name) {
         m_session.catalog.removeObject(copy.id);
         return;
     }
-    throw DbError(3728, QString("'%1' is not a constraint.").arg(name));
+    throw serverError(3728, "'%1' is not a constraint.", name);
 }
 
 void DdlExecutor::run(const TruncateStatement& statement) {
@@ -249,9 +246,9 @@ void DdlExecutor::run(const CreateProcedureStatement& statement) {
 void DdlExecutor::setIdentityInsert(const IdentityInsertStatement& statement) {
     const Object table = tableNamed(statement.table);
     if (!table.identityColumn())
-        throw DbError(8106,
-                      QString("Table '%1' does not have the identity property. Cannot perform SET operation.")
-                          .arg(table.name));
+        throw serverError(8106,
+                          "Table '%1' does not have the identity property. Cannot perform SET operation.",
+                          table.name);
     if (statement.on && !m_session.identityInsert.isEmpty() && m_session.identityInsert != table.sqlName())
         throw DbError(8107, "IDENTITY_INSERT is already ON for another table.");
     m_session.identityInsert = statement.on ? table.sqlName() : QString();
@@ -296,10 +293,9 @@ void DdlExecutor::dropDatabase(const QString& name, bool ifExists) {
     if (!found || !m_session.isInRole("dbcreator")) throw cannotDrop("database", name);
     const Database database = *found;
     if (database.id <= 4)
-        throw DbError(3708,
-                      QString("Cannot drop the database '%1' because it is a system database.").arg(name));
+        throw serverError(3708, "Cannot drop the database '%1' because it is a system database.", name);
     if (database.id == m_session.database)
-        throw DbError(3702, QString("Cannot drop database \"%1\" because it is currently in use.").arg(name));
+        throw serverError(3702, "Cannot drop database \"%1\" because it is currently in use.", name);
     for (const Object* object : m_session.catalog.objectsIn(database.id))
         if (object->kind == ObjectKind::Table) m_session.file.run("DROP TABLE " + object->sqlName());
     m_session.catalog.removeDatabase(database.id);

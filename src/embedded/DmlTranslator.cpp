@@ -28,11 +28,12 @@ Translator::Target Translator::targetOf(const InsertStatement& statement, const 
         const Column* column = table.column(name);
         if (!column) throw invalidColumn(name);
         if (target.given.contains(column))
-            throw DbError(264, QString("The column name '%1' is specified more than once.").arg(name));
+            throw serverError(264, "The column name '%1' is specified more than once.", name);
         if (column->identity && !explicitIdentity)
-            throw DbError(544, QString("Cannot insert explicit value for identity column in table '%1' when "
-                                       "IDENTITY_INSERT is set to OFF.")
-                                   .arg(table.name));
+            throw serverError(544,
+                              "Cannot insert explicit value for identity column in table '%1' when "
+                              "IDENTITY_INSERT is set to OFF.",
+                              table.name);
         target.given.append(column);
     }
     for (const Column& column : table.columns)
@@ -115,7 +116,7 @@ QString Translator::selected(const QString& sql, const QList<Type>& types, const
 }
 
 Typed Translator::assigned(const Assignment& assignment, const Column& column, const Object& table) {
-    if (column.identity) throw DbError(8102, QString("Cannot update identity column '%1'.").arg(column.name));
+    if (column.identity) throw serverError(8102, "Cannot update identity column '%1'.", column.name);
     if (!assignment.value) return {defaultOf(column, table), column.type};
     return value(assignment.value);
 }

@@ -1,7 +1,7 @@
 #include "embedded/Executor.h"
 
 #include "embedded/Collation.h"
-#include "embedded/ConstraintErrors.h"
+#include "embedded/ConstraintBuilder.h"
 #include "embedded/Conversion.h"
 #include "embedded/DdlExecutor.h"
 #include "embedded/Errors.h"

@@ -13,8 +13,7 @@ namespace embedded {
 std::vector<std::size_t> placesOf(const std::vector<CallArgument>& arguments, const QStringList& parameters,
                                   const QString& procedure) {
     if (qsizetype(arguments.size()) > parameters.size())
-        throw DbError(8144,
-                      QString("Procedure or function %1 has too many arguments specified.").arg(procedure));
+        throw serverError(8144, "Procedure or function %1 has too many arguments specified.", procedure);
     std::vector<std::size_t> places;
     for (const CallArgument& argument : arguments) {
         qsizetype place = qsizetype(places.size());
@@ -22,16 +21,15 @@ std::vector<std::size_t> placesOf(const std::vector<CallArgument>& arguments, co
             for (place = 0; place < parameters.size(); ++place)
                 if (collation::equal(parameters[place], argument.name)) break;
         if (place == parameters.size())
-            throw DbError(8145,
-                          QString("%1 is not a parameter for procedure %2.").arg(argument.name, procedure));
+            throw serverError(8145, "%1 is not a parameter for procedure %2.", argument.name, procedure);
         places.push_back(std::size_t(place));
     }
     return places;
 }
 
 DbError missingArgument(const QString& procedure, const QString& parameter) {
-    return DbError(201, QString("Procedure or function '%1' expects parameter '%2', which was not supplied.")
-                            .arg(procedure, parameter));
+    return serverError(201, "Procedure or function '%1' expects parameter '%2', which was not supplied.",
+                       procedure, parameter);
 }
 
 Executor::Flow Executor::run(const ExecuteStatement& statement) {
@@ -52,8 +50,7 @@ Executor::Flow Executor::run(const ExecuteStatement& statement) {
     } else if (collation::equal(name.name, "sp_executesql")) {
         executeSql(arguments);
     } else if (!systemProcedure(m_session, name.name, arguments, m_results)) {
-        throw DbError(DbError::NoSuchProcedure,
-                      QString("Could not find stored procedure '%1'.").arg(name.toString()));
+        throw serverError(DbError::NoSuchProcedure, "Could not find stored procedure '%1'.", name.toString());
     }
     for (const CallArgument& argument : arguments) {
         if (argument.outputVariable.isEmpty()) continue;
@@ -147,9 +144,9 @@ void Executor::runNested(const Batch& batch, const std::vector<Parameter>& param
         if (argument && !argument->isDefault) {
             variable.value = Conversion{argument->type, parameter.type}(argument->value);
             if (!argument->outputVariable.isEmpty() && !parameters[p].output)
-                throw DbError(8162,
-                              QString("The formal parameter \"%1\" was not declared as an OUTPUT parameter.")
-                                  .arg(parameter.name));
+                throw serverError(8162,
+                                  "The formal parameter \"%1\" was not declared as an OUTPUT parameter.",
+                                  parameter.name);
         } else if (parameter.initial) {
             variable.value = evaluate(parameter.initial, parameter.type);
         } else {
@@ -192,8 +189,7 @@ void Executor::declareVariables(const std::vector<VariableDef>& variables) {
     for (const VariableDef& definition : variables) {
         const QString key = collation::fold(definition.name);
         if (frame.variables.count(key) || frame.tables.count(key))
-            throw DbError(134,
-                          QString("The variable name '%1' has already been declared.").arg(definition.name));
+            throw serverError(134, "The variable name '%1' has already been declared.", definition.name);
         if (definition.table)
             DdlExecutor(m_session, m_functions).createTemporary(definition.name, *definition.table);
         else

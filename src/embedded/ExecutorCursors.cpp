@@ -14,7 +14,7 @@ Executor::Flow Executor::run(const CursorStatement& statement) {
     const QString key = cursorKey(statement.cursor);
     const auto found = m_session.cursors.find(key);
     if (found == m_session.cursors.end())
-        throw DbError(16916, QString("A cursor with the name '%1' does not exist.").arg(key));
+        throw serverError(16916, "A cursor with the name '%1' does not exist.", key);
     Cursor& cursor = found->second;
     if (statement.action == CursorStatement::Open && cursor.open)
         throw DbError(16905, "The cursor is already open.");
@@ -36,11 +36,11 @@ void Executor::declareCursor(const CursorStatement& statement) {
     QString key = collation::fold(statement.cursor);
     if (statement.cursor.startsWith(u'@')) {
         Variable& variable = m_session.variable(statement.cursor);
-        if (variable.cursor.isNull()) throw DbError(16957, QString("%1 is no cursor.").arg(statement.cursor));
+        if (variable.cursor.isNull()) throw serverError(16957, "%1 is no cursor.", statement.cursor);
         key = variable.cursor = statement.cursor + '#' + QString::number(++m_session.nextStorage);
     }
     if (m_session.cursors.count(key))
-        throw DbError(16915, QString("A cursor with the name '%1' already exists.").arg(key));
+        throw serverError(16915, "A cursor with the name '%1' already exists.", key);
     Cursor& cursor = m_session.cursors[key];
     cursor.query = statement.query;
     cursor.captured = m_session.frames.back().variables;
@@ -51,8 +51,7 @@ QString Executor::cursorKey(const QString& name) const {
     if (!name.startsWith(u'@')) return collation::fold(name);
     const QString cursor = m_session.variable(name).cursor;
     if (cursor.isEmpty())
-        throw DbError(
-            16950, QString("The variable '%1' does not currently have a cursor allocated to it.").arg(name));
+        throw serverError(16950, "The variable '%1' does not currently have a cursor allocated to it.", name);
     return cursor;
 }
 

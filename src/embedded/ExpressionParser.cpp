@@ -302,17 +302,17 @@ ExprPtr parseAssigned(TokenReader& in, const ExprPtr& target) {
 ExprPtr parseValue(TokenReader& in) {
     const Token start = in.peek();
     ExprPtr expr = parseSum(in);
-    if (expr->isPredicate()) throw DbError(102, QString("Incorrect syntax near '%1'.").arg(start.text));
+    if (expr->isPredicate()) throw serverError(102, "Incorrect syntax near '%1'.", start.text);
     return expr;
 }
 
 ExprPtr parseCondition(TokenReader& in) {
     ExprPtr expr = parseOr(in);
     if (!expr->isPredicate())
-        throw DbError(4145,
-                      QString("An expression of non-boolean type specified in a context where a condition "
-                              "is expected, near '%1'.")
-                          .arg(in.peek().text));
+        throw serverError(4145,
+                          "An expression of non-boolean type specified in a context where a condition is "
+                          "expected, near '%1'.",
+                          in.peek().text);
     return expr;
 }
 

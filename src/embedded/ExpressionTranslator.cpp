@@ -26,8 +26,8 @@ Type arithmeticType(const QString& op, const Type& a, const Type& b) {
         return known.kind == Type::Null || known.kind == Type::Bit ? Type::of(Type::Int) : known;
     }
     if (!a.isNumber() || !b.isNumber())
-        throw DbError(8117, QString("Operand data type %1 is invalid for the operator %2.")
-                                .arg((a.isNumber() ? b : a).toString(), op));
+        throw serverError(8117, "Operand data type %1 is invalid for the operator %2.",
+                          (a.isNumber() ? b : a).toString(), op);
     if (a.kind == Type::Float || b.kind == Type::Float) return Type::of(Type::Float);
     if (a.kind == Type::Real || b.kind == Type::Real)
         return Type::of(a.kind == b.kind ? Type::Real : Type::Float);
@@ -121,7 +121,7 @@ Typed Translator::column(const QStringList& parts) {
         for (const Source& source : scope->sources) {
             const Column* candidate = find(source, parts);
             if (!candidate) continue;
-            if (found) throw DbError(209, QString("Ambiguous column name '%1'.").arg(parts.last()));
+            if (found) throw serverError(209, "Ambiguous column name '%1'.", parts.last());
             found = candidate;
             owner = &source;
         }
@@ -136,8 +136,7 @@ Typed Translator::column(const QStringList& parts) {
         for (const Source& source : scope.sources)
             knownPrefix |= isLonePrefix && collation::equal(parts[parts.size() - 2], source.label);
     if (isLonePrefix && !knownPrefix)
-        throw DbError(4104,
-                      QString("The multi-part identifier \"%1\" could not be bound.").arg(parts.join(u'.')));
+        throw serverError(4104, "The multi-part identifier \"%1\" could not be bound.", parts.join(u'.'));
     throw invalidColumn(parts.last());
 }
 
@@ -189,16 +188,15 @@ Typed Translator::arithmetic(const QString& op, const Typed& a, const Typed& b) 
     }
     if (a.type.isDate() || b.type.isDate()) return dateArithmetic(op, a, b);
     if (bothTextual && (a.type.isText() || b.type.isText()))
-        throw DbError(8117, QString("Operand data type varchar is invalid for the operator %1.").arg(op));
+        throw serverError(8117, "Operand data type varchar is invalid for the operator %1.", op);
 
     const Typed left{convert(a, a.type.isText() ? b.type : a.type), a.type.isText() ? b.type : a.type};
     const Typed right{convert(b, b.type.isText() ? a.type : b.type), b.type.isText() ? a.type : b.type};
     const Type type = arithmeticType(op, left.type, right.type);
     if (QString("&|^").contains(op)) {
         if (!type.isInteger())
-            throw DbError(
-                8117,
-                QString("Operand data type %1 is invalid for the operator %2.").arg(type.toString(), op));
+            throw serverError(8117, "Operand data type %1 is invalid for the operator %2.", type.toString(),
+                              op);
         if (op == "^") return {QString("((%1|%2)-(%1&%2))").arg(left.sql, right.sql), type};
         return {'(' + left.sql + op + right.sql + ')', type};
     }

@@ -89,7 +89,7 @@ private:
             else
                 return ++m_at, text;
         }
-        throw DbError(105, QString("Unclosed quotation mark after the character string '%1'.").arg(text));
+        throw serverError(105, "Unclosed quotation mark after the character string '%1'.", text);
     }
 
     QString name() {

@@ -10,16 +10,16 @@ namespace {
 
 DbError noTable(const ObjectName& name) {
     if (name.name.startsWith(u'@'))
-        return DbError(1087, QString("Must declare the table variable \"%1\".").arg(name.name));
+        return serverError(1087, "Must declare the table variable \"%1\".", name.name);
     return invalidObject(name.toString());
 }
 
 void checkGrouping(const QStringList& ungrouped) {
     if (ungrouped.isEmpty()) return;
-    throw DbError(
-        8120, QString("Column '%1' is invalid in the select list because it is not contained in either an "
-                      "aggregate function or the GROUP BY clause.")
-                  .arg(ungrouped.first()));
+    throw serverError(8120,
+                      "Column '%1' is invalid in the select list because it is not contained in either an "
+                      "aggregate function or the GROUP BY clause.",
+                      ungrouped.first());
 }
 
 QString nameOf(const SelectItem& item) {
@@ -172,10 +172,9 @@ void Translator::addStar(const Expr& star, Core& core) {
     }
     if (found) return;
     if (star.parts.isEmpty()) throw DbError(263, "Must specify table to select from.");
-    throw DbError(107,
-                  QString("The column prefix '%1' does not match with a table name or alias name used in the "
-                          "query.")
-                      .arg(star.parts.join(u'.')));
+    throw serverError(
+        107, "The column prefix '%1' does not match with a table name or alias name used in the query.",
+        star.parts.join(u'.'));
 }
 
 QString Translator::orderBy(const Query& query, const Core& core, bool compound) {
@@ -186,10 +185,10 @@ QString Translator::orderBy(const Query& query, const Core& core, bool compound)
         if (expr.kind == Expr::Number) {
             place = expr.text.toInt() - 1;
             if (place < 0 || place >= core.items.size())
-                throw DbError(
-                    108, QString("The ORDER BY position number %1 is out of range of the number of items in "
-                                 "the select list.")
-                             .arg(expr.text));
+                throw serverError(108,
+                                  "The ORDER BY position number %1 is out of range of the number of items in "
+                                  "the select list.",
+                                  expr.text);
         } else if (expr.kind == Expr::Column && expr.parts.size() == 1) {
             for (qsizetype i = 0; i < core.names.size() && place < 0; ++i)
                 if (collation::equal(core.names[i], expr.parts[0])) place = i;
@@ -220,9 +219,8 @@ QString Translator::orderBy(const Query& query, const Core& core, bool compound)
 Source& Translator::addSource(const QString& label, bool aliased, const QList<Column>& columns) {
     for (const Source& other : m_scopes.back().sources)
         if (aliased && other.isAliased && collation::equal(other.label, label))
-            throw DbError(1011,
-                          QString("The correlation name '%1' is specified multiple times in a FROM clause.")
-                              .arg(label));
+            throw serverError(1011, "The correlation name '%1' is specified multiple times in a FROM clause.",
+                              label);
     m_scopes.back().sources.push_back({'t' + QString::number(++m_aliases), label, aliased, {}, columns});
     return m_scopes.back().sources.back();
 }
@@ -259,11 +257,9 @@ QString Translator::table(const TableRef& ref) {
     QSet<QString> seen;
     for (qsizetype i = 0; i < names.size(); ++i) {
         const QString& name = names[i];
-        if (name.isEmpty())
-            throw DbError(8155, QString("Column %1 of '%2' has no name.").arg(i + 1).arg(ref.alias));
+        if (name.isEmpty()) throw serverError(8155, "Column %1 of '%2' has no name.", i + 1, ref.alias);
         if (seen.contains(collation::fold(name)))
-            throw DbError(8156,
-                          QString("The column '%1' occurs more than once in '%2'.").arg(name, ref.alias));
+            throw serverError(8156, "The column '%1' occurs more than once in '%2'.", name, ref.alias);
         seen.insert(collation::fold(name));
         columns.append({name, types[i], true, false, {}});
     }

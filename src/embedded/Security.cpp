@@ -40,18 +40,16 @@ bool loginExists(SqliteFile& file, const QString& name) {
 
 void requireLogin(SqliteFile& file, const QString& name) {
     if (!loginExists(file, name))
-        throw DbError(15151,
-                      QString("Cannot find the login '%1', because it does not exist or you do not have "
-                              "permission.")
-                          .arg(name));
+        throw serverError(
+            15151, "Cannot find the login '%1', because it does not exist or you do not have permission.",
+            name);
 }
 
 void changeMember(Session& session, const SecurityStatement& statement, bool add) {
     require(session, "sysadmin");
     const QString role = knownRole(statement.role);
     if (!loginExists(session.file, statement.name))
-        throw DbError(
-            15007, QString("'%1' is not a valid login or you do not have permission.").arg(statement.name));
+        throw serverError(15007, "'%1' is not a valid login or you do not have permission.", statement.name);
     session.file.run(R"(DELETE FROM "~members" WHERE role = ?1 AND login = ?2)", {role, statement.name});
     if (add) session.file.run(R"(INSERT INTO "~members" VALUES (?1, ?2))", {role, statement.name});
 }
@@ -59,7 +57,7 @@ void changeMember(Session& session, const SecurityStatement& statement, bool add
 void createLogin(Session& session, const SecurityStatement& statement) {
     require(session, "securityadmin");
     if (loginExists(session.file, statement.name))
-        throw DbError(15025, QString("The server principal '%1' already exists.").arg(statement.name));
+        throw serverError(15025, "The server principal '%1' already exists.", statement.name);
     if (statement.password.isEmpty())
         throw DbError(15116, "Password validation failed: the password is empty.");
     addLogin(session.file, statement.name, statement.password, statement.defaultDatabase);
@@ -69,9 +67,8 @@ void dropLogin(Session& session, const SecurityStatement& statement) {
     require(session, "securityadmin");
     requireLogin(session.file, statement.name);
     if (collation::equal(session.login, statement.name))
-        throw DbError(
-            15434,
-            QString("Could not drop login '%1' as the user is currently logged in.").arg(statement.name));
+        throw serverError(15434, "Could not drop login '%1' as the user is currently logged in.",
+                          statement.name);
     session.file.run(R"(DELETE FROM "~members" WHERE login = ?1)", {statement.name});
     session.file.run(R"(DELETE FROM "~logins" WHERE name = ?1)", {statement.name});
 }
@@ -86,7 +83,7 @@ QStringList serverRoles() {
 QString knownRole(const QString& role) {
     for (const QString& known : serverRoles())
         if (collation::equal(known, role)) return known;
-    throw DbError(15412, QString("'%1' is not a known fixed role.").arg(role));
+    throw serverError(15412, "'%1' is not a known fixed role.", role);
 }
 
 void require(const Session& session, const char* role) {
@@ -132,7 +129,7 @@ QString logIn(Session& session, const QString& login, const QString& password) {
         session.file.prepare(R"(SELECT name, hash, default_database FROM "~logins" WHERE name = ?1)");
     row.bind(1, login);
     if (!row.step() || !matches(row.text(1), password))
-        throw DbError(DbError::LoginFailed, QString("Login failed for user '%1'.").arg(login));
+        throw serverError(DbError::LoginFailed, "Login failed for user '%1'.", login);
     session.login = row.text(0);
     SqliteStatement roles = session.file.prepare(R"(SELECT role FROM "~members" WHERE login = ?1)");
     roles.bind(1, login);

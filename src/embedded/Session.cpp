@@ -14,10 +14,10 @@ const Database& Session::databaseNamed(const QString& name) const {
     const Database* found = catalog.database(name);
     if (!found) throw noSuchDatabase(name);
     if (!canEnter(*found))
-        throw DbError(
-            916, QString("The server principal \"%1\" is not able to access the database \"%2\" under the "
-                         "current security context.")
-                     .arg(login, found->name));
+        throw serverError(916,
+                          "The server principal \"%1\" is not able to access the database \"%2\" under the "
+                          "current security context.",
+                          login, found->name);
     return *found;
 }
 
@@ -44,7 +44,7 @@ Variable& Session::variable(const QString& name) {
         const auto found = frames.back().variables.find(collation::fold(name));
         if (found != frames.back().variables.end()) return found->second;
     }
-    throw DbError(137, QString("Must declare the scalar variable \"%1\".").arg(name));
+    throw serverError(137, "Must declare the scalar variable \"%1\".", name);
 }
 
 Value Session::valueOf(const QString& name) {
@@ -63,7 +63,7 @@ Value Session::valueOf(const QString& name) {
 Type Session::typeOf(const QString& name) {
     if (!name.startsWith("@@")) {
         const Variable& found = variable(name);
-        if (!found.cursor.isNull()) throw DbError(16924, QString("%1 is a cursor, not a value.").arg(name));
+        if (!found.cursor.isNull()) throw serverError(16924, "%1 is a cursor, not a value.", name);
         return found.type;
     }
     const QString key = name.mid(2).toLower();

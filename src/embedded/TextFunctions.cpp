@@ -31,8 +31,7 @@ QString trimmedLeft(const QString& text) {
 
 qsizetype length(const Arguments& arguments, int index, const char* function) {
     const qint64 value = arguments.integer(index);
-    if (value < 0)
-        throw DbError(537, QString("Invalid length parameter passed to the %1 function.").arg(function));
+    if (value < 0) throw serverError(537, "Invalid length parameter passed to the %1 function.", function);
     return qsizetype(value);
 }
 
