@@ -18,8 +18,6 @@ Type comparisonType(const Type& a, const Type& b) {
         return type.isText() ? 0 : type.isNumber() ? 1 : type.isDate() ? 2 : 3;
     };
     if (a.kind == Type::Null || b.kind == Type::Null || family(a) == family(b)) return {};
-    if (a.kind == Type::Binary || b.kind == Type::Binary)
-        throw notSupported("comparing " + a.toString() + " with " + b.toString());
     if (a.isDate() || b.isDate()) return Type::of(Type::DateTime);
     const Type number = a.isNumber() ? a : b;
     return number.kind == Type::Decimal ? Type::of(Type::Float) : number;
@@ -87,10 +85,7 @@ QString Translator::in(const Expr& expr) {
     if (expr.query) {
         QList<Type> types;
         QString sql = subquery(*expr.query, types);
-        if (types.size() != 1)
-            throw DbError(116,
-                          "Only one expression can be specified in the select list when the subquery is not "
-                          "introduced with EXISTS.");
+        if (types.size() != 1) throw DbError(116, "Only one expression can be specified in this subquery.");
         if (const Type type = comparisonType(left.type, types[0]); type.kind != Type::Null) {
             if (left.type.isText() || (type.isDate() && !left.type.isDate()))
                 left = {convert(left, type), type};

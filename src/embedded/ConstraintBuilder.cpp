@@ -125,10 +125,7 @@ void ConstraintBuilder::addUnique(qint64 id, const QStringList& columns, ObjectK
                            + (QStringList{'(' + column + " IS NULL)"} + quoted(others)).join(u',')
                            + ") WHERE " + column + " IS NULL");
     } catch (const ConstraintError&) {
-        throw serverError(1505,
-                          "The CREATE UNIQUE INDEX statement terminated because a duplicate key was found "
-                          "for the object name 'dbo.%1'.",
-                          m_table.name);
+        throw serverError(1505, "A duplicate key was found for the object name 'dbo.%1'.", m_table.name);
     }
 }
 

@@ -113,7 +113,7 @@ Value Conversion::operator()(const Value& value) const {
     if (to.isNumber()) return toFloat(value);
     if (to.isText()) return toText(value);
     if (to.isDate()) return toDate(value);
-    return toBinary(value);
+    throw notSupported("binary values");
 }
 
 double Conversion::number(const Value& value) const {
@@ -153,14 +153,8 @@ Value Conversion::toInteger(const Value& value) const {
     const double whole = from.isDate() ? std::floor(real + 0.5) : std::trunc(real);
     const Range range = rangeOf(to.kind);
     if (whole < range.low || whole > range.high) {
-        if (std::holds_alternative<QString>(value))
-            throw DbError(to.kind == Type::Int ? 248 : 244,
-                          QString("The conversion of the %1 value '%2' overflowed an %3 column.")
-                              .arg(from.toString(), std::get<QString>(value), to.toString()));
-        if (to.kind == Type::TinyInt || to.kind == Type::SmallInt)
-            throw serverError(220, "Arithmetic overflow error for data type %1, value = %2.", to.toString(),
-                              qint64(whole));
-        throw overflow(to);
+        if (to.kind != Type::TinyInt && to.kind != Type::SmallInt) throw overflow(to);
+        throw serverError(220, "Arithmetic overflow error for data type %1.", to.toString());
     }
     return qint64(whole);
 }
@@ -189,7 +183,6 @@ QString Conversion::written(const Value& value) const {
         if (from.isDate()) return dateText::format(dateText::fromStored(*text), from, style);
         return *text;
     }
-    if (const auto* bytes = std::get_if<QByteArray>(&value)) return QString::fromLatin1(*bytes);
     if (const auto* integer = std::get_if<qint64>(&value))
         if (from.kind != Type::Money && from.kind != Type::Decimal) return QString::number(*integer);
     const double real =
@@ -224,20 +217,6 @@ Value Conversion::toDate(const Value& value) const {
     return dateText::toStored(dateText::fromDays(number(value)), to);
 }
 
-Value Conversion::toBinary(const Value& value) const {
-    QByteArray bytes;
-    if (const auto* blob = std::get_if<QByteArray>(&value))
-        bytes = *blob;
-    else
-        throw serverError(257, "Implicit conversion from data type %1 to varbinary is not allowed.",
-                          from.toString());
-    if (to.length != Type::Max && bytes.size() > to.length) {
-        if (intoColumn) throw DbError(DbError::TextTooLong, "String or binary data would be truncated.");
-        bytes.truncate(to.length);
-    }
-    return bytes;
-}
-
 QString shown(const Value& value, const Type& type) {
     if (isNull(value)) return {};
     const double real = std::holds_alternative<double>(value)   ? std::get<double>(value)
@@ -261,8 +240,6 @@ QString shown(const Value& value, const Type& type) {
         break;
     }
     if (const auto* text = std::get_if<QString>(&value)) return text->isNull() ? QString("") : *text;
-    if (const auto* bytes = std::get_if<QByteArray>(&value))
-        return QString::fromLatin1(bytes->toHex().toUpper());
     if (const auto* integer = std::get_if<qint64>(&value)) return QString::number(*integer);
     return QString::number(real, 'g', 15);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "embedded/DateText.h"
-#include "embedded/Value.h"
+#include "embedded/Sqlite.h"
 
 namespace embedded {
 
@@ -23,7 +23,6 @@ private:
     Value toFloat(const Value& value) const;
     Value toText(const Value& value) const;
     Value toDate(const Value& value) const;
-    Value toBinary(const Value& value) const;
     double number(const Value& value) const;
     QString written(const Value& value) const;
     [[noreturn]] void fail(const Value& value) const;

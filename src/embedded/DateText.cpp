@@ -28,32 +28,11 @@ int fullYear(const QString& digits) {
     return year + (year < 50 ? 2000 : 1900);
 }
 
-/// "9", "9:05", "9:05:30", "9:05:30.123" with AM or PM. A lone hour needs AM or PM.
-bool parseTime(const QString& text, QTime& time) {
-    static const QRegularExpression form(
-        "^(\\d{1,2})(?::(\\d{1,2})(?::(\\d{1,2})(?:[.:](\\d{1,7}))?)?)?\\s*([AaPp][Mm])?$");
-    const QRegularExpressionMatch match = form.match(text.trimmed());
-    if (!match.hasMatch() || (match.captured(2).isEmpty() && match.captured(5).isEmpty())) return false;
-    int hour = match.captured(1).toInt();
-    const QString half = match.captured(5).toLower();
-    if (!half.isEmpty()) {
-        if (hour > 12) return false;
-        hour = hour % 12 + (half == "pm" ? 12 : 0);
-    }
-    const QString fraction = match.captured(4);
-    time = QTime(hour, match.captured(2).toInt(), match.captured(3).toInt(),
-                 fraction.isEmpty() ? 0 : int(fraction.leftJustified(3, u'0').left(3).toInt()));
-    return time.isValid();
-}
-
 bool parseDay(const QString& text, Order order, QDate& date) {
     if (text.isEmpty()) return date = base, true;
-    static const QRegularExpression compact("^\\d{8}$|^\\d{6}$|^\\d{4}$");
+    static const QRegularExpression compact("^\\d{8}$|^\\d{6}$");
     if (compact.match(text).hasMatch()) {
-        if (text.size() == 4)
-            date = QDate(text.toInt(), 1, 1);
-        else
-            date = QDate(fullYear(text.chopped(4)), text.right(4).left(2).toInt(), text.right(2).toInt());
+        date = QDate(fullYear(text.chopped(4)), text.right(4).left(2).toInt(), text.right(2).toInt());
         return true;
     }
     static const QRegularExpression separators("[\\s,/.-]+");
@@ -72,46 +51,39 @@ bool parseDay(const QString& text, Order order, QDate& date) {
         }
     }
     if (month != 0) {
-        if (numbers.isEmpty() || numbers.size() > 2) return false;
-        if (numbers.size() == 1) { // a month and a year, or a month and a day of this year
-            if (numbers[0].size() != 4) return false;
-            return date = QDate(fullYear(numbers[0]), month, 1), true;
-        }
+        if (numbers.size() != 2) return false;
         const bool yearFirst = numbers[0].size() == 4;
         date = QDate(fullYear(numbers[yearFirst ? 0 : 1]), month, numbers[yearFirst ? 1 : 0].toInt());
         return true;
     }
     if (numbers.size() != 3) return false;
-    if (numbers[0].size() == 4) {
-        const bool dayBeforeMonth = order == Order::DayMonthYear;
-        date = QDate(numbers[0].toInt(), numbers[dayBeforeMonth ? 2 : 1].toInt(),
-                     numbers[dayBeforeMonth ? 1 : 2].toInt());
-    } else if (order == Order::YearMonthDay && numbers[2].size() != 4) {
-        date = QDate(fullYear(numbers[0]), numbers[1].toInt(), numbers[2].toInt());
-    } else {
-        const bool dayFirst = order == Order::DayMonthYear;
-        date =
-            QDate(fullYear(numbers[2]), numbers[dayFirst ? 1 : 0].toInt(), numbers[dayFirst ? 0 : 1].toInt());
-    }
+    // The places of year, month and day. A year of four digits tells itself wherever it stands.
+    const bool dayFirst = order == Order::DayMonthYear;
+    const bool yearFirst = numbers[0].size() == 4 || (order == Order::YearMonthDay && numbers[2].size() != 4);
+    const int first = yearFirst ? 1 : 0;
+    date = QDate(fullYear(numbers[yearFirst ? 0 : 2]), numbers[dayFirst ? first + 1 : first].toInt(),
+                 numbers[dayFirst ? first : first + 1].toInt());
     return true;
 }
 
 /// False when the text has no date's form; an impossible day yields an invalid date and true.
 bool parseParts(const QString& text, Order order, QDateTime& result) {
-    QString rest = text.simplified();
-    static const QRegularExpression iso("^(\\d{4}-\\d{2}-\\d{2})[Tt](\\d.*?)[Zz]?$");
-    if (const auto match = iso.match(rest); match.hasMatch()) {
-        rest = match.captured(1) + ' ' + match.captured(2);
-        order = Order::MonthDayYear;
-    }
-    QTime time(0, 0);
-    static const QRegularExpression clock("(?:^|\\s)(\\d{1,2}(?::[\\d:.]+)?\\s*(?:[AaPp][Mm])?)$");
-    if (const auto match = clock.match(rest); match.hasMatch() && parseTime(match.captured(1), time))
-        rest.truncate(match.capturedStart(0));
-    else if (rest.contains(u':'))
-        return false;
+    static const QRegularExpression form(
+        "^(.*?)(?:(?:^|\\s|(\\dT))(\\d{1,2}):(\\d{1,2})(?::(\\d{1,2})(?:[.:](\\d{1,7}))?)?\\s*(am|pm)?Z?)?$",
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = form.match(text.simplified());
+    const QString joint = match.captured(2); // of the last digit of the day and a T
+    if (!joint.isEmpty()) order = Order::MonthDayYear;
+    int hour = match.captured(3).toInt();
+    const QString half = match.captured(7).toLower();
+    if (!half.isEmpty() && hour > 12) return false;
+    if (!half.isEmpty()) hour = hour % 12 + (half == "pm" ? 12 : 0);
+    const QTime time(hour, match.captured(4).toInt(), match.captured(5).toInt(),
+                     match.captured(6).leftJustified(3, u'0').left(3).toInt());
+    const QString day = match.captured(1) + joint.left(1);
+    if (!match.hasMatch() || !time.isValid() || day.contains(u':')) return false;
     QDate date;
-    if (!parseDay(rest.trimmed(), order, date)) return false;
+    if (!parseDay(day.trimmed(), order, date)) return false;
     result = date.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
     return true;
 }
@@ -125,10 +97,8 @@ QString pad(int number, int width) {
 QDateTime parse(const QString& text, Order order) {
     QDateTime result;
     if (!parseParts(text, order, result))
-        throw DbError(241, "Conversion failed when converting date and/or time from character string.");
-    if (!result.isValid() || result.date().year() > 9999)
-        throw DbError(242, "The conversion of a varchar data type to a datetime data type resulted in an "
-                           "out-of-range value.");
+        throw DbError(241, "Conversion failed when converting a text to a date.");
+    if (!result.isValid() || result.date().year() > 9999) throw DbError(242, "The date is out of range.");
     return result;
 }
 
@@ -159,7 +129,7 @@ QString toStored(const QDateTime& date, const Type& type) {
     }
     const QDate day = rounded.date();
     if (!rounded.isValid() || day.year() < firstYear || day.year() > lastYear)
-        throw DbError(242, "The conversion resulted in an out-of-range datetime value.");
+        throw DbError(242, "The date is out of range.");
     const QTime time = rounded.time();
     return pad(day.year(), 4) + '-' + pad(day.month(), 2) + '-' + pad(day.day(), 2) + ' '
            + pad(time.hour(), 2) + ':' + pad(time.minute(), 2) + ':' + pad(time.second(), 2) + '.'

@@ -9,9 +9,7 @@ namespace embedded {
 namespace {
 
 DbError cannotDrop(const QString& kind, const QString& name) {
-    return serverError(3701,
-                       "Cannot drop the %1 '%2', because it does not exist or you do not have permission.",
-                       kind, name);
+    return serverError(3701, "Cannot drop the %1 '%2', because it does not exist.", kind, name);
 }
 
 bool isTemporary(const ObjectName& name) {
@@ -29,9 +27,7 @@ const Database& DdlExecutor::databaseFor(const ObjectName& name) const {
 Object DdlExecutor::tableNamed(const ObjectName& name) const {
     const Object* table = m_session.find(name);
     if (!table || table->kind != ObjectKind::Table)
-        throw serverError(
-            4902, "Cannot find the object \"%1\" because it does not exist or you do not have permissions.",
-            name.toString());
+        throw serverError(4902, "Cannot find the object \"%1\".", name.toString());
     return *table;
 }
 
@@ -80,9 +76,7 @@ void DdlExecutor::run(const CreateTableStatement& statement) {
     QSet<QString> names;
     for (const ColumnDef& column : definition.columns) {
         if (names.contains(collation::fold(column.name)))
-            throw serverError(2705,
-                              "Column names in each table must be unique. Column name '%1' in table '%2' is "
-                              "specified more than once.",
+            throw serverError(2705, "Column name '%1' in table '%2' is specified more than once.",
                               column.name, statement.table.name);
         names.insert(collation::fold(column.name));
     }
@@ -140,17 +134,13 @@ void DdlExecutor::run(const AlterTableStatement& statement) {
 void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
     for (const ColumnDef& column : definition.columns) {
         if (m_session.catalog.object(table.id)->column(column.name))
-            throw serverError(2705,
-                              "Column names in each table must be unique. Column name '%1' in table '%2' is "
-                              "specified more than once.",
+            throw serverError(2705, "Column name '%1' in table '%2' is specified more than once.",
                               column.name, table.name);
         if (column.identity) throw notSupported("adding an IDENTITY column to a table");
         const bool hasRows = !isNull(m_session.file.scalar("SELECT 1 FROM " + table.sqlName() + " LIMIT 1"));
         if (!column.nullable && column.defaultText.isEmpty() && hasRows)
             throw serverError(
-                4901,
-                "ALTER TABLE only allows columns to be added that can contain nulls, or have a DEFAULT "
-                "definition specified. Column '%1' cannot be added to the non-empty table '%2'.",
+                4901, "Column '%1' cannot be added to the table '%2', which has rows, without a default.",
                 column.name, table.name);
         m_session.file.run("ALTER TABLE " + table.sqlName() + " ADD COLUMN " + sqliteName(column.name)
                            + " COLLATE T");
@@ -167,9 +157,7 @@ void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
 void DdlExecutor::alterColumn(const Object& table, const ColumnDef& definition) {
     const Column* former = table.column(definition.name);
     if (!former)
-        throw serverError(4924,
-                          "ALTER TABLE ALTER COLUMN failed because column '%1' does not exist in table '%2'.",
-                          definition.name, table.name);
+        throw serverError(4924, "Column '%1' does not exist in table '%2'.", definition.name, table.name);
     if (former->identity) throw notSupported("altering an IDENTITY column");
     Column column = columnOf(definition);
     column.name = former->name;
@@ -227,9 +215,7 @@ void DdlExecutor::run(const CreateIndexStatement& statement) {
 void DdlExecutor::run(const CreateProcedureStatement& statement) {
     const ObjectName& name = statement.name;
     if (!name.database.isEmpty())
-        throw DbError(
-            166,
-            "'CREATE/ALTER' does not allow specifying the database name as a prefix to the object name.");
+        throw DbError(166, "The name of a procedure to be created takes no database.");
     const Database database = databaseFor(name);
     const Object* existing = m_session.catalog.object(database.id, name.name);
     if (statement.alter && (!existing || existing->kind != ObjectKind::Procedure))
@@ -246,9 +232,7 @@ void DdlExecutor::run(const CreateProcedureStatement& statement) {
 void DdlExecutor::setIdentityInsert(const IdentityInsertStatement& statement) {
     const Object table = tableNamed(statement.table);
     if (!table.identityColumn())
-        throw serverError(8106,
-                          "Table '%1' does not have the identity property. Cannot perform SET operation.",
-                          table.name);
+        throw serverError(8106, "Table '%1' does not have the identity property.", table.name);
     if (statement.on && !m_session.identityInsert.isEmpty() && m_session.identityInsert != table.sqlName())
         throw DbError(8107, "IDENTITY_INSERT is already ON for another table.");
     m_session.identityInsert = statement.on ? table.sqlName() : QString();

@@ -30,9 +30,7 @@ Translator::Target Translator::targetOf(const InsertStatement& statement, const 
         if (target.given.contains(column))
             throw serverError(264, "The column name '%1' is specified more than once.", name);
         if (column->identity && !explicitIdentity)
-            throw serverError(544,
-                              "Cannot insert explicit value for identity column in table '%1' when "
-                              "IDENTITY_INSERT is set to OFF.",
+            throw serverError(544, "Cannot insert explicit value for identity column in table '%1'.",
                               table.name);
         target.given.append(column);
     }
@@ -85,9 +83,7 @@ QString Translator::rows(const InsertStatement& statement, const Target& target,
                               "Column name or number of supplied values does not match table definition.");
             const bool more = qsizetype(row.size()) < target.given.size();
             throw DbError(more ? 109 : 110,
-                          QString("There are %1 columns in the INSERT statement than values specified "
-                                  "in the VALUES clause.")
-                              .arg(more ? "more" : "fewer"));
+                          "There are not as many values as columns in the INSERT statement.");
         }
         QStringList values;
         for (std::size_t i = 0; i < row.size(); ++i) {

@@ -128,9 +128,7 @@ void Executor::runText(const QString& text, const std::vector<Parameter>& parame
 
 void Executor::runNested(const Batch& batch, const std::vector<Parameter>& parameters,
                          std::vector<CallArgument>& arguments, qint64 database, const QString& name) {
-    if (m_session.frames.size() > 32)
-        throw DbError(
-            217, "Maximum stored procedure, function, trigger, or view nesting level exceeded (limit 32).");
+    if (m_session.frames.size() > 32) throw DbError(217, "Maximum nesting level exceeded (limit 32).");
     QStringList names;
     for (const Parameter& parameter : parameters) names.append(parameter.variable.name);
     const std::vector<std::size_t> places = placesOf(arguments, names, name);
@@ -144,8 +142,7 @@ void Executor::runNested(const Batch& batch, const std::vector<Parameter>& param
         if (argument && !argument->isDefault) {
             variable.value = Conversion{argument->type, parameter.type}(argument->value);
             if (!argument->outputVariable.isEmpty() && !parameters[p].output)
-                throw serverError(8162,
-                                  "The formal parameter \"%1\" was not declared as an OUTPUT parameter.",
+                throw serverError(8162, "The parameter \"%1\" was not declared as an OUTPUT parameter.",
                                   parameter.name);
         } else if (parameter.initial) {
             variable.value = evaluate(parameter.initial, parameter.type);

@@ -50,8 +50,7 @@ void Executor::declareCursor(const CursorStatement& statement) {
 QString Executor::cursorKey(const QString& name) const {
     if (!name.startsWith(u'@')) return collation::fold(name);
     const QString cursor = m_session.variable(name).cursor;
-    if (cursor.isEmpty())
-        throw serverError(16950, "The variable '%1' does not currently have a cursor allocated to it.", name);
+    if (cursor.isEmpty()) throw serverError(16950, "The variable '%1' does not have a cursor.", name);
     return cursor;
 }
 
@@ -74,8 +73,7 @@ void Executor::open(Cursor& cursor) {
 
 void Executor::fetch(Cursor& cursor, const QStringList& into) {
     if (!into.isEmpty() && into.size() != cursor.types.size())
-        throw DbError(
-            16924, "The number of variables declared in the INTO list must match that of selected columns.");
+        throw DbError(16924, "FETCH needs a variable for each column.");
     const bool onRow = cursor.next < cursor.rows.size();
     m_session.fetchStatus = onRow ? 0 : -1;
     const std::vector<Value> row = onRow ? cursor.rows[cursor.next++] : std::vector<Value>();

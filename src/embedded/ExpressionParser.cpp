@@ -38,11 +38,6 @@ ExprPtr parseLiteral(TokenReader& in) {
         return number(text, Type::of(Type::Float));
     case Token::Money:
         return number(text, Type::of(Type::Money));
-    case Token::Binary: {
-        auto expr = makeExpr(Expr::Number, "x'" + (text.size() % 2 ? '0' + text : text) + '\'');
-        expr->type = Type{Type::Binary, std::max(1, int(text.size() + 1) / 2), 0, 0};
-        return expr;
-    }
     default:
         return makeText(text, token.kind == Token::UnicodeText);
     }
@@ -308,11 +303,7 @@ ExprPtr parseValue(TokenReader& in) {
 
 ExprPtr parseCondition(TokenReader& in) {
     ExprPtr expr = parseOr(in);
-    if (!expr->isPredicate())
-        throw serverError(4145,
-                          "An expression of non-boolean type specified in a context where a condition is "
-                          "expected, near '%1'.",
-                          in.peek().text);
+    if (!expr->isPredicate()) throw serverError(4145, "A condition is expected near '%1'.", in.peek().text);
     return expr;
 }
 

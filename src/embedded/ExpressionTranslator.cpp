@@ -86,10 +86,7 @@ Typed Translator::translate(const ExprPtr& expr) {
     case Expr::Subquery: {
         QList<Type> types;
         const QString sql = subquery(*expr->query, types);
-        if (types.size() != 1)
-            throw DbError(116,
-                          "Only one expression can be specified in the select list when the subquery is not "
-                          "introduced with EXISTS.");
+        if (types.size() != 1) throw DbError(116, "Only one expression can be specified in this subquery.");
         return {'(' + sql + ')', types[0]};
     }
     case Expr::Star:

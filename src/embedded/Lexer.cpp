@@ -68,7 +68,7 @@ private:
         if (c == u'[') return {Token::Bracketed, delimited(u']')};
         if (c == u'"') return {Token::Quoted, delimited(u'"')};
         if (c == u'@') return {Token::Variable, name()};
-        if (c == u'0' && (peek(1) == u'x' || peek(1) == u'X')) return binary();
+        if (c == u'0' && (peek(1) == u'x' || peek(1) == u'X')) throw notSupported("binary values");
         if (c.isDigit() || (c == u'.' && peek(1).isDigit())) return number();
         if (c == u'$' && peek(1).isDigit()) {
             ++m_at;
@@ -96,12 +96,6 @@ private:
         const qsizetype start = m_at++;
         while (continuesName(peek())) ++m_at;
         return m_batch.mid(start, m_at - start);
-    }
-
-    Token binary() {
-        const qsizetype start = m_at += 2;
-        while (isxdigit(peek().toLatin1())) ++m_at;
-        return {Token::Binary, m_batch.mid(start, m_at - start)};
     }
 
     Token number() {

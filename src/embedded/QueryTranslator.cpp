@@ -16,9 +16,7 @@ DbError noTable(const ObjectName& name) {
 
 void checkGrouping(const QStringList& ungrouped) {
     if (ungrouped.isEmpty()) return;
-    throw serverError(8120,
-                      "Column '%1' is invalid in the select list because it is not contained in either an "
-                      "aggregate function or the GROUP BY clause.",
+    throw serverError(8120, "Column '%1' is neither in an aggregate function nor in the GROUP BY clause.",
                       ungrouped.first());
 }
 
@@ -39,8 +37,7 @@ Translation Translator::select(const Query& query) {
     }
     if (!translation.targets.isEmpty()
         && translation.targets.size() != qsizetype(query.cores.front().items.size()))
-        throw DbError(141, "A SELECT statement that assigns a value to a variable must not be combined with "
-                           "data-retrieval operations.");
+        throw DbError(141, "A SELECT that assigns a value to a variable must not retrieve data.");
     translation.sql = assemble(query, translation.types, translation.names);
     if (m_readsAssigned && !query.orderBy.empty())
         throw notSupported("SELECT … ORDER BY that reads a variable while it assigns it");
@@ -86,9 +83,7 @@ QString Translator::assemble(const Query& query, QList<Type>& types, QStringList
     for (const Typed& item : cores.front().items) types.append(item.type);
     for (const Core& other : cores) {
         if (other.items.size() != types.size())
-            throw DbError(
-                205, "All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal "
-                     "number of expressions in their target lists.");
+            throw DbError(205, "All queries of a UNION must have an equal number of expressions.");
         for (qsizetype i = 0; i < types.size(); ++i) types[i] = Type::common(types[i], other.items[i].type);
     }
     QString sql;
@@ -172,9 +167,8 @@ void Translator::addStar(const Expr& star, Core& core) {
     }
     if (found) return;
     if (star.parts.isEmpty()) throw DbError(263, "Must specify table to select from.");
-    throw serverError(
-        107, "The column prefix '%1' does not match with a table name or alias name used in the query.",
-        star.parts.join(u'.'));
+    throw serverError(107, "The column prefix '%1' does not match with a table of the query.",
+                      star.parts.join(u'.'));
 }
 
 QString Translator::orderBy(const Query& query, const Core& core, bool compound) {
@@ -185,20 +179,14 @@ QString Translator::orderBy(const Query& query, const Core& core, bool compound)
         if (expr.kind == Expr::Number) {
             place = expr.text.toInt() - 1;
             if (place < 0 || place >= core.items.size())
-                throw serverError(108,
-                                  "The ORDER BY position number %1 is out of range of the number of items in "
-                                  "the select list.",
-                                  expr.text);
+                throw serverError(108, "The ORDER BY position number %1 is out of range.", expr.text);
         } else if (expr.kind == Expr::Column && expr.parts.size() == 1) {
             for (qsizetype i = 0; i < core.names.size() && place < 0; ++i)
                 if (collation::equal(core.names[i], expr.parts[0])) place = i;
         }
         QString key;
         if (place < 0) {
-            if (compound)
-                throw DbError(
-                    104, "ORDER BY items must appear in the select list if the statement contains a UNION, "
-                         "INTERSECT or EXCEPT operator.");
+            if (compound) throw DbError(104, "ORDER BY items must appear in the select list of a UNION.");
             const qsizetype before = m_scopes.back().ungrouped.size();
             const Typed typed = value(item.expr);
             if (m_scopes.back().aggregated || !m_scopes.back().groupKeys.isEmpty())
@@ -206,8 +194,7 @@ QString Translator::orderBy(const Query& query, const Core& core, bool compound)
             for (qsizetype i = 0; i < core.items.size(); ++i)
                 if (core.items[i].sql == typed.sql) place = i;
             if (core.distinct && place < 0)
-                throw DbError(
-                    145, "ORDER BY items must appear in the select list if SELECT DISTINCT is specified.");
+                throw DbError(145, "ORDER BY items must appear in the select list of SELECT DISTINCT.");
             key = collated(typed);
         }
         if (place >= 0) key = QString::number(place + 1);

@@ -39,10 +39,7 @@ bool loginExists(SqliteFile& file, const QString& name) {
 }
 
 void requireLogin(SqliteFile& file, const QString& name) {
-    if (!loginExists(file, name))
-        throw serverError(
-            15151, "Cannot find the login '%1', because it does not exist or you do not have permission.",
-            name);
+    if (!loginExists(file, name)) throw serverError(15151, "Cannot find the login '%1'.", name);
 }
 
 void changeMember(Session& session, const SecurityStatement& statement, bool add) {

@@ -14,10 +14,8 @@ const Database& Session::databaseNamed(const QString& name) const {
     const Database* found = catalog.database(name);
     if (!found) throw noSuchDatabase(name);
     if (!canEnter(*found))
-        throw serverError(916,
-                          "The server principal \"%1\" is not able to access the database \"%2\" under the "
-                          "current security context.",
-                          login, found->name);
+        throw serverError(916, "The login \"%1\" is not able to access the database \"%2\".", login,
+                          found->name);
     return *found;
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "db/DbError.h"
-#include "embedded/Value.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
+#include <variant>
 #include <vector>
 
 struct sqlite3;
@@ -14,6 +14,13 @@ struct sqlite3_context;
 struct sqlite3_value;
 
 namespace embedded {
+
+/// A value as SQLite holds it; monostate is NULL.
+using Value = std::variant<std::monostate, qint64, double, QString>;
+
+inline bool isNull(const Value& value) {
+    return std::holds_alternative<std::monostate>(value);
+}
 
 class SqliteFile;
 

@@ -1,7 +1,6 @@
 #include "embedded/Collation.h"
 #include "embedded/Errors.h"
 #include "embedded/FunctionTable.h"
-#include "embedded/LikePattern.h"
 
 namespace embedded {
 
@@ -82,13 +81,13 @@ void addTextFunctions(FunctionTable& table) {
     table.add("replace", {"ttt", longText, replace});
     table.add("charindex", {"tt[i", always(integerType), charIndex});
     table.add("char", {"i", always(Type::text(1, false)), charOf});
-    table.add("like",
-              {"tt[t", always(integerType), [](const Arguments& a) {
-                   const QString escape = a.count() > 2 ? a.text(2) : QString();
-                   if (a.count() > 2 && escape.size() != 1)
-                       throw DbError(506, "A LIKE predicate has an invalid escape character.");
-                   return qint64(matchesLike(a.text(0), a.text(1), escape.isEmpty() ? QChar() : escape[0]));
-               }});
+    table.add("like", {"tt[t", always(integerType), [](const Arguments& a) {
+                           const QString escape = a.count() > 2 ? a.text(2) : QString();
+                           if (a.count() > 2 && escape.size() != 1)
+                               throw DbError(506, "A LIKE predicate has an invalid escape character.");
+                           return qint64(collation::matchesLike(a.text(0), a.text(1),
+                                                                escape.isEmpty() ? QChar() : escape[0]));
+                       }});
 }
 
 } // namespace embedded

@@ -28,7 +28,6 @@ private slots:
         row("cast('2008-04-01T09:05:00.999' as datetime)", "2008-04-01 09:05:01.000");
         row("cast('20080401 13:05' as date)", "2008-04-01");
         row("cast(0.1 as float)", "0.1");
-        row("0x0aff", "0AFF");
         row("cast(null as int)", "NULL");
         row("''", "");
         // Arithmetic
@@ -68,9 +67,8 @@ private slots:
         row("cast(N'Ω' as varchar(5))", "?");
         row("cast(N'€é' as varchar(5))", "€é");
         // Dates in all the forms that people write
-        for (const char* date :
-             {"2008/04/01", "20080401", "2008-04-01", "2008-04-01T00:00:00", "1 Apr 2008",
-              "2008-Apr-01 00:00:00", "April 1, 2008", "1-apr-08", "04/01/2008", "Apr 2008"})
+        for (const char* date : {"2008/04/01", "20080401", "2008-04-01", "2008-04-01T00:00:00", "1 Apr 2008",
+                                 "2008-Apr-01 00:00:00", "April 1, 2008", "1-apr-08", "04/01/2008"})
             QTest::addRow("date %s", date)
                 << QString("convert(varchar(10), cast('%1' as datetime), 120)").arg(date) << "2008-04-01";
         row("cast('9:05PM' as datetime)", "1900-01-01 21:05:00.000");
