@@ -1,7 +1,6 @@
 #pragma once
 
-#include "embedded/ObjectName.h"
-#include "embedded/Type.h"
+#include "embedded/Schema.h"
 
 #include <QStringList>
 #include <memory>
@@ -100,16 +99,6 @@ struct Statement;
 using StatementPtr = std::shared_ptr<const Statement>;
 using StatementList = std::vector<StatementPtr>;
 
-struct ColumnDef {
-    QString name;
-    Type type;
-    bool nullable = true;
-    bool identity = false;
-    qint64 seed = 1;
-    ExprPtr defaultValue;
-    QString defaultText; ///< as written, kept in the catalogue
-};
-
 struct ConstraintDef {
     ObjectKind kind = ObjectKind::PrimaryKey; ///< or Unique or Default
     QString name;                             ///< empty when the server has to find one
@@ -118,7 +107,7 @@ struct ConstraintDef {
 };
 
 struct TableDef {
-    std::vector<ColumnDef> columns;
+    std::vector<Column> columns;
     std::vector<ConstraintDef> constraints;
 };
 

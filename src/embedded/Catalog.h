@@ -1,8 +1,7 @@
 #pragma once
 
-#include "embedded/ObjectName.h"
+#include "embedded/Schema.h"
 #include "embedded/Sqlite.h"
-#include "embedded/Type.h"
 
 #include <QHash>
 #include <QMap>
@@ -13,14 +12,6 @@ namespace embedded {
 
 /// "U ", "P ", "PK", … as in sysobjects.xtype: two letters for each kind of object but indexes.
 constexpr const char* typeCodes = "U V P PKUQF C D ";
-
-struct Column {
-    QString name;
-    Type type;
-    bool nullable = true;
-    bool identity = false;
-    QString defaultText;
-};
 
 /// A table, procedure, constraint or index of a database, or a temporary table.
 struct Object {

@@ -12,6 +12,10 @@ DbError cannotDrop(const QString& kind, const QString& name) {
     return serverError(3701, "Cannot drop the %1 '%2', because it does not exist.", kind, name);
 }
 
+DbError duplicateColumn(const QString& name, const QString& table) {
+    return serverError(2705, "Column name '%1' in table '%2' is specified more than once.", name, table);
+}
+
 bool isTemporary(const ObjectName& name) {
     return name.name.startsWith(u'#');
 }
@@ -48,18 +52,13 @@ void DdlExecutor::run(const AlterDatabaseStatement& statement) {
     m_session.databaseNamed(statement.name);
 }
 
-Column DdlExecutor::columnOf(const ColumnDef& definition) {
-    return {definition.name, definition.type, definition.nullable, definition.identity,
-            definition.defaultText};
-}
-
 void DdlExecutor::createStorage(const Object& table, const TableDef& definition) {
     QStringList columns;
-    for (const ColumnDef& column : definition.columns)
+    for (const Column& column : definition.columns)
         columns.append(sqliteName(column.name)
                        + (column.identity ? " INTEGER PRIMARY KEY AUTOINCREMENT" : " COLLATE T"));
     m_session.file.run("CREATE TABLE " + table.sqlName() + '(' + columns.join(u',') + ')');
-    for (const ColumnDef& column : definition.columns) {
+    for (const Column& column : definition.columns) {
         if (!column.identity || column.seed == 1) continue;
         if (!column.type.isInteger()) throw notSupported("IDENTITY of type " + column.type.toString());
         m_session.file.run("INSERT INTO " + table.schema() + "sqlite_sequence VALUES (?1, ?2)",
@@ -74,22 +73,21 @@ void DdlExecutor::run(const CreateTableStatement& statement) {
         throw alreadyExists(statement.table.name);
     const TableDef& definition = statement.definition;
     QSet<QString> names;
-    for (const ColumnDef& column : definition.columns) {
+    for (const Column& column : definition.columns) {
         if (names.contains(collation::fold(column.name)))
-            throw serverError(2705, "Column name '%1' in table '%2' is specified more than once.",
-                              column.name, statement.table.name);
+            throw duplicateColumn(column.name, statement.table.name);
         names.insert(collation::fold(column.name));
     }
     Savepoint together(m_session.file);
     const qint64 id =
         m_session.catalog.addObject(database.id, ObjectKind::Table, statement.table.name, 0, {});
     createStorage(*m_session.catalog.object(id), definition);
-    for (ColumnDef column : definition.columns) {
+    for (Column column : definition.columns) {
         for (const ConstraintDef& constraint : definition.constraints)
             if (constraint.kind == ObjectKind::PrimaryKey
                 && constraint.columns.contains(column.name, Qt::CaseInsensitive))
                 column.nullable = false;
-        m_session.catalog.addColumn(id, columnOf(column));
+        m_session.catalog.addColumn(id, column);
     }
     for (const ConstraintDef& constraint : definition.constraints)
         ConstraintBuilder(m_session, *m_session.catalog.object(id)).add(constraint);
@@ -103,7 +101,7 @@ void DdlExecutor::createTemporary(const QString& name, const TableDef& definitio
     table.name = name;
     table.storage = name + '~' + QString::number(++m_session.nextStorage);
     createStorage(table, definition);
-    for (const ColumnDef& column : definition.columns) table.columns.append(columnOf(column));
+    table.columns = {definition.columns.begin(), definition.columns.end()};
     int number = 0;
     for (const ConstraintDef& constraint : definition.constraints)
         ConstraintBuilder(m_session, table).addTemporaryKey(constraint, ++number);
@@ -132,10 +130,9 @@ void DdlExecutor::run(const AlterTableStatement& statement) {
 }
 
 void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
-    for (const ColumnDef& column : definition.columns) {
+    for (const Column& column : definition.columns) {
         if (m_session.catalog.object(table.id)->column(column.name))
-            throw serverError(2705, "Column name '%1' in table '%2' is specified more than once.",
-                              column.name, table.name);
+            throw duplicateColumn(column.name, table.name);
         if (column.identity) throw notSupported("adding an IDENTITY column to a table");
         const bool hasRows = !isNull(m_session.file.scalar("SELECT 1 FROM " + table.sqlName() + " LIMIT 1"));
         if (!column.nullable && column.defaultText.isEmpty() && hasRows)
@@ -144,22 +141,21 @@ void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
                 column.name, table.name);
         m_session.file.run("ALTER TABLE " + table.sqlName() + " ADD COLUMN " + sqliteName(column.name)
                            + " COLLATE T");
-        m_session.catalog.addColumn(table.id, columnOf(column));
+        m_session.catalog.addColumn(table.id, column);
         // Rows that are there take the default only where NULL is no way out.
         if (!column.nullable && hasRows)
-            m_session.file.run(
-                translator().fill(*m_session.catalog.object(table.id), columnOf(column), {}, {}));
+            m_session.file.run(translator().fill(*m_session.catalog.object(table.id), column, {}, {}));
     }
     for (const ConstraintDef& constraint : definition.constraints)
         ConstraintBuilder(m_session, *m_session.catalog.object(table.id)).add(constraint);
 }
 
-void DdlExecutor::alterColumn(const Object& table, const ColumnDef& definition) {
+void DdlExecutor::alterColumn(const Object& table, const Column& definition) {
     const Column* former = table.column(definition.name);
     if (!former)
         throw serverError(4924, "Column '%1' does not exist in table '%2'.", definition.name, table.name);
     if (former->identity) throw notSupported("altering an IDENTITY column");
-    Column column = columnOf(definition);
+    Column column = definition;
     column.name = former->name;
     column.defaultText = former->defaultText;
     m_session.file.run(translator().fill(table, column, sqliteName(column.name), former->type));

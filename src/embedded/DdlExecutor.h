@@ -31,13 +31,12 @@ private:
     /// Makes the table in SQLite.
     void createStorage(const Object& table, const TableDef& definition);
     void addColumns(const Object& table, const TableDef& definition);
-    void alterColumn(const Object& table, const ColumnDef& definition);
+    void alterColumn(const Object& table, const Column& definition);
     void dropColumn(const Object& table, const QString& name);
     void dropConstraint(const Object& table, const QString& name);
     void drop(const Object& object);
     void dropDatabase(const QString& name, bool ifExists);
     void dropIndex(const ObjectName& name, bool ifExists);
-    static Column columnOf(const ColumnDef& definition);
 
     Session& m_session;
     const FunctionTable& m_functions;

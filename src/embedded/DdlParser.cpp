@@ -12,6 +12,21 @@ void skipFileGroup(TokenReader& in) {
     }
 }
 
+/// The value's text, as written.
+QString takeDefault(TokenReader& in) {
+    const qsizetype start = in.peek().position;
+    parseValue(in);
+    return in.textSince(start);
+}
+
+void skipCollation(TokenReader& in) {
+    static const QStringList alike{"Latin1_General_CI_AS", "SQL_Latin1_General_CP1_CI_AS",
+                                   "database_default"};
+    if (!in.accept("collate")) return;
+    const QString collation = in.takeName();
+    if (!alike.contains(collation, Qt::CaseInsensitive)) throw notSupported("collation " + collation);
+}
+
 /// CLUSTERED, WITH FILLFACTOR = n, WITH (…) and ON [group]: they steer storage only.
 void parseKeyOptions(TokenReader& in) {
     while (in.is("clustered") || in.is("nonclustered")) in.take();
@@ -47,7 +62,7 @@ void refuseChecks(TokenReader& in) {
     if (in.is("foreign") || in.is("references")) throw notSupported("FOREIGN KEY constraints");
 }
 
-void parseIdentity(TokenReader& in, ColumnDef& column) {
+void parseIdentity(TokenReader& in, Column& column) {
     column.identity = true;
     column.nullable = false;
     if (in.accept("(")) {
@@ -60,7 +75,7 @@ void parseIdentity(TokenReader& in, ColumnDef& column) {
     if (in.accept("not", "for")) in.expect("replication");
 }
 
-bool parseColumnOption(TokenReader& in, ColumnDef& column, TableDef& table, const QString& constraintName) {
+bool parseColumnOption(TokenReader& in, Column& column, TableDef& table, const QString& constraintName) {
     ConstraintDef constraint;
     constraint.name = constraintName;
     constraint.columns = {column.name};
@@ -69,17 +84,9 @@ bool parseColumnOption(TokenReader& in, ColumnDef& column, TableDef& table, cons
     if (in.accept("null")) return true;
     if (in.accept("identity")) return parseIdentity(in, column), true;
     if (in.accept("rowguidcol") || in.is("sparse")) throw notSupported("ROWGUIDCOL and SPARSE columns");
-    if (in.accept("collate")) {
-        const QString collation = in.takeName();
-        static const QStringList alike{"Latin1_General_CI_AS", "SQL_Latin1_General_CP1_CI_AS",
-                                       "database_default"};
-        if (!alike.contains(collation, Qt::CaseInsensitive)) throw notSupported("collation " + collation);
-        return true;
-    }
+    if (in.is("collate")) return skipCollation(in), true;
     if (in.accept("default")) {
-        const qsizetype start = in.peek().position;
-        column.defaultValue = parseValue(in);
-        column.defaultText = in.textSince(start);
+        column.defaultText = takeDefault(in);
         if (constraintName.isEmpty()) return true;
         constraint.kind = ObjectKind::Default;
         constraint.text = column.defaultText;
@@ -100,7 +107,7 @@ bool parseColumnOption(TokenReader& in, ColumnDef& column, TableDef& table, cons
 }
 
 void parseColumn(TokenReader& in, TableDef& table) {
-    ColumnDef column;
+    Column column;
     column.name = in.takeName();
     if (in.is("as")) throw notSupported("computed columns");
     column.type = in.takeType();
@@ -129,9 +136,7 @@ void parseTableConstraint(TokenReader& in, TableDef& table, const QString& name)
     } else {
         in.expect("default");
         constraint.kind = ObjectKind::Default;
-        const qsizetype start = in.peek().position;
-        parseValue(in);
-        constraint.text = in.textSince(start);
+        constraint.text = takeDefault(in);
         in.expect("for");
         constraint.columns = {in.takeName()};
     }
@@ -169,11 +174,7 @@ StatementPtr parseCreateDatabase(TokenReader& in) {
         parseFiles();
     }
     if (in.accept("log", "on")) parseFiles();
-    if (in.accept("collate")) {
-        const QString collation = in.takeName();
-        if (collation.compare("Latin1_General_CI_AS", Qt::CaseInsensitive) != 0)
-            throw notSupported("collation " + collation);
-    }
+    skipCollation(in);
     if (in.is("for") || in.is("with")) throw notSupported("CREATE DATABASE … " + in.peek().text.toUpper());
     return statement(create);
 }

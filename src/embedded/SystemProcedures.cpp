@@ -33,21 +33,13 @@ private:
     std::vector<CallArgument*> m_given;
 };
 
-void registryRead(Session& session, std::vector<CallArgument>& arguments, Results& results) {
+void registryRead(Session& session, std::vector<CallArgument>& arguments, Results&) {
     const Call call("xp_regread", {"@rootkey", "@key", "@value_name", "@value", "@no_output"}, arguments);
     const Value data = registry::read(session.file, call.text(0), call.text(1), call.text(2));
     CallArgument* target = call.argument(3);
-    if (target && !target->outputVariable.isEmpty()) {
-        target->value = data;
-        target->type = Type::text(Type::Max, true);
-        return;
-    }
-    RecordSet set({"Value", "Data"});
-    if (!isNull(data)) {
-        set.append(call.text(2));
-        set.append(std::get<QString>(data));
-    }
-    results.sets.push_back(set);
+    if (!target || target->outputVariable.isEmpty()) throw notSupported("xp_regread without OUTPUT");
+    target->value = data;
+    target->type = Type::text(Type::Max, true);
 }
 
 void registryWrite(Session& session, std::vector<CallArgument>& arguments, Results&) {

@@ -92,13 +92,8 @@ qint64 TokenReader::takeInteger() {
 }
 
 Type TokenReader::takeType() {
-    if (accept("double")) {
-        expect("precision");
-        return Type::of(Type::Float);
-    }
     QString name = takeName();
     if (accept(".")) name = takeName();
-    if (accept("varying")) name = "var" + name;
     QStringList arguments;
     if (accept("(")) {
         do arguments.append(is("max") ? take().text : QString::number(takeInteger()));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "embedded/Type.h"
 
 namespace embedded {
 
@@ -14,6 +14,15 @@ struct ObjectName {
     QString schema;
     QString name;
     QString toString() const;
+};
+
+struct Column {
+    QString name;
+    Type type;
+    bool nullable = true;
+    bool identity = false;
+    QString defaultText; ///< as written
+    qint64 seed = 1;     ///< of an identity column that is being made
 };
 
 } // namespace embedded
