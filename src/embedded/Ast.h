@@ -24,8 +24,8 @@ struct Expr {
         Column,   ///< parts: [database, schema, table,] column
         Star,     ///< parts: the qualifier, possibly none
         Variable, ///< @x or @@x
-        Unary,    ///< text is - + or ~
-        Binary,   ///< text is + - * / % & | ^
+        Unary,    ///< text is - or +
+        Binary,   ///< text is + - * / % & |
         Call,     ///< text is the name in lower case; flag: DISTINCT
         Cast,     ///< type; a second argument is the style
         Case,     ///< args: [operand,] when, then, …, [else]; see hasOperand, hasElse

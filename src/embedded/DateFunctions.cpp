@@ -12,24 +12,24 @@ QDateTime dateAt(const Arguments& a, int index) {
     return dateText::fromStored(a.text(index));
 }
 
-/// Day of the week, 1 on the session's first weekday.
-int weekday(const QDate& date, int firstWeekday) {
-    return (date.dayOfWeek() - firstWeekday + 7) % 7 + 1;
+/// Day of the week, 1 on Sunday.
+int weekday(const QDate& date) {
+    return date.dayOfWeek() % 7 + 1;
 }
 
-int weekOfYear(const QDate& date, int firstWeekday) {
+int weekOfYear(const QDate& date) {
     const QDate first(date.year(), 1, 1);
-    return (date.dayOfYear() - 1 + weekday(first, firstWeekday) - 1) / 7 + 1;
+    return (date.dayOfYear() - 1 + weekday(first) - 1) / 7 + 1;
 }
 
-qint64 datePart(const QString& part, const QDateTime& date, int firstWeekday) {
+qint64 datePart(const QString& part, const QDateTime& date) {
     const QDate day = date.date();
     const QTime time = date.time();
     if (part == "year") return day.year();
     if (part == "month") return day.month();
     if (part == "day") return day.day();
-    if (part == "week") return weekOfYear(day, firstWeekday);
-    if (part == "weekday") return weekday(day, firstWeekday);
+    if (part == "week") return weekOfYear(day);
+    if (part == "weekday") return weekday(day);
     if (part == "hour") return time.hour();
     if (part == "minute") return time.minute();
     return time.second();
@@ -57,7 +57,6 @@ qint64 dateDiff(const QString& part, const QDateTime& from, const QDateTime& to)
     if (part == "year") return to.date().year() - from.date().year();
     if (part == "month") return months(to) - months(from);
     if (part == "week") {
-        // Weeks begin on Sunday here, whatever the session's first weekday.
         const auto week = [](const QDateTime& date) { return (date.date().toJulianDay() + 1) / 7; };
         return week(to) - week(from);
     }
@@ -78,13 +77,12 @@ void addDateFunctions(FunctionTable& table, Session& session) {
     table.add("getdate", {"", always(dateTimeType), [state](const Arguments&) {
                               return dateText::toStored(state->statementTime, dateTimeType);
                           }});
-    table.add("datepart", {"kd", always(integerType), [state](const Arguments& a) {
-                               return datePart(a.text(0), dateAt(a, 1), state->firstWeekday);
-                           }});
+    table.add("datepart", {"kd", always(integerType),
+                           [](const Arguments& a) { return datePart(a.text(0), dateAt(a, 1)); }});
     for (const char* part : {"year", "month", "day"}) {
         const QString name = part;
         table.add(name, {"d", always(integerType),
-                         [name](const Arguments& a) { return datePart(name, dateAt(a, 0), 7); }});
+                         [name](const Arguments& a) { return datePart(name, dateAt(a, 0)); }});
     }
     table.add("dateadd", {"kid", addedDate, [](const Arguments& a) {
                               const QDateTime date = dateAdd(a.text(0), a.integer(1), dateAt(a, 2));

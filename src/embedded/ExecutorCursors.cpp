@@ -61,7 +61,6 @@ void Executor::open(Cursor& cursor) {
     const Translation translation = translator().select(*cursor.query);
     SqliteStatement rows = prepared(translation);
     cursor.types = translation.types;
-    cursor.columns = translation.names;
     cursor.rows.clear();
     while (rows.step()) {
         cursor.rows.emplace_back();
@@ -72,17 +71,10 @@ void Executor::open(Cursor& cursor) {
 }
 
 void Executor::fetch(Cursor& cursor, const QStringList& into) {
-    if (!into.isEmpty() && into.size() != cursor.types.size())
-        throw DbError(16924, "FETCH needs a variable for each column.");
+    if (into.size() != cursor.types.size()) throw DbError(16924, "FETCH needs a variable for each column.");
     const bool onRow = cursor.next < cursor.rows.size();
     m_session.fetchStatus = onRow ? 0 : -1;
     const std::vector<Value> row = onRow ? cursor.rows[cursor.next++] : std::vector<Value>();
-    if (into.isEmpty()) {
-        RecordSet set(cursor.columns);
-        for (std::size_t i = 0; i < row.size(); ++i) set.append(shown(row[i], cursor.types[qsizetype(i)]));
-        m_results.sets.push_back(set);
-        return;
-    }
     for (std::size_t i = 0; i < row.size(); ++i) {
         Variable& variable = m_session.variable(into[qsizetype(i)]);
         variable.value = Conversion{cursor.types[qsizetype(i)], variable.type}(row[i]);

@@ -29,16 +29,11 @@ void setOption(Session& session, const QString& option, const QString& word) {
         refuseOff();
     else if (option == "LOCK_TIMEOUT")
         session.file.setLockTimeout(word.toInt() < 0 ? 10000 : word.toInt());
-    else if (option == "DATEFIRST")
-        session.firstWeekday = std::clamp(word.toInt(), 1, 7);
     else if (option == "DATEFORMAT" && (word == "MDY" || word == "DMY" || word == "YMD"))
         session.dateOrder = word == "MDY"   ? dateText::Order::MonthDayYear
                             : word == "DMY" ? dateText::Order::DayMonthYear
                                             : dateText::Order::YearMonthDay;
-    else if (option == "LANGUAGE" && (word == "US_ENGLISH" || word == "ENGLISH")) {
-        session.firstWeekday = 7;
-        session.dateOrder = dateText::Order::MonthDayYear;
-    } else if (option == "ROWCOUNT" && word == "0")
+    else if (option == "ROWCOUNT" && word == "0")
         return;
     else if (!withoutEffect.contains(option))
         throw notSupported("SET " + option + ' ' + word);

@@ -163,7 +163,8 @@ ExprPtr parsePrimary(TokenReader& in) {
 }
 
 ExprPtr parseUnary(TokenReader& in) {
-    if (in.is("-") || in.is("+") || in.is("~")) {
+    if (in.is("~")) throw notSupported("operator ~");
+    if (in.is("-") || in.is("+")) {
         const QString op = in.take().text;
         return makeExpr(Expr::Unary, op, {parseUnary(in)});
     }
@@ -183,10 +184,11 @@ ExprPtr parseProduct(TokenReader& in) {
 
 ExprPtr parseSum(TokenReader& in) {
     ExprPtr left = parseProduct(in);
-    while (in.is("+") || in.is("-") || in.is("&") || in.is("|") || in.is("^")) {
+    while (in.is("+") || in.is("-") || in.is("&") || in.is("|")) {
         const QString op = in.take().text;
         left = makeExpr(Expr::Binary, op, {left, parseProduct(in)});
     }
+    if (in.is("^")) throw notSupported("operator ^");
     return left;
 }
 

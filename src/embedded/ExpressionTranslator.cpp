@@ -33,7 +33,7 @@ Type arithmeticType(const QString& op, const Type& a, const Type& b) {
         return Type::of(a.kind == b.kind ? Type::Real : Type::Float);
     if (a.isInteger() && b.isInteger()) {
         const Type wider = a.kind >= b.kind ? a : b;
-        const bool counts = wider.kind == Type::Bit && !QString("&|^").contains(op);
+        const bool counts = wider.kind == Type::Bit && !QString("&|").contains(op);
         return Type::of(counts ? Type::Int : wider.kind);
     }
     if (a.kind != Type::Decimal && b.kind != Type::Decimal) return Type::of(Type::Money);
@@ -164,10 +164,6 @@ Typed Translator::unary(const Expr& expr) {
     Typed typed = value(expr.args[0]);
     if (expr.text == "+") return typed;
     if (typed.type.isText()) typed = {convert(typed, Type::of(Type::Int)), Type::of(Type::Int)};
-    if (expr.text == "~") {
-        if (typed.type.kind == Type::Bit) return {"(1-" + typed.sql + ')', typed.type};
-        return {"(~" + typed.sql + ')', typed.type};
-    }
     if (typed.type.kind == Type::Bit) typed.type = Type::of(Type::Int);
     return {"(-" + typed.sql + ')', typed.type};
 }
@@ -190,11 +186,10 @@ Typed Translator::arithmetic(const QString& op, const Typed& a, const Typed& b) 
     const Typed left{convert(a, a.type.isText() ? b.type : a.type), a.type.isText() ? b.type : a.type};
     const Typed right{convert(b, b.type.isText() ? a.type : b.type), b.type.isText() ? a.type : b.type};
     const Type type = arithmeticType(op, left.type, right.type);
-    if (QString("&|^").contains(op)) {
+    if (QString("&|").contains(op)) {
         if (!type.isInteger())
             throw serverError(8117, "Operand data type %1 is invalid for the operator %2.", type.toString(),
                               op);
-        if (op == "^") return {QString("((%1|%2)-(%1&%2))").arg(left.sql, right.sql), type};
         return {'(' + left.sql + op + right.sql + ')', type};
     }
     if (op == "/" || op == "%")

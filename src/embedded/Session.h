@@ -21,7 +21,6 @@ struct Cursor {
     std::map<QString, Variable> captured; ///< as they were when it was declared
     std::vector<std::vector<Value>> rows; ///< read whole when it is opened
     QList<Type> types;
-    QStringList columns;
     std::size_t next = 0; ///< the row that FETCH will yield
     bool open = false;
 };
@@ -49,7 +48,6 @@ struct Session {
     bool abortOnError = false;
     bool ansiNulls = true;
     bool quotedIdentifiers = true;
-    int firstWeekday = 7; ///< 1 is Monday
     dateText::Order dateOrder = dateText::Order::MonthDayYear;
     QString identityInsert; ///< storage of the table that takes explicit identity values
 

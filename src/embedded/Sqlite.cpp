@@ -24,6 +24,10 @@ Value valueOf(sqlite3_value* value) {
         const auto* text = sqlite3_value_text(value);
         return textOf(text, sqlite3_value_bytes(value));
     }
+    case SQLITE_BLOB: { // in files of earlier builds
+        const auto* blob = static_cast<const char*>(sqlite3_value_blob(value));
+        return QString::fromLatin1(QByteArray(blob, sqlite3_value_bytes(value)).toHex().toUpper());
+    }
     default:
         return {};
     }

@@ -270,10 +270,9 @@ StatementPtr parseFetch(TokenReader& in) {
     in.accept("next");
     in.accept("from");
     cursor.cursor = takeCursorName(in);
-    if (in.accept("into")) {
-        do cursor.into.append(in.takeVariable());
-        while (in.accept(","));
-    }
+    if (!in.accept("into")) throw notSupported("FETCH without INTO");
+    do cursor.into.append(in.takeVariable());
+    while (in.accept(","));
     return statement(cursor);
 }
 

@@ -104,7 +104,7 @@ private slots:
         row(3902, "commit");
         row(3903, "rollback");
         row(16916, "open nothing");
-        row(16917, "declare c cursor for select 1 fetch next from c");
+        row(16917, "declare @a int declare c cursor for select 1 fetch next from c into @a");
         row(8155, "select * from (select 1) x");
         row(8156, "select * from (select 1 a, 2 a) x");
         row(1011, "select 1 from t x, t x");

@@ -174,9 +174,6 @@ private slots:
             "set dateformat dmy select cast('01/04/2008' as datetime), datepart(mm, '1-4-2008') "
             "set dateformat mdy",
             "2008-04-01 00:00:00.000|4");
-        row("first day of the week",
-            "set datefirst 1 declare @d int set @d = datepart(dw, '20080401') set datefirst 7 select @d",
-            "2");
         row("an hour that summer time skips",
             "select dateadd(hh, 1, '2008-03-30 01:30'), cast('2008-03-30 02:30' as datetime)",
             "2008-03-30 02:30:00.000|2008-03-30 02:30:00.000");
