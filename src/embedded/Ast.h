@@ -1,6 +1,6 @@
 #pragma once
 
-#include "embedded/Type.h"
+#include "embedded/Schema.h"
 
 #include <QStringList>
 #include <memory>
@@ -16,15 +16,6 @@ struct Query;
 using ExprPtr = std::shared_ptr<const Expr>;
 using QueryPtr = std::shared_ptr<const Query>;
 
-/// A name of up to three parts, each possibly empty: database..table has an empty schema.
-struct ObjectName {
-    QString database;
-    QString schema;
-    QString name;
-    bool isEmpty() const { return name.isEmpty(); }
-    QString toString() const;
-};
-
 struct Expr {
     enum Kind {
         Number, ///< text as written, type known
@@ -33,13 +24,12 @@ struct Expr {
         Column,   ///< parts: [database, schema, table,] column
         Star,     ///< parts: the qualifier, possibly none
         Variable, ///< @x or @@x
-        Unary,    ///< text is - + or ~
-        Binary,   ///< text is + - * / % & | ^
+        Unary,    ///< text is - or +
+        Binary,   ///< text is + - * / % & |
         Call,     ///< text is the name in lower case; flag: DISTINCT
         Cast,     ///< type; a second argument is the style
         Case,     ///< args: [operand,] when, then, …, [else]; see hasOperand, hasElse
         Subquery,
-        Collate, ///< text is the collation
         // predicates from here on
         Compare, ///< text is = <> < > <= >=
         And,
@@ -73,8 +63,7 @@ struct TableRef {
     ObjectName name; ///< a table variable has its name alone, with the @
     QString alias;
     QueryPtr query;
-    QStringList columns; ///< names given to a derived table's columns
-    QString join;        ///< INNER, LEFT, RIGHT, FULL or CROSS
+    QString join; ///< INNER, LEFT, RIGHT, FULL or CROSS
     TableRefPtr left, right;
     ExprPtr on;
 };
@@ -95,7 +84,6 @@ struct SelectCore {
     bool unionAll = false; ///< how it is joined to the one before
     ExprPtr top;
     std::vector<SelectItem> items;
-    ObjectName into;
     std::vector<TableRefPtr> from;
     ExprPtr where;
     std::vector<ExprPtr> groupBy;
@@ -111,29 +99,15 @@ struct Statement;
 using StatementPtr = std::shared_ptr<const Statement>;
 using StatementList = std::vector<StatementPtr>;
 
-struct ColumnDef {
-    QString name;
-    Type type;
-    bool nullable = true;
-    bool identity = false;
-    qint64 seed = 1;
-    ExprPtr defaultValue;
-    QString defaultText; ///< as written, kept in the catalogue
-};
-
 struct ConstraintDef {
-    enum Kind { PrimaryKey, Unique, ForeignKey, Check, Default };
-    Kind kind = PrimaryKey;
-    QString name; ///< empty when the server has to find one
+    ObjectKind kind = ObjectKind::PrimaryKey; ///< or Unique or Default
+    QString name;                             ///< empty when the server has to find one
     QStringList columns;
-    ObjectName parent; ///< foreign key
-    QStringList parentColumns;
-    QString onDelete, onUpdate; ///< "", CASCADE or SET NULL
-    QString text;               ///< of a CHECK's condition or a DEFAULT's value
+    QString text; ///< of a DEFAULT's value
 };
 
 struct TableDef {
-    std::vector<ColumnDef> columns;
+    std::vector<Column> columns;
     std::vector<ConstraintDef> constraints;
 };
 
@@ -154,7 +128,6 @@ struct Argument {
 struct ExecuteStatement {
     ObjectName procedure;
     ExprPtr text; ///< EXEC ('…'): the text to run, the name is empty then
-    QString procedureVariable;
     QString resultVariable;
     std::vector<Argument> arguments;
 };
@@ -164,7 +137,6 @@ struct DeclareStatement {
 };
 struct AssignStatement {
     QString variable;
-    QString op;
     ExprPtr value;
 };
 struct SetOptionStatement {
@@ -197,10 +169,6 @@ struct ReturnStatement {
 struct PrintStatement {
     ExprPtr text;
 };
-struct RaiseStatement {
-    std::vector<ExprPtr> arguments;
-    bool isThrow = false;
-};
 struct QueryStatement {
     QueryPtr query;
 };
@@ -209,23 +177,18 @@ struct InsertStatement {
     QStringList columns;
     std::vector<std::vector<ExprPtr>> rows; ///< a null value is DEFAULT
     QueryPtr query;
-    std::shared_ptr<const ExecuteStatement> execute;
 };
 struct Assignment {
     QString column;
-    QString op;
-    ExprPtr value;
+    ExprPtr value; ///< null for DEFAULT
 };
 struct UpdateStatement {
     ObjectName target;
     std::vector<Assignment> assignments;
-    std::vector<TableRefPtr> from;
     ExprPtr where;
 };
 struct DeleteStatement {
     ObjectName target;
-    ExprPtr top;
-    std::vector<TableRefPtr> from;
     ExprPtr where;
 };
 struct TruncateStatement {
@@ -236,14 +199,14 @@ struct CreateTableStatement {
     TableDef definition;
 };
 struct AlterTableStatement {
-    enum Action { Add, AlterColumn, DropColumns, DropConstraints, SwitchCheck };
+    enum Action { Add, AlterColumn, DropColumns, DropConstraints };
     ObjectName table;
     Action action = Add;
     TableDef added;
     QStringList names;
 };
 struct DropStatement {
-    QString kind;
+    ObjectKind kind = ObjectKind::Table; ///< or Procedure or Index; an index follows its table: table.index
     std::vector<ObjectName> names;
     bool ifExists = false;
 };
@@ -253,11 +216,6 @@ struct CreateIndexStatement {
     QStringList columns;
     bool unique = false;
 };
-struct CreateViewStatement {
-    ObjectName name;
-    QString text;
-    bool alter = false;
-};
 struct CreateProcedureStatement {
     ObjectName name;
     QString text;
@@ -265,6 +223,10 @@ struct CreateProcedureStatement {
 };
 struct CreateDatabaseStatement {
     QString name;
+};
+struct DropDatabaseStatement {
+    QStringList names;
+    bool ifExists = false;
 };
 struct AlterDatabaseStatement {
     QString name;
@@ -277,26 +239,15 @@ struct CursorStatement {
     Action action = Declare;
     QString cursor; ///< a name, or a variable with its @
     QueryPtr query;
-    QString direction; ///< of FETCH
     QStringList into;
 };
 struct TransactionStatement {
     enum Action { Begin, Commit, Rollback };
     Action action = Begin;
 };
-/// CREATE, ALTER or DROP of LOGIN and USER, and membership of server roles.
+/// CREATE and DROP LOGIN, CREATE USER, DENY CONNECT and the members of server roles.
 struct SecurityStatement {
-    enum Action {
-        CreateLogin,
-        AlterLogin,
-        DropLogin,
-        CreateUser,
-        DropUser,
-        AddMember,
-        DropMember,
-        Deny,
-        Allow
-    };
+    enum Action { CreateLogin, DropLogin, CreateUser, AddMember, DropMember, Deny };
     Action action = CreateLogin;
     QString name;
     QString password;
@@ -307,11 +258,11 @@ struct SecurityStatement {
 struct Statement {
     std::variant<DeclareStatement, AssignStatement, SetOptionStatement, IdentityInsertStatement, IfStatement,
                  WhileStatement, BlockStatement, TryStatement, BreakStatement, ContinueStatement,
-                 ReturnStatement, PrintStatement, RaiseStatement, QueryStatement, InsertStatement,
-                 UpdateStatement, DeleteStatement, TruncateStatement, CreateTableStatement,
-                 AlterTableStatement, DropStatement, CreateIndexStatement, CreateViewStatement,
-                 CreateProcedureStatement, CreateDatabaseStatement, AlterDatabaseStatement, UseStatement,
-                 CursorStatement, TransactionStatement, SecurityStatement, ExecuteStatement>
+                 ReturnStatement, PrintStatement, QueryStatement, InsertStatement, UpdateStatement,
+                 DeleteStatement, TruncateStatement, CreateTableStatement, AlterTableStatement, DropStatement,
+                 CreateIndexStatement, CreateProcedureStatement, CreateDatabaseStatement,
+                 DropDatabaseStatement, AlterDatabaseStatement, UseStatement, CursorStatement,
+                 TransactionStatement, SecurityStatement, ExecuteStatement>
         what;
 };
 

@@ -1,5 +1,5 @@
-// The function calls of ExpressionTranslator.
-#include "embedded/ExpressionTranslator.h"
+// The function calls of Translator.
+#include "embedded/Translator.h"
 
 #include "embedded/Errors.h"
 
@@ -11,9 +11,8 @@ namespace {
 QString datePartName(const QString& written) {
     static const QHash<QString, QString> names = [] {
         QHash<QString, QString> map;
-        const QStringList groups{"year yy yyyy", "quarter qq q", "month mm m",    "dayofyear dy y",
-                                 "day dd d",     "week wk ww",   "weekday dw w",  "hour hh",
-                                 "minute mi n",  "second ss s",  "millisecond ms"};
+        const QStringList groups{"year yy yyyy", "month mm m", "day dd d",    "week wk ww",
+                                 "weekday dw w", "hour hh",    "minute mi n", "second ss s"};
         for (const QString& group : groups)
             for (const QString& name : group.split(u' ')) map.insert(name, group.section(u' ', 0, 0));
         return map;
@@ -45,7 +44,7 @@ bool isAggregate(const QString& name) {
 
 } // namespace
 
-Typed ExpressionTranslator::call(const Expr& expr) {
+Typed Translator::call(const Expr& expr) {
     if (isAggregate(expr.text)) return aggregate(expr);
     static const QSet<QString> specials{"isnull", "coalesce", "nullif"};
     if (specials.contains(expr.text)) return special(expr);
@@ -53,33 +52,30 @@ Typed ExpressionTranslator::call(const Expr& expr) {
     if (!rule || expr.text == "like") throw notSupported("function " + expr.text.toUpper());
     const int count = int(expr.args.size());
     if (count < rule->minimum() || (rule->maximum() >= 0 && count > rule->maximum()))
-        throw DbError(174,
-                      QString("The %1 function does not take %2 argument(s).").arg(expr.text).arg(count));
+        throw serverError(174, "The %1 function does not take %2 argument(s).", expr.text, count);
     QStringList arguments;
     QList<Typed> typed;
     for (int i = 0; i < count; ++i) arguments.append(argument(*rule, i, expr.args[std::size_t(i)], typed));
     return {FunctionTable::nativeName(expr.text) + '(' + arguments.join(u',') + ')', rule->result(typed)};
 }
 
-QString ExpressionTranslator::argument(const FunctionRule& rule, int place, const ExprPtr& expr,
-                                       QList<Typed>& typed) {
+QString Translator::argument(const FunctionRule& rule, int place, const ExprPtr& expr, QList<Typed>& typed) {
     const QChar letter = rule.letter(place);
     if (letter == u'k') {
-        const QString part = expr->kind == Expr::Column ? datePartName(expr->parts.last()) : QString();
-        if (part.isEmpty()) throw DbError(155, "The date part given is not a recognized option.");
+        const QString written = expr->kind == Expr::Column ? expr->parts.last() : expr->text;
+        const QString part = datePartName(written);
+        if (part.isEmpty()) throw notSupported("date part " + written);
         typed.append(Typed{sqliteText(part), Type::text(20, false)});
         return typed.last().sql;
     }
     const Typed given = value(expr);
     typed.append(given);
-    if (letter == u'y') return given.sql + ',' + QString::number(given.type.packed());
     return convert(given, typeOfLetter(letter, given.type));
 }
 
-Typed ExpressionTranslator::special(const Expr& expr) {
+Typed Translator::special(const Expr& expr) {
     if (expr.text == "coalesce") return coalesce(expr.args);
-    if (expr.args.size() != 2)
-        throw DbError(174, QString("The %1 function requires 2 argument(s).").arg(expr.text));
+    if (expr.args.size() != 2) throw serverError(174, "The %1 function requires 2 argument(s).", expr.text);
     const Typed first = value(expr.args[0]);
     const Typed second = value(expr.args[1]);
     if (expr.text == "nullif")
@@ -90,7 +86,7 @@ Typed ExpressionTranslator::special(const Expr& expr) {
     return {"ifnull(" + first.sql + ',' + convert(second, type) + ')', type};
 }
 
-Typed ExpressionTranslator::coalesce(const std::vector<ExprPtr>& args) {
+Typed Translator::coalesce(const std::vector<ExprPtr>& args) {
     Type type;
     QList<Typed> values;
     for (const ExprPtr& arg : args) {
@@ -103,9 +99,8 @@ Typed ExpressionTranslator::coalesce(const std::vector<ExprPtr>& args) {
     return {"coalesce(" + converted.join(u',') + ')', type};
 }
 
-Typed ExpressionTranslator::aggregate(const Expr& expr) {
-    if (expr.args.size() != 1)
-        throw DbError(174, QString("The %1 function requires 1 argument(s).").arg(expr.text));
+Typed Translator::aggregate(const Expr& expr) {
+    if (expr.args.size() != 1) throw serverError(174, "The %1 function requires 1 argument(s).", expr.text);
     if (m_scopes.empty()) throw DbError(157, "An aggregate may not appear here.");
     const std::size_t own = m_scopes.size() - 1;
     const qsizetype before = m_scopes[own].ungrouped.size();
@@ -124,9 +119,8 @@ Typed ExpressionTranslator::aggregate(const Expr& expr) {
 
     Type type = inner.type;
     if (!type.isNumber() || type.kind == Type::Bit)
-        throw DbError(
-            8117,
-            QString("Operand data type %1 is invalid for %2 operator.").arg(type.toString(), expr.text));
+        throw serverError(8117, "Operand data type %1 is invalid for %2 operator.", type.toString(),
+                          expr.text);
     if (type.isInteger() && type.kind != Type::BigInt) type = Type::of(Type::Int);
     if (type.kind == Type::Real) type = Type::of(Type::Float);
     if (expr.text == "avg") {

@@ -85,7 +85,7 @@ void Catalog::load() {
         Object object;
         object.id = objects.integer(0);
         object.database = objects.integer(1);
-        object.kind = Object::Kind(objects.integer(2));
+        object.kind = ObjectKind(objects.integer(2));
         object.name = objects.text(3);
         object.parent = objects.integer(4);
         object.text = objects.text(5);
@@ -142,16 +142,16 @@ void Catalog::insert(const Database& database) {
 }
 
 void Catalog::insert(Object object) {
-    if (object.kind == Object::Table)
+    if (object.kind == ObjectKind::Table)
         object.storage = storageName(m_databases.value(object.database).name, object.name);
     // Names of indexes count within their table only.
-    if (object.kind != Object::Index)
+    if (object.kind != ObjectKind::Index)
         m_objectIds.insert({object.database, collation::fold(object.name)}, object.id);
     m_objects.insert(object.id, object);
 }
 
 void Catalog::forget(const Object& object) {
-    if (object.kind != Object::Index) m_objectIds.remove({object.database, collation::fold(object.name)});
+    if (object.kind != ObjectKind::Index) m_objectIds.remove({object.database, collation::fold(object.name)});
     m_objects.remove(object.id);
 }
 
@@ -183,7 +183,7 @@ void Catalog::setDenied(qint64 database, const QString& login, bool denied) {
     changed();
 }
 
-qint64 Catalog::addObject(qint64 database, Object::Kind kind, const QString& name, qint64 parent,
+qint64 Catalog::addObject(qint64 database, ObjectKind kind, const QString& name, qint64 parent,
                           const QString& text) {
     m_file.run(R"(INSERT INTO "~objects" (database, kind, name, parent, text, created)
                   VALUES (?1, ?2, ?3, ?4, ?5, ?6))",
@@ -242,12 +242,7 @@ void Catalog::removeColumn(qint64 table, const QString& name) {
 }
 
 QString Catalog::storageName(const QString& database, const QString& table) {
-    return sqliteName(QString(database).replace(u'.', "..") + '.' + QString(table).replace(u'.', ".."));
-}
-
-QString Catalog::typeCode(Object::Kind kind) {
-    static const QStringList codes{"U ", "V ", "P ", "PK", "UQ", "F ", "C ", "D ", ""};
-    return codes[kind];
+    return QString(database).replace(u'.', "..") + '.' + QString(table).replace(u'.', "..");
 }
 
 } // namespace embedded

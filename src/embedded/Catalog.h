@@ -1,7 +1,7 @@
 #pragma once
 
+#include "embedded/Schema.h"
 #include "embedded/Sqlite.h"
-#include "embedded/Type.h"
 
 #include <QHash>
 #include <QMap>
@@ -10,26 +10,26 @@
 
 namespace embedded {
 
-struct Column {
-    QString name;
-    Type type;
-    bool nullable = true;
-    bool identity = false;
-    QString defaultText;
-};
+/// "U ", "P ", "PK", … as in sysobjects.xtype: two letters for each kind of object but indexes.
+constexpr const char* typeCodes = "U V P PKUQF C D ";
 
-/// A table, view, procedure or constraint of a database.
+/// A table, procedure, constraint or index of a database, or a temporary table.
 struct Object {
-    enum Kind { Table, View, Procedure, PrimaryKey, Unique, ForeignKey, Check, Default, Index };
     qint64 id = 0;
     qint64 database = 0;
     qint64 parent = 0; ///< of a constraint or index: its table
-    Kind kind = Table;
+    ObjectKind kind = ObjectKind::Table;
     QString name;
-    QString text;    ///< of a view or procedure; of a constraint what its owner keeps
-    QString storage; ///< of a table: its quoted name in SQLite
+    QString text;    ///< of a procedure; of a constraint or index the names of its columns, by line
+    QString storage; ///< of a table: its bare name in SQLite
     QList<Column> columns;
 
+    bool isTemporary() const { return id == 0; }
+    /// "" or "temp.": where SQLite keeps the table.
+    QString schema() const { return isTemporary() ? QString("temp.") : QString(); }
+    /// A table's name in SQLite's wording.
+    QString sqlName() const { return schema() + sqliteName(storage); }
+    QStringList keyColumns() const { return text.split(u'\n'); }
     const Column* column(const QString& name) const;
     const Column* identityColumn() const;
 };
@@ -68,7 +68,7 @@ public:
     void removeDatabase(qint64 id);
     void setDenied(qint64 database, const QString& login, bool denied);
     /// Returns its id.
-    qint64 addObject(qint64 database, Object::Kind kind, const QString& name, qint64 parent,
+    qint64 addObject(qint64 database, ObjectKind kind, const QString& name, qint64 parent,
                      const QString& text);
     void removeObject(qint64 id);
     void setText(qint64 id, const QString& text);
@@ -76,10 +76,8 @@ public:
     void changeColumn(qint64 table, const Column& column);
     void removeColumn(qint64 table, const QString& name);
 
-    /// A table's quoted name in SQLite: "database.table", dots inside a name doubled.
+    /// A table's name in SQLite: "database.table", dots inside a name doubled.
     static QString storageName(const QString& database, const QString& table);
-    /// "U ", "V ", "P ", "PK", … as in sysobjects.xtype.
-    static QString typeCode(Object::Kind kind);
 
 private:
     void load();

@@ -16,6 +16,8 @@ inline bool equal(const QString& a, const QString& b) {
 QString fold(const QString& text);
 /// Where `part` begins in `text`, from the given place on; -1 when nowhere.
 qsizetype indexOf(const QString& text, const QString& part, qsizetype from = 0);
+/// LIKE with %, _, [a-z] and [^…]; `escape` is null when there is none.
+bool matchesLike(QStringView text, QStringView pattern, QChar escape = {});
 /// Place of one character in the order, for ranges such as [a-f].
 int weight(QChar c);
 

@@ -1,23 +1,29 @@
-// The predicates of ExpressionTranslator.
-#include "embedded/ExpressionTranslator.h"
+// The predicates of Translator.
+#include "embedded/Translator.h"
 
 #include "embedded/Errors.h"
 
 namespace embedded {
+
+namespace {
+
+bool canBeNullLiteral(const ExprPtr& expr) {
+    return expr->kind == Expr::Null || expr->kind == Expr::Variable;
+}
+
+} // namespace
 
 Type comparisonType(const Type& a, const Type& b) {
     const auto family = [](const Type& type) {
         return type.isText() ? 0 : type.isNumber() ? 1 : type.isDate() ? 2 : 3;
     };
     if (a.kind == Type::Null || b.kind == Type::Null || family(a) == family(b)) return {};
-    if (a.kind == Type::Binary || b.kind == Type::Binary)
-        throw notSupported("comparing " + a.toString() + " with " + b.toString());
     if (a.isDate() || b.isDate()) return Type::of(Type::DateTime);
     const Type number = a.isNumber() ? a : b;
     return number.kind == Type::Decimal ? Type::of(Type::Float) : number;
 }
 
-QString ExpressionTranslator::condition(const ExprPtr& expr) {
+QString Translator::condition(const ExprPtr& expr) {
     const auto& args = expr->args;
     switch (expr->kind) {
     case Expr::And:
@@ -54,11 +60,7 @@ QString ExpressionTranslator::condition(const ExprPtr& expr) {
     }
 }
 
-bool ExpressionTranslator::canBeNullLiteral(const ExprPtr& expr) const {
-    return expr->kind == Expr::Null || expr->kind == Expr::Variable;
-}
-
-QString ExpressionTranslator::compare(const QString& op, Typed a, Typed b) const {
+QString Translator::compare(const QString& op, Typed a, Typed b) const {
     if (const Type type = comparisonType(a.type, b.type); type.kind != Type::Null) {
         const bool leftConverts = a.type.isText() || (type.isDate() && !a.type.isDate());
         const bool rightConverts = b.type.isText() || (type.isDate() && !b.type.isDate());
@@ -69,7 +71,7 @@ QString ExpressionTranslator::compare(const QString& op, Typed a, Typed b) const
     return '(' + a.sql + (needsCollation ? " COLLATE T " : " ") + op + ' ' + b.sql + ')';
 }
 
-QString ExpressionTranslator::like(const Expr& expr) {
+QString Translator::like(const Expr& expr) {
     const Type text = Type::text(Type::Max, true);
     QStringList arguments;
     for (const ExprPtr& arg : expr.args) arguments.append(convert(value(arg), text));
@@ -77,16 +79,13 @@ QString ExpressionTranslator::like(const Expr& expr) {
     return expr.flag ? "(NOT " + sql + ')' : sql;
 }
 
-QString ExpressionTranslator::in(const Expr& expr) {
+QString Translator::in(const Expr& expr) {
     Typed left = value(expr.args[0]);
     const QString word = expr.flag ? " NOT IN (" : " IN (";
     if (expr.query) {
         QList<Type> types;
         QString sql = subquery(*expr.query, types);
-        if (types.size() != 1)
-            throw DbError(116,
-                          "Only one expression can be specified in the select list when the subquery is not "
-                          "introduced with EXISTS.");
+        if (types.size() != 1) throw DbError(116, "Only one expression can be specified in this subquery.");
         if (const Type type = comparisonType(left.type, types[0]); type.kind != Type::Null) {
             if (left.type.isText() || (type.isDate() && !left.type.isDate()))
                 left = {convert(left, type), type};

@@ -1,18 +1,16 @@
 #pragma once
 
-#include "embedded/DmlTranslator.h"
+#include "embedded/Ast.h"
+#include "embedded/Session.h"
 
 namespace embedded {
 
-/// Keys become unique indexes, foreign keys and CHECKs become triggers, so that all of them can come
-/// and go on an existing table.
+/// Keys are unique indexes, so that they can come and go on an existing table.
 class ConstraintBuilder {
 public:
-    ConstraintBuilder(Session& session, const FunctionTable& functions, const Object& table)
-        : m_session(session), m_functions(functions), m_table(table) {}
+    ConstraintBuilder(Session& session, const Object& table) : m_session(session), m_table(table) {}
 
-    /// Throws DbError 2714 for a name in use, 1505 when the rows that are there hold duplicates, 547 when
-    /// they break the constraint.
+    /// Throws DbError 2714 for a name in use, 1505 when the rows that are there hold duplicates.
     void add(const ConstraintDef& constraint);
     void addIndex(const QString& name, const QStringList& columns, bool unique);
     /// Keys of a table that the catalogue does not hold.
@@ -22,17 +20,15 @@ public:
 
 private:
     QString freeName(const ConstraintDef& constraint) const;
-    void addUnique(qint64 id, const QStringList& columns, Object::Kind kind);
-    void addForeignKey(qint64 id, const ConstraintDef& constraint);
+    void addUnique(qint64 id, const QStringList& columns, ObjectKind kind);
     void setDefault(const QString& column, const QString& value);
-    void addCheck(qint64 id, const ConstraintDef& constraint);
-    void createTrigger(qint64 id, int number, const QString& event, const QString& table, const QString& when,
-                       const QString& body);
-    QStringList knownColumns(const Object& table, const QStringList& names) const;
+    QStringList knownColumns(const QStringList& names) const;
 
     Session& m_session;
-    const FunctionTable& m_functions;
     const Object m_table;
 };
+
+/// The server's error (2627, 2601) for SQLite's message about a refused row.
+DbError constraintError(const Session& session, const QString& message);
 
 } // namespace embedded

@@ -30,8 +30,8 @@ Range rangeOf(Type::Kind kind) {
 }
 
 DbError overflow(const Type& to) {
-    return DbError(
-        8115, QString("Arithmetic overflow error converting expression to data type %1.").arg(to.toString()));
+    return serverError(8115, "Arithmetic overflow error converting expression to data type %1.",
+                       to.toString());
 }
 
 QString blankPadded(const QString& text, const Type& type) {
@@ -43,6 +43,29 @@ QString withoutTrailingBlanks(const QString& text) {
     qsizetype size = text.size();
     while (size > 0 && text[size - 1] == u' ') --size;
     return text.left(size);
+}
+
+/// The server's text of a float: six significant digits.
+QString floatText(double number) {
+    QString text = QString::number(number, 'g', 6);
+    if (text == "-0") text = "0";
+    // 1e+20 is written 1e+020
+    const qsizetype exponent = text.indexOf(u'e');
+    if (exponent >= 0) text = text.left(exponent + 2) + text.mid(exponent + 2).rightJustified(3, u'0');
+    return text;
+}
+
+/// Reads a number as the server does, blanks around it allowed.
+bool parseNumber(const QString& text, double& number) {
+    const QString trimmed = text.trimmed();
+    if (trimmed.isEmpty()) return false;
+    for (const QChar c : trimmed)
+        if (!c.isDigit() && !QString("+-.eE").contains(c)) return false;
+    bool valid = false;
+    number = trimmed.toDouble(&valid);
+    if (!valid && (trimmed.endsWith(u'.') || trimmed.contains(u'.')))
+        number = QString(trimmed).append(u'0').toDouble(&valid);
+    return valid;
 }
 
 } // namespace
@@ -72,37 +95,15 @@ double roundTo(double number, int places) {
     return double(rounded / factor);
 }
 
-QString floatText(double number, int digits) {
-    QString text = QString::number(number, 'g', digits);
-    if (text == "-0") text = "0";
-    // 1e+20 is written 1e+020
-    const qsizetype exponent = text.indexOf(u'e');
-    if (exponent >= 0) text = text.left(exponent + 2) + text.mid(exponent + 2).rightJustified(3, u'0');
-    return text;
-}
-
-bool parseNumber(const QString& text, double& number) {
-    const QString trimmed = text.trimmed();
-    if (trimmed.isEmpty()) return false;
-    for (const QChar c : trimmed)
-        if (!c.isDigit() && !QString("+-.eE").contains(c)) return false;
-    bool valid = false;
-    number = trimmed.toDouble(&valid);
-    if (!valid && (trimmed.endsWith(u'.') || trimmed.contains(u'.')))
-        number = QString(trimmed).append(u'0').toDouble(&valid);
-    return valid;
-}
-
 void Conversion::fail(const Value& value) const {
     const QString text = std::holds_alternative<QString>(value) ? std::get<QString>(value) : written(value);
     if (to.kind == Type::Decimal || to.kind == Type::Float || to.kind == Type::Real)
-        throw DbError(8114, QString("Error converting data type %1 to %2.")
-                                .arg(from.toString().section(u'(', 0, 0), to.toString().section(u'(', 0, 0)));
+        throw serverError(8114, "Error converting data type %1 to %2.", from.toString().section(u'(', 0, 0),
+                          to.toString().section(u'(', 0, 0));
     if (to.kind == Type::Money)
         throw DbError(235, "Cannot convert a char value to money. The char value has incorrect syntax.");
-    throw DbError(245,
-                  QString("Conversion failed when converting the %1 value '%2' to data type %3.")
-                      .arg(from.toString().section(u'(', 0, 0), text, to.toString().section(u'(', 0, 0)));
+    throw serverError(245, "Conversion failed when converting the %1 value '%2' to data type %3.",
+                      from.toString().section(u'(', 0, 0), text, to.toString().section(u'(', 0, 0));
 }
 
 Value Conversion::operator()(const Value& value) const {
@@ -112,7 +113,7 @@ Value Conversion::operator()(const Value& value) const {
     if (to.isNumber()) return toFloat(value);
     if (to.isText()) return toText(value);
     if (to.isDate()) return toDate(value);
-    return toBinary(value);
+    throw notSupported("binary values");
 }
 
 double Conversion::number(const Value& value) const {
@@ -152,15 +153,8 @@ Value Conversion::toInteger(const Value& value) const {
     const double whole = from.isDate() ? std::floor(real + 0.5) : std::trunc(real);
     const Range range = rangeOf(to.kind);
     if (whole < range.low || whole > range.high) {
-        if (std::holds_alternative<QString>(value))
-            throw DbError(to.kind == Type::Int ? 248 : 244,
-                          QString("The conversion of the %1 value '%2' overflowed an %3 column.")
-                              .arg(from.toString(), std::get<QString>(value), to.toString()));
-        if (to.kind == Type::TinyInt || to.kind == Type::SmallInt)
-            throw DbError(220, QString("Arithmetic overflow error for data type %1, value = %2.")
-                                   .arg(to.toString())
-                                   .arg(qint64(whole)));
-        throw overflow(to);
+        if (to.kind != Type::TinyInt && to.kind != Type::SmallInt) throw overflow(to);
+        throw serverError(220, "Arithmetic overflow error for data type %1.", to.toString());
     }
     return qint64(whole);
 }
@@ -189,20 +183,13 @@ QString Conversion::written(const Value& value) const {
         if (from.isDate()) return dateText::format(dateText::fromStored(*text), from, style);
         return *text;
     }
-    if (const auto* bytes = std::get_if<QByteArray>(&value)) return QString::fromLatin1(*bytes);
     if (const auto* integer = std::get_if<qint64>(&value))
         if (from.kind != Type::Money && from.kind != Type::Decimal) return QString::number(*integer);
     const double real =
         std::holds_alternative<double>(value) ? std::get<double>(value) : double(std::get<qint64>(value));
-    if (from.kind == Type::Money) {
-        QString text = QString::number(roundTo(real, style == 2 ? 4 : 2), 'f', style == 2 ? 4 : 2);
-        if (style == 1)
-            for (qsizetype at = text.indexOf(u'.') - 3; at > (real < 0 ? 1 : 0); at -= 3)
-                text.insert(at, u',');
-        return text;
-    }
+    if (from.kind == Type::Money) return QString::number(roundTo(real, 2), 'f', 2);
     if (from.kind == Type::Decimal) return QString::number(real, 'f', from.scale);
-    return floatText(real, style == 1 ? 8 : style == 2 ? 16 : 6);
+    return floatText(real);
 }
 
 Value Conversion::toText(const Value& value) const {
@@ -215,8 +202,8 @@ Value Conversion::toText(const Value& value) const {
     } else if (from.isInteger()) {
         return QString("*");
     } else if (from.isNumber()) {
-        throw DbError(8115, QString("Arithmetic overflow error converting %1 to data type %2.")
-                                .arg(from.toString(), to.toString()));
+        throw serverError(8115, "Arithmetic overflow error converting %1 to data type %2.", from.toString(),
+                          to.toString());
     }
     return text.left(to.length);
 }
@@ -228,20 +215,6 @@ Value Conversion::toDate(const Value& value) const {
         return dateText::toStored(dateText::parse(*text, dateText::orderOfStyle(style, dateOrder)), to);
     }
     return dateText::toStored(dateText::fromDays(number(value)), to);
-}
-
-Value Conversion::toBinary(const Value& value) const {
-    QByteArray bytes;
-    if (const auto* blob = std::get_if<QByteArray>(&value))
-        bytes = *blob;
-    else
-        throw DbError(257, QString("Implicit conversion from data type %1 to varbinary is not allowed.")
-                               .arg(from.toString()));
-    if (to.length != Type::Max && bytes.size() > to.length) {
-        if (intoColumn) throw DbError(DbError::TextTooLong, "String or binary data would be truncated.");
-        bytes.truncate(to.length);
-    }
-    return bytes;
 }
 
 QString shown(const Value& value, const Type& type) {
@@ -267,8 +240,6 @@ QString shown(const Value& value, const Type& type) {
         break;
     }
     if (const auto* text = std::get_if<QString>(&value)) return text->isNull() ? QString("") : *text;
-    if (const auto* bytes = std::get_if<QByteArray>(&value))
-        return QString::fromLatin1(bytes->toHex().toUpper());
     if (const auto* integer = std::get_if<qint64>(&value)) return QString::number(*integer);
     return QString::number(real, 'g', 15);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "embedded/DateText.h"
-#include "embedded/Value.h"
+#include "embedded/Sqlite.h"
 
 namespace embedded {
 
@@ -23,7 +23,6 @@ private:
     Value toFloat(const Value& value) const;
     Value toText(const Value& value) const;
     Value toDate(const Value& value) const;
-    Value toBinary(const Value& value) const;
     double number(const Value& value) const;
     QString written(const Value& value) const;
     [[noreturn]] void fail(const Value& value) const;
@@ -35,9 +34,5 @@ QString inCodePage1252(const QString& text);
 QString shown(const Value& value, const Type& type);
 /// A number with the given places, rounded half away from zero.
 double roundTo(double number, int places);
-/// The server's text of a float: up to `digits` significant digits.
-QString floatText(double number, int digits);
-/// A text as a number; says no for what is none.
-bool parseNumber(const QString& text, double& number);
 
 } // namespace embedded

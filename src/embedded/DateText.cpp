@@ -28,32 +28,11 @@ int fullYear(const QString& digits) {
     return year + (year < 50 ? 2000 : 1900);
 }
 
-/// "9", "9:05", "9:05:30", "9:05:30.123" with AM or PM. A lone hour needs AM or PM.
-bool parseTime(const QString& text, QTime& time) {
-    static const QRegularExpression form(
-        "^(\\d{1,2})(?::(\\d{1,2})(?::(\\d{1,2})(?:[.:](\\d{1,7}))?)?)?\\s*([AaPp][Mm])?$");
-    const QRegularExpressionMatch match = form.match(text.trimmed());
-    if (!match.hasMatch() || (match.captured(2).isEmpty() && match.captured(5).isEmpty())) return false;
-    int hour = match.captured(1).toInt();
-    const QString half = match.captured(5).toLower();
-    if (!half.isEmpty()) {
-        if (hour > 12) return false;
-        hour = hour % 12 + (half == "pm" ? 12 : 0);
-    }
-    const QString fraction = match.captured(4);
-    time = QTime(hour, match.captured(2).toInt(), match.captured(3).toInt(),
-                 fraction.isEmpty() ? 0 : int(fraction.leftJustified(3, u'0').left(3).toInt()));
-    return time.isValid();
-}
-
 bool parseDay(const QString& text, Order order, QDate& date) {
     if (text.isEmpty()) return date = base, true;
-    static const QRegularExpression compact("^\\d{8}$|^\\d{6}$|^\\d{4}$");
+    static const QRegularExpression compact("^\\d{8}$|^\\d{6}$");
     if (compact.match(text).hasMatch()) {
-        if (text.size() == 4)
-            date = QDate(text.toInt(), 1, 1);
-        else
-            date = QDate(fullYear(text.chopped(4)), text.right(4).left(2).toInt(), text.right(2).toInt());
+        date = QDate(fullYear(text.chopped(4)), text.right(4).left(2).toInt(), text.right(2).toInt());
         return true;
     }
     static const QRegularExpression separators("[\\s,/.-]+");
@@ -72,46 +51,39 @@ bool parseDay(const QString& text, Order order, QDate& date) {
         }
     }
     if (month != 0) {
-        if (numbers.isEmpty() || numbers.size() > 2) return false;
-        if (numbers.size() == 1) { // a month and a year, or a month and a day of this year
-            if (numbers[0].size() != 4) return false;
-            return date = QDate(fullYear(numbers[0]), month, 1), true;
-        }
+        if (numbers.size() != 2) return false;
         const bool yearFirst = numbers[0].size() == 4;
         date = QDate(fullYear(numbers[yearFirst ? 0 : 1]), month, numbers[yearFirst ? 1 : 0].toInt());
         return true;
     }
     if (numbers.size() != 3) return false;
-    if (numbers[0].size() == 4) {
-        const bool dayBeforeMonth = order == Order::DayMonthYear;
-        date = QDate(numbers[0].toInt(), numbers[dayBeforeMonth ? 2 : 1].toInt(),
-                     numbers[dayBeforeMonth ? 1 : 2].toInt());
-    } else if (order == Order::YearMonthDay && numbers[2].size() != 4) {
-        date = QDate(fullYear(numbers[0]), numbers[1].toInt(), numbers[2].toInt());
-    } else {
-        const bool dayFirst = order == Order::DayMonthYear;
-        date =
-            QDate(fullYear(numbers[2]), numbers[dayFirst ? 1 : 0].toInt(), numbers[dayFirst ? 0 : 1].toInt());
-    }
+    // The places of year, month and day. A year of four digits tells itself wherever it stands.
+    const bool dayFirst = order == Order::DayMonthYear;
+    const bool yearFirst = numbers[0].size() == 4 || (order == Order::YearMonthDay && numbers[2].size() != 4);
+    const int first = yearFirst ? 1 : 0;
+    date = QDate(fullYear(numbers[yearFirst ? 0 : 2]), numbers[dayFirst ? first + 1 : first].toInt(),
+                 numbers[dayFirst ? first : first + 1].toInt());
     return true;
 }
 
 /// False when the text has no date's form; an impossible day yields an invalid date and true.
 bool parseParts(const QString& text, Order order, QDateTime& result) {
-    QString rest = text.simplified();
-    static const QRegularExpression iso("^(\\d{4}-\\d{2}-\\d{2})[Tt](\\d.*?)[Zz]?$");
-    if (const auto match = iso.match(rest); match.hasMatch()) {
-        rest = match.captured(1) + ' ' + match.captured(2);
-        order = Order::MonthDayYear;
-    }
-    QTime time(0, 0);
-    static const QRegularExpression clock("(?:^|\\s)(\\d{1,2}(?::[\\d:.]+)?\\s*(?:[AaPp][Mm])?)$");
-    if (const auto match = clock.match(rest); match.hasMatch() && parseTime(match.captured(1), time))
-        rest.truncate(match.capturedStart(0));
-    else if (rest.contains(u':'))
-        return false;
+    static const QRegularExpression form(
+        "^(.*?)(?:(?:^|\\s|(\\dT))(\\d{1,2}):(\\d{1,2})(?::(\\d{1,2})(?:[.:](\\d{1,7}))?)?\\s*(am|pm)?Z?)?$",
+        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpressionMatch match = form.match(text.simplified());
+    const QString joint = match.captured(2); // of the last digit of the day and a T
+    if (!joint.isEmpty()) order = Order::MonthDayYear;
+    int hour = match.captured(3).toInt();
+    const QString half = match.captured(7).toLower();
+    if (!half.isEmpty() && hour > 12) return false;
+    if (!half.isEmpty()) hour = hour % 12 + (half == "pm" ? 12 : 0);
+    const QTime time(hour, match.captured(4).toInt(), match.captured(5).toInt(),
+                     match.captured(6).leftJustified(3, u'0').left(3).toInt());
+    const QString day = match.captured(1) + joint.left(1);
+    if (!match.hasMatch() || !time.isValid() || day.contains(u':')) return false;
     QDate date;
-    if (!parseDay(rest.trimmed(), order, date)) return false;
+    if (!parseDay(day.trimmed(), order, date)) return false;
     result = date.isValid() ? QDateTime(date, time, Qt::UTC) : QDateTime();
     return true;
 }
@@ -120,30 +92,14 @@ QString pad(int number, int width) {
     return QString::number(number).rightJustified(width, u'0');
 }
 
-QString clock12(const QTime& time, bool seconds, bool milliseconds) {
-    const int hour = time.hour() % 12 == 0 ? 12 : time.hour() % 12;
-    QString text = QString::number(hour).rightJustified(2, u' ') + ':' + pad(time.minute(), 2);
-    if (seconds) text += ':' + pad(time.second(), 2);
-    if (milliseconds) text += ':' + pad(time.msec(), 3);
-    return text + (time.hour() < 12 ? "AM" : "PM");
-}
-
 } // namespace
 
 QDateTime parse(const QString& text, Order order) {
     QDateTime result;
     if (!parseParts(text, order, result))
-        throw DbError(241, "Conversion failed when converting date and/or time from character string.");
-    if (!result.isValid() || result.date().year() > 9999)
-        throw DbError(242, "The conversion of a varchar data type to a datetime data type resulted in an "
-                           "out-of-range value.");
+        throw DbError(241, "Conversion failed when converting a text to a date.");
+    if (!result.isValid() || result.date().year() > 9999) throw DbError(242, "The date is out of range.");
     return result;
-}
-
-QDateTime tryParse(const QString& text, Order order) {
-    QDateTime result;
-    if (!parseParts(text, order, result) || !result.isValid()) return {};
-    return result.date().year() >= 1753 && result.date().year() <= 9999 ? result : QDateTime();
 }
 
 QDateTime fromStored(const QString& stored) {
@@ -173,7 +129,7 @@ QString toStored(const QDateTime& date, const Type& type) {
     }
     const QDate day = rounded.date();
     if (!rounded.isValid() || day.year() < firstYear || day.year() > lastYear)
-        throw DbError(242, "The conversion resulted in an out-of-range datetime value.");
+        throw DbError(242, "The date is out of range.");
     const QTime time = rounded.time();
     return pad(day.year(), 4) + '-' + pad(day.month(), 2) + '-' + pad(day.day(), 2) + ' '
            + pad(time.hour(), 2) + ':' + pad(time.minute(), 2) + ':' + pad(time.second(), 2) + '.'
@@ -193,14 +149,9 @@ double toDays(const QDateTime& date) {
 Order orderOfStyle(int style, Order standard) {
     switch (style % 100) {
     case 1:
-    case 10:
         return Order::MonthDayYear;
     case 3:
-    case 4:
-    case 5:
         return Order::DayMonthYear;
-    case 2:
-    case 11:
     case 12:
     case 20:
     case 21:
@@ -212,62 +163,32 @@ Order orderOfStyle(int style, Order standard) {
 }
 
 QString format(const QDateTime& date, const Type& type, int style) {
-    const QTime time = date.time();
-    const QString dd = pad(date.date().day(), 2);
-    const QString mm = pad(date.date().month(), 2);
-    const QString mon = QLocale::c().toString(date.date(), "MMM");
-    const QString year = pad(date.date().year(), 4);
+    const auto written = [&date](const char* form) { return QLocale::c().toString(date, form); };
     const bool onlyDay = type.kind == Type::Date;
-    const int form = style % 100;
-    // Two digits of the year below 100, save in the styles that always write four.
-    static const QList<int> alwaysFour{0, 9, 13, 20, 21, 26};
-    const QString yy = style < 100 && !alwaysFour.contains(style) ? year.right(2) : year;
-    const QString clock24 = pad(time.hour(), 2) + ':' + pad(time.minute(), 2) + ':' + pad(time.second(), 2);
-    const QString blankDay = QString::number(date.date().day()).rightJustified(2, u' ');
-    switch (form) {
+    const bool wholeYear = style >= 100;
+    switch (style % 100) {
     case 0:
-        if (onlyDay) return year + '-' + mm + '-' + dd;
-        return mon + ' ' + blankDay + ' ' + year + ' ' + clock12(time, false, false);
+        if (onlyDay) return written("yyyy-MM-dd");
+        return written("MMM ") + written("d").rightJustified(2) + written(" yyyy ")
+               + written("h:mmAP").rightJustified(7);
     case 1:
-        return mm + '/' + dd + '/' + yy;
-    case 2:
-        return yy + '.' + mm + '.' + dd;
+        return written(wholeYear ? "MM/dd/yyyy" : "MM/dd/yy");
     case 3:
-        return dd + '/' + mm + '/' + yy;
-    case 4:
-        return dd + '.' + mm + '.' + yy;
-    case 5:
-        return dd + '-' + mm + '-' + yy;
-    case 6:
-        return dd + ' ' + mon + ' ' + yy;
-    case 7:
-        return mon + ' ' + dd + ", " + yy;
+        return written(wholeYear ? "dd/MM/yyyy" : "dd/MM/yy");
     case 8:
-        return clock24;
-    case 9:
-        return mon + ' ' + blankDay + ' ' + year + ' ' + clock12(time, true, true);
-    case 10:
-        return mm + '-' + dd + '-' + yy;
-    case 11:
-        return yy + '/' + mm + '/' + dd;
+        return written("HH:mm:ss");
     case 12:
-        return yy + mm + dd;
-    case 13:
-        return dd + ' ' + mon + ' ' + year + ' ' + clock24 + ':' + pad(time.msec(), 3);
-    case 14:
-        return clock24 + ':' + pad(time.msec(), 3);
+        return written(wholeYear ? "yyyyMMdd" : "yyMMdd");
     case 20:
-        return year + '-' + mm + '-' + dd + (onlyDay ? QString() : ' ' + clock24);
+        return written(onlyDay ? "yyyy-MM-dd" : "yyyy-MM-dd HH:mm:ss");
     case 21:
-        return year + '-' + mm + '-' + dd + (onlyDay ? QString() : ' ' + clock24 + '.' + pad(time.msec(), 3));
-    case 26: {
-        const QString fraction = time.msec() == 0 ? QString() : '.' + pad(time.msec(), 3);
-        return year + '-' + mm + '-' + dd + (onlyDay ? QString() : 'T' + clock24 + fraction);
-    }
+        return written(onlyDay ? "yyyy-MM-dd" : "yyyy-MM-dd HH:mm:ss.zzz");
+    case 26:
+        return written(onlyDay                   ? "yyyy-MM-dd"
+                       : date.time().msec() == 0 ? "yyyy-MM-ddTHH:mm:ss"
+                                                 : "yyyy-MM-ddTHH:mm:ss.zzz");
     default:
-        throw DbError(281, QString("%1 is not a valid style number when converting from datetime to a "
-                                   "character string.")
-                               .arg(style));
+        throw notSupported(QString("date style %1").arg(style));
     }
 }
 

@@ -13,8 +13,6 @@ enum class Order { MonthDayYear, DayMonthYear, YearMonthDay };
 /// '2026-Nov-15 09:05:00', 'Apr 1, 2008 9:05PM', … `order` rules where all parts are numbers.
 /// Throws DbError 241 for what is no date, 242 for one out of range.
 QDateTime parse(const QString& text, Order order);
-/// As parse(), but says no with an invalid date.
-QDateTime tryParse(const QString& text, Order order);
 
 QDateTime fromStored(const QString& stored);
 /// The stored form, rounded as the type rounds (3.33 ms, minutes or days); DbError 242 out of range.
@@ -23,7 +21,7 @@ QString toStored(const QDateTime& date, const Type& type);
 QDateTime fromDays(double days);
 double toDays(const QDateTime& date);
 
-/// The text of CONVERT with a style; throws DbError 281 for a style it does not know.
+/// The text of CONVERT with a style; throws notSupported for a style it does not know.
 QString format(const QDateTime& date, const Type& type, int style);
 /// The order of numbers that a style asks for when a text is converted; `standard` where it does not say.
 Order orderOfStyle(int style, Order standard);

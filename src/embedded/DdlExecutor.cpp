@@ -3,16 +3,17 @@
 #include "embedded/Collation.h"
 #include "embedded/ConstraintBuilder.h"
 #include "embedded/Errors.h"
-#include "embedded/StatementParser.h"
 
 namespace embedded {
 
 namespace {
 
 DbError cannotDrop(const QString& kind, const QString& name) {
-    return DbError(
-        3701, QString("Cannot drop the %1 '%2', because it does not exist or you do not have permission.")
-                  .arg(kind, name));
+    return serverError(3701, "Cannot drop the %1 '%2', because it does not exist.", kind, name);
+}
+
+DbError duplicateColumn(const QString& name, const QString& table) {
+    return serverError(2705, "Column name '%1' in table '%2' is specified more than once.", name, table);
 }
 
 bool isTemporary(const ObjectName& name) {
@@ -23,18 +24,14 @@ bool isTemporary(const ObjectName& name) {
 
 const Database& DdlExecutor::databaseFor(const ObjectName& name) const {
     if (!name.schema.isEmpty() && !collation::equal(name.schema, "dbo"))
-        throw DbError(2760, QString("The specified schema name \"%1\" does not exist.").arg(name.schema));
+        throw serverError(2760, "The specified schema name \"%1\" does not exist.", name.schema);
     return m_session.databaseNamed(name.database);
 }
 
 Object DdlExecutor::tableNamed(const ObjectName& name) const {
-    if (const Object* temporary = m_session.temporary(name.name)) return *temporary;
-    const Object* table = m_session.catalog.object(databaseFor(name).id, name.name);
-    if (!table || table->kind != Object::Table)
-        throw DbError(4902,
-                      QString("Cannot find the object \"%1\" because it does not exist or you do not have "
-                              "permissions.")
-                          .arg(name.toString()));
+    const Object* table = m_session.find(name);
+    if (!table || table->kind != ObjectKind::Table)
+        throw serverError(4902, "Cannot find the object \"%1\".", name.toString());
     return *table;
 }
 
@@ -44,9 +41,8 @@ void DdlExecutor::run(const CreateDatabaseStatement& statement) {
     if (m_session.transactionDepth > 0)
         throw DbError(226, "CREATE DATABASE statement not allowed within multi-statement transaction.");
     if (m_session.catalog.database(statement.name))
-        throw DbError(
-            1801,
-            QString("Database '%1' already exists. Choose a different database name.").arg(statement.name));
+        throw serverError(1801, "Database '%1' already exists. Choose a different database name.",
+                          statement.name);
     Savepoint together(m_session.file);
     m_session.catalog.addDatabase(statement.name);
     together.release();
@@ -56,29 +52,17 @@ void DdlExecutor::run(const AlterDatabaseStatement& statement) {
     m_session.databaseNamed(statement.name);
 }
 
-QString DdlExecutor::columnsForSqlite(const TableDef& definition) const {
+void DdlExecutor::createStorage(const Object& table, const TableDef& definition) {
     QStringList columns;
-    for (const ColumnDef& column : definition.columns)
+    for (const Column& column : definition.columns)
         columns.append(sqliteName(column.name)
                        + (column.identity ? " INTEGER PRIMARY KEY AUTOINCREMENT" : " COLLATE T"));
-    return '(' + columns.join(u',') + ')';
-}
-
-Column DdlExecutor::columnOf(const ColumnDef& definition) {
-    return {definition.name, definition.type, definition.nullable, definition.identity,
-            definition.defaultText};
-}
-
-void DdlExecutor::setSeed(const QString& storage, const TableDef& definition) {
-    for (const ColumnDef& column : definition.columns) {
+    m_session.file.run("CREATE TABLE " + table.sqlName() + '(' + columns.join(u',') + ')');
+    for (const Column& column : definition.columns) {
         if (!column.identity || column.seed == 1) continue;
         if (!column.type.isInteger()) throw notSupported("IDENTITY of type " + column.type.toString());
-        const bool temporary = storage.startsWith("temp.");
-        const QString bare =
-            QString(temporary ? storage.mid(5) : storage).mid(1).chopped(1).replace("\"\"", "\"");
-        m_session.file.run(
-            QString("INSERT INTO %1sqlite_sequence VALUES (?1, ?2)").arg(temporary ? "temp." : ""),
-            {bare, column.seed - 1});
+        m_session.file.run("INSERT INTO " + table.schema() + "sqlite_sequence VALUES (?1, ?2)",
+                           {table.storage, column.seed - 1});
     }
 }
 
@@ -89,28 +73,24 @@ void DdlExecutor::run(const CreateTableStatement& statement) {
         throw alreadyExists(statement.table.name);
     const TableDef& definition = statement.definition;
     QSet<QString> names;
-    for (const ColumnDef& column : definition.columns) {
+    for (const Column& column : definition.columns) {
         if (names.contains(collation::fold(column.name)))
-            throw DbError(
-                2705, QString("Column names in each table must be unique. Column name '%1' in table '%2' is "
-                              "specified more than once.")
-                          .arg(column.name, statement.table.name));
+            throw duplicateColumn(column.name, statement.table.name);
         names.insert(collation::fold(column.name));
     }
     Savepoint together(m_session.file);
-    const QString storage = Catalog::storageName(database.name, statement.table.name);
-    m_session.file.run("CREATE TABLE " + storage + columnsForSqlite(definition));
-    setSeed(storage, definition);
-    const qint64 id = m_session.catalog.addObject(database.id, Object::Table, statement.table.name, 0, {});
-    for (ColumnDef column : definition.columns) {
+    const qint64 id =
+        m_session.catalog.addObject(database.id, ObjectKind::Table, statement.table.name, 0, {});
+    createStorage(*m_session.catalog.object(id), definition);
+    for (Column column : definition.columns) {
         for (const ConstraintDef& constraint : definition.constraints)
-            if (constraint.kind == ConstraintDef::PrimaryKey
+            if (constraint.kind == ObjectKind::PrimaryKey
                 && constraint.columns.contains(column.name, Qt::CaseInsensitive))
                 column.nullable = false;
-        m_session.catalog.addColumn(id, columnOf(column));
+        m_session.catalog.addColumn(id, column);
     }
     for (const ConstraintDef& constraint : definition.constraints)
-        ConstraintBuilder(m_session, m_functions, *m_session.catalog.object(id)).add(constraint);
+        ConstraintBuilder(m_session, *m_session.catalog.object(id)).add(constraint);
     together.release();
 }
 
@@ -119,20 +99,18 @@ void DdlExecutor::createTemporary(const QString& name, const TableDef& definitio
     if (frame.tables.count(collation::fold(name))) throw alreadyExists(name);
     Object table;
     table.name = name;
-    table.text = name + '~' + QString::number(++m_session.nextStorage);
-    table.storage = "temp." + sqliteName(table.text);
-    m_session.file.run("CREATE TABLE " + table.storage + columnsForSqlite(definition));
-    setSeed(table.storage, definition);
-    for (const ColumnDef& column : definition.columns) table.columns.append(columnOf(column));
+    table.storage = name + '~' + QString::number(++m_session.nextStorage);
+    createStorage(table, definition);
+    table.columns = {definition.columns.begin(), definition.columns.end()};
     int number = 0;
     for (const ConstraintDef& constraint : definition.constraints)
-        ConstraintBuilder(m_session, m_functions, table).addTemporaryKey(constraint, ++number);
+        ConstraintBuilder(m_session, table).addTemporaryKey(constraint, ++number);
     frame.tables[collation::fold(name)] = table;
 }
 
 void DdlExecutor::run(const AlterTableStatement& statement) {
     const Object table = tableNamed(statement.table);
-    if (table.id == 0) throw notSupported("ALTER TABLE of a temporary table");
+    if (table.isTemporary()) throw notSupported("ALTER TABLE of a temporary table");
     Savepoint together(m_session.file);
     switch (statement.action) {
     case AlterTableStatement::Add:
@@ -147,47 +125,37 @@ void DdlExecutor::run(const AlterTableStatement& statement) {
     case AlterTableStatement::DropConstraints:
         for (const QString& name : statement.names) dropConstraint(table, name);
         break;
-    case AlterTableStatement::SwitchCheck:
-        break;
     }
     together.release();
 }
 
 void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
-    for (const ColumnDef& column : definition.columns) {
+    for (const Column& column : definition.columns) {
         if (m_session.catalog.object(table.id)->column(column.name))
-            throw DbError(
-                2705, QString("Column names in each table must be unique. Column name '%1' in table '%2' is "
-                              "specified more than once.")
-                          .arg(column.name, table.name));
+            throw duplicateColumn(column.name, table.name);
         if (column.identity) throw notSupported("adding an IDENTITY column to a table");
-        const bool hasRows = !isNull(m_session.file.scalar("SELECT 1 FROM " + table.storage + " LIMIT 1"));
+        const bool hasRows = !isNull(m_session.file.scalar("SELECT 1 FROM " + table.sqlName() + " LIMIT 1"));
         if (!column.nullable && column.defaultText.isEmpty() && hasRows)
-            throw DbError(
-                4901, QString("ALTER TABLE only allows columns to be added that can contain nulls, or have a "
-                              "DEFAULT definition specified. Column '%1' cannot be added to the non-empty "
-                              "table '%2'.")
-                          .arg(column.name, table.name));
-        m_session.file.run("ALTER TABLE " + table.storage + " ADD COLUMN " + sqliteName(column.name)
+            throw serverError(
+                4901, "Column '%1' cannot be added to the table '%2', which has rows, without a default.",
+                column.name, table.name);
+        m_session.file.run("ALTER TABLE " + table.sqlName() + " ADD COLUMN " + sqliteName(column.name)
                            + " COLLATE T");
-        m_session.catalog.addColumn(table.id, columnOf(column));
+        m_session.catalog.addColumn(table.id, column);
         // Rows that are there take the default only where NULL is no way out.
         if (!column.nullable && hasRows)
-            m_session.file.run(
-                translator().fill(*m_session.catalog.object(table.id), columnOf(column), {}, {}));
+            m_session.file.run(translator().fill(*m_session.catalog.object(table.id), column, {}, {}));
     }
     for (const ConstraintDef& constraint : definition.constraints)
-        ConstraintBuilder(m_session, m_functions, *m_session.catalog.object(table.id)).add(constraint);
+        ConstraintBuilder(m_session, *m_session.catalog.object(table.id)).add(constraint);
 }
 
-void DdlExecutor::alterColumn(const Object& table, const ColumnDef& definition) {
+void DdlExecutor::alterColumn(const Object& table, const Column& definition) {
     const Column* former = table.column(definition.name);
     if (!former)
-        throw DbError(
-            4924, QString("ALTER TABLE ALTER COLUMN failed because column '%1' does not exist in table '%2'.")
-                      .arg(definition.name, table.name));
+        throw serverError(4924, "Column '%1' does not exist in table '%2'.", definition.name, table.name);
     if (former->identity) throw notSupported("altering an IDENTITY column");
-    Column column = columnOf(definition);
+    Column column = definition;
     column.name = former->name;
     column.defaultText = former->defaultText;
     m_session.file.run(translator().fill(table, column, sqliteName(column.name), former->type));
@@ -198,20 +166,19 @@ void DdlExecutor::dropColumn(const Object& table, const QString& name) {
     const Column* column = table.column(name);
     if (!column) throw cannotDrop("column", name);
     for (const Object* part : m_session.catalog.partsOf(table.id))
-        if (part->text.split(u'\n').contains(column->name, Qt::CaseInsensitive))
-            throw DbError(5074,
-                          QString("The object '%1' is dependent on column '%2'.").arg(part->name, name));
+        if (part->keyColumns().contains(column->name, Qt::CaseInsensitive))
+            throw serverError(5074, "The object '%1' is dependent on column '%2'.", part->name, name);
     if (column->identity) throw notSupported("dropping an IDENTITY column");
     const QString known = column->name;
-    m_session.file.run("ALTER TABLE " + table.storage + " DROP COLUMN " + sqliteName(known));
+    m_session.file.run("ALTER TABLE " + table.sqlName() + " DROP COLUMN " + sqliteName(known));
     m_session.catalog.removeColumn(table.id, known);
 }
 
 void DdlExecutor::dropConstraint(const Object& table, const QString& name) {
     for (const Object* part : m_session.catalog.partsOf(table.id)) {
-        if (part->kind == Object::Index || !collation::equal(part->name, name)) continue;
+        if (part->kind == ObjectKind::Index || !collation::equal(part->name, name)) continue;
         const Object copy = *part;
-        if (copy.kind == Object::Default) {
+        if (copy.kind == ObjectKind::Default) {
             Column column = *table.column(copy.text);
             column.defaultText.clear();
             m_session.catalog.changeColumn(table.id, column);
@@ -220,119 +187,84 @@ void DdlExecutor::dropConstraint(const Object& table, const QString& name) {
         m_session.catalog.removeObject(copy.id);
         return;
     }
-    throw DbError(3728, QString("'%1' is not a constraint.").arg(name));
+    throw serverError(3728, "'%1' is not a constraint.", name);
 }
 
 void DdlExecutor::run(const TruncateStatement& statement) {
     const Object table = tableNamed(statement.table);
     Savepoint together(m_session.file);
-    m_session.file.run("DELETE FROM " + table.storage);
-    if (table.identityColumn()) {
-        const bool temporary = table.id == 0;
-        const QString bare =
-            QString(temporary ? table.storage.mid(5) : table.storage).mid(1).chopped(1).replace("\"\"", "\"");
-        m_session.file.run(
-            QString("DELETE FROM %1sqlite_sequence WHERE name = ?1").arg(temporary ? "temp." : ""), {bare});
-    }
+    m_session.file.run("DELETE FROM " + table.sqlName());
+    if (table.identityColumn())
+        m_session.file.run("DELETE FROM " + table.schema() + "sqlite_sequence WHERE name = ?1",
+                           {table.storage});
     together.release();
 }
 
 void DdlExecutor::run(const CreateIndexStatement& statement) {
     const Object table = tableNamed(statement.table);
-    if (table.id == 0) throw notSupported("an index on a temporary table");
+    if (table.isTemporary()) throw notSupported("an index on a temporary table");
     Savepoint together(m_session.file);
-    ConstraintBuilder(m_session, m_functions, table)
-        .addIndex(statement.name, statement.columns, statement.unique);
+    ConstraintBuilder(m_session, table).addIndex(statement.name, statement.columns, statement.unique);
     together.release();
-}
-
-void DdlExecutor::createModule(const ObjectName& name, Object::Kind kind, const QString& text, bool alter) {
-    if (!name.database.isEmpty())
-        throw DbError(
-            166,
-            "'CREATE/ALTER' does not allow specifying the database name as a prefix to the object name.");
-    const Database database = databaseFor(name);
-    const Object* existing = m_session.catalog.object(database.id, name.name);
-    if (alter && (!existing || existing->kind != kind)) throw invalidObject(name.toString());
-    if (!alter && existing) throw alreadyExists(name.name);
-    Savepoint together(m_session.file);
-    if (alter)
-        m_session.catalog.setText(existing->id, text);
-    else
-        m_session.catalog.addObject(database.id, kind, name.name, 0, text);
-    together.release();
-}
-
-void DdlExecutor::run(const CreateViewStatement& statement) {
-    // Its names must be known now: the translation is only made for its errors.
-    translator().select(*StatementParser(statement.text, true).parseViewText());
-    createModule(statement.name, Object::View, statement.text, statement.alter);
 }
 
 void DdlExecutor::run(const CreateProcedureStatement& statement) {
-    createModule(statement.name, Object::Procedure, statement.text, statement.alter);
+    const ObjectName& name = statement.name;
+    if (!name.database.isEmpty())
+        throw DbError(166, "The name of a procedure to be created takes no database.");
+    const Database database = databaseFor(name);
+    const Object* existing = m_session.catalog.object(database.id, name.name);
+    if (statement.alter && (!existing || existing->kind != ObjectKind::Procedure))
+        throw invalidObject(name.toString());
+    if (!statement.alter && existing) throw alreadyExists(name.name);
+    Savepoint together(m_session.file);
+    if (statement.alter)
+        m_session.catalog.setText(existing->id, statement.text);
+    else
+        m_session.catalog.addObject(database.id, ObjectKind::Procedure, name.name, 0, statement.text);
+    together.release();
 }
 
 void DdlExecutor::setIdentityInsert(const IdentityInsertStatement& statement) {
     const Object table = tableNamed(statement.table);
     if (!table.identityColumn())
-        throw DbError(8106,
-                      QString("Table '%1' does not have the identity property. Cannot perform SET operation.")
-                          .arg(table.name));
-    if (statement.on && !m_session.identityInsert.isEmpty() && m_session.identityInsert != table.storage)
+        throw serverError(8106, "Table '%1' does not have the identity property.", table.name);
+    if (statement.on && !m_session.identityInsert.isEmpty() && m_session.identityInsert != table.sqlName())
         throw DbError(8107, "IDENTITY_INSERT is already ON for another table.");
-    m_session.identityInsert = statement.on ? table.storage : QString();
+    m_session.identityInsert = statement.on ? table.sqlName() : QString();
 }
 
 void DdlExecutor::run(const DropStatement& statement) {
     Savepoint together(m_session.file);
     for (const ObjectName& name : statement.names) {
-        if (statement.kind == "TABLE")
-            dropTable(name, statement.ifExists);
-        else if (statement.kind == "DATABASE")
-            dropDatabase(name.name, statement.ifExists);
-        else if (statement.kind == "INDEX")
+        if (statement.kind == ObjectKind::Index) {
             dropIndex(name, statement.ifExists);
-        else {
-            const Object::Kind kind = statement.kind == "VIEW" ? Object::View : Object::Procedure;
-            const Object* object = m_session.catalog.object(databaseFor(name).id, name.name);
-            if (object && object->kind == kind)
-                m_session.catalog.removeObject(object->id);
-            else if (!statement.ifExists)
-                throw cannotDrop(statement.kind.toLower(), name.name);
+            continue;
         }
+        const Object* object = m_session.find(name);
+        if (object && object->kind == statement.kind)
+            drop(Object(*object));
+        else if (!statement.ifExists)
+            throw cannotDrop(statement.kind == ObjectKind::Table ? "table" : "procedure", name.name);
     }
     together.release();
 }
 
-void DdlExecutor::dropTable(const ObjectName& name, bool ifExists) {
-    if (const Object* temporary = m_session.temporary(name.name)) {
-        m_session.file.run("DROP TABLE " + temporary->storage);
-        for (Frame& frame : m_session.frames) frame.tables.erase(collation::fold(name.name));
+void DdlExecutor::drop(const Object& object) {
+    if (object.kind == ObjectKind::Table) m_session.file.run("DROP TABLE " + object.sqlName());
+    if (object.isTemporary()) {
+        for (Frame& frame : m_session.frames) frame.tables.erase(collation::fold(object.name));
         return;
     }
-    const Object* found = m_session.catalog.object(databaseFor(name).id, name.name);
-    if (!found || found->kind != Object::Table) {
-        if (ifExists) return;
-        throw cannotDrop("table", name.name);
-    }
-    const Object table = *found;
-    for (const Object* part : m_session.catalog.objectsIn(table.database)) {
-        const bool refers = part->kind == Object::ForeignKey && part->parent != table.id;
-        if (!refers) continue;
-        const Value trigger = m_session.file.scalar(
-            "SELECT count(*) FROM sqlite_master WHERE name = ?1 AND tbl_name = ?2",
-            {QString("tr%1_2").arg(part->id), table.storage.mid(1).chopped(1).replace("\"\"", "\"")});
-        if (std::get<qint64>(trigger))
-            throw DbError(
-                3726,
-                QString("Could not drop object '%1' because it is referenced by a FOREIGN KEY constraint.")
-                    .arg(table.name));
-    }
-    for (const Object* part : m_session.catalog.partsOf(table.id))
+    for (const Object* part : m_session.catalog.partsOf(object.id))
         ConstraintBuilder::remove(m_session, Object(*part));
-    m_session.file.run("DROP TABLE " + table.storage);
-    m_session.catalog.removeObject(table.id);
+    m_session.catalog.removeObject(object.id);
+}
+
+void DdlExecutor::run(const DropDatabaseStatement& statement) {
+    Savepoint together(m_session.file);
+    for (const QString& name : statement.names) dropDatabase(name, statement.ifExists);
+    together.release();
 }
 
 void DdlExecutor::dropDatabase(const QString& name, bool ifExists) {
@@ -341,15 +273,11 @@ void DdlExecutor::dropDatabase(const QString& name, bool ifExists) {
     if (!found || !m_session.isInRole("dbcreator")) throw cannotDrop("database", name);
     const Database database = *found;
     if (database.id <= 4)
-        throw DbError(3708,
-                      QString("Cannot drop the database '%1' because it is a system database.").arg(name));
+        throw serverError(3708, "Cannot drop the database '%1' because it is a system database.", name);
     if (database.id == m_session.database)
-        throw DbError(3702, QString("Cannot drop database \"%1\" because it is currently in use.").arg(name));
-    for (const Object* object : m_session.catalog.objectsIn(database.id)) {
-        if (object->kind != Object::Table) ConstraintBuilder::remove(m_session, Object(*object));
-    }
+        throw serverError(3702, "Cannot drop database \"%1\" because it is currently in use.", name);
     for (const Object* object : m_session.catalog.objectsIn(database.id))
-        if (object->kind == Object::Table) m_session.file.run("DROP TABLE " + object->storage);
+        if (object->kind == ObjectKind::Table) m_session.file.run("DROP TABLE " + object->sqlName());
     m_session.catalog.removeDatabase(database.id);
 }
 
@@ -357,7 +285,7 @@ void DdlExecutor::dropDatabase(const QString& name, bool ifExists) {
 void DdlExecutor::dropIndex(const ObjectName& name, bool ifExists) {
     const Object table = tableNamed({{}, name.database, name.schema});
     for (const Object* part : m_session.catalog.partsOf(table.id)) {
-        if (part->kind != Object::Index || !collation::equal(part->name, name.name)) continue;
+        if (part->kind != ObjectKind::Index || !collation::equal(part->name, name.name)) continue;
         const Object copy = *part;
         ConstraintBuilder::remove(m_session, copy);
         m_session.catalog.removeObject(copy.id);

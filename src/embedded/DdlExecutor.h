@@ -1,10 +1,10 @@
 #pragma once
 
-#include "embedded/DmlTranslator.h"
+#include "embedded/Translator.h"
 
 namespace embedded {
 
-/// The statements that change the catalogue: databases, tables, constraints, indexes, views, procedures.
+/// The statements that change the catalogue: databases, tables, constraints, indexes, procedures.
 class DdlExecutor {
 public:
     DdlExecutor(Session& session, const FunctionTable& functions)
@@ -16,29 +16,27 @@ public:
     void run(const AlterTableStatement& statement);
     void run(const TruncateStatement& statement);
     void run(const DropStatement& statement);
+    void run(const DropDatabaseStatement& statement);
     void run(const CreateIndexStatement& statement);
-    void run(const CreateViewStatement& statement);
     void run(const CreateProcedureStatement& statement);
     void setIdentityInsert(const IdentityInsertStatement& statement);
     /// A #table or table variable in the innermost frame.
     void createTemporary(const QString& name, const TableDef& definition);
 
 private:
-    DmlTranslator translator() const { return {m_session, m_functions}; }
+    Translator translator() const { return {m_session, m_functions}; }
     /// A copy, since the catalogue reads itself anew at each change.
     Object tableNamed(const ObjectName& name) const;
     const Database& databaseFor(const ObjectName& name) const;
-    void createModule(const ObjectName& name, Object::Kind kind, const QString& text, bool alter);
-    QString columnsForSqlite(const TableDef& definition) const;
-    void setSeed(const QString& storage, const TableDef& definition);
+    /// Makes the table in SQLite.
+    void createStorage(const Object& table, const TableDef& definition);
     void addColumns(const Object& table, const TableDef& definition);
-    void alterColumn(const Object& table, const ColumnDef& definition);
+    void alterColumn(const Object& table, const Column& definition);
     void dropColumn(const Object& table, const QString& name);
     void dropConstraint(const Object& table, const QString& name);
-    void dropTable(const ObjectName& name, bool ifExists);
+    void drop(const Object& object);
     void dropDatabase(const QString& name, bool ifExists);
     void dropIndex(const ObjectName& name, bool ifExists);
-    static Column columnOf(const ColumnDef& definition);
 
     Session& m_session;
     const FunctionTable& m_functions;

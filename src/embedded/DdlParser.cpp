@@ -1,183 +1,104 @@
-#include "embedded/DdlParser.h"
-
 #include "embedded/Errors.h"
+#include "embedded/Grammar.h"
 
 namespace embedded {
 
 namespace {
 
-template <class T>
-StatementPtr statement(T what) {
-    return std::make_shared<Statement>(Statement{std::move(what)});
-}
-
-} // namespace
-
-StatementPtr DdlParser::parseCreate() {
-    expect("create");
-    if (accept("table")) {
-        CreateTableStatement create;
-        create.table = takeObjectName();
-        create.definition = parseTableDef();
-        skipFileGroup();
-        return statement(create);
+void skipFileGroup(TokenReader& in) {
+    while ((in.is("on") && !in.is("delete", 1) && !in.is("update", 1)) || in.is("textimage_on")) {
+        in.take();
+        if (!in.accept("primary")) in.takeName();
     }
-    if (accept("database")) return parseCreateDatabase();
-    if (accept("procedure") || accept("proc")) return parseProcedure(false);
-    if (accept("view")) return parseView(false);
-    if (accept("login")) return parseLogin(SecurityStatement::CreateLogin);
-    if (accept("user")) return parseUser(SecurityStatement::CreateUser);
-    const bool unique = accept("unique");
-    if (is("clustered") || is("nonclustered")) take();
-    if (accept("index")) return parseCreateIndex(unique);
-    throw notSupported("CREATE " + peek().text.toUpper());
 }
 
-StatementPtr DdlParser::parseCreateDatabase() {
-    CreateDatabaseStatement create{takeName()};
-    // Where the files lie and how they grow has no meaning in a single file; the form is still checked.
-    const auto parseFile = [this] {
-        expect("(");
-        do {
-            takeName();
-            expect("=");
-            take();
-            if (!is(",") && !is(")")) take(); // a unit
-        } while (accept(","));
-        expect(")");
-    };
-    const auto parseFiles = [&] {
-        do parseFile();
-        while (accept(","));
-    };
-    if (accept("on")) {
-        accept("primary");
-        parseFiles();
-    }
-    if (accept("log", "on")) parseFiles();
-    if (accept("collate")) {
-        const QString collation = takeName();
-        if (collation.compare("Latin1_General_CI_AS", Qt::CaseInsensitive) != 0)
-            throw notSupported("collation " + collation);
-    }
-    if (is("for") || is("with")) throw notSupported("CREATE DATABASE … " + peek().text.toUpper());
-    return statement(create);
+/// The value's text, as written.
+QString takeDefault(TokenReader& in) {
+    const qsizetype start = in.peek().position;
+    parseValue(in);
+    return in.textSince(start);
 }
 
-StatementPtr DdlParser::parseCreateIndex(bool unique) {
-    CreateIndexStatement create;
-    create.unique = unique;
-    create.name = takeName();
-    expect("on");
-    create.table = takeObjectName();
-    create.columns = takeNameList();
-    if (is("include") || is("where")) throw notSupported("CREATE INDEX … " + peek().text.toUpper());
-    parseKeyOptions();
-    skipFileGroup();
-    return statement(create);
+void skipCollation(TokenReader& in) {
+    static const QStringList alike{"Latin1_General_CI_AS", "SQL_Latin1_General_CP1_CI_AS",
+                                   "database_default"};
+    if (!in.accept("collate")) return;
+    const QString collation = in.takeName();
+    if (!alike.contains(collation, Qt::CaseInsensitive)) throw notSupported("collation " + collation);
 }
 
-StatementPtr DdlParser::parseProcedure(bool alter) {
-    CreateProcedureStatement create;
-    create.alter = alter;
-    create.name = takeObjectName();
-    parseProcedureRest(); // for its syntax errors; names are looked up when it runs
-    create.text = m_batch;
-    return statement(create);
-}
-
-StatementPtr DdlParser::parseView(bool alter) {
-    CreateViewStatement create;
-    create.alter = alter;
-    create.name = takeObjectName();
-    if (is("(") || is("with")) throw notSupported("CREATE VIEW with columns or options");
-    expect("as");
-    const qsizetype start = peek().position;
-    const QueryPtr query = parseQuery();
-    if (!query->orderBy.empty() && !query->cores.front().top)
-        throw DbError(1033, "The ORDER BY clause is invalid in views unless TOP is also specified.");
-    create.text = textSince(start);
-    accept(";");
-    if (!atEnd()) syntaxError();
-    return statement(create);
-}
-
-TableDef DdlParser::parseTableDef() {
-    TableDef table;
-    expect("(");
-    do {
-        if (is(")")) break; // a comma may precede the closing bracket
-        parseTableElement(table);
-    } while (accept(","));
-    expect(")");
-    return table;
-}
-
-void DdlParser::parseTableElement(TableDef& table) {
-    QString name;
-    if (accept("constraint")) name = takeName();
-    if (is("primary") || is("unique") || is("foreign") || is("check") || is("default"))
-        return parseTableConstraint(table, name);
-    if (!name.isEmpty()) syntaxError();
-    parseColumn(table);
-}
-
-void DdlParser::parseColumn(TableDef& table) {
-    ColumnDef column;
-    column.name = takeName();
-    if (is("as")) throw notSupported("computed columns");
-    column.type = takeType();
-    const std::size_t place = table.columns.size();
-    table.columns.push_back(column);
-    for (;;) {
-        QString name;
-        if (accept("constraint")) name = takeName();
-        if (!parseColumnOption(column, table, name)) {
-            if (!name.isEmpty()) syntaxError();
-            break;
+/// CLUSTERED, WITH FILLFACTOR = n, WITH (…) and ON [group]: they steer storage only.
+void parseKeyOptions(TokenReader& in) {
+    while (in.is("clustered") || in.is("nonclustered")) in.take();
+    if (in.accept("with")) {
+        if (in.accept("(")) {
+            while (!in.accept(")")) {
+                if (in.atEnd()) in.syntaxError();
+                in.take();
+            }
+        } else {
+            do {
+                const bool value = in.is("fillfactor");
+                in.take();
+                if (value) in.expect("="), in.takeInteger();
+            } while (in.accept(","));
         }
     }
-    table.columns[place] = column;
+    skipFileGroup(in);
 }
 
-bool DdlParser::parseColumnOption(ColumnDef& column, TableDef& table, const QString& constraintName) {
+void skipToEndOfStatement(TokenReader& in) {
+    static const QStringList starts{"alter",   "exec", "execute", "use",    "if",     "create",
+                                    "drop",    "set",  "select",  "insert", "update", "delete",
+                                    "declare", "end",  "begin",   "print",  "else"};
+    while (!in.atEnd() && !in.accept(";")) {
+        if (in.peek().kind == Token::Word && starts.contains(in.peek().text.toLower())) return;
+        in.take();
+    }
+}
+
+void refuseChecks(TokenReader& in) {
+    if (in.is("check")) throw notSupported("CHECK constraints");
+    if (in.is("foreign") || in.is("references")) throw notSupported("FOREIGN KEY constraints");
+}
+
+void parseIdentity(TokenReader& in, Column& column) {
+    column.identity = true;
+    column.nullable = false;
+    if (in.accept("(")) {
+        column.seed = in.takeInteger();
+        in.expect(",");
+        if (const qint64 step = in.takeInteger(); step != 1)
+            throw notSupported(QString("IDENTITY with a step of %1").arg(step));
+        in.expect(")");
+    }
+    if (in.accept("not", "for")) in.expect("replication");
+}
+
+bool parseColumnOption(TokenReader& in, Column& column, TableDef& table, const QString& constraintName) {
     ConstraintDef constraint;
     constraint.name = constraintName;
     constraint.columns = {column.name};
-    if (accept("not", "null")) return column.nullable = false, true;
-    if (accept("null")) return true;
-    if (accept("identity")) return parseIdentity(column), true;
-    if (accept("rowguidcol") || is("sparse")) throw notSupported("ROWGUIDCOL and SPARSE columns");
-    if (accept("collate")) {
-        const QString collation = takeName();
-        static const QStringList alike{"Latin1_General_CI_AS", "SQL_Latin1_General_CP1_CI_AS",
-                                       "database_default"};
-        if (!alike.contains(collation, Qt::CaseInsensitive)) throw notSupported("collation " + collation);
-        return true;
-    }
-    if (accept("default")) {
-        const qsizetype start = peek().position;
-        column.defaultValue = parseValue();
-        column.defaultText = textSince(start);
+    refuseChecks(in);
+    if (in.accept("not", "null")) return column.nullable = false, true;
+    if (in.accept("null")) return true;
+    if (in.accept("identity")) return parseIdentity(in, column), true;
+    if (in.accept("rowguidcol") || in.is("sparse")) throw notSupported("ROWGUIDCOL and SPARSE columns");
+    if (in.is("collate")) return skipCollation(in), true;
+    if (in.accept("default")) {
+        column.defaultText = takeDefault(in);
         if (constraintName.isEmpty()) return true;
-        constraint.kind = ConstraintDef::Default;
+        constraint.kind = ObjectKind::Default;
         constraint.text = column.defaultText;
         return table.constraints.push_back(constraint), true;
     }
-    if (accept("primary", "key")) {
-        constraint.kind = ConstraintDef::PrimaryKey;
+    if (in.accept("primary", "key")) {
+        constraint.kind = ObjectKind::PrimaryKey;
         column.nullable = false;
-        parseKeyOptions();
-    } else if (accept("unique")) {
-        constraint.kind = ConstraintDef::Unique;
-        parseKeyOptions();
-    } else if (accept("check")) {
-        constraint.kind = ConstraintDef::Check;
-        constraint.text = parseCheck();
-    } else if (is("references") || is("foreign")) {
-        if (accept("foreign")) expect("key");
-        constraint.kind = ConstraintDef::ForeignKey;
-        parseReferences(constraint);
+        parseKeyOptions(in);
+    } else if (in.accept("unique")) {
+        constraint.kind = ObjectKind::Unique;
+        parseKeyOptions(in);
     } else {
         return false;
     }
@@ -185,253 +106,262 @@ bool DdlParser::parseColumnOption(ColumnDef& column, TableDef& table, const QStr
     return true;
 }
 
-void DdlParser::parseIdentity(ColumnDef& column) {
-    column.identity = true;
-    column.nullable = false;
-    if (accept("(")) {
-        column.seed = takeInteger();
-        expect(",");
-        if (const qint64 step = takeInteger(); step != 1)
-            throw notSupported(QString("IDENTITY with a step of %1").arg(step));
-        expect(")");
+void parseColumn(TokenReader& in, TableDef& table) {
+    Column column;
+    column.name = in.takeName();
+    if (in.is("as")) throw notSupported("computed columns");
+    column.type = in.takeType();
+    const std::size_t place = table.columns.size();
+    table.columns.push_back(column);
+    for (;;) {
+        QString name;
+        if (in.accept("constraint")) name = in.takeName();
+        if (!parseColumnOption(in, column, table, name)) {
+            if (!name.isEmpty()) in.syntaxError();
+            break;
+        }
     }
-    if (accept("not", "for")) expect("replication");
+    table.columns[place] = column;
 }
 
-void DdlParser::parseTableConstraint(TableDef& table, const QString& name) {
+void parseTableConstraint(TokenReader& in, TableDef& table, const QString& name) {
     ConstraintDef constraint;
     constraint.name = name;
-    if (accept("primary", "key") || accept("unique")) {
-        constraint.kind = is("key", -1) ? ConstraintDef::PrimaryKey : ConstraintDef::Unique;
-        if (is("clustered") || is("nonclustered")) take();
-        constraint.columns = takeNameList();
-        parseKeyOptions();
-        skipFileGroup();
-    } else if (accept("check")) {
-        constraint.kind = ConstraintDef::Check;
-        constraint.text = parseCheck();
-    } else if (accept("default")) {
-        constraint.kind = ConstraintDef::Default;
-        const qsizetype start = peek().position;
-        parseValue();
-        constraint.text = textSince(start);
-        expect("for");
-        constraint.columns = {takeName()};
+    if (in.accept("primary", "key") || in.accept("unique")) {
+        constraint.kind = in.is("key", -1) ? ObjectKind::PrimaryKey : ObjectKind::Unique;
+        if (in.is("clustered") || in.is("nonclustered")) in.take();
+        constraint.columns = in.takeNameList();
+        parseKeyOptions(in);
+        skipFileGroup(in);
     } else {
-        expect("foreign");
-        expect("key");
-        constraint.kind = ConstraintDef::ForeignKey;
-        constraint.columns = takeNameList();
-        parseReferences(constraint);
+        in.expect("default");
+        constraint.kind = ObjectKind::Default;
+        constraint.text = takeDefault(in);
+        in.expect("for");
+        constraint.columns = {in.takeName()};
     }
     table.constraints.push_back(constraint);
 }
 
-void DdlParser::parseReferences(ConstraintDef& constraint) {
-    expect("references");
-    constraint.parent = takeObjectName();
-    if (is("(")) constraint.parentColumns = takeNameList();
-    while (accept("on")) {
-        QString& action = is("delete") ? constraint.onDelete : constraint.onUpdate;
-        if (!accept("delete")) expect("update");
-        if (accept("cascade"))
-            action = "CASCADE";
-        else if (accept("set", "null"))
-            action = "SET NULL";
-        else if (is("set"))
-            throw notSupported("ON … SET DEFAULT");
-        else if (expect("no"), true)
-            expect("action");
+void parseTableElement(TokenReader& in, TableDef& table) {
+    QString name;
+    if (in.accept("constraint")) name = in.takeName();
+    refuseChecks(in);
+    if (in.is("primary") || in.is("unique") || in.is("default")) return parseTableConstraint(in, table, name);
+    if (!name.isEmpty()) in.syntaxError();
+    parseColumn(in, table);
+}
+
+StatementPtr parseCreateDatabase(TokenReader& in) {
+    CreateDatabaseStatement create{in.takeName()};
+    // Where the files lie and how they grow has no meaning in a single file; the form is still checked.
+    const auto parseFile = [&in] {
+        in.expect("(");
+        do {
+            in.takeName();
+            in.expect("=");
+            in.take();
+            if (!in.is(",") && !in.is(")")) in.take(); // a unit
+        } while (in.accept(","));
+        in.expect(")");
+    };
+    const auto parseFiles = [&] {
+        do parseFile();
+        while (in.accept(","));
+    };
+    if (in.accept("on")) {
+        in.accept("primary");
+        parseFiles();
     }
-    if (accept("not", "for")) expect("replication");
+    if (in.accept("log", "on")) parseFiles();
+    skipCollation(in);
+    if (in.is("for") || in.is("with")) throw notSupported("CREATE DATABASE … " + in.peek().text.toUpper());
+    return statement(create);
 }
 
-QString DdlParser::parseCheck() {
-    if (accept("not", "for")) expect("replication");
-    expect("(");
-    const qsizetype start = peek().position;
-    parseCondition();
-    const QString text = textSince(start);
-    expect(")");
-    return text;
+StatementPtr parseCreateIndex(TokenReader& in, bool unique) {
+    CreateIndexStatement create;
+    create.unique = unique;
+    create.name = in.takeName();
+    in.expect("on");
+    create.table = in.takeObjectName();
+    create.columns = in.takeNameList();
+    if (in.is("include") || in.is("where")) throw notSupported("CREATE INDEX … " + in.peek().text.toUpper());
+    parseKeyOptions(in);
+    skipFileGroup(in);
+    return statement(create);
 }
 
-/// CLUSTERED, WITH FILLFACTOR = n, WITH (…) and ON [group]: they steer storage only.
-void DdlParser::parseKeyOptions() {
-    while (is("clustered") || is("nonclustered")) take();
-    if (accept("with")) {
-        if (accept("(")) {
-            while (!accept(")")) {
-                if (atEnd()) syntaxError();
-                take();
-            }
-        } else {
-            do {
-                const bool value = is("fillfactor");
-                take();
-                if (value) expect("="), takeInteger();
-            } while (accept(","));
-        }
-    }
-    skipFileGroup();
+StatementPtr parseProcedure(TokenReader& in, bool alter) {
+    CreateProcedureStatement create;
+    create.alter = alter;
+    create.name = in.takeObjectName();
+    parseProcedureRest(in); // for its syntax errors; names are looked up when it runs
+    create.text = in.text();
+    return statement(create);
 }
 
-void DdlParser::skipFileGroup() {
-    while ((is("on") && !is("delete", 1) && !is("update", 1)) || is("textimage_on")) {
-        take();
-        if (!accept("primary")) takeName();
-    }
-}
-
-StatementPtr DdlParser::parseAlter() {
-    expect("alter");
-    if (accept("table")) return parseAlterTable();
-    if (accept("database")) return parseAlterDatabase();
-    if (accept("procedure") || accept("proc")) return parseProcedure(true);
-    if (accept("view")) return parseView(true);
-    if (accept("login")) return parseLogin(SecurityStatement::AlterLogin);
-    if (is("server") && is("role", 1)) return parseServerRole();
-    throw notSupported("ALTER " + peek().text.toUpper());
-}
-
-StatementPtr DdlParser::parseAlterTable() {
+StatementPtr parseAlterTable(TokenReader& in) {
     AlterTableStatement alter;
-    alter.table = takeObjectName();
-    const bool withCheck = accept("with");
-    if (withCheck && !accept("check") && !accept("nocheck")) syntaxError();
-    if (withCheck && is("nocheck", -1)) throw notSupported("ALTER TABLE … WITH NOCHECK");
-    if (accept("add")) {
-        do parseTableElement(alter.added);
-        while (accept(","));
-    } else if (accept("alter", "column")) {
+    alter.table = in.takeObjectName();
+    if (in.accept("add")) {
+        do parseTableElement(in, alter.added);
+        while (in.accept(","));
+    } else if (in.accept("alter", "column")) {
         alter.action = AlterTableStatement::AlterColumn;
-        parseColumn(alter.added);
-    } else if (accept("drop")) {
-        const bool columns = accept("column");
-        if (!columns) accept("constraint");
+        parseColumn(in, alter.added);
+    } else if (in.accept("drop")) {
+        const bool columns = in.accept("column");
+        if (!columns) in.accept("constraint");
         alter.action = columns ? AlterTableStatement::DropColumns : AlterTableStatement::DropConstraints;
-        do alter.names.append(takeName());
-        while (accept(","));
-    } else if (accept("check", "constraint")) {
-        // Constraints are always in force, so switching one on asks for nothing.
-        alter.action = AlterTableStatement::SwitchCheck;
-        if (!accept("all")) alter.names.append(takeName());
+        do alter.names.append(in.takeName());
+        while (in.accept(","));
     } else {
-        throw notSupported("ALTER TABLE … " + peek().text.toUpper());
+        throw notSupported("ALTER TABLE … " + in.peek().text.toUpper());
     }
     return statement(alter);
 }
 
 /// The options of a database (recovery, growth, statistics, …) concern the server's own storage.
-StatementPtr DdlParser::parseAlterDatabase() {
+StatementPtr parseAlterDatabase(TokenReader& in) {
     AlterDatabaseStatement alter;
-    if (!accept("current")) alter.name = takeName();
-    if (!is("set")) throw notSupported("ALTER DATABASE … " + peek().text.toUpper());
-    take();
-    skipToEndOfStatement();
+    if (!in.accept("current")) alter.name = in.takeName();
+    if (!in.is("set")) throw notSupported("ALTER DATABASE … " + in.peek().text.toUpper());
+    in.take();
+    skipToEndOfStatement(in);
     return statement(alter);
 }
 
-void DdlParser::skipToEndOfStatement() {
-    static const QStringList starts{"alter",   "exec", "execute", "use",    "if",     "create",
-                                    "drop",    "set",  "select",  "insert", "update", "delete",
-                                    "declare", "end",  "begin",   "print",  "else"};
-    while (!atEnd() && !accept(";")) {
-        if (peek().kind == Token::Word && starts.contains(peek().text.toLower())) return;
-        take();
-    }
+StatementPtr parseLogin(TokenReader& in, SecurityStatement::Action action) {
+    SecurityStatement login;
+    login.action = action;
+    login.name = in.takeName();
+    if (action == SecurityStatement::DropLogin) return statement(login);
+    if (in.is("from")) throw notSupported("logins of the operating system");
+    in.expect("with");
+    do {
+        const QString option = in.takeName().toUpper();
+        in.expect("=");
+        if (option == "PASSWORD") {
+            if (in.peek().kind != Token::Text && in.peek().kind != Token::UnicodeText)
+                throw notSupported("a password that is not a text");
+            login.password = in.take().text;
+            if (in.is("must_change") || in.is("hashed"))
+                throw notSupported("PASSWORD … " + in.peek().text.toUpper());
+        } else if (option == "DEFAULT_DATABASE") {
+            login.defaultDatabase = in.takeName();
+        } else if (option == "CHECK_POLICY" || option == "CHECK_EXPIRATION") {
+            if (!in.accept("off")) throw notSupported(option + " = ON");
+        } else if (option == "DEFAULT_LANGUAGE") {
+            in.takeName();
+        } else {
+            throw notSupported("login option " + option);
+        }
+    } while (in.accept(","));
+    return statement(login);
 }
 
-StatementPtr DdlParser::parseDrop() {
-    expect("drop");
+StatementPtr parseServerRole(TokenReader& in) {
+    in.expect("server");
+    in.expect("role");
+    SecurityStatement member;
+    member.role = in.takeName();
+    member.action = in.is("add") ? SecurityStatement::AddMember : SecurityStatement::DropMember;
+    if (!in.accept("add")) in.expect("drop");
+    in.expect("member");
+    member.name = in.takeName();
+    return statement(member);
+}
+
+StatementPtr parseCreateUser(TokenReader& in) {
+    SecurityStatement user;
+    user.action = SecurityStatement::CreateUser;
+    user.name = in.takeName();
+    user.role = user.name; // the login behind the user
+    if (in.accept("for") || in.accept("from")) {
+        in.expect("login");
+        user.role = in.takeName();
+    }
+    return statement(user);
+}
+
+} // namespace
+
+StatementPtr parseCreate(TokenReader& in) {
+    in.expect("create");
+    if (in.accept("table")) {
+        CreateTableStatement create;
+        create.table = in.takeObjectName();
+        create.definition = parseTableDef(in);
+        skipFileGroup(in);
+        return statement(create);
+    }
+    if (in.accept("database")) return parseCreateDatabase(in);
+    if (in.accept("procedure") || in.accept("proc")) return parseProcedure(in, false);
+    if (in.accept("login")) return parseLogin(in, SecurityStatement::CreateLogin);
+    if (in.accept("user")) return parseCreateUser(in);
+    const bool unique = in.accept("unique");
+    if (in.is("clustered") || in.is("nonclustered")) in.take();
+    if (in.accept("index")) return parseCreateIndex(in, unique);
+    throw notSupported("CREATE " + in.peek().text.toUpper());
+}
+
+TableDef parseTableDef(TokenReader& in) {
+    TableDef table;
+    in.expect("(");
+    do {
+        if (in.is(")")) break; // a comma may precede the closing bracket
+        parseTableElement(in, table);
+    } while (in.accept(","));
+    in.expect(")");
+    return table;
+}
+
+StatementPtr parseAlter(TokenReader& in) {
+    in.expect("alter");
+    if (in.accept("table")) return parseAlterTable(in);
+    if (in.accept("database")) return parseAlterDatabase(in);
+    if (in.accept("procedure") || in.accept("proc")) return parseProcedure(in, true);
+    if (in.is("server") && in.is("role", 1)) return parseServerRole(in);
+    throw notSupported("ALTER " + in.peek().text.toUpper());
+}
+
+StatementPtr parseDrop(TokenReader& in) {
+    in.expect("drop");
+    static const QHash<QString, ObjectKind> kinds{{"TABLE", ObjectKind::Table},
+                                                  {"PROCEDURE", ObjectKind::Procedure},
+                                                  {"PROC", ObjectKind::Procedure},
+                                                  {"INDEX", ObjectKind::Index}};
+    const QString kind = in.take().text.toUpper();
+    if (kind == "LOGIN") return parseLogin(in, SecurityStatement::DropLogin);
+    if (kind == "DATABASE") {
+        DropDatabaseStatement drop;
+        drop.ifExists = in.accept("if", "exists");
+        do drop.names.append(in.takeName());
+        while (in.accept(","));
+        return statement(drop);
+    }
+    if (!kinds.contains(kind)) throw notSupported("DROP " + kind);
     DropStatement drop;
-    drop.kind = take().text.toUpper();
-    if (drop.kind == "PROC") drop.kind = "PROCEDURE";
-    if (drop.kind == "LOGIN") return parseLogin(SecurityStatement::DropLogin);
-    if (drop.kind == "USER") return parseUser(SecurityStatement::DropUser);
-    static const QStringList known{"TABLE", "PROCEDURE", "VIEW", "INDEX", "DATABASE"};
-    if (!known.contains(drop.kind)) throw notSupported("DROP " + drop.kind);
-    drop.ifExists = accept("if", "exists");
-    do drop.names.push_back(takeObjectName());
-    while (accept(","));
-    if (drop.kind == "INDEX" && accept("on")) { // the newer form: name ON table
-        const ObjectName table = takeObjectName();
+    drop.kind = kinds[kind];
+    drop.ifExists = in.accept("if", "exists");
+    do drop.names.push_back(in.takeObjectName());
+    while (in.accept(","));
+    if (drop.kind == ObjectKind::Index && in.accept("on")) { // the newer form: name ON table
+        const ObjectName table = in.takeObjectName();
         drop.names.back() = {table.database, table.name, drop.names.back().name};
     }
     return statement(drop);
 }
 
-StatementPtr DdlParser::parseLogin(SecurityStatement::Action action) {
-    SecurityStatement login;
-    login.action = action;
-    login.name = takeName();
-    if (action == SecurityStatement::DropLogin) return statement(login);
-    if (is("from")) throw notSupported("logins of the operating system");
-    if (!is("with")) throw notSupported("ALTER LOGIN … " + peek().text.toUpper());
-    take();
-    do {
-        const QString option = takeName().toUpper();
-        expect("=");
-        if (option == "PASSWORD") {
-            if (peek().kind != Token::Text && peek().kind != Token::UnicodeText)
-                throw notSupported("a password that is not a text");
-            login.password = take().text;
-            if (accept("old_password"))
-                expect("="), take();
-            else if (is("must_change") || is("hashed"))
-                throw notSupported("PASSWORD … " + peek().text.toUpper());
-        } else if (option == "DEFAULT_DATABASE") {
-            login.defaultDatabase = takeName();
-        } else if (option == "CHECK_POLICY" || option == "CHECK_EXPIRATION") {
-            if (!accept("off")) throw notSupported(option + " = ON");
-        } else if (option == "DEFAULT_LANGUAGE") {
-            takeName();
-        } else {
-            throw notSupported("login option " + option);
-        }
-    } while (accept(","));
-    return statement(login);
-}
-
-StatementPtr DdlParser::parseServerRole() {
-    expect("server");
-    expect("role");
-    SecurityStatement member;
-    member.role = takeName();
-    member.action = is("add") ? SecurityStatement::AddMember : SecurityStatement::DropMember;
-    if (!accept("add")) expect("drop");
-    expect("member");
-    member.name = takeName();
-    return statement(member);
-}
-
-StatementPtr DdlParser::parseUser(SecurityStatement::Action action) {
-    SecurityStatement user;
-    user.action = action;
-    user.name = takeName();
-    user.role = user.name; // the login behind the user
-    if (action == SecurityStatement::CreateUser) {
-        if (accept("for") || accept("from")) {
-            expect("login");
-            user.role = takeName();
-        }
-        if (accept("with")) {
-            expect("default_schema");
-            expect("=");
-            takeName();
-        }
-    }
-    return statement(user);
-}
-
-StatementPtr DdlParser::parsePermission() {
-    SecurityStatement permission;
-    const QString verb = take().text.toUpper();
-    permission.action = verb == "DENY" ? SecurityStatement::Deny : SecurityStatement::Allow;
-    if (!accept("connect")) throw notSupported(verb + ' ' + peek().text.toUpper());
-    if (verb != "REVOKE" || !accept("from")) expect("to");
-    permission.name = takeName();
-    return statement(permission);
+StatementPtr parseDeny(TokenReader& in) {
+    in.expect("deny");
+    SecurityStatement deny;
+    deny.action = SecurityStatement::Deny;
+    if (!in.accept("connect")) throw notSupported("DENY " + in.peek().text.toUpper());
+    in.expect("to");
+    deny.name = in.takeName();
+    return statement(deny);
 }
 
 } // namespace embedded

@@ -1,24 +1,24 @@
-#include "embedded/DmlTranslator.h"
+#include "embedded/Translator.h"
 
 #include "embedded/Collation.h"
 #include "embedded/Errors.h"
-#include "embedded/StatementParser.h"
+#include "embedded/Parser.h"
 
 namespace embedded {
 
-QString DmlTranslator::stored(const Typed& value, const Column& column, const Object& table) const {
+QString Translator::stored(const Typed& value, const Column& column, const Object& table) const {
     const QString converted = convert(value, column.type, 0, true);
     if (column.nullable) return converted;
     return "ts_notnull(" + converted + ',' + sqliteText(column.name) + ',' + sqliteText(table.name) + ')';
 }
 
-QString DmlTranslator::defaultOf(const Column& column, const Object& table) {
+QString Translator::defaultOf(const Column& column, const Object& table) {
     if (column.defaultText.isEmpty()) return stored({"NULL", {}}, column, table);
-    return stored(value(StatementParser(column.defaultText, true).parseValueText()), column, table);
+    return stored(value(parseDefault(column.defaultText)), column, table);
 }
 
-DmlTranslator::Target DmlTranslator::targetOf(const InsertStatement& statement, const Object& table) {
-    const bool explicitIdentity = m_session.identityInsert == table.storage;
+Translator::Target Translator::targetOf(const InsertStatement& statement, const Object& table) {
+    const bool explicitIdentity = m_session.identityInsert == table.sqlName();
     Target target;
     if (statement.columns.isEmpty()) {
         for (const Column& column : table.columns)
@@ -28,11 +28,10 @@ DmlTranslator::Target DmlTranslator::targetOf(const InsertStatement& statement, 
         const Column* column = table.column(name);
         if (!column) throw invalidColumn(name);
         if (target.given.contains(column))
-            throw DbError(264, QString("The column name '%1' is specified more than once.").arg(name));
+            throw serverError(264, "The column name '%1' is specified more than once.", name);
         if (column->identity && !explicitIdentity)
-            throw DbError(544, QString("Cannot insert explicit value for identity column in table '%1' when "
-                                       "IDENTITY_INSERT is set to OFF.")
-                                   .arg(table.name));
+            throw serverError(544, "Cannot insert explicit value for identity column in table '%1'.",
+                              table.name);
         target.given.append(column);
     }
     for (const Column& column : table.columns)
@@ -40,15 +39,14 @@ DmlTranslator::Target DmlTranslator::targetOf(const InsertStatement& statement, 
     return target;
 }
 
-QString DmlTranslator::columnList(const Target& target) const {
+QString Translator::Target::columnList() const {
     QStringList names;
-    for (const Column* column : target.given + target.missing) names.append(sqliteName(column->name));
+    for (const Column* column : given + missing) names.append(sqliteName(column->name));
     return '(' + names.join(u',') + ')';
 }
 
-Translation DmlTranslator::insert(const InsertStatement& statement, const Object*& table) {
-    table = &writable(statement.table);
-    m_scopes.emplace_back();
+Translation Translator::insert(const InsertStatement& statement, const Object*& table) {
+    table = &target(statement.table);
     QString sql;
     const bool allDefaults = statement.rows.size() == 1 && statement.rows[0].empty();
     if (allDefaults) {
@@ -57,13 +55,13 @@ Translation DmlTranslator::insert(const InsertStatement& statement, const Object
             if (!column.identity) target.missing.append(&column);
         QStringList values;
         for (const Column* column : target.missing) values.append(defaultOf(*column, *table));
-        sql = "INSERT INTO " + table->storage
+        sql = "INSERT INTO " + table->sqlName()
               + (values.isEmpty() ? " DEFAULT VALUES"
-                                  : columnList(target) + " VALUES (" + values.join(u',') + ')');
-        return {sql, variables(), {}, {}, {}};
+                                  : target.columnList() + " VALUES (" + values.join(u',') + ')');
+        return {sql, m_variables, {}, {}, {}};
     }
     const Target target = targetOf(statement, *table);
-    sql = "INSERT INTO " + table->storage + columnList(target) + ' ';
+    sql = "INSERT INTO " + table->sqlName() + target.columnList() + ' ';
     if (statement.query) {
         QList<Type> types;
         m_scopes.pop_back();
@@ -71,10 +69,10 @@ Translation DmlTranslator::insert(const InsertStatement& statement, const Object
     } else {
         sql += rows(statement, target, *table);
     }
-    return {sql, variables(), {}, {}, {}};
+    return {sql, m_variables, {}, {}, {}};
 }
 
-QString DmlTranslator::rows(const InsertStatement& statement, const Target& target, const Object& table) {
+QString Translator::rows(const InsertStatement& statement, const Target& target, const Object& table) {
     QStringList defaults;
     for (const Column* column : target.missing) defaults.append(defaultOf(*column, table));
     QStringList rows;
@@ -85,9 +83,7 @@ QString DmlTranslator::rows(const InsertStatement& statement, const Target& targ
                               "Column name or number of supplied values does not match table definition.");
             const bool more = qsizetype(row.size()) < target.given.size();
             throw DbError(more ? 109 : 110,
-                          QString("There are %1 columns in the INSERT statement than values specified "
-                                  "in the VALUES clause.")
-                              .arg(more ? "more" : "fewer"));
+                          "There are not as many values as columns in the INSERT statement.");
         }
         QStringList values;
         for (std::size_t i = 0; i < row.size(); ++i) {
@@ -99,8 +95,8 @@ QString DmlTranslator::rows(const InsertStatement& statement, const Target& targ
     return "VALUES " + rows.join(u',');
 }
 
-QString DmlTranslator::selected(const QString& sql, const QList<Type>& types, const Target& target,
-                                const Object& table) {
+QString Translator::selected(const QString& sql, const QList<Type>& types, const Target& target,
+                             const Object& table) {
     if (types.size() != target.given.size())
         throw DbError(types.size() < target.given.size() ? 120 : 121,
                       "The select list for the INSERT statement does not match its columns.");
@@ -115,44 +111,15 @@ QString DmlTranslator::selected(const QString& sql, const QList<Type>& types, co
            + ") SELECT * FROM w)";
 }
 
-Translation DmlTranslator::insertRow(const InsertStatement& statement, const QList<Type>& types,
-                                     const Object*& table) {
-    table = &writable(statement.table);
-    const Target target = targetOf(statement, *table);
-    if (types.size() != target.given.size())
-        throw DbError(213, "Column name or number of supplied values does not match table definition.");
-    QStringList values;
-    for (qsizetype i = 0; i < types.size(); ++i)
-        values.append(stored({'?' + QString::number(i + 1), types[i]}, *target.given[i], *table));
-    for (const Column* column : target.missing) values.append(defaultOf(*column, *table));
-    return {"INSERT INTO " + table->storage + columnList(target) + " VALUES (" + values.join(u',') + ')',
-            {},
-            {},
-            {},
-            {}};
-}
-
-Typed DmlTranslator::assigned(const Assignment& assignment, const Column& column, const Object& table) {
-    if (column.identity) throw DbError(8102, QString("Cannot update identity column '%1'.").arg(column.name));
+Typed Translator::assigned(const Assignment& assignment, const Column& column, const Object& table) {
+    if (column.identity) throw serverError(8102, "Cannot update identity column '%1'.", column.name);
     if (!assignment.value) return {defaultOf(column, table), column.type};
-    if (assignment.op.isEmpty()) return value(assignment.value);
-    auto current = std::make_shared<Expr>();
-    current->kind = Expr::Column;
-    current->parts = {assignment.column};
-    auto combined = std::make_shared<Expr>();
-    combined->kind = Expr::Binary;
-    combined->text = assignment.op;
-    combined->args = {current, assignment.value};
-    return value(combined);
+    return value(assignment.value);
 }
 
-Translation DmlTranslator::update(const UpdateStatement& statement) {
-    m_scopes.emplace_back();
-    if (!statement.from.empty()) return {joinedUpdate(statement), variables(), {}, {}, {}};
-    const Object& table = writable(statement.target);
-    Source& source = addSource(statement.target.name, false, table.columns);
-    source.database = collation::fold(m_session.databaseNamed(statement.target.database).name);
-    const QString alias = source.alias;
+Translation Translator::update(const UpdateStatement& statement) {
+    const Object& table = target(statement.target);
+    const QString alias = m_scopes.back().sources.front().alias;
     QStringList sets;
     for (const Assignment& assignment : statement.assignments) {
         const Column* column = table.column(assignment.column);
@@ -160,86 +127,25 @@ Translation DmlTranslator::update(const UpdateStatement& statement) {
         sets.append(sqliteName(column->name) + '='
                     + stored(assigned(assignment, *column, table), *column, table));
     }
-    QString sql = "UPDATE " + table.storage + " AS " + alias + " SET " + sets.join(u',');
+    QString sql = "UPDATE " + table.sqlName() + " AS " + alias + " SET " + sets.join(u',');
     if (statement.where) sql += " WHERE " + condition(statement.where);
-    return {sql, variables(), {}, {}, {}};
+    return {sql, m_variables, {}, {}, {}};
 }
 
-/// The table of the FROM clause that UPDATE or DELETE means by its target: an alias or a table's name.
-const Source& DmlTranslator::targetSource(const ObjectName& name) {
-    for (const Source& source : m_scopes.back().sources)
-        if (name.database.isEmpty() && source.object && collation::equal(source.label, name.name))
-            return source;
-    const Object& table = writable(name);
-    for (const Source& source : m_scopes.back().sources)
-        if (source.object == &table) return source;
-    throw notSupported("a target that is missing in the FROM clause: " + name.toString());
+Translation Translator::remove(const DeleteStatement& statement) {
+    const Object& table = target(statement.target);
+    QString sql = "DELETE FROM " + table.sqlName() + " AS " + m_scopes.back().sources.front().alias;
+    if (statement.where) sql += " WHERE " + condition(statement.where);
+    return {sql, m_variables, {}, {}, {}};
 }
 
-QString DmlTranslator::joinedUpdate(const UpdateStatement& statement) {
-    const QString tables = from(statement.from);
-    const Source source = targetSource(statement.target);
-    const Object& table = *source.object;
-    QStringList values{source.alias + "._rowid_"};
-    QStringList names{"r"};
-    QStringList sets;
-    for (const Assignment& assignment : statement.assignments) {
-        const Column* column = table.column(assignment.column);
-        if (!column) throw invalidColumn(assignment.column);
-        if (!assignment.op.isEmpty()) throw notSupported("UPDATE … SET += … FROM");
-        names.append('c' + QString::number(names.size()));
-        values.append(stored(assigned(assignment, *column, table), *column, table));
-        sets.append(sqliteName(column->name) + "=w." + names.last());
-    }
-    QString inner = "SELECT " + values.join(u',') + " FROM " + tables;
-    if (statement.where) inner += " WHERE " + condition(statement.where);
-    return "WITH w(" + names.join(u',') + ") AS (" + inner + ") UPDATE " + table.storage + " AS u SET "
-           + sets.join(u',') + " FROM w WHERE u._rowid_ = w.r";
-}
-
-Translation DmlTranslator::remove(const DeleteStatement& statement) {
-    m_scopes.emplace_back();
-    if (statement.from.empty() && !statement.top) {
-        const Object& table = writable(statement.target);
-        Source& source = addSource(statement.target.name, false, table.columns);
-        source.database = collation::fold(m_session.databaseNamed(statement.target.database).name);
-        QString sql = "DELETE FROM " + table.storage + " AS " + source.alias;
-        if (statement.where) sql += " WHERE " + condition(statement.where);
-        return {sql, variables(), {}, {}, {}};
-    }
-    std::vector<TableRefPtr> tables = statement.from;
-    if (tables.empty()) {
-        auto ref = std::make_shared<TableRef>();
-        ref->name = statement.target;
-        tables.push_back(ref);
-    }
-    const QString text = from(tables);
-    const Source source = targetSource(statement.target);
-    QString inner = "SELECT " + source.alias + "._rowid_ FROM " + text;
-    if (statement.where) inner += " WHERE " + condition(statement.where);
-    if (statement.top) inner += " LIMIT " + convert(value(statement.top), Type::of(Type::BigInt));
-    return {"DELETE FROM " + source.object->storage + " WHERE _rowid_ IN (" + inner + ')',
-            variables(),
-            {},
-            {},
-            {}};
-}
-
-QString DmlTranslator::fill(const Object& table, const Column& column, const QString& current,
-                            const Type& currentType) {
+QString Translator::fill(const Object& table, const Column& column, const QString& current,
+                         const Type& currentType) {
     m_scopes.emplace_back();
     const QString text =
         current.isEmpty() ? defaultOf(column, table) : stored({current, currentType}, column, table);
     m_scopes.pop_back();
-    return "UPDATE " + table.storage + " SET " + sqliteName(column.name) + '=' + text;
-}
-
-QString DmlTranslator::rowCondition(const Object& table, const ExprPtr& expr, const QString& alias) {
-    m_scopes.emplace_back();
-    addSource(table.name, false, table.columns).alias = alias;
-    const QString sql = condition(expr);
-    m_scopes.pop_back();
-    return sql;
+    return "UPDATE " + table.sqlName() + " SET " + sqliteName(column.name) + '=' + text;
 }
 
 } // namespace embedded

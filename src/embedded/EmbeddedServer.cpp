@@ -4,7 +4,6 @@
 #include "embedded/Executor.h"
 #include "embedded/Security.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace embedded {
@@ -20,7 +19,6 @@ QString pathOf(const QString& dataSource) {
 void prepareSession(SqliteFile& file) {
     file.setLockTimeout(defaultLockTimeout);
     file.run("PRAGMA synchronous = NORMAL");
-    file.run("PRAGMA recursive_triggers = OFF");
     file.run("PRAGMA temp_store = MEMORY");
 }
 
@@ -46,7 +44,6 @@ std::unique_ptr<EmbeddedServer> EmbeddedServer::open(const ConnectionString& con
         if (error.number() == DbError::LockTimeout) throw;
         throw noServer(path, "is no server file");
     }
-    session->processId = QCoreApplication::applicationPid();
     const QString ownDefault = security::logIn(*session, connectionString.userId, connectionString.password);
     session->catalog.refresh();
     const QString wanted =
@@ -54,16 +51,16 @@ std::unique_ptr<EmbeddedServer> EmbeddedServer::open(const ConnectionString& con
     if (!wanted.isEmpty()) {
         const Database* database = session->catalog.database(wanted);
         if (!database || !session->canEnter(*database))
-            throw DbError(
-                DbError::CannotOpenDatabase,
-                QString("Cannot open database \"%1\" requested by the login. The login failed.").arg(wanted));
+            throw serverError(DbError::CannotOpenDatabase,
+                              "Cannot open database \"%1\" requested by the login. The login failed.",
+                              wanted);
         session->database = database->id;
     }
     return std::unique_ptr<EmbeddedServer>(new EmbeddedServer(std::move(session)));
 }
 
 void EmbeddedServer::create(const QString& path, const QString& saPassword) {
-    if (QFileInfo::exists(path)) throw DbError(0, QString("The file \"%1\" exists already.").arg(path));
+    if (QFileInfo::exists(path)) throw serverError(0, "The file \"%1\" exists already.", path);
     SqliteFile file(path, SqliteFile::Mode::Create);
     prepareSession(file);
     Catalog::createIn(file);

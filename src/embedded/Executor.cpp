@@ -1,23 +1,22 @@
 #include "embedded/Executor.h"
 
 #include "embedded/Collation.h"
-#include "embedded/ConstraintErrors.h"
+#include "embedded/ConstraintBuilder.h"
 #include "embedded/Conversion.h"
 #include "embedded/DdlExecutor.h"
 #include "embedded/Errors.h"
+#include "embedded/Parser.h"
 #include "embedded/Security.h"
-#include "embedded/SessionOptions.h"
-#include "embedded/StatementParser.h"
 
 namespace embedded {
 
-Executor::Executor(Session& session) : m_session(session), m_functions(session), m_cursors(session) {
+Executor::Executor(Session& session) : m_session(session), m_functions(session) {
     m_session.frames.emplace_back(); // the session's own: its #tables live from batch to batch
 }
 
 Results Executor::run(const QString& batch) {
     m_results = {};
-    const Batch parsed = StatementParser(batch, m_session.quotedIdentifiers).parseBatch();
+    const Batch parsed = parseBatch(batch, m_session.quotedIdentifiers);
     Frame& frame = m_session.frames.front();
     frame.variables.clear();
     try {
@@ -84,17 +83,7 @@ Executor::Flow Executor::run(const DeclareStatement& statement) {
 
 Executor::Flow Executor::run(const AssignStatement& statement) {
     const Type type = m_session.variable(statement.variable).type;
-    ExprPtr value = statement.value;
-    if (!statement.op.isEmpty()) {
-        auto current = std::make_shared<Expr>();
-        current->kind = Expr::Variable;
-        current->text = statement.variable;
-        auto combined = std::make_shared<Expr>();
-        combined->kind = Expr::Binary;
-        combined->text = statement.op;
-        combined->args = {current, value};
-        value = combined;
-    }
+    const ExprPtr& value = statement.value;
     Variable& variable = m_session.variable(statement.variable);
     const Variable* source = value->kind == Expr::Variable && !value->text.startsWith("@@")
                                  ? &m_session.variable(value->text)
@@ -147,33 +136,8 @@ Executor::Flow Executor::run(const PrintStatement& statement) {
     return Flow::Next;
 }
 
-/// RAISERROR's %s and %d are replaced in order; a severity up to 10 is a message, no error.
-Executor::Flow Executor::run(const RaiseStatement& statement) {
-    std::vector<QString> values;
-    for (const ExprPtr& expr : statement.arguments)
-        values.push_back(shown(evaluate(expr, Type::text(Type::Max, true)), Type::text(Type::Max, true)));
-    if (statement.isThrow) {
-        if (values.size() >= 2) throw DbError(values[0].toInt(), values[1]);
-        if (const auto& handled = m_session.frames.back().error) throw DbError(*handled);
-        throw DbError(10704, "To rethrow an error, a THROW statement must be used inside a CATCH block.");
-    }
-    QString text = values[0];
-    int number = 50000;
-    if (text.toInt() > 0) number = text.toInt();
-    for (std::size_t i = 3; i < values.size(); ++i) {
-        const qsizetype place = text.indexOf(u'%');
-        if (place >= 0) text.replace(place, 2, values[i]);
-    }
-    if (values.size() > 1 && values[1].toInt() <= 10) return Flow::Next;
-    throw DbError(number, text);
-}
-
 Executor::Flow Executor::run(const QueryStatement& statement) {
-    const ObjectName& into = statement.query->cores.front().into;
-    if (into.isEmpty())
-        select(*statement.query);
-    else
-        selectInto(*statement.query, into);
+    select(*statement.query);
     return Flow::Next;
 }
 
@@ -183,72 +147,11 @@ void Executor::select(const Query& query) {
     m_results.sets.push_back(read(translation));
 }
 
-void Executor::selectInto(const Query& query, const ObjectName& target) {
-    Translation translation = translator().select(query);
-    CreateTableStatement create;
-    create.table = target;
-    for (qsizetype i = 0; i < translation.names.size(); ++i) {
-        if (translation.names[i].isEmpty())
-            throw DbError(
-                1038, "An object or column name is missing or empty: each column of SELECT INTO needs one.");
-        ColumnDef column;
-        column.name = translation.names[i];
-        column.type = translation.types[i].kind == Type::Null ? Type::of(Type::Int) : translation.types[i];
-        create.definition.columns.push_back(column);
-    }
-    InsertStatement insert;
-    insert.table = target;
-    auto plain = std::make_shared<Query>(query);
-    plain->cores.front().into = {};
-    insert.query = plain;
-    Savepoint together(m_session.file);
-    DdlExecutor(m_session, m_functions).run(create);
-    try {
-        run(insert);
-    } catch (const DbError&) {
-        m_session.frames.back().tables.erase(collation::fold(target.name));
-        throw;
-    }
-    together.release();
-}
-
 Executor::Flow Executor::run(const InsertStatement& statement) {
-    if (statement.execute) {
-        insertResults(statement);
-        return Flow::Next;
-    }
     const Object* table = nullptr;
     const Translation translation = translator().insert(statement, table);
     write(translation, table);
     return Flow::Next;
-}
-
-void Executor::insertResults(const InsertStatement& statement) {
-    Results outer;
-    std::swap(outer, m_results);
-    run(*statement.execute);
-    std::swap(outer, m_results);
-    Savepoint together(m_session.file);
-    qint64 count = 0;
-    for (const RecordSet& set : outer.sets) {
-        const Object* table = nullptr;
-        const QList<Type> types(set.columns().size(), Type::text(Type::Max, true));
-        const Translation translation = translator().insertRow(statement, types, table);
-        SqliteStatement insert = m_session.file.prepare(translation.sql);
-        for (qsizetype row = 0; row < set.rowCount(); ++row) {
-            for (int column = 0; column < types.size(); ++column) {
-                const QString& cell = set.cell(row, column);
-                insert.bind(column + 1, cell.isNull() ? Value() : Value(cell));
-            }
-            insert.step();
-            insert.reset();
-            ++count;
-        }
-        m_session.identity = table->identityColumn() ? Value(m_session.file.lastRowId()) : Value();
-    }
-    together.release();
-    m_session.rowCount = count;
-    if (!m_session.noCount) m_results.counts.push_back(count);
 }
 
 Executor::Flow Executor::run(const UpdateStatement& statement) {
@@ -324,83 +227,6 @@ RecordSet Executor::read(const Translation& translation) {
     return set;
 }
 
-Executor::Flow Executor::run(const CursorStatement& statement) {
-    switch (statement.action) {
-    case CursorStatement::Declare: {
-        if (!statement.cursor.startsWith(u'@')) {
-            m_cursors.declare(collation::fold(statement.cursor), statement.query);
-            break;
-        }
-        Variable& variable = m_session.variable(statement.cursor);
-        if (variable.cursor.isNull()) throw DbError(16957, QString("%1 is no cursor.").arg(statement.cursor));
-        variable.cursor = statement.cursor + '#' + QString::number(++m_session.nextStorage);
-        m_cursors.declare(variable.cursor, statement.query);
-        break;
-    }
-    case CursorStatement::Open: {
-        Cursor& cursor = m_cursors.toOpen(cursorKey(statement.cursor));
-        std::swap(cursor.captured, m_session.frames.back().variables);
-        try {
-            const Translation translation = translator().select(*cursor.query);
-            SqliteStatement rows = prepared(translation);
-            cursor.types = translation.types;
-            cursor.columns = translation.names;
-            while (rows.step()) {
-                cursor.rows.emplace_back();
-                for (int i = 0; i < cursor.types.size(); ++i) cursor.rows.back().push_back(rows.value(i));
-            }
-        } catch (...) {
-            std::swap(cursor.captured, m_session.frames.back().variables);
-            throw;
-        }
-        std::swap(cursor.captured, m_session.frames.back().variables);
-        cursor.open = true;
-        cursor.at = -1;
-        break;
-    }
-    case CursorStatement::Fetch:
-        fetch(statement);
-        break;
-    case CursorStatement::Close:
-        m_cursors.close(cursorKey(statement.cursor));
-        break;
-    case CursorStatement::Deallocate:
-        m_cursors.deallocate(cursorKey(statement.cursor));
-        break;
-    }
-    return Flow::Next;
-}
-
-QString Executor::cursorKey(const QString& name) const {
-    if (!name.startsWith(u'@')) return collation::fold(name);
-    const QString cursor = m_session.variable(name).cursor;
-    if (cursor.isEmpty())
-        throw DbError(
-            16950, QString("The variable '%1' does not currently have a cursor allocated to it.").arg(name));
-    return cursor;
-}
-
-void Executor::fetch(const CursorStatement& statement) {
-    Cursor& cursor = m_cursors.opened(cursorKey(statement.cursor));
-    const std::vector<Value>* row = m_cursors.move(cursor, statement.direction);
-    if (statement.into.isEmpty()) {
-        RecordSet set(cursor.columns);
-        if (row)
-            for (std::size_t i = 0; i < row->size(); ++i)
-                set.append(shown((*row)[i], cursor.types[qsizetype(i)]));
-        m_results.sets.push_back(set);
-        return;
-    }
-    if (statement.into.size() != cursor.types.size())
-        throw DbError(
-            16924, "The number of variables declared in the INTO list must match that of selected columns.");
-    if (!row) return;
-    for (qsizetype i = 0; i < statement.into.size(); ++i) {
-        Variable& variable = m_session.variable(statement.into[i]);
-        variable.value = Conversion{cursor.types[i], variable.type}((*row)[std::size_t(i)]);
-    }
-}
-
 Executor::Flow Executor::run(const TransactionStatement& statement) {
     switch (statement.action) {
     case TransactionStatement::Begin:
@@ -447,7 +273,7 @@ void Executor::rollbackTransaction() {
     for (Frame& frame : m_session.frames)
         for (auto table = frame.tables.begin(); table != frame.tables.end();) {
             const Value exists = m_session.file.scalar(
-                "SELECT count(*) FROM sqlite_temp_master WHERE name = ?1", {table->second.text});
+                "SELECT count(*) FROM sqlite_temp_master WHERE name = ?1", {table->second.storage});
             table = std::get<qint64>(exists) ? std::next(table) : frame.tables.erase(table);
         }
 }
@@ -459,12 +285,6 @@ Executor::Flow Executor::run(const UseStatement& statement) {
 
 Executor::Flow Executor::run(const IdentityInsertStatement& statement) {
     DdlExecutor(m_session, m_functions).setIdentityInsert(statement);
-    return Flow::Next;
-}
-
-Executor::Flow Executor::run(const SetOptionStatement& statement) {
-    for (const QString& option : statement.options)
-        setOption(m_session, option, statement.words.value(0).toUpper());
     return Flow::Next;
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "db/RecordSet.h"
-#include "embedded/CursorStore.h"
-#include "embedded/DmlTranslator.h"
+#include "embedded/Translator.h"
 
 namespace embedded {
 
@@ -14,6 +13,12 @@ struct CallArgument {
     bool isDefault = false;
     QString outputVariable; ///< the caller's variable that receives the value afterwards
 };
+
+/// The place of the parameter that each argument goes to. Throws DbError 8144 for too many arguments, 8145
+/// for a name that no parameter has.
+std::vector<std::size_t> placesOf(const std::vector<CallArgument>& arguments, const QStringList& parameters,
+                                  const QString& procedure);
+DbError missingArgument(const QString& procedure, const QString& parameter);
 
 /// Runs batches: control flow, variables, queries and calls. Each statement is translated just before
 /// it runs, so that it sees what the statements before it made.
@@ -46,7 +51,6 @@ private:
     Flow run(const ContinueStatement&) { return Flow::Continue; }
     Flow run(const ReturnStatement& statement);
     Flow run(const PrintStatement& statement);
-    Flow run(const RaiseStatement& statement);
     Flow run(const QueryStatement& statement);
     Flow run(const InsertStatement& statement);
     Flow run(const UpdateStatement& statement);
@@ -60,18 +64,18 @@ private:
     template <class T>
     Flow run(const T& statement);
 
-    DmlTranslator translator() { return {m_session, m_functions}; }
+    Translator translator() { return {m_session, m_functions}; }
     SqliteStatement prepared(const Translation& translation);
     Value evaluate(const ExprPtr& expr, const Type& type);
     bool test(const ExprPtr& condition);
     void select(const Query& query);
-    void selectInto(const Query& query, const ObjectName& target);
     void assign(const Translation& translation);
     RecordSet read(const Translation& translation);
     void write(const Translation& translation, const Object* insertedInto);
-    void insertResults(const InsertStatement& statement);
-    void fetch(const CursorStatement& statement);
+    void declareCursor(const CursorStatement& statement);
     QString cursorKey(const QString& name) const;
+    void open(Cursor& cursor);
+    void fetch(Cursor& cursor, const QStringList& into);
 
     void call(const ExecuteStatement& statement, const QString& name);
     std::vector<CallArgument> evaluateArguments(const std::vector<Argument>& arguments);
@@ -88,7 +92,6 @@ private:
 
     Session& m_session;
     FunctionTable m_functions;
-    CursorStore m_cursors;
     Results m_results;
     QHash<qint64, QPair<QString, std::shared_ptr<const Batch>>> m_procedures; ///< text and tree, by id
 };

@@ -5,10 +5,32 @@
 #include "embedded/Conversion.h"
 #include "embedded/DdlExecutor.h"
 #include "embedded/Errors.h"
-#include "embedded/StatementParser.h"
+#include "embedded/Parser.h"
 #include "embedded/SystemProcedures.h"
 
 namespace embedded {
+
+std::vector<std::size_t> placesOf(const std::vector<CallArgument>& arguments, const QStringList& parameters,
+                                  const QString& procedure) {
+    if (qsizetype(arguments.size()) > parameters.size())
+        throw serverError(8144, "Procedure or function %1 has too many arguments specified.", procedure);
+    std::vector<std::size_t> places;
+    for (const CallArgument& argument : arguments) {
+        qsizetype place = qsizetype(places.size());
+        if (!argument.name.isEmpty())
+            for (place = 0; place < parameters.size(); ++place)
+                if (collation::equal(parameters[place], argument.name)) break;
+        if (place == parameters.size())
+            throw serverError(8145, "%1 is not a parameter for procedure %2.", argument.name, procedure);
+        places.push_back(std::size_t(place));
+    }
+    return places;
+}
+
+DbError missingArgument(const QString& procedure, const QString& parameter) {
+    return serverError(201, "Procedure or function '%1' expects parameter '%2', which was not supplied.",
+                       procedure, parameter);
+}
 
 Executor::Flow Executor::run(const ExecuteStatement& statement) {
     if (statement.text) {
@@ -18,10 +40,7 @@ Executor::Flow Executor::run(const ExecuteStatement& statement) {
         return Flow::Next;
     }
     std::vector<CallArgument> arguments = evaluateArguments(statement.arguments);
-    ObjectName name = statement.procedure;
-    if (!statement.procedureVariable.isEmpty())
-        name = {{}, {}, shown(m_session.valueOf(statement.procedureVariable), Type::text(Type::Max, true))};
-
+    const ObjectName& name = statement.procedure;
     Value returned = qint64(0);
     if (const Object* procedure = procedureNamed(name)) {
         const Object copy = *procedure;
@@ -31,8 +50,7 @@ Executor::Flow Executor::run(const ExecuteStatement& statement) {
     } else if (collation::equal(name.name, "sp_executesql")) {
         executeSql(arguments);
     } else if (!systemProcedure(m_session, name.name, arguments, m_results)) {
-        throw DbError(DbError::NoSuchProcedure,
-                      QString("Could not find stored procedure '%1'.").arg(name.toString()));
+        throw serverError(DbError::NoSuchProcedure, "Could not find stored procedure '%1'.", name.toString());
     }
     for (const CallArgument& argument : arguments) {
         if (argument.outputVariable.isEmpty()) continue;
@@ -68,18 +86,16 @@ std::vector<CallArgument> Executor::evaluateArguments(const std::vector<Argument
 
 /// In the given or current database; a name that begins with sp_ also in master.
 const Object* Executor::procedureNamed(const ObjectName& name) {
-    if (!name.schema.isEmpty() && !collation::equal(name.schema, "dbo")) return nullptr;
-    const Object* found = m_session.catalog.object(m_session.databaseNamed(name.database).id, name.name);
+    const Object* found = m_session.find(name);
     if (!found && name.name.startsWith("sp_", Qt::CaseInsensitive))
         found = m_session.catalog.object(1, name.name);
-    return found && found->kind == Object::Procedure ? found : nullptr;
+    return found && found->kind == ObjectKind::Procedure ? found : nullptr;
 }
 
 std::shared_ptr<const Batch> Executor::parsedProcedure(const Object& procedure) {
     auto& known = m_procedures[procedure.id];
     if (!known.second || known.first != procedure.text)
-        known = {procedure.text,
-                 std::make_shared<Batch>(StatementParser(procedure.text, true).parseProcedureText())};
+        known = {procedure.text, std::make_shared<Batch>(parseProcedure(procedure.text))};
     return known.second;
 }
 
@@ -89,16 +105,13 @@ void Executor::runProcedure(const Object& procedure, std::vector<CallArgument>& 
 }
 
 void Executor::executeSql(std::vector<CallArgument>& arguments) {
-    if (arguments.empty())
-        throw DbError(201,
-                      "Procedure or function 'sp_executesql' expects parameter '@statement', which was not "
-                      "supplied.");
+    if (arguments.empty()) throw missingArgument("sp_executesql", "@statement");
     const Type type = Type::text(Type::Max, true);
     const QString text = shown(Conversion{arguments[0].type, type}(arguments[0].value), type);
     std::vector<Parameter> parameters;
     if (arguments.size() > 1) {
         const QString list = shown(Conversion{arguments[1].type, type}(arguments[1].value), type);
-        parameters = StatementParser(list, true).parseParameterList();
+        parameters = parseParameterList(list);
     }
     std::vector<CallArgument> passed(
         arguments.begin() + qsizetype(std::min<std::size_t>(2, arguments.size())), arguments.end());
@@ -108,33 +121,18 @@ void Executor::executeSql(std::vector<CallArgument>& arguments) {
 
 void Executor::runText(const QString& text, const std::vector<Parameter>& parameters,
                        std::vector<CallArgument>& arguments) {
-    const Batch batch = StatementParser(text, m_session.quotedIdentifiers).parseBatch();
+    const Batch batch = parseBatch(text, m_session.quotedIdentifiers);
     runNested(batch, parameters, arguments, m_session.database, "sp_executesql");
     m_session.frames.back().returnValue = qint64(0);
 }
 
 void Executor::runNested(const Batch& batch, const std::vector<Parameter>& parameters,
                          std::vector<CallArgument>& arguments, qint64 database, const QString& name) {
-    if (m_session.frames.size() > 32)
-        throw DbError(
-            217, "Maximum stored procedure, function, trigger, or view nesting level exceeded (limit 32).");
-    if (arguments.size() > parameters.size())
-        throw DbError(8144, QString("Procedure or function %1 has too many arguments specified.").arg(name));
+    if (m_session.frames.size() > 32) throw DbError(217, "Maximum nesting level exceeded (limit 32).");
+    QStringList names;
+    for (const Parameter& parameter : parameters) names.append(parameter.variable.name);
+    const std::vector<std::size_t> places = placesOf(arguments, names, name);
     Frame frame;
-    std::vector<std::size_t> places; // the parameter that each argument goes to
-    for (std::size_t i = 0; i < arguments.size(); ++i) {
-        std::size_t place = i;
-        if (!arguments[i].name.isEmpty()) {
-            place = 0;
-            while (place < parameters.size()
-                   && !collation::equal(parameters[place].variable.name, arguments[i].name))
-                ++place;
-            if (place == parameters.size())
-                throw DbError(
-                    8145, QString("%1 is not a parameter for procedure %2.").arg(arguments[i].name, name));
-        }
-        places.push_back(place);
-    }
     for (std::size_t p = 0; p < parameters.size(); ++p) {
         const VariableDef& parameter = parameters[p].variable;
         Variable variable{parameter.type, {}, {}};
@@ -144,15 +142,12 @@ void Executor::runNested(const Batch& batch, const std::vector<Parameter>& param
         if (argument && !argument->isDefault) {
             variable.value = Conversion{argument->type, parameter.type}(argument->value);
             if (!argument->outputVariable.isEmpty() && !parameters[p].output)
-                throw DbError(8162,
-                              QString("The formal parameter \"%1\" was not declared as an OUTPUT parameter.")
-                                  .arg(parameter.name));
+                throw serverError(8162, "The parameter \"%1\" was not declared as an OUTPUT parameter.",
+                                  parameter.name);
         } else if (parameter.initial) {
             variable.value = evaluate(parameter.initial, parameter.type);
         } else {
-            throw DbError(
-                201, QString("Procedure or function '%1' expects parameter '%2', which was not supplied.")
-                         .arg(name, parameter.name));
+            throw missingArgument(name, parameter.name);
         }
         frame.variables[collation::fold(parameter.name)] = variable;
     }
@@ -191,8 +186,7 @@ void Executor::declareVariables(const std::vector<VariableDef>& variables) {
     for (const VariableDef& definition : variables) {
         const QString key = collation::fold(definition.name);
         if (frame.variables.count(key) || frame.tables.count(key))
-            throw DbError(134,
-                          QString("The variable name '%1' has already been declared.").arg(definition.name));
+            throw serverError(134, "The variable name '%1' has already been declared.", definition.name);
         if (definition.table)
             DdlExecutor(m_session, m_functions).createTemporary(definition.name, *definition.table);
         else
@@ -210,7 +204,7 @@ void Executor::leaveFrame() {
             ++table;
             continue;
         }
-        m_session.file.run("DROP TABLE IF EXISTS " + table->second.storage);
+        m_session.file.run("DROP TABLE IF EXISTS " + table->second.sqlName());
         table = frame.tables.erase(table);
     }
     QStringList kept;

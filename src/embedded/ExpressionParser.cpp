@@ -1,6 +1,5 @@
-#include "embedded/ExpressionParser.h"
-
 #include "embedded/Errors.h"
+#include "embedded/Grammar.h"
 
 #include <limits>
 
@@ -8,183 +7,16 @@ namespace embedded {
 
 namespace {
 
-std::shared_ptr<Expr> node(Expr::Kind kind, const QString& text, std::vector<ExprPtr> args = {}) {
-    auto expr = std::make_shared<Expr>();
-    expr->kind = kind;
-    expr->text = text;
-    expr->args = std::move(args);
-    return expr;
-}
+ExprPtr parseOr(TokenReader& in);
 
 ExprPtr number(const QString& text, const Type& type) {
-    auto expr = node(Expr::Number, text);
+    auto expr = makeExpr(Expr::Number, text);
     expr->type = type;
     return expr;
 }
 
-ExprPtr textLiteral(const QString& text, bool unicode) {
-    auto expr = node(Expr::Text, text);
-    expr->type = Type::text(int(std::max<qsizetype>(1, text.size())), unicode);
-    return expr;
-}
-
-} // namespace
-
-ExprPtr ExpressionParser::parseValue() {
-    const Token start = peek();
-    ExprPtr expr = parseSum();
-    if (expr->isPredicate()) throw DbError(102, QString("Incorrect syntax near '%1'.").arg(start.text));
-    return expr;
-}
-
-ExprPtr ExpressionParser::parseCondition() {
-    ExprPtr expr = parseOr();
-    if (!expr->isPredicate())
-        throw DbError(4145,
-                      QString("An expression of non-boolean type specified in a context where a condition "
-                              "is expected, near '%1'.")
-                          .arg(peek().text));
-    return expr;
-}
-
-std::vector<ExprPtr> ExpressionParser::parseValueList() {
-    std::vector<ExprPtr> values;
-    do values.push_back(parseValue());
-    while (accept(","));
-    return values;
-}
-
-ExprPtr ExpressionParser::parseOr() {
-    ExprPtr left = parseAnd();
-    while (accept("or")) left = node(Expr::Or, {}, {left, parseAnd()});
-    return left;
-}
-
-ExprPtr ExpressionParser::parseAnd() {
-    ExprPtr left = parseNot();
-    while (accept("and")) left = node(Expr::And, {}, {left, parseNot()});
-    return left;
-}
-
-ExprPtr ExpressionParser::parseNot() {
-    if (accept("not")) return node(Expr::Not, {}, {parseNot()});
-    return parsePredicate();
-}
-
-ExprPtr ExpressionParser::parsePredicate() {
-    if (accept("exists")) {
-        expect("(");
-        auto expr = node(Expr::Exists, {});
-        expr->query = parseQuery();
-        expect(")");
-        return expr;
-    }
-    ExprPtr left = parseSum();
-    return left->isPredicate() ? left : finishPredicate(left);
-}
-
-void ExpressionParser::refuseQuantifier() const {
-    for (const char* word : {"all", "any", "some"})
-        if (is(word)) throw notSupported(peek().text.toUpper() + " in a comparison");
-}
-
-ExprPtr ExpressionParser::finishPredicate(ExprPtr left) {
-    static const QHash<QString, QString> comparisons{{"=", "="},   {"<>", "<>"}, {"!=", "<>"},
-                                                     {"<", "<"},   {">", ">"},   {"<=", "<="},
-                                                     {">=", ">="}, {"!<", ">="}, {"!>", "<="}};
-    if (peek().kind == Token::Symbol && comparisons.contains(peek().text)) {
-        const QString op = comparisons[take().text];
-        refuseQuantifier();
-        return node(Expr::Compare, op, {left, parseValue()});
-    }
-    if (accept("is")) {
-        auto expr = node(Expr::IsNull, {}, {left});
-        expr->flag = accept("not");
-        expect("null");
-        return expr;
-    }
-    const bool negated = is("not") && (is("like", 1) || is("in", 1) || is("between", 1));
-    if (negated) accept("not");
-    std::shared_ptr<Expr> expr;
-    if (accept("like")) {
-        expr = node(Expr::Like, {}, {left, parseValue()});
-        if (accept("escape")) expr->args.push_back(parseValue());
-    } else if (accept("in")) {
-        return parseIn(left, negated);
-    } else if (accept("between")) {
-        ExprPtr low = parseValue();
-        expect("and");
-        expr = node(Expr::Between, {}, {left, low, parseValue()});
-    } else {
-        return left;
-    }
-    expr->flag = negated;
-    return expr;
-}
-
-ExprPtr ExpressionParser::parseIn(ExprPtr left, bool negated) {
-    auto expr = node(Expr::In, {}, {left});
-    expr->flag = negated;
-    expect("(");
-    if (is("select")) {
-        expr->query = parseQuery();
-    } else {
-        for (ExprPtr& value : parseValueList()) expr->args.push_back(value);
-    }
-    expect(")");
-    return expr;
-}
-
-ExprPtr ExpressionParser::parseSum() {
-    ExprPtr left = parseProduct();
-    while (is("+") || is("-") || is("&") || is("|") || is("^")) {
-        const QString op = take().text;
-        left = node(Expr::Binary, op, {left, parseProduct()});
-    }
-    return left;
-}
-
-ExprPtr ExpressionParser::parseProduct() {
-    ExprPtr left = parseUnary();
-    while (is("*") || is("/") || is("%")) {
-        const QString op = take().text;
-        left = node(Expr::Binary, op, {left, parseUnary()});
-    }
-    return left;
-}
-
-ExprPtr ExpressionParser::parseUnary() {
-    if (is("-") || is("+") || is("~")) {
-        const QString op = take().text;
-        return node(Expr::Unary, op, {parseUnary()});
-    }
-    ExprPtr expr = parsePrimary();
-    while (accept("collate")) expr = node(Expr::Collate, takeName(), {expr});
-    return expr;
-}
-
-ExprPtr ExpressionParser::parsePrimary() {
-    const Token& token = peek();
-    switch (token.kind) {
-    case Token::Variable:
-        return node(Expr::Variable, take().text);
-    case Token::Symbol:
-        if (is("(")) return parseBracket();
-        if (is("*")) return take(), node(Expr::Star, {});
-        syntaxError();
-    case Token::Word:
-    case Token::Bracketed:
-    case Token::Quoted:
-        return parseColumn();
-    case Token::End:
-        syntaxError();
-    default:
-        return parseLiteral();
-    }
-}
-
-ExprPtr ExpressionParser::parseLiteral() {
-    const Token token = take();
+ExprPtr parseLiteral(TokenReader& in) {
+    const Token token = in.take();
     const QString& text = token.text;
     switch (token.kind) {
     case Token::Integer: {
@@ -206,112 +38,282 @@ ExprPtr ExpressionParser::parseLiteral() {
         return number(text, Type::of(Type::Float));
     case Token::Money:
         return number(text, Type::of(Type::Money));
-    case Token::Binary: {
-        auto expr = node(Expr::Number, "x'" + (text.size() % 2 ? '0' + text : text) + '\'');
-        expr->type = Type{Type::Binary, std::max(1, int(text.size() + 1) / 2), 0, 0};
-        return expr;
-    }
     default:
-        return textLiteral(text, token.kind == Token::UnicodeText);
+        return makeText(text, token.kind == Token::UnicodeText);
     }
 }
 
-ExprPtr ExpressionParser::parseBracket() {
-    expect("(");
+ExprPtr parseBracket(TokenReader& in) {
+    in.expect("(");
     ExprPtr expr;
-    if (is("select")) {
-        auto query = node(Expr::Subquery, {});
-        query->query = parseQuery();
+    if (in.is("select")) {
+        auto query = makeExpr(Expr::Subquery);
+        query->query = parseQuery(in);
         expr = query;
     } else {
-        expr = parseOr();
+        expr = parseOr(in);
     }
-    expect(")");
+    in.expect(")");
     return expr;
 }
 
-ExprPtr ExpressionParser::parseCase() {
-    auto expr = node(Expr::Case, {});
-    expr->hasOperand = !is("when");
-    if (expr->hasOperand) expr->args.push_back(parseValue());
-    while (accept("when")) {
-        expr->args.push_back(expr->hasOperand ? parseValue() : parseCondition());
-        expect("then");
-        expr->args.push_back(parseValue());
+ExprPtr parseCase(TokenReader& in) {
+    auto expr = makeExpr(Expr::Case);
+    expr->hasOperand = !in.is("when");
+    if (expr->hasOperand) expr->args.push_back(parseValue(in));
+    while (in.accept("when")) {
+        expr->args.push_back(expr->hasOperand ? parseValue(in) : parseCondition(in));
+        in.expect("then");
+        expr->args.push_back(parseValue(in));
     }
-    expr->hasElse = accept("else");
-    if (expr->hasElse) expr->args.push_back(parseValue());
-    expect("end");
+    expr->hasElse = in.accept("else");
+    if (expr->hasElse) expr->args.push_back(parseValue(in));
+    in.expect("end");
     return expr;
 }
 
-ExprPtr ExpressionParser::parseCast(bool convert) {
-    auto expr = node(Expr::Cast, {});
-    const auto castType = [this] {
-        Type type = takeType();
+ExprPtr parseCast(TokenReader& in, bool convert) {
+    auto expr = makeExpr(Expr::Cast);
+    const auto castType = [&in] {
+        Type type = in.takeType();
         // Without a length a text gets 30 here, but 1 in a declaration.
-        if ((type.isText() || type.kind == Type::Binary) && type.length == 1 && !is(")", -1))
+        if ((type.isText() || type.kind == Type::Binary) && type.length == 1 && !in.is(")", -1))
             type.length = 30;
         return type;
     };
-    expect("(");
+    in.expect("(");
     if (convert) {
         expr->type = castType();
-        expect(",");
-        expr->args.push_back(parseValue());
-        if (accept(",")) expr->args.push_back(parseValue());
+        in.expect(",");
+        expr->args.push_back(parseValue(in));
+        if (in.accept(",")) expr->args.push_back(parseValue(in));
     } else {
-        expr->args.push_back(parseValue());
-        expect("as");
+        expr->args.push_back(parseValue(in));
+        in.expect("as");
         expr->type = castType();
     }
-    expect(")");
+    in.expect(")");
     return expr;
 }
 
-ExprPtr ExpressionParser::parseCall(const QString& name) {
-    auto expr = node(Expr::Call, name.toLower());
-    expect("(");
-    if (!is(")")) {
-        expr->flag = accept("distinct");
-        if (!expr->flag) accept("all");
-        expr->args = parseValueList();
+ExprPtr parseCall(TokenReader& in, const QString& name) {
+    auto expr = makeExpr(Expr::Call, name.toLower());
+    in.expect("(");
+    if (!in.is(")")) {
+        expr->flag = in.accept("distinct");
+        if (!expr->flag) in.accept("all");
+        expr->args = parseValueList(in);
     }
-    expect(")");
-    if (is("over")) throw notSupported("OVER");
+    in.expect(")");
+    if (in.is("over")) throw notSupported("OVER");
     return expr;
 }
 
 /// A column, a function call, or one of the words that look like a column.
-ExprPtr ExpressionParser::parseColumn() {
-    if (peek().kind == Token::Quoted && !quotedIdentifiers()) return textLiteral(take().text, false);
-    if (accept("null")) return node(Expr::Null, {});
-    if (accept("case")) return parseCase();
-    if (is("cast") && is("(", 1)) return take(), parseCast(false);
-    if (is("convert") && is("(", 1)) return take(), parseCast(true);
-    for (const char* word : {"current_timestamp", "current_user", "session_user", "system_user", "user"})
-        if (accept(word)) return node(Expr::Call, word);
+ExprPtr parseColumn(TokenReader& in) {
+    if (in.peek().kind == Token::Quoted && !in.quotedIdentifiers()) return makeText(in.take().text, false);
+    if (in.accept("null")) return makeExpr(Expr::Null);
+    if (in.accept("case")) return parseCase(in);
+    if (in.is("cast") && in.is("(", 1)) return in.take(), parseCast(in, false);
+    if (in.is("convert") && in.is("(", 1)) return in.take(), parseCast(in, true);
+    if (in.accept("current_timestamp")) return makeExpr(Expr::Call, "getdate");
+    if (in.accept("system_user")) return makeExpr(Expr::Call, "suser_sname");
     for (const char* word : {"left", "right", "coalesce", "nullif"})
-        if (is(word) && is("(", 1)) return parseCall(take().text);
-    if (peek().kind == Token::Word && is("(", 1) && !isReserved(peek().text)) return parseCall(take().text);
+        if (in.is(word) && in.is("(", 1)) return parseCall(in, in.take().text);
+    if (in.peek().kind == Token::Word && in.is("(", 1) && !in.isReserved(in.peek().text))
+        return parseCall(in, in.take().text);
 
-    QStringList parts{takeName()};
-    while (accept(".")) {
-        if (is(".")) {
+    QStringList parts{in.takeName()};
+    while (in.accept(".")) {
+        if (in.is(".")) {
             parts.append(QString());
-        } else if (accept("*")) {
-            auto star = node(Expr::Star, {});
+        } else if (in.accept("*")) {
+            auto star = makeExpr(Expr::Star);
             star->parts = parts;
             return star;
-        } else if (is("(", 1)) {
-            throw notSupported("function " + parts.join(u'.') + '.' + peek().text);
+        } else if (in.is("(", 1)) {
+            throw notSupported("function " + parts.join(u'.') + '.' + in.peek().text);
         } else {
-            parts.append(takeName());
+            parts.append(in.takeName());
         }
     }
-    auto expr = node(Expr::Column, {});
+    auto expr = makeExpr(Expr::Column);
     expr->parts = parts;
     return expr;
+}
+
+ExprPtr parsePrimary(TokenReader& in) {
+    const Token& token = in.peek();
+    switch (token.kind) {
+    case Token::Variable:
+        return makeExpr(Expr::Variable, in.take().text);
+    case Token::Symbol:
+        if (in.is("(")) return parseBracket(in);
+        if (in.is("*")) return in.take(), makeExpr(Expr::Star);
+        in.syntaxError();
+    case Token::Word:
+    case Token::Bracketed:
+    case Token::Quoted:
+        return parseColumn(in);
+    case Token::End:
+        in.syntaxError();
+    default:
+        return parseLiteral(in);
+    }
+}
+
+ExprPtr parseUnary(TokenReader& in) {
+    if (in.is("~")) throw notSupported("operator ~");
+    if (in.is("-") || in.is("+")) {
+        const QString op = in.take().text;
+        return makeExpr(Expr::Unary, op, {parseUnary(in)});
+    }
+    const ExprPtr expr = parsePrimary(in);
+    if (in.is("collate")) throw notSupported("COLLATE in an expression");
+    return expr;
+}
+
+ExprPtr parseProduct(TokenReader& in) {
+    ExprPtr left = parseUnary(in);
+    while (in.is("*") || in.is("/") || in.is("%")) {
+        const QString op = in.take().text;
+        left = makeExpr(Expr::Binary, op, {left, parseUnary(in)});
+    }
+    return left;
+}
+
+ExprPtr parseSum(TokenReader& in) {
+    ExprPtr left = parseProduct(in);
+    while (in.is("+") || in.is("-") || in.is("&") || in.is("|")) {
+        const QString op = in.take().text;
+        left = makeExpr(Expr::Binary, op, {left, parseProduct(in)});
+    }
+    if (in.is("^")) throw notSupported("operator ^");
+    return left;
+}
+
+ExprPtr parseIn(TokenReader& in, ExprPtr left, bool negated) {
+    auto expr = makeExpr(Expr::In, {}, {left});
+    expr->flag = negated;
+    in.expect("(");
+    if (in.is("select")) {
+        expr->query = parseQuery(in);
+    } else {
+        for (ExprPtr& value : parseValueList(in)) expr->args.push_back(value);
+    }
+    in.expect(")");
+    return expr;
+}
+
+void refuseQuantifier(TokenReader& in) {
+    for (const char* word : {"all", "any", "some"})
+        if (in.is(word)) throw notSupported(in.peek().text.toUpper() + " in a comparison");
+}
+
+ExprPtr finishPredicate(TokenReader& in, ExprPtr left) {
+    static const QHash<QString, QString> comparisons{{"=", "="},   {"<>", "<>"}, {"!=", "<>"},
+                                                     {"<", "<"},   {">", ">"},   {"<=", "<="},
+                                                     {">=", ">="}, {"!<", ">="}, {"!>", "<="}};
+    if (in.peek().kind == Token::Symbol && comparisons.contains(in.peek().text)) {
+        const QString op = comparisons[in.take().text];
+        refuseQuantifier(in);
+        return makeExpr(Expr::Compare, op, {left, parseValue(in)});
+    }
+    if (in.accept("is")) {
+        auto expr = makeExpr(Expr::IsNull, {}, {left});
+        expr->flag = in.accept("not");
+        in.expect("null");
+        return expr;
+    }
+    const bool negated = in.is("not") && (in.is("like", 1) || in.is("in", 1) || in.is("between", 1));
+    if (negated) in.accept("not");
+    std::shared_ptr<Expr> expr;
+    if (in.accept("like")) {
+        expr = makeExpr(Expr::Like, {}, {left, parseValue(in)});
+        if (in.accept("escape")) expr->args.push_back(parseValue(in));
+    } else if (in.accept("in")) {
+        return parseIn(in, left, negated);
+    } else if (in.accept("between")) {
+        ExprPtr low = parseValue(in);
+        in.expect("and");
+        expr = makeExpr(Expr::Between, {}, {left, low, parseValue(in)});
+    } else {
+        return left;
+    }
+    expr->flag = negated;
+    return expr;
+}
+
+ExprPtr parsePredicate(TokenReader& in) {
+    if (in.accept("exists")) {
+        in.expect("(");
+        auto expr = makeExpr(Expr::Exists);
+        expr->query = parseQuery(in);
+        in.expect(")");
+        return expr;
+    }
+    ExprPtr left = parseSum(in);
+    return left->isPredicate() ? left : finishPredicate(in, left);
+}
+
+ExprPtr parseNot(TokenReader& in) {
+    if (in.accept("not")) return makeExpr(Expr::Not, {}, {parseNot(in)});
+    return parsePredicate(in);
+}
+
+ExprPtr parseAnd(TokenReader& in) {
+    ExprPtr left = parseNot(in);
+    while (in.accept("and")) left = makeExpr(Expr::And, {}, {left, parseNot(in)});
+    return left;
+}
+
+ExprPtr parseOr(TokenReader& in) {
+    ExprPtr left = parseAnd(in);
+    while (in.accept("or")) left = makeExpr(Expr::Or, {}, {left, parseAnd(in)});
+    return left;
+}
+
+} // namespace
+
+std::shared_ptr<Expr> makeExpr(Expr::Kind kind, const QString& text, std::vector<ExprPtr> args) {
+    auto expr = std::make_shared<Expr>();
+    expr->kind = kind;
+    expr->text = text;
+    expr->args = std::move(args);
+    return expr;
+}
+
+ExprPtr makeText(const QString& text, bool unicode) {
+    auto expr = makeExpr(Expr::Text, text);
+    expr->type = Type::text(int(std::max<qsizetype>(1, text.size())), unicode);
+    return expr;
+}
+
+ExprPtr parseAssigned(TokenReader& in, const ExprPtr& target) {
+    for (const char* op : {"+=", "-=", "*=", "/="})
+        if (in.accept(op)) return makeExpr(Expr::Binary, QString(op).left(1), {target, parseValue(in)});
+    in.expect("=");
+    return parseValue(in);
+}
+
+ExprPtr parseValue(TokenReader& in) {
+    const Token start = in.peek();
+    ExprPtr expr = parseSum(in);
+    if (expr->isPredicate()) throw serverError(102, "Incorrect syntax near '%1'.", start.text);
+    return expr;
+}
+
+ExprPtr parseCondition(TokenReader& in) {
+    ExprPtr expr = parseOr(in);
+    if (!expr->isPredicate()) throw serverError(4145, "A condition is expected near '%1'.", in.peek().text);
+    return expr;
+}
+
+std::vector<ExprPtr> parseValueList(TokenReader& in) {
+    std::vector<ExprPtr> values;
+    do values.push_back(parseValue(in));
+    while (in.accept(","));
+    return values;
 }
 
 } // namespace embedded

@@ -1,4 +1,4 @@
-#include "embedded/ExpressionTranslator.h"
+#include "embedded/Translator.h"
 
 #include "embedded/Collation.h"
 #include "embedded/Conversion.h"
@@ -6,7 +6,52 @@
 
 namespace embedded {
 
-Typed ExpressionTranslator::value(const ExprPtr& expr) {
+namespace {
+
+const Column* find(const Source& source, const QStringList& parts) {
+    if (parts.size() > 1) {
+        if (!collation::equal(parts[parts.size() - 2], source.label)) return nullptr;
+        if (parts.size() > 2 && source.isAliased) return nullptr;
+        if (parts.size() == 4 && !parts[0].isEmpty() && collation::fold(parts[0]) != source.database)
+            return nullptr;
+    }
+    for (const Column& candidate : source.columns)
+        if (collation::equal(candidate.name, parts.last())) return &candidate;
+    return nullptr;
+}
+
+Type arithmeticType(const QString& op, const Type& a, const Type& b) {
+    if (a.kind == Type::Null || b.kind == Type::Null) {
+        const Type known = a.kind == Type::Null ? b : a;
+        return known.kind == Type::Null || known.kind == Type::Bit ? Type::of(Type::Int) : known;
+    }
+    if (!a.isNumber() || !b.isNumber())
+        throw serverError(8117, "Operand data type %1 is invalid for the operator %2.",
+                          (a.isNumber() ? b : a).toString(), op);
+    if (a.kind == Type::Float || b.kind == Type::Float) return Type::of(Type::Float);
+    if (a.kind == Type::Real || b.kind == Type::Real)
+        return Type::of(a.kind == b.kind ? Type::Real : Type::Float);
+    if (a.isInteger() && b.isInteger()) {
+        const Type wider = a.kind >= b.kind ? a : b;
+        const bool counts = wider.kind == Type::Bit && !QString("&|").contains(op);
+        return Type::of(counts ? Type::Int : wider.kind);
+    }
+    if (a.kind != Type::Decimal && b.kind != Type::Decimal) return Type::of(Type::Money);
+    const int p1 = a.digits(), s1 = a.scale, p2 = b.digits(), s2 = b.scale;
+    if (op == "*") return Type::decimal(p1 + p2 + 1, s1 + s2);
+    if (op == "/") {
+        const int scale = std::max(6, s1 + p2 + 1);
+        const int whole = p1 - s1 + s2;
+        // Beyond 38 digits places give way, down to six.
+        return Type::decimal(whole + scale, whole + scale > 38 ? std::max(6, 38 - whole) : scale);
+    }
+    const int scale = std::max(s1, s2);
+    return Type::decimal(std::max(p1 - s1, p2 - s2) + scale + 1, scale);
+}
+
+} // namespace
+
+Typed Translator::value(const ExprPtr& expr) {
     const std::size_t depth = m_scopes.size();
     const qsizetype before = depth ? m_scopes.back().ungrouped.size() : 0;
     Typed typed = translate(expr);
@@ -14,10 +59,10 @@ Typed ExpressionTranslator::value(const ExprPtr& expr) {
     return typed;
 }
 
-Typed ExpressionTranslator::translate(const ExprPtr& expr) {
+Typed Translator::translate(const ExprPtr& expr) {
     switch (expr->kind) {
     case Expr::Number:
-        return number(*expr);
+        return {expr->text.startsWith(u'.') ? '0' + expr->text : expr->text, expr->type};
     case Expr::Text: {
         const QString text = expr->type.isUnicode() ? expr->text : inCodePage1252(expr->text);
         return {sqliteText(text), expr->type};
@@ -31,7 +76,7 @@ Typed ExpressionTranslator::translate(const ExprPtr& expr) {
     case Expr::Unary:
         return unary(*expr);
     case Expr::Binary:
-        return binary(*expr);
+        return arithmetic(expr->text, value(expr->args[0]), value(expr->args[1]));
     case Expr::Call:
         return call(*expr);
     case Expr::Cast:
@@ -41,17 +86,8 @@ Typed ExpressionTranslator::translate(const ExprPtr& expr) {
     case Expr::Subquery: {
         QList<Type> types;
         const QString sql = subquery(*expr->query, types);
-        if (types.size() != 1)
-            throw DbError(116,
-                          "Only one expression can be specified in the select list when the subquery is not "
-                          "introduced with EXISTS.");
+        if (types.size() != 1) throw DbError(116, "Only one expression can be specified in this subquery.");
         return {'(' + sql + ')', types[0]};
-    }
-    case Expr::Collate: {
-        static const QStringList alike{"Latin1_General_CI_AS", "SQL_Latin1_General_CP1_CI_AS",
-                                       "database_default"};
-        if (!alike.contains(expr->text, Qt::CaseInsensitive)) throw notSupported("collation " + expr->text);
-        return value(expr->args[0]);
     }
     case Expr::Star:
         throw DbError(102, "Incorrect syntax near '*'.");
@@ -60,16 +96,13 @@ Typed ExpressionTranslator::translate(const ExprPtr& expr) {
     }
 }
 
-Typed ExpressionTranslator::number(const Expr& expr) const {
-    QString text = expr.text;
-    if (text.startsWith(u'.')) text.prepend(u'0');
-    return {text, expr.type};
-}
-
-Typed ExpressionTranslator::variable(const QString& name) {
+Typed Translator::variable(const QString& name) {
     const Type type = m_session.typeOf(name);
-    if (m_assigned.contains(collation::fold(name))) return {"ts_variable(" + sqliteText(name) + ')', type};
     const QString folded = collation::fold(name);
+    if (m_assigned.contains(folded)) {
+        m_readsAssigned = true;
+        return {"ts_variable(" + sqliteText(name) + ')', type};
+    }
     qsizetype place = m_variables.indexOf(folded);
     if (place < 0) {
         place = m_variables.size();
@@ -78,26 +111,14 @@ Typed ExpressionTranslator::variable(const QString& name) {
     return {'?' + QString::number(place + 1), type};
 }
 
-const Column* ExpressionTranslator::find(const Source& source, const QStringList& parts) const {
-    if (parts.size() > 1) {
-        if (!collation::equal(parts[parts.size() - 2], source.label)) return nullptr;
-        if (parts.size() > 2 && source.isAliased) return nullptr;
-        if (parts.size() == 4 && !parts[0].isEmpty() && collation::fold(parts[0]) != source.database)
-            return nullptr;
-    }
-    for (const Column& candidate : source.columns)
-        if (collation::equal(candidate.name, parts.last())) return &candidate;
-    return nullptr;
-}
-
-Typed ExpressionTranslator::column(const QStringList& parts) {
+Typed Translator::column(const QStringList& parts) {
     for (auto scope = m_scopes.rbegin(); scope != m_scopes.rend(); ++scope) {
         const Source* owner = nullptr;
         const Column* found = nullptr;
         for (const Source& source : scope->sources) {
             const Column* candidate = find(source, parts);
             if (!candidate) continue;
-            if (found) throw DbError(209, QString("Ambiguous column name '%1'.").arg(parts.last()));
+            if (found) throw serverError(209, "Ambiguous column name '%1'.", parts.last());
             found = candidate;
             owner = &source;
         }
@@ -112,17 +133,16 @@ Typed ExpressionTranslator::column(const QStringList& parts) {
         for (const Source& source : scope.sources)
             knownPrefix |= isLonePrefix && collation::equal(parts[parts.size() - 2], source.label);
     if (isLonePrefix && !knownPrefix)
-        throw DbError(4104,
-                      QString("The multi-part identifier \"%1\" could not be bound.").arg(parts.join(u'.')));
+        throw serverError(4104, "The multi-part identifier \"%1\" could not be bound.", parts.join(u'.'));
     throw invalidColumn(parts.last());
 }
 
-QString ExpressionTranslator::collated(const Typed& typed) {
+QString collated(const Typed& typed) {
     const bool needed = typed.type.isText() && !typed.isColumn;
     return needed ? typed.sql + " COLLATE T" : typed.sql;
 }
 
-QString ExpressionTranslator::convert(const Typed& from, const Type& to, int style, bool intoColumn) const {
+QString Translator::convert(const Typed& from, const Type& to, int style, bool intoColumn) const {
     if (from.type.kind == Type::Null || to.kind == Type::Null || from.type == to) return from.sql;
     const bool isWider =
         to.isInteger() && from.type.isInteger() && from.type.kind <= to.kind && to.kind != Type::Bit;
@@ -140,23 +160,15 @@ QString ExpressionTranslator::convert(const Typed& from, const Type& to, int sty
         .arg(int(intoColumn));
 }
 
-Typed ExpressionTranslator::unary(const Expr& expr) {
+Typed Translator::unary(const Expr& expr) {
     Typed typed = value(expr.args[0]);
     if (expr.text == "+") return typed;
     if (typed.type.isText()) typed = {convert(typed, Type::of(Type::Int)), Type::of(Type::Int)};
-    if (expr.text == "~") {
-        if (typed.type.kind == Type::Bit) return {"(1-" + typed.sql + ')', typed.type};
-        return {"(~" + typed.sql + ')', typed.type};
-    }
     if (typed.type.kind == Type::Bit) typed.type = Type::of(Type::Int);
     return {"(-" + typed.sql + ')', typed.type};
 }
 
-Typed ExpressionTranslator::binary(const Expr& expr) {
-    return arithmetic(expr.text, value(expr.args[0]), value(expr.args[1]));
-}
-
-Typed ExpressionTranslator::arithmetic(const QString& op, const Typed& a, const Typed& b) const {
+Typed Translator::arithmetic(const QString& op, const Typed& a, const Typed& b) const {
     const bool bothTextual =
         (a.type.isText() || a.type.kind == Type::Null) && (b.type.isText() || b.type.kind == Type::Null);
     if (op == "+" && bothTextual && (a.type.isText() || b.type.isText())) {
@@ -169,17 +181,15 @@ Typed ExpressionTranslator::arithmetic(const QString& op, const Typed& a, const 
     }
     if (a.type.isDate() || b.type.isDate()) return dateArithmetic(op, a, b);
     if (bothTextual && (a.type.isText() || b.type.isText()))
-        throw DbError(8117, QString("Operand data type varchar is invalid for the operator %1.").arg(op));
+        throw serverError(8117, "Operand data type varchar is invalid for the operator %1.", op);
 
     const Typed left{convert(a, a.type.isText() ? b.type : a.type), a.type.isText() ? b.type : a.type};
     const Typed right{convert(b, b.type.isText() ? a.type : b.type), b.type.isText() ? a.type : b.type};
     const Type type = arithmeticType(op, left.type, right.type);
-    if (QString("&|^").contains(op)) {
+    if (QString("&|").contains(op)) {
         if (!type.isInteger())
-            throw DbError(
-                8117,
-                QString("Operand data type %1 is invalid for the operator %2.").arg(type.toString(), op));
-        if (op == "^") return {QString("((%1|%2)-(%1&%2))").arg(left.sql, right.sql), type};
+            throw serverError(8117, "Operand data type %1 is invalid for the operator %2.", type.toString(),
+                              op);
         return {'(' + left.sql + op + right.sql + ')', type};
     }
     if (op == "/" || op == "%")
@@ -193,7 +203,7 @@ Typed ExpressionTranslator::arithmetic(const QString& op, const Typed& a, const 
     return {plain, type};
 }
 
-Typed ExpressionTranslator::dateArithmetic(const QString& op, const Typed& a, const Typed& b) const {
+Typed Translator::dateArithmetic(const QString& op, const Typed& a, const Typed& b) const {
     const bool addsDays =
         (op == "+" || op == "-") && a.type.isDate() && (b.type.isNumber() || b.type.kind == Type::Null);
     if (addsDays && a.type.kind != Type::Date)
@@ -204,36 +214,7 @@ Typed ExpressionTranslator::dateArithmetic(const QString& op, const Typed& a, co
     throw notSupported(QString("%1 %2 %3").arg(a.type.toString(), op, b.type.toString()));
 }
 
-Type arithmeticType(const QString& op, const Type& a, const Type& b) {
-    if (a.kind == Type::Null || b.kind == Type::Null) {
-        const Type known = a.kind == Type::Null ? b : a;
-        return known.kind == Type::Null || known.kind == Type::Bit ? Type::of(Type::Int) : known;
-    }
-    if (!a.isNumber() || !b.isNumber())
-        throw DbError(8117, QString("Operand data type %1 is invalid for the operator %2.")
-                                .arg((a.isNumber() ? b : a).toString(), op));
-    if (a.kind == Type::Float || b.kind == Type::Float) return Type::of(Type::Float);
-    if (a.kind == Type::Real || b.kind == Type::Real)
-        return Type::of(a.kind == b.kind ? Type::Real : Type::Float);
-    if (a.isInteger() && b.isInteger()) {
-        const Type wider = a.kind >= b.kind ? a : b;
-        const bool counts = wider.kind == Type::Bit && !QString("&|^").contains(op);
-        return Type::of(counts ? Type::Int : wider.kind);
-    }
-    if (a.kind != Type::Decimal && b.kind != Type::Decimal) return Type::of(Type::Money);
-    const int p1 = a.digits(), s1 = a.scale, p2 = b.digits(), s2 = b.scale;
-    if (op == "*") return Type::decimal(p1 + p2 + 1, s1 + s2);
-    if (op == "/") {
-        const int scale = std::max(6, s1 + p2 + 1);
-        const int whole = p1 - s1 + s2;
-        // Beyond 38 digits places give way, down to six.
-        return Type::decimal(whole + scale, whole + scale > 38 ? std::max(6, 38 - whole) : scale);
-    }
-    const int scale = std::max(s1, s2);
-    return Type::decimal(std::max(p1 - s1, p2 - s2) + scale + 1, scale);
-}
-
-Typed ExpressionTranslator::cast(const Expr& expr) {
+Typed Translator::cast(const Expr& expr) {
     int style = 0;
     if (expr.args.size() > 1) {
         const ExprPtr& written = expr.args[1];
@@ -242,10 +223,11 @@ Typed ExpressionTranslator::cast(const Expr& expr) {
     }
     const Typed from = value(expr.args[0]);
     if (from.type == expr.type && !from.isColumn) return from;
+    if (style != 0 && from.type.isNumber()) throw notSupported("CONVERT of a number with a style");
     return {convert(from, expr.type, style), expr.type};
 }
 
-Typed ExpressionTranslator::caseWhen(const Expr& expr) {
+Typed Translator::caseWhen(const Expr& expr) {
     const std::size_t first = expr.hasOperand ? 1 : 0;
     const std::size_t end = expr.args.size() - (expr.hasElse ? 1 : 0);
     std::vector<QString> conditions;

@@ -4,17 +4,15 @@ namespace embedded {
 
 int FunctionRule::minimum() const {
     const qsizetype optional = arguments.indexOf(u'[');
-    return int(optional < 0 ? QString(arguments).remove(u'*').size() : optional);
+    return int(optional < 0 ? arguments.size() : optional);
 }
 
 int FunctionRule::maximum() const {
-    if (arguments.endsWith(u'*')) return -1;
     return int(QString(arguments).remove(u'[').size());
 }
 
 QChar FunctionRule::letter(int argument) const {
-    const QString letters = QString(arguments).remove(u'[').remove(u'*');
-    return letters[std::min<qsizetype>(argument, letters.size() - 1)];
+    return QString(arguments).remove(u'[')[argument];
 }
 
 FunctionTable::FunctionTable(Session& session) {
@@ -30,8 +28,7 @@ FunctionTable::FunctionTable(Session& session) {
                 if (arguments.isNull(i)) return {};
             return native(arguments);
         };
-        session.file.addFunction(nativeName(rule.key()), -1, rule->deterministic,
-                                 rule->takesNull ? native : NativeFunction(unlessNull));
+        session.file.addFunction(nativeName(rule.key()), -1, true, unlessNull);
     }
 }
 

@@ -12,18 +12,14 @@ struct Typed {
 };
 
 /// One built-in function. `arguments` has a letter for each: t text, i integer, f float, d datetime,
-/// n a number, x anything, y anything followed by its packed type, k a date part; "[" begins the optional
-/// ones and
-/// "*" repeats the last.
+/// n a number, k a date part; "[" begins the optional ones.
 struct FunctionRule {
     QString arguments;
     std::function<Type(const QList<Typed>&)> result;
-    NativeFunction native;
-    bool takesNull = false; ///< otherwise NULL in gives NULL out
-    bool deterministic = true;
+    NativeFunction native; ///< called without NULLs: NULL in gives NULL out
 
     int minimum() const;
-    int maximum() const; ///< -1 without limit
+    int maximum() const;
     QChar letter(int argument) const;
 };
 

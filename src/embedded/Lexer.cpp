@@ -68,7 +68,7 @@ private:
         if (c == u'[') return {Token::Bracketed, delimited(u']')};
         if (c == u'"') return {Token::Quoted, delimited(u'"')};
         if (c == u'@') return {Token::Variable, name()};
-        if (c == u'0' && (peek(1) == u'x' || peek(1) == u'X')) return binary();
+        if (c == u'0' && (peek(1) == u'x' || peek(1) == u'X')) throw notSupported("binary values");
         if (c.isDigit() || (c == u'.' && peek(1).isDigit())) return number();
         if (c == u'$' && peek(1).isDigit()) {
             ++m_at;
@@ -89,19 +89,13 @@ private:
             else
                 return ++m_at, text;
         }
-        throw DbError(105, QString("Unclosed quotation mark after the character string '%1'.").arg(text));
+        throw serverError(105, "Unclosed quotation mark after the character string '%1'.", text);
     }
 
     QString name() {
         const qsizetype start = m_at++;
         while (continuesName(peek())) ++m_at;
         return m_batch.mid(start, m_at - start);
-    }
-
-    Token binary() {
-        const qsizetype start = m_at += 2;
-        while (isxdigit(peek().toLatin1())) ++m_at;
-        return {Token::Binary, m_batch.mid(start, m_at - start)};
     }
 
     Token number() {

@@ -15,7 +15,6 @@ struct Token {
         Decimal,     ///< digits with a point
         Float,       ///< with an exponent
         Money,       ///< $1.50, without the sign
-        Binary,      ///< 0x…, the hexadecimal digits only
         Text,        ///< '…'
         UnicodeText, ///< N'…'
         Symbol,

@@ -1,10 +1,8 @@
-#include "embedded/LikePattern.h"
-
 #include "embedded/Collation.h"
 
 #include <algorithm>
 
-namespace embedded {
+namespace embedded::collation {
 
 namespace {
 
@@ -24,8 +22,8 @@ bool matchesClass(QChar c, QStringView pattern, qsizetype& at) {
     for (bool first = true; at < pattern.size() && (first || pattern[at] != u']'); first = false) {
         const QChar low = pattern[at++];
         if (at + 1 < pattern.size() && pattern[at] == u'-' && pattern[at + 1] != u']') {
-            const int weight = collation::weight(c);
-            found |= collation::weight(low) <= weight && weight <= collation::weight(pattern[at + 1]);
+            const int own = weight(c);
+            found |= weight(low) <= own && own <= weight(pattern[at + 1]);
             at += 2;
         } else {
             found |= sameLetter(c, low);
@@ -75,4 +73,4 @@ bool matchesLike(QStringView text, QStringView pattern, QChar escape) {
     return true;
 }
 
-} // namespace embedded
+} // namespace embedded::collation

@@ -54,10 +54,8 @@ void addOperators(Session& session) {
     });
     file.addFunction("ts_notnull", 3, true, [](const Arguments& a) -> Value {
         if (a.isNull(0))
-            throw DbError(
-                515, QString("Cannot insert the value NULL into column '%1', table '%2'; column does not "
-                             "allow nulls. The statement fails.")
-                         .arg(a.text(1), a.text(2)));
+            throw serverError(515, "Cannot insert the value NULL into column '%1', table '%2'.", a.text(1),
+                              a.text(2));
         return a.value(0);
     });
     const auto addArithmetic = [&file](const QString& name,

@@ -1,117 +1,119 @@
-#include "embedded/QueryParser.h"
-
 #include "embedded/Errors.h"
+#include "embedded/Grammar.h"
 
 namespace embedded {
 
-QueryPtr QueryParser::parseQuery() {
-    auto query = std::make_shared<Query>();
-    query->cores.push_back(parseCore());
-    while (accept("union")) {
-        const bool all = accept("all");
-        query->cores.push_back(parseCore());
-        query->cores.back().unionAll = all;
-    }
-    for (const char* word : {"except", "intersect"})
-        if (is(word)) throw notSupported(peek().text.toUpper());
-    query->orderBy = parseOrderBy();
-    if (is("offset")) throw notSupported("OFFSET");
-    if (is("for") && (is("xml", 1) || is("browse", 1))) throw notSupported("FOR " + peek(1).text.toUpper());
-    if (is("compute")) throw notSupported("COMPUTE");
-    if (is("option")) throw notSupported("OPTION");
-    return query;
+namespace {
+
+ObjectName takeTableName(TokenReader& in) {
+    if (in.peek().kind == Token::Variable) return {{}, {}, in.take().text};
+    return in.takeObjectName();
 }
 
-SelectCore QueryParser::parseCore() {
-    if (accept("(")) {
-        SelectCore core = parseCore();
-        expect(")");
-        return core;
-    }
-    SelectCore core;
-    expect("select");
-    core.distinct = accept("distinct");
-    if (!core.distinct) accept("all");
-    if (is("top")) core.top = parseTop();
-    do core.items.push_back(parseItem());
-    while (accept(","));
-    if (accept("into")) core.into = takeTableName();
-    if (accept("from")) core.from = parseFrom();
-    if (accept("where")) core.where = parseCondition();
-    if (accept("group", "by")) {
-        core.groupBy = parseValueList();
-        if (is("with")) throw notSupported("GROUP BY … WITH " + peek(1).text.toUpper());
-    }
-    if (accept("having")) core.having = parseCondition();
-    return core;
-}
+TableRefPtr parseJoined(TokenReader& in);
 
-ExprPtr QueryParser::parseTop() {
-    expect("top");
+ExprPtr parseTop(TokenReader& in) {
+    in.expect("top");
     ExprPtr top;
-    if (accept("(")) {
-        top = parseValue();
-        expect(")");
+    if (in.accept("(")) {
+        top = parseValue(in);
+        in.expect(")");
     } else {
-        auto number = std::make_shared<Expr>();
-        number->kind = Expr::Number;
+        auto number = makeExpr(Expr::Number, QString::number(in.takeInteger()));
         number->type = Type::of(Type::Int);
-        number->text = QString::number(takeInteger());
         top = number;
     }
-    if (is("percent")) throw notSupported("TOP … PERCENT");
-    if (is("with") && is("ties", 1)) throw notSupported("TOP … WITH TIES");
+    if (in.is("percent")) throw notSupported("TOP … PERCENT");
+    if (in.is("with") && in.is("ties", 1)) throw notSupported("TOP … WITH TIES");
     return top;
 }
 
-SelectItem QueryParser::parseItem() {
-    SelectItem item;
-    if (peek().kind == Token::Variable && is("=", 1)) {
-        item.variable = take().text;
-        take();
-        item.expr = parseValue();
-        return item;
-    }
-    if (isName() && is("=", 1)) {
-        item.alias = takeName();
-        take();
-        item.expr = parseValue();
-        return item;
-    }
-    item.expr = parseValue();
-    item.alias = takeAlias();
-    return item;
-}
-
-QString QueryParser::takeAlias() {
-    const bool as = accept("as");
-    if (isName() || peek().kind == Token::Quoted) return take().text;
-    if (peek().kind == Token::Text) return take().text;
-    if (as) syntaxError();
+QString takeAlias(TokenReader& in) {
+    const bool as = in.accept("as");
+    if (in.isName() || in.peek().kind == Token::Quoted) return in.take().text;
+    if (in.peek().kind == Token::Text) return in.take().text;
+    if (as) in.syntaxError();
     return {};
 }
 
-std::vector<TableRefPtr> QueryParser::parseFrom() {
-    std::vector<TableRefPtr> tables;
-    do tables.push_back(parseJoined());
-    while (accept(","));
-    return tables;
+SelectItem parseItem(TokenReader& in) {
+    SelectItem item;
+    if (in.peek().kind == Token::Variable && in.is("=", 1)) {
+        item.variable = in.take().text;
+        in.take();
+        item.expr = parseValue(in);
+        return item;
+    }
+    if (in.isName() && in.is("=", 1)) {
+        item.alias = in.takeName();
+        in.take();
+        item.expr = parseValue(in);
+        return item;
+    }
+    item.expr = parseValue(in);
+    item.alias = takeAlias(in);
+    return item;
 }
 
-TableRefPtr QueryParser::parseJoined() {
-    TableRefPtr left = parseTable();
+/// Hints steer locking and plans, which do not change what a statement yields here.
+void parseHints(TokenReader& in) {
+    in.accept("with");
+    static const QStringList known{
+        "nolock",  "readuncommitted", "readcommitted",     "repeatableread", "serializable",
+        "updlock", "holdlock",        "rowlock",           "paglock",        "tablock",
+        "xlock",   "tablockx",        "readcommittedlock", "nowait"};
+    in.expect("(");
+    do {
+        if (in.is("index")) throw notSupported("table hint INDEX");
+        const QString hint = in.take().text.toLower();
+        if (!known.contains(hint)) throw notSupported("table hint " + hint.toUpper());
+        in.accept(",");
+    } while (!in.accept(")"));
+}
+
+TableRefPtr parseTable(TokenReader& in) {
+    if (in.is("(") && !in.is("select", 1)) {
+        in.expect("(");
+        TableRefPtr joined = parseJoined(in);
+        in.expect(")");
+        return joined;
+    }
+    auto table = std::make_shared<TableRef>();
+    if (in.accept("(")) {
+        table->kind = TableRef::Derived;
+        table->query = parseQuery(in);
+        in.expect(")");
+        table->alias = takeAlias(in);
+        if (table->alias.isEmpty()) in.syntaxError();
+        return table;
+    }
+    table->name = takeTableName(in);
+    if (in.is("(") && !in.is("nolock", 1)) {
+        static const QStringList hints{"readuncommitted", "updlock",  "holdlock",
+                                       "rowlock",         "readpast", "tablock"};
+        if (!hints.contains(in.peek(1).text.toLower()))
+            throw notSupported("table function " + table->name.name);
+    }
+    if (in.is("(")) parseHints(in);
+    table->alias = takeAlias(in);
+    if (in.is("with") || in.is("(")) parseHints(in);
+    return table;
+}
+
+TableRefPtr parseJoined(TokenReader& in) {
+    TableRefPtr left = parseTable(in);
     for (;;) {
         QString join;
-        if (accept("join") || accept("inner", "join"))
+        if (in.accept("join") || in.accept("inner", "join"))
             join = "INNER";
-        else if (is("cross") && is("apply", 1))
+        else if (in.is("cross") && in.is("apply", 1))
             throw notSupported("CROSS APPLY");
-        else if (accept("cross", "join"))
+        else if (in.accept("cross", "join"))
             join = "CROSS";
-        else if (is("left") || is("right") || is("full")) {
-            join = take().text.toUpper();
-            accept("outer");
-            expect("join");
+        else if (in.is("left") || in.is("right") || in.is("full")) {
+            join = in.take().text.toUpper();
+            in.accept("outer");
+            in.expect("join");
         } else {
             return left;
         }
@@ -119,153 +121,148 @@ TableRefPtr QueryParser::parseJoined() {
         joined->kind = TableRef::Join;
         joined->join = join;
         joined->left = left;
-        joined->right = parseTable();
+        joined->right = parseTable(in);
         if (join != "CROSS") {
             // A JOIN B JOIN C ON … ON …: the inner pair closes first.
-            if (!is("on")) throw notSupported("nested joins without brackets");
-            expect("on");
-            joined->on = parseCondition();
+            if (!in.is("on")) throw notSupported("nested joins without brackets");
+            in.expect("on");
+            joined->on = parseCondition(in);
         }
         left = joined;
     }
 }
 
-TableRefPtr QueryParser::parseTable() {
-    if (is("(") && !is("select", 1)) {
-        expect("(");
-        TableRefPtr joined = parseJoined();
-        expect(")");
-        return joined;
-    }
-    auto table = std::make_shared<TableRef>();
-    if (accept("(")) {
-        table->kind = TableRef::Derived;
-        table->query = parseQuery();
-        expect(")");
-        table->alias = takeAlias();
-        if (table->alias.isEmpty()) syntaxError();
-        if (is("(")) table->columns = takeNameList();
-        return table;
-    }
-    table->name = takeTableName();
-    if (is("(") && !is("nolock", 1)) {
-        static const QStringList hints{"readuncommitted", "updlock",  "holdlock",
-                                       "rowlock",         "readpast", "tablock"};
-        if (!hints.contains(peek(1).text.toLower())) throw notSupported("table function " + table->name.name);
-    }
-    if (is("(")) parseHints();
-    table->alias = takeAlias();
-    if (is("with") || is("(")) parseHints();
-    return table;
+std::vector<TableRefPtr> parseFrom(TokenReader& in) {
+    std::vector<TableRefPtr> tables;
+    do tables.push_back(parseJoined(in));
+    while (in.accept(","));
+    return tables;
 }
 
-ObjectName QueryParser::takeTableName() {
-    if (peek().kind == Token::Variable) return {{}, {}, take().text};
-    return takeObjectName();
-}
-
-/// Hints steer locking and plans, which do not change what a statement yields here.
-void QueryParser::parseHints() {
-    accept("with");
-    static const QStringList known{
-        "nolock",  "readuncommitted", "readcommitted",     "repeatableread", "serializable",
-        "updlock", "holdlock",        "rowlock",           "paglock",        "tablock",
-        "xlock",   "tablockx",        "readcommittedlock", "nowait"};
-    expect("(");
-    do {
-        if (is("index")) throw notSupported("table hint INDEX");
-        const QString hint = take().text.toLower();
-        if (!known.contains(hint)) throw notSupported("table hint " + hint.toUpper());
-        accept(",");
-    } while (!accept(")"));
-}
-
-std::vector<OrderItem> QueryParser::parseOrderBy() {
+std::vector<OrderItem> parseOrderBy(TokenReader& in) {
     std::vector<OrderItem> items;
-    if (!accept("order", "by")) return items;
+    if (!in.accept("order", "by")) return items;
     do {
-        OrderItem item{parseValue(), false};
-        item.descending = accept("desc");
-        if (!item.descending) accept("asc");
+        OrderItem item{parseValue(in), false};
+        item.descending = in.accept("desc");
+        if (!item.descending) in.accept("asc");
         items.push_back(item);
-    } while (accept(","));
+    } while (in.accept(","));
     return items;
 }
 
-StatementPtr QueryParser::parseInsert() {
-    expect("insert");
-    accept("into");
+SelectCore parseCore(TokenReader& in) {
+    if (in.accept("(")) {
+        SelectCore core = parseCore(in);
+        in.expect(")");
+        return core;
+    }
+    SelectCore core;
+    in.expect("select");
+    core.distinct = in.accept("distinct");
+    if (!core.distinct) in.accept("all");
+    if (in.is("top")) core.top = parseTop(in);
+    do core.items.push_back(parseItem(in));
+    while (in.accept(","));
+    if (in.is("into")) throw notSupported("SELECT … INTO");
+    if (in.accept("from")) core.from = parseFrom(in);
+    if (in.accept("where")) core.where = parseCondition(in);
+    if (in.accept("group", "by")) {
+        core.groupBy = parseValueList(in);
+        if (in.is("with")) throw notSupported("GROUP BY … WITH " + in.peek(1).text.toUpper());
+    }
+    if (in.accept("having")) core.having = parseCondition(in);
+    return core;
+}
+
+} // namespace
+
+QueryPtr parseQuery(TokenReader& in) {
+    auto query = std::make_shared<Query>();
+    query->cores.push_back(parseCore(in));
+    while (in.accept("union")) {
+        const bool all = in.accept("all");
+        query->cores.push_back(parseCore(in));
+        query->cores.back().unionAll = all;
+    }
+    for (const char* word : {"except", "intersect"})
+        if (in.is(word)) throw notSupported(in.peek().text.toUpper());
+    query->orderBy = parseOrderBy(in);
+    if (in.is("offset")) throw notSupported("OFFSET");
+    if (in.is("for") && (in.is("xml", 1) || in.is("browse", 1)))
+        throw notSupported("FOR " + in.peek(1).text.toUpper());
+    if (in.is("compute")) throw notSupported("COMPUTE");
+    if (in.is("option")) throw notSupported("OPTION");
+    return query;
+}
+
+StatementPtr parseInsert(TokenReader& in) {
+    in.expect("insert");
+    in.accept("into");
     InsertStatement insert;
-    insert.table = takeTableName();
-    if (accept("with")) throw notSupported("hints of INSERT");
-    if (is("(") && !is("select", 1)) insert.columns = takeNameList();
-    if (is("output")) throw notSupported("OUTPUT");
-    if (accept("values")) {
+    insert.table = takeTableName(in);
+    if (in.accept("with")) throw notSupported("hints of INSERT");
+    if (in.is("(") && !in.is("select", 1)) insert.columns = in.takeNameList();
+    if (in.is("output")) throw notSupported("OUTPUT");
+    if (in.accept("values")) {
         do {
-            expect("(");
+            in.expect("(");
             std::vector<ExprPtr> row;
-            do row.push_back(accept("default") ? nullptr : parseValue());
-            while (accept(","));
-            expect(")");
+            do row.push_back(in.accept("default") ? nullptr : parseValue(in));
+            while (in.accept(","));
+            in.expect(")");
             insert.rows.push_back(row);
-        } while (accept(","));
-    } else if (accept("default", "values")) {
+        } while (in.accept(","));
+    } else if (in.accept("default", "values")) {
         insert.rows.emplace_back();
-    } else if (is("exec") || is("execute")) {
-        insert.execute = std::make_shared<ExecuteStatement>(parseExecute());
     } else {
-        if (is("with")) throw notSupported("common table expressions");
-        insert.query = parseQuery();
+        if (in.is("exec") || in.is("execute")) throw notSupported("INSERT … EXEC");
+        if (in.is("with")) throw notSupported("common table expressions");
+        insert.query = parseQuery(in);
     }
-    return std::make_shared<Statement>(Statement{insert});
+    return statement(insert);
 }
 
-QString QueryParser::takeAssignmentOperator() {
-    for (const char* op : {"+=", "-=", "*=", "/="})
-        if (accept(op)) return QString(op).left(1);
-    expect("=");
-    return {};
-}
-
-StatementPtr QueryParser::parseUpdate() {
-    expect("update");
-    if (is("top")) throw notSupported("UPDATE TOP");
+StatementPtr parseUpdate(TokenReader& in) {
+    in.expect("update");
+    if (in.is("top")) throw notSupported("UPDATE TOP");
     UpdateStatement update;
-    update.target = takeTableName();
-    if (is("with")) parseHints();
-    expect("set");
+    update.target = takeTableName(in);
+    if (in.is("with")) parseHints(in);
+    in.expect("set");
     do {
-        if (peek().kind == Token::Variable) throw notSupported("a variable assigned in UPDATE");
+        if (in.peek().kind == Token::Variable) throw notSupported("a variable assigned in UPDATE");
         Assignment assignment;
-        assignment.column = takeName();
-        while (accept(".")) assignment.column = takeName();
-        assignment.op = takeAssignmentOperator();
-        assignment.value = accept("default") ? nullptr : parseValue();
+        assignment.column = in.takeName();
+        while (in.accept(".")) assignment.column = in.takeName();
+        auto column = makeExpr(Expr::Column);
+        column->parts = {assignment.column};
+        if (!in.accept("=", "default")) assignment.value = parseAssigned(in, column);
         update.assignments.push_back(assignment);
-    } while (accept(","));
-    if (is("output")) throw notSupported("OUTPUT");
-    if (accept("from")) update.from = parseFrom();
-    if (accept("where")) {
-        if (is("current")) throw notSupported("WHERE CURRENT OF");
-        update.where = parseCondition();
+    } while (in.accept(","));
+    if (in.is("output")) throw notSupported("OUTPUT");
+    if (in.is("from")) throw notSupported("UPDATE … FROM");
+    if (in.accept("where")) {
+        if (in.is("current")) throw notSupported("WHERE CURRENT OF");
+        update.where = parseCondition(in);
     }
-    return std::make_shared<Statement>(Statement{update});
+    return statement(update);
 }
 
-StatementPtr QueryParser::parseDelete() {
-    expect("delete");
-    DeleteStatement statement;
-    if (is("top")) statement.top = parseTop();
-    accept("from");
-    statement.target = takeTableName();
-    if (is("with")) parseHints();
-    if (is("output")) throw notSupported("OUTPUT");
-    if (accept("from")) statement.from = parseFrom();
-    if (accept("where")) {
-        if (is("current")) throw notSupported("WHERE CURRENT OF");
-        statement.where = parseCondition();
+StatementPtr parseDelete(TokenReader& in) {
+    in.expect("delete");
+    DeleteStatement removal;
+    if (in.is("top")) throw notSupported("DELETE TOP");
+    in.accept("from");
+    removal.target = takeTableName(in);
+    if (in.is("with")) parseHints(in);
+    if (in.is("output")) throw notSupported("OUTPUT");
+    if (in.is("from")) throw notSupported("DELETE … FROM");
+    if (in.accept("where")) {
+        if (in.is("current")) throw notSupported("WHERE CURRENT OF");
+        removal.where = parseCondition(in);
     }
-    return std::make_shared<Statement>(Statement{statement});
+    return statement(removal);
 }
 
 } // namespace embedded

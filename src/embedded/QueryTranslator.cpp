@@ -1,13 +1,33 @@
-#include "embedded/QueryTranslator.h"
+#include "embedded/Translator.h"
 
 #include "embedded/Collation.h"
 #include "embedded/Errors.h"
-#include "embedded/StatementParser.h"
 #include "embedded/SystemViews.h"
 
 namespace embedded {
 
-Translation QueryTranslator::select(const Query& query) {
+namespace {
+
+DbError noTable(const ObjectName& name) {
+    if (name.name.startsWith(u'@'))
+        return serverError(1087, "Must declare the table variable \"%1\".", name.name);
+    return invalidObject(name.toString());
+}
+
+void checkGrouping(const QStringList& ungrouped) {
+    if (ungrouped.isEmpty()) return;
+    throw serverError(8120, "Column '%1' is neither in an aggregate function nor in the GROUP BY clause.",
+                      ungrouped.first());
+}
+
+QString nameOf(const SelectItem& item) {
+    if (!item.alias.isEmpty()) return item.alias;
+    return item.expr->kind == Expr::Column ? item.expr->parts.last() : QString();
+}
+
+} // namespace
+
+Translation Translator::select(const Query& query) {
     Translation translation;
     for (const SelectItem& item : query.cores.front().items) {
         if (item.variable.isEmpty()) continue;
@@ -17,31 +37,30 @@ Translation QueryTranslator::select(const Query& query) {
     }
     if (!translation.targets.isEmpty()
         && translation.targets.size() != qsizetype(query.cores.front().items.size()))
-        throw DbError(141, "A SELECT statement that assigns a value to a variable must not be combined with "
-                           "data-retrieval operations.");
+        throw DbError(141, "A SELECT that assigns a value to a variable must not retrieve data.");
     translation.sql = assemble(query, translation.types, translation.names);
-    if (translation.sql.contains("ts_variable(") && !query.orderBy.empty())
+    if (m_readsAssigned && !query.orderBy.empty())
         throw notSupported("SELECT … ORDER BY that reads a variable while it assigns it");
-    translation.variables = variables();
+    translation.variables = m_variables;
     return translation;
 }
 
-Translation QueryTranslator::single(const ExprPtr& expr, const Type& type) {
+Translation Translator::single(const ExprPtr& expr, const Type& type) {
     m_scopes.emplace_back();
     const Typed typed = value(expr);
     m_scopes.pop_back();
     const Type target = type.kind == Type::Null ? typed.type : type;
-    return {"SELECT " + convert(typed, target), variables(), {target}, {QString()}, {}};
+    return {"SELECT " + convert(typed, target), m_variables, {target}, {QString()}, {}};
 }
 
-Translation QueryTranslator::test(const ExprPtr& condition) {
+Translation Translator::test(const ExprPtr& condition) {
     m_scopes.emplace_back();
     const QString sql = "SELECT CASE WHEN " + this->condition(condition) + " THEN 1 ELSE 0 END";
     m_scopes.pop_back();
-    return {sql, variables(), {Type::of(Type::Int)}, {QString()}, {}};
+    return {sql, m_variables, {Type::of(Type::Int)}, {QString()}, {}};
 }
 
-QString QueryTranslator::subquery(const Query& query, QList<Type>& types) {
+QString Translator::subquery(const Query& query, QList<Type>& types) {
     for (const SelectCore& select : query.cores)
         for (const SelectItem& item : select.items)
             if (!item.variable.isEmpty()) throw DbError(102, "Incorrect syntax near '='.");
@@ -49,7 +68,7 @@ QString QueryTranslator::subquery(const Query& query, QList<Type>& types) {
     return assemble(query, types, names);
 }
 
-QString QueryTranslator::assemble(const Query& query, QList<Type>& types, QStringList& names) {
+QString Translator::assemble(const Query& query, QList<Type>& types, QStringList& names) {
     const bool compound = query.cores.size() > 1;
     std::vector<Core> cores;
     QString order;
@@ -64,9 +83,7 @@ QString QueryTranslator::assemble(const Query& query, QList<Type>& types, QStrin
     for (const Typed& item : cores.front().items) types.append(item.type);
     for (const Core& other : cores) {
         if (other.items.size() != types.size())
-            throw DbError(
-                205, "All queries combined using a UNION, INTERSECT or EXCEPT operator must have an equal "
-                     "number of expressions in their target lists.");
+            throw DbError(205, "All queries of a UNION must have an equal number of expressions.");
         for (qsizetype i = 0; i < types.size(); ++i) types[i] = Type::common(types[i], other.items[i].type);
     }
     QString sql;
@@ -92,7 +109,7 @@ QString QueryTranslator::assemble(const Query& query, QList<Type>& types, QStrin
     return !compound && cores.front().top ? sql : sql + order;
 }
 
-QueryTranslator::Core QueryTranslator::core(const SelectCore& select) {
+Translator::Core Translator::core(const SelectCore& select) {
     Core core;
     core.distinct = select.distinct;
     core.top = select.top;
@@ -137,20 +154,7 @@ QueryTranslator::Core QueryTranslator::core(const SelectCore& select) {
     return core;
 }
 
-void QueryTranslator::checkGrouping(const QStringList& ungrouped) const {
-    if (ungrouped.isEmpty()) return;
-    throw DbError(
-        8120, QString("Column '%1' is invalid in the select list because it is not contained in either an "
-                      "aggregate function or the GROUP BY clause.")
-                  .arg(ungrouped.first()));
-}
-
-QString QueryTranslator::nameOf(const SelectItem& item) {
-    if (!item.alias.isEmpty()) return item.alias;
-    return item.expr->kind == Expr::Column ? item.expr->parts.last() : QString();
-}
-
-void QueryTranslator::addStar(const Expr& star, Core& core) {
+void Translator::addStar(const Expr& star, Core& core) {
     bool found = false;
     for (const Source& source : m_scopes.back().sources) {
         if (!star.parts.isEmpty() && !collation::equal(star.parts.last(), source.label)) continue;
@@ -163,13 +167,11 @@ void QueryTranslator::addStar(const Expr& star, Core& core) {
     }
     if (found) return;
     if (star.parts.isEmpty()) throw DbError(263, "Must specify table to select from.");
-    throw DbError(107,
-                  QString("The column prefix '%1' does not match with a table name or alias name used in the "
-                          "query.")
-                      .arg(star.parts.join(u'.')));
+    throw serverError(107, "The column prefix '%1' does not match with a table of the query.",
+                      star.parts.join(u'.'));
 }
 
-QString QueryTranslator::orderBy(const Query& query, const Core& core, bool compound) {
+QString Translator::orderBy(const Query& query, const Core& core, bool compound) {
     QStringList keys;
     for (const OrderItem& item : query.orderBy) {
         qsizetype place = -1;
@@ -177,20 +179,14 @@ QString QueryTranslator::orderBy(const Query& query, const Core& core, bool comp
         if (expr.kind == Expr::Number) {
             place = expr.text.toInt() - 1;
             if (place < 0 || place >= core.items.size())
-                throw DbError(
-                    108, QString("The ORDER BY position number %1 is out of range of the number of items in "
-                                 "the select list.")
-                             .arg(expr.text));
+                throw serverError(108, "The ORDER BY position number %1 is out of range.", expr.text);
         } else if (expr.kind == Expr::Column && expr.parts.size() == 1) {
             for (qsizetype i = 0; i < core.names.size() && place < 0; ++i)
                 if (collation::equal(core.names[i], expr.parts[0])) place = i;
         }
         QString key;
         if (place < 0) {
-            if (compound)
-                throw DbError(
-                    104, "ORDER BY items must appear in the select list if the statement contains a UNION, "
-                         "INTERSECT or EXCEPT operator.");
+            if (compound) throw DbError(104, "ORDER BY items must appear in the select list of a UNION.");
             const qsizetype before = m_scopes.back().ungrouped.size();
             const Typed typed = value(item.expr);
             if (m_scopes.back().aggregated || !m_scopes.back().groupKeys.isEmpty())
@@ -198,8 +194,7 @@ QString QueryTranslator::orderBy(const Query& query, const Core& core, bool comp
             for (qsizetype i = 0; i < core.items.size(); ++i)
                 if (core.items[i].sql == typed.sql) place = i;
             if (core.distinct && place < 0)
-                throw DbError(
-                    145, "ORDER BY items must appear in the select list if SELECT DISTINCT is specified.");
+                throw DbError(145, "ORDER BY items must appear in the select list of SELECT DISTINCT.");
             key = collated(typed);
         }
         if (place >= 0) key = QString::number(place + 1);
@@ -208,27 +203,26 @@ QString QueryTranslator::orderBy(const Query& query, const Core& core, bool comp
     return keys.isEmpty() ? QString() : " ORDER BY " + keys.join(u',');
 }
 
-Source& QueryTranslator::addSource(const QString& label, bool aliased, const QList<Column>& columns) {
+Source& Translator::addSource(const QString& label, bool aliased, const QList<Column>& columns) {
     for (const Source& other : m_scopes.back().sources)
         if (aliased && other.isAliased && collation::equal(other.label, label))
-            throw DbError(1011,
-                          QString("The correlation name '%1' is specified multiple times in a FROM clause.")
-                              .arg(label));
-    m_scopes.back().sources.push_back({nextAlias(), label, aliased, {}, columns, nullptr});
+            throw serverError(1011, "The correlation name '%1' is specified multiple times in a FROM clause.",
+                              label);
+    m_scopes.back().sources.push_back({'t' + QString::number(++m_aliases), label, aliased, {}, columns});
     return m_scopes.back().sources.back();
 }
 
-QString QueryTranslator::from(const std::vector<TableRefPtr>& tables) {
+QString Translator::from(const std::vector<TableRefPtr>& tables) {
     QStringList texts;
-    for (const TableRefPtr& ref : tables) texts.append(table(*ref));
-    // A comma binds looser than JOIN there, but not in SQLite.
-    if (texts.size() > 1)
-        for (QString& text : texts)
-            if (text.contains(" JOIN ")) text = '(' + text + ')';
+    for (const TableRefPtr& ref : tables) {
+        // A comma binds looser than JOIN there, but not in SQLite.
+        const bool needsBrackets = tables.size() > 1 && ref->kind == TableRef::Join;
+        texts.append(needsBrackets ? '(' + table(*ref) + ')' : table(*ref));
+    }
     return texts.join(u',');
 }
 
-QString QueryTranslator::table(const TableRef& ref) {
+QString Translator::table(const TableRef& ref) {
     if (ref.kind == TableRef::Join) {
         const QString left = table(*ref.left);
         QString right = table(*ref.right);
@@ -246,90 +240,51 @@ QString QueryTranslator::table(const TableRef& ref) {
     QStringList names;
     const QString sql = assemble(*ref.query, types, names);
     m_scopes.push_back(std::move(own));
-    if (!ref.columns.isEmpty() && ref.columns.size() != names.size())
-        throw DbError(8158, QString("'%1' has a wrong number of columns.").arg(ref.alias));
     QList<Column> columns;
-    QStringList quoted;
     QSet<QString> seen;
     for (qsizetype i = 0; i < names.size(); ++i) {
-        const QString name = ref.columns.isEmpty() ? names[i] : ref.columns[i];
-        if (name.isEmpty())
-            throw DbError(8155, QString("Column %1 of '%2' has no name.").arg(i + 1).arg(ref.alias));
+        const QString& name = names[i];
+        if (name.isEmpty()) throw serverError(8155, "Column %1 of '%2' has no name.", i + 1, ref.alias);
         if (seen.contains(collation::fold(name)))
-            throw DbError(8156,
-                          QString("The column '%1' occurs more than once in '%2'.").arg(name, ref.alias));
+            throw serverError(8156, "The column '%1' occurs more than once in '%2'.", name, ref.alias);
         seen.insert(collation::fold(name));
         columns.append({name, types[i], true, false, {}});
-        quoted.append(sqliteName(name));
     }
-    const QString inner =
-        ref.columns.isEmpty() ? sql : "WITH w(" + quoted.join(u',') + ") AS (" + sql + ") SELECT * FROM w";
-    return '(' + inner + ") AS " + addSource(ref.alias, true, columns).alias;
+    return '(' + sql + ") AS " + addSource(ref.alias, true, columns).alias;
 }
 
-QString QueryTranslator::named(const TableRef& ref) {
+QString Translator::named(const TableRef& ref) {
     const QString label = ref.alias.isEmpty() ? ref.name.name : ref.alias;
     const bool aliased = !ref.alias.isEmpty();
-    if (const Object* temporary = m_session.temporary(ref.name.name)) {
-        Source& source = addSource(label, aliased, temporary->columns);
-        source.object = temporary;
-        return temporary->storage + " AS " + source.alias;
-    }
-    if (ref.name.name.startsWith(u'@'))
-        throw DbError(1087, QString("Must declare the table variable \"%1\".").arg(ref.name.name));
-    const Database& database = ref.name.database.isEmpty()
-                                   ? *m_session.catalog.databases().constFind(m_database)
-                                   : m_session.databaseNamed(ref.name.database);
-    const bool ownSchema = ref.name.schema.isEmpty() || collation::equal(ref.name.schema, "dbo");
-    const Object* object = ownSchema ? m_session.catalog.object(database.id, ref.name.name) : nullptr;
+    const Object* object = m_session.find(ref.name);
+    if (object && object->kind == ObjectKind::View) throw notSupported("views");
+    const Database& database = m_session.databaseNamed(ref.name.database);
     QString text;
     QList<Column> columns;
-    if (object && object->kind == Object::Table) {
-        text = object->storage;
+    if (object && object->kind == ObjectKind::Table) {
+        text = object->sqlName();
         columns = object->columns;
-    } else if (object && object->kind == Object::View) {
-        text = '(' + view(*object, columns) + ')';
     } else if (const auto system = systemView(ref.name.schema, ref.name.name, database)) {
         text = '(' + system->sql + ')';
         columns = system->columns;
     } else {
-        throw invalidObject(ref.name.toString());
+        throw noTable(ref.name);
     }
     Source& source = addSource(label, aliased, columns);
     source.database = collation::fold(database.name);
-    if (object && object->kind == Object::Table) source.object = object;
     return text + " AS " + source.alias;
 }
 
-QString QueryTranslator::view(const Object& object, QList<Column>& columns) {
-    if (++m_viewDepth > 32) throw DbError(4403, QString("View '%1' names itself.").arg(object.name));
-    const QueryPtr query = StatementParser(object.text, true).parseViewText();
-    std::vector<Scope> outer;
-    outer.swap(m_scopes);
-    const qint64 database = std::exchange(m_database, object.database);
-    QList<Type> types;
-    QStringList names;
-    const QString sql = assemble(*query, types, names);
-    m_database = database;
-    outer.swap(m_scopes);
-    --m_viewDepth;
-    for (qsizetype i = 0; i < names.size(); ++i) columns.append({names[i], types[i], true, false, {}});
-    return sql;
-}
-
-const Object& QueryTranslator::writable(const ObjectName& name) {
-    if (const Object* temporary = m_session.temporary(name.name)) return *temporary;
-    if (name.name.startsWith(u'@'))
-        throw DbError(1087, QString("Must declare the table variable \"%1\".").arg(name.name));
+const Object& Translator::target(const ObjectName& name) {
+    const Object* object = m_session.find(name);
     const Database& database = m_session.databaseNamed(name.database);
-    const bool ownSchema = name.schema.isEmpty() || collation::equal(name.schema, "dbo");
-    const Object* object = ownSchema ? m_session.catalog.object(database.id, name.name) : nullptr;
-    if (object && object->kind == Object::View) throw notSupported("writing to a view");
-    if (!object || object->kind != Object::Table) {
+    if (!object || object->kind != ObjectKind::Table) {
         if (systemView(name.schema, name.name, database))
             throw DbError(259, "Ad hoc updates to system catalogs are not allowed.");
-        throw invalidObject(name.toString());
+        throw noTable(name);
     }
+    m_scopes.emplace_back();
+    addSource(name.name, false, object->columns).database = collation::fold(database.name);
     return *object;
 }
 

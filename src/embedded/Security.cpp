@@ -39,19 +39,14 @@ bool loginExists(SqliteFile& file, const QString& name) {
 }
 
 void requireLogin(SqliteFile& file, const QString& name) {
-    if (!loginExists(file, name))
-        throw DbError(15151,
-                      QString("Cannot find the login '%1', because it does not exist or you do not have "
-                              "permission.")
-                          .arg(name));
+    if (!loginExists(file, name)) throw serverError(15151, "Cannot find the login '%1'.", name);
 }
 
 void changeMember(Session& session, const SecurityStatement& statement, bool add) {
     require(session, "sysadmin");
     const QString role = knownRole(statement.role);
     if (!loginExists(session.file, statement.name))
-        throw DbError(
-            15007, QString("'%1' is not a valid login or you do not have permission.").arg(statement.name));
+        throw serverError(15007, "'%1' is not a valid login or you do not have permission.", statement.name);
     session.file.run(R"(DELETE FROM "~members" WHERE role = ?1 AND login = ?2)", {role, statement.name});
     if (add) session.file.run(R"(INSERT INTO "~members" VALUES (?1, ?2))", {role, statement.name});
 }
@@ -59,31 +54,18 @@ void changeMember(Session& session, const SecurityStatement& statement, bool add
 void createLogin(Session& session, const SecurityStatement& statement) {
     require(session, "securityadmin");
     if (loginExists(session.file, statement.name))
-        throw DbError(15025, QString("The server principal '%1' already exists.").arg(statement.name));
+        throw serverError(15025, "The server principal '%1' already exists.", statement.name);
     if (statement.password.isEmpty())
         throw DbError(15116, "Password validation failed: the password is empty.");
     addLogin(session.file, statement.name, statement.password, statement.defaultDatabase);
-}
-
-void alterLogin(Session& session, const SecurityStatement& statement) {
-    requireLogin(session.file, statement.name);
-    // Everybody may change the own password.
-    if (!collation::equal(session.login, statement.name)) require(session, "securityadmin");
-    if (!statement.password.isEmpty())
-        session.file.run(R"(UPDATE "~logins" SET hash = ?2 WHERE name = ?1)",
-                         {statement.name, hashOf(statement.password)});
-    if (!statement.defaultDatabase.isEmpty())
-        session.file.run(R"(UPDATE "~logins" SET default_database = ?2 WHERE name = ?1)",
-                         {statement.name, statement.defaultDatabase});
 }
 
 void dropLogin(Session& session, const SecurityStatement& statement) {
     require(session, "securityadmin");
     requireLogin(session.file, statement.name);
     if (collation::equal(session.login, statement.name))
-        throw DbError(
-            15434,
-            QString("Could not drop login '%1' as the user is currently logged in.").arg(statement.name));
+        throw serverError(15434, "Could not drop login '%1' as the user is currently logged in.",
+                          statement.name);
     session.file.run(R"(DELETE FROM "~members" WHERE login = ?1)", {statement.name});
     session.file.run(R"(DELETE FROM "~logins" WHERE name = ?1)", {statement.name});
 }
@@ -98,7 +80,7 @@ QStringList serverRoles() {
 QString knownRole(const QString& role) {
     for (const QString& known : serverRoles())
         if (collation::equal(known, role)) return known;
-    throw DbError(15412, QString("'%1' is not a known fixed role.").arg(role));
+    throw serverError(15412, "'%1' is not a known fixed role.", role);
 }
 
 void require(const Session& session, const char* role) {
@@ -111,9 +93,6 @@ void run(Session& session, const SecurityStatement& statement) {
     switch (statement.action) {
     case SecurityStatement::CreateLogin:
         createLogin(session, statement);
-        break;
-    case SecurityStatement::AlterLogin:
-        alterLogin(session, statement);
         break;
     case SecurityStatement::DropLogin:
         dropLogin(session, statement);
@@ -129,14 +108,9 @@ void run(Session& session, const SecurityStatement& statement) {
         requireLogin(session.file, statement.role);
         session.catalog.setDenied(session.database, statement.role, false);
         break;
-    case SecurityStatement::DropUser:
     case SecurityStatement::Deny:
         require(session, "securityadmin");
         session.catalog.setDenied(session.database, statement.name, true);
-        break;
-    case SecurityStatement::Allow:
-        require(session, "securityadmin");
-        session.catalog.setDenied(session.database, statement.name, false);
         break;
     }
     together.release();
@@ -152,7 +126,7 @@ QString logIn(Session& session, const QString& login, const QString& password) {
         session.file.prepare(R"(SELECT name, hash, default_database FROM "~logins" WHERE name = ?1)");
     row.bind(1, login);
     if (!row.step() || !matches(row.text(1), password))
-        throw DbError(DbError::LoginFailed, QString("Login failed for user '%1'.").arg(login));
+        throw serverError(DbError::LoginFailed, "Login failed for user '%1'.", login);
     session.login = row.text(0);
     SqliteStatement roles = session.file.prepare(R"(SELECT role FROM "~members" WHERE login = ?1)");
     roles.bind(1, login);

@@ -1,8 +1,8 @@
 #include "embedded/Collation.h"
 #include "embedded/Errors.h"
 #include "embedded/FunctionTable.h"
+#include "embedded/Parser.h"
 #include "embedded/Registry.h"
-#include "embedded/TokenReader.h"
 
 namespace embedded {
 
@@ -11,36 +11,20 @@ namespace {
 const Type integerType = Type::of(Type::Int);
 const Type nameType = Type::text(128, true);
 
-class NameText : public TokenReader {
-public:
-    explicit NameText(const QString& text) : TokenReader(text, true) {}
-    ObjectName read() {
-        const ObjectName name = takeObjectName();
-        if (!atEnd()) syntaxError();
-        return name;
-    }
-};
-
 /// The object a text names, in its database or the current one; null when there is none.
 const Object* objectNamed(const Session& session, const QString& text) {
-    ObjectName name;
     try {
-        name = NameText(text).read();
+        return session.find(parseObjectName(text));
     } catch (const DbError&) {
-        return nullptr; // a text that is no name names nothing
+        return nullptr; // a text that is no name, or names a database out of reach, names nothing
     }
-    if (const Object* temporary = session.temporary(name.name)) return temporary;
-    const Database* database =
-        name.database.isEmpty() ? &session.currentDatabase() : session.catalog.database(name.database);
-    if (!database || !session.canEnter(*database)) return nullptr;
-    if (!name.schema.isEmpty() && !collation::equal(name.schema, "dbo")) return nullptr;
-    return session.catalog.object(database->id, name.name);
 }
 
 Value objectId(const Session& session, const Arguments& a) {
     const Object* object = objectNamed(session, a.text(0));
     if (!object) return {};
-    if (a.count() > 1 && !collation::equal(Catalog::typeCode(object->kind), a.text(1))) return {};
+    if (a.count() > 1 && !collation::equal(QString(typeCodes).mid(2 * int(object->kind), 2), a.text(1)))
+        return {};
     return object->id;
 }
 
@@ -48,16 +32,9 @@ Value objectProperty(const Session& session, const Arguments& a) {
     const Object* object = session.catalog.object(a.integer(0));
     if (!object || object->database != session.database) return {};
     const QString property = a.text(1).toLower();
-    const auto isKind = [object](Object::Kind kind) { return Value(qint64(object->kind == kind)); };
-    if (property == "isusertable" || property == "istable") return isKind(Object::Table);
-    if (property == "isprocedure") return isKind(Object::Procedure);
-    if (property == "isview") return isKind(Object::View);
-    if (property == "isprimarykey") return isKind(Object::PrimaryKey);
-    if (property == "isuniquecnst") return isKind(Object::Unique);
-    if (property == "isforeignkey") return isKind(Object::ForeignKey);
-    if (property == "ischeckcnst") return isKind(Object::Check);
-    if (property == "isdefaultcnst") return isKind(Object::Default);
-    if (property == "istrigger" || property == "issystemtable" || property == "ismsshipped") return qint64(0);
+    const auto isKind = [object](ObjectKind kind) { return Value(qint64(object->kind == kind)); };
+    if (property == "isusertable" || property == "istable") return isKind(ObjectKind::Table);
+    if (property == "isprocedure") return isKind(ObjectKind::Procedure);
     if (property == "tablehasidentity") return qint64(object->identityColumn() != nullptr);
     throw notSupported("OBJECTPROPERTY " + a.text(1));
 }
@@ -88,36 +65,12 @@ Value serverProperty(Session& session, const Arguments& a) {
     if (property == "edition") return QString("Embedded");
     if (property == "productversion") return QString("10.0.0.0");
     if (property == "productlevel") return QString("RTM");
-    if (property == "issingleuser" || property == "isclustered" || property == "isintegratedsecurityonly")
-        return QString("0");
     const QString key = "SOFTWARE\\Microsoft\\MSSQLServer\\MSSQLServer";
     if (property == "instancedefaultdatapath")
         return registry::read(session.file, "HKEY_LOCAL_MACHINE", key, "DefaultData");
     if (property == "instancedefaultlogpath")
         return registry::read(session.file, "HKEY_LOCAL_MACHINE", key, "DefaultLog");
     throw notSupported("SERVERPROPERTY " + a.text(0));
-}
-
-Value identityOf(Session& session, const Arguments& a) {
-    const Object* table = objectNamed(session, a.text(0));
-    if (!table || !table->identityColumn()) return {};
-    const QString bare = table->storage.mid(1).chopped(1).replace("\"\"", "\"");
-    return session.file.scalar("SELECT seq FROM sqlite_sequence WHERE name = ?1", {bare});
-}
-
-Value isRoleMember(Session& session, const Arguments& a) {
-    const QString login = a.count() > 1 ? a.text(1) : session.login;
-    return session.file.scalar(
-        R"(SELECT count(*) > 0 FROM "~members" WHERE login = ?1 AND role IN (?2, 'sysadmin'))",
-        {login, a.text(0)});
-}
-
-Value dataLength(const Arguments& a) {
-    const Type type = Type::unpacked(a.integer(1));
-    if (const Value value = a.value(0); std::holds_alternative<QByteArray>(value))
-        return qint64(std::get<QByteArray>(value).size());
-    if (type.isText()) return qint64(a.text(0).size() * (type.isUnicode() ? 2 : 1));
-    return qint64(type.storageLength());
 }
 
 void addErrorFunctions(FunctionTable& table, Session& session) {
@@ -133,11 +86,6 @@ void addErrorFunctions(FunctionTable& table, Session& session) {
     table.add("error_message", {"", always(Type::text(4000, true)), [handled](const Arguments&) -> Value {
                                     return handled() ? Value(handled()->text()) : Value();
                                 }});
-    for (const char* name : {"error_severity", "error_state"})
-        table.add(name, {"", always(integerType), [handled, name](const Arguments&) -> Value {
-                             return handled() ? Value(qint64(QString(name) == "error_state" ? 1 : 16))
-                                              : Value();
-                         }});
 }
 
 } // namespace
@@ -151,10 +99,6 @@ void addServerFunctions(FunctionTable& table, Session& session) {
         return NativeFunction([state, function](const Arguments& a) { return function(*state, a); });
     };
     table.add("object_id", {"t[t", always(integerType), with(objectId)});
-    table.add("object_name", {"i", always(nameType), [state](const Arguments& a) -> Value {
-                                  const Object* object = state->catalog.object(a.integer(0));
-                                  return object ? Value(object->name) : Value();
-                              }});
     table.add("objectproperty", {"it", always(integerType), with(objectProperty)});
     table.add("col_length", {"tt", always(integerType), with(columnLength)});
     table.add("db_id", {"[t", always(integerType), with(databaseId)});
@@ -164,18 +108,9 @@ void addServerFunctions(FunctionTable& table, Session& session) {
                                    return database ? Value(qint64(state->canEnter(*database))) : Value();
                                }});
     table.add("serverproperty", {"t", always(nameType), changing(serverProperty)});
-    table.add("ident_current", {"t", always(Type::decimal(38, 0)), changing(identityOf)});
     table.add("scope_identity",
               {"", always(Type::decimal(38, 0)), [state](const Arguments&) { return state->identity; }});
-    table.add("is_srvrolemember", {"t[t", always(integerType), changing(isRoleMember)});
-    for (const char* name : {"suser_sname", "suser_name", "system_user"})
-        table.add(name, {"", always(nameType), [state](const Arguments&) { return state->login; }});
-    for (const char* name : {"user_name", "current_user", "session_user", "user"})
-        table.add(name, {"", always(nameType), [](const Arguments&) { return QString("dbo"); }});
-    table.add("host_name",
-              {"", always(nameType), [](const Arguments&) { return QSysInfo::machineHostName(); }});
-    table.add("app_name", {"", always(nameType), [](const Arguments&) { return QString("Scheduler"); }});
-    table.add("datalength", {"y", always(integerType), dataLength});
+    table.add("suser_sname", {"", always(nameType), [state](const Arguments&) { return state->login; }});
     addErrorFunctions(table, session);
 }
 

@@ -14,11 +14,16 @@ const Database& Session::databaseNamed(const QString& name) const {
     const Database* found = catalog.database(name);
     if (!found) throw noSuchDatabase(name);
     if (!canEnter(*found))
-        throw DbError(
-            916, QString("The server principal \"%1\" is not able to access the database \"%2\" under the "
-                         "current security context.")
-                     .arg(login, found->name));
+        throw serverError(916, "The login \"%1\" is not able to access the database \"%2\".", login,
+                          found->name);
     return *found;
+}
+
+const Object* Session::find(const ObjectName& name) const {
+    if (const Object* table = temporary(name.name)) return table;
+    const Database& owner = databaseNamed(name.database);
+    const bool known = name.schema.isEmpty() || collation::equal(name.schema, "dbo");
+    return known ? catalog.object(owner.id, name.name) : nullptr;
 }
 
 const Object* Session::temporary(const QString& name) const {
@@ -37,7 +42,7 @@ Variable& Session::variable(const QString& name) {
         const auto found = frames.back().variables.find(collation::fold(name));
         if (found != frames.back().variables.end()) return found->second;
     }
-    throw DbError(137, QString("Must declare the scalar variable \"%1\".").arg(name));
+    throw serverError(137, "Must declare the scalar variable \"%1\".", name);
 }
 
 Value Session::valueOf(const QString& name) {
@@ -50,23 +55,18 @@ Value Session::valueOf(const QString& name) {
     if (key == "trancount") return qint64(transactionDepth);
     if (key == "servername") return QString("EMBEDDED");
     if (key == "version") return QString("Scheduler embedded server");
-    if (key == "spid") return processId;
-    if (key == "datefirst") return qint64(firstWeekday);
-    if (key == "nestlevel") return qint64(frames.size() - 1);
-    if (key == "max_precision") return qint64(38);
-    if (key == "language") return QString("us_english");
     throw notSupported(name);
 }
 
 Type Session::typeOf(const QString& name) {
     if (!name.startsWith("@@")) {
         const Variable& found = variable(name);
-        if (!found.cursor.isNull()) throw DbError(16924, QString("%1 is a cursor, not a value.").arg(name));
+        if (!found.cursor.isNull()) throw serverError(16924, "%1 is a cursor, not a value.", name);
         return found.type;
     }
     const QString key = name.mid(2).toLower();
     if (key == "identity") return Type::decimal(38, 0);
-    if (key == "servername" || key == "version" || key == "language") return Type::text(300, true);
+    if (key == "servername" || key == "version") return Type::text(300, true);
     return Type::of(Type::Int);
 }
 

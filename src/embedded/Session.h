@@ -21,8 +21,7 @@ struct Cursor {
     std::map<QString, Variable> captured; ///< as they were when it was declared
     std::vector<std::vector<Value>> rows; ///< read whole when it is opened
     QList<Type> types;
-    QStringList columns;
-    qint64 at = -1;
+    std::size_t next = 0; ///< the row that FETCH will yield
     bool open = false;
 };
 
@@ -44,13 +43,11 @@ struct Session {
     QString login;
     QSet<QString> roles; ///< folded server roles of the login
     qint64 database = 1; ///< the current one
-    qint64 processId = 0;
 
     bool noCount = false;
     bool abortOnError = false;
     bool ansiNulls = true;
     bool quotedIdentifiers = true;
-    int firstWeekday = 7; ///< 1 is Monday
     dateText::Order dateOrder = dateText::Order::MonthDayYear;
     QString identityInsert; ///< storage of the table that takes explicit identity values
 
@@ -70,6 +67,9 @@ struct Session {
     /// The database of that name, the current one for an empty name. Throws DbError 911 or 916.
     const Database& databaseNamed(const QString& name) const;
     const Database& currentDatabase() const { return *catalog.databases().constFind(database); }
+    /// What a name means: a temporary table in reach, or an object of the named or current database; null
+    /// when there is none. Throws DbError 911 or 916.
+    const Object* find(const ObjectName& name) const;
     /// A table variable or #table in reach; null when there is none.
     const Object* temporary(const QString& name) const;
     /// Throws DbError 137.

@@ -24,9 +24,9 @@ Value valueOf(sqlite3_value* value) {
         const auto* text = sqlite3_value_text(value);
         return textOf(text, sqlite3_value_bytes(value));
     }
-    case SQLITE_BLOB: {
+    case SQLITE_BLOB: { // in files of earlier builds
         const auto* blob = static_cast<const char*>(sqlite3_value_blob(value));
-        return QByteArray(blob, sqlite3_value_bytes(value));
+        return QString::fromLatin1(QByteArray(blob, sqlite3_value_bytes(value)).toHex().toUpper());
     }
     default:
         return {};
@@ -90,8 +90,6 @@ SqliteStatement& SqliteStatement::bind(int place, const Value& value) {
     else if (const auto* text = std::get_if<QString>(&value)) {
         const QByteArray utf8 = text->toUtf8();
         sqlite3_bind_text(m_statement, place, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
-    } else if (const auto* blob = std::get_if<QByteArray>(&value)) {
-        sqlite3_bind_blob(m_statement, place, blob->constData(), int(blob->size()), SQLITE_TRANSIENT);
     } else {
         sqlite3_bind_null(m_statement, place);
     }
@@ -109,13 +107,6 @@ bool SqliteStatement::step() {
     m_file->fail(detail, message);
 }
 
-void SqliteStatement::reset() {
-    sqlite3_reset(m_statement);
-}
-
-int SqliteStatement::columnCount() const {
-    return sqlite3_column_count(m_statement);
-}
 bool SqliteStatement::isNull(int column) const {
     return sqlite3_column_type(m_statement, column) == SQLITE_NULL;
 }
@@ -209,8 +200,6 @@ void SqliteFile::callFunction(sqlite3_context* context, int count, sqlite3_value
         else if (const auto* text = std::get_if<QString>(&result)) {
             const QByteArray utf8 = text->toUtf8();
             sqlite3_result_text(context, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
-        } else if (const auto* blob = std::get_if<QByteArray>(&result)) {
-            sqlite3_result_blob(context, blob->constData(), int(blob->size()), SQLITE_TRANSIENT);
         } else {
             sqlite3_result_null(context);
         }

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "db/DbError.h"
-#include "embedded/Value.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
+#include <variant>
 #include <vector>
 
 struct sqlite3;
@@ -15,9 +15,16 @@ struct sqlite3_value;
 
 namespace embedded {
 
+/// A value as SQLite holds it; monostate is NULL.
+using Value = std::variant<std::monostate, qint64, double, QString>;
+
+inline bool isNull(const Value& value) {
+    return std::holds_alternative<std::monostate>(value);
+}
+
 class SqliteFile;
 
-/// A row that a unique index or one of our triggers refused; text() is SQLite's message, which the
+/// A row that a unique index refused; text() is SQLite's message, which the
 /// executor turns into the server's error.
 class ConstraintError : public DbError {
 public:
@@ -52,8 +59,6 @@ public:
 
     SqliteStatement& bind(int place, const Value& value); ///< places count from 1
     bool step();                                          ///< whether there is a row; throws DbError
-    void reset();
-    int columnCount() const;
     bool isNull(int column) const;
     qint64 integer(int column) const;
     QString text(int column) const; ///< never a null QString for a value that is not NULL

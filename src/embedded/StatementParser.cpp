@@ -1,394 +1,375 @@
-#include "embedded/StatementParser.h"
+#include "embedded/Parser.h"
 
 #include "embedded/Errors.h"
+#include "embedded/Grammar.h"
 
 namespace embedded {
 
 namespace {
 
-template <class T>
-StatementPtr statement(T what) {
-    return std::make_shared<Statement>(Statement{std::move(what)});
+const QStringList refused{"raiserror",  "throw",    "grant",       "revoke",  "backup", "restore",
+                          "dbcc",       "goto",     "waitfor",     "merge",   "bulk",   "kill",
+                          "checkpoint", "shutdown", "reconfigure", "readtext"};
+
+/// Whether the next token can only begin another statement, or end the block.
+bool startsStatement(TokenReader& in) {
+    if (in.peek().kind != Token::Word) return false;
+    static const QStringList values{"null", "case", "cast", "convert", "coalesce", "nullif", "left", "right"};
+    return in.isReserved(in.peek().text) && !values.contains(in.peek().text.toLower());
 }
 
-} // namespace
+/// A literal, a variable, or a bare word, which stands for its text.
+ExprPtr parseArgumentValue(TokenReader& in) {
+    if (in.peek().kind == Token::Word && !in.is("null")) return makeText(in.takeName(), true);
+    return parseValue(in);
+}
 
-Batch StatementParser::parseBatch() {
-    Batch batch;
-    while (!atEnd()) {
-        if (accept(";")) continue;
-        batch.statements.push_back(parseStatement());
-        m_first = false;
+std::vector<Argument> parseArguments(TokenReader& in) {
+    std::vector<Argument> arguments;
+    if (in.atEnd() || in.is(";") || startsStatement(in)) {
+        if (!in.is("default")) return arguments;
     }
-    batch.variables = std::move(m_variables);
-    return batch;
-}
-
-Batch StatementParser::parseProcedureText() {
-    if (!accept("create")) expect("alter");
-    take();
-    takeObjectName();
-    return parseProcedureRest();
-}
-
-Batch StatementParser::parseProcedureRest() {
-    Batch procedure;
-    const bool bracket = accept("(");
-    if (peek().kind == Token::Variable) procedure.parameters = parseParameterList();
-    if (bracket) expect(")");
-    if (is("with")) throw notSupported("CREATE PROCEDURE … WITH " + peek(1).text.toUpper());
-    expect("as");
-    if (atEnd()) syntaxError();
-    m_first = false;
-    Batch body = parseBatch();
-    procedure.statements = std::move(body.statements);
-    procedure.variables = std::move(body.variables);
-    return procedure;
-}
-
-std::vector<Parameter> StatementParser::parseParameterList() {
-    std::vector<Parameter> parameters;
-    if (atEnd()) return parameters;
     do {
-        Parameter parameter;
-        parameter.variable.name = takeVariable();
-        accept("as");
-        if (is("cursor")) throw notSupported("cursor parameters");
-        parameter.variable.type = takeType();
-        if (accept("=")) parameter.variable.initial = parseArgumentValue();
-        parameter.output = accept("output") || accept("out");
-        if (is("readonly")) throw notSupported("table parameters");
-        parameters.push_back(parameter);
-    } while (accept(","));
-    return parameters;
-}
-
-QueryPtr StatementParser::parseViewText() {
-    return parseQuery();
-}
-
-ExprPtr StatementParser::parseValueText() {
-    return parseValue();
-}
-
-ExprPtr StatementParser::parseConditionText() {
-    return parseCondition();
-}
-
-StatementPtr StatementParser::parseStatement() {
-    const bool first = m_first;
-    m_first = false;
-    if (is("select") || is("(")) return statement(QueryStatement{parseQuery()});
-    if (is("insert")) return parseInsert();
-    if (is("update")) return is("statistics", 1) ? throw notSupported("UPDATE STATISTICS") : parseUpdate();
-    if (is("delete")) return parseDelete();
-    if (accept("truncate")) {
-        expect("table");
-        return statement(TruncateStatement{takeObjectName()});
-    }
-    if (is("create")) return parseCreate();
-    if (is("alter")) return parseAlter();
-    if (is("drop")) return parseDrop();
-    if (is("deny") || is("grant") || is("revoke")) return parsePermission();
-    if (is("declare")) return parseDeclare();
-    if (is("set")) return parseSet();
-    if (is("if")) return parseIf();
-    if (accept("while")) {
-        WhileStatement loop;
-        loop.condition = parseCondition();
-        loop.body = parseBody();
-        return statement(loop);
-    }
-    if (is("begin")) return parseBegin();
-    if (accept("break")) return statement(BreakStatement{});
-    if (accept("continue")) return statement(ContinueStatement{});
-    if (is("return")) return parseReturn();
-    if (accept("print")) return statement(PrintStatement{parseValue()});
-    if (is("raiserror") || is("throw")) return parseRaise();
-    if (accept("use")) return statement(UseStatement{takeName()});
-    if (is("exec") || is("execute")) return statement(parseExecute());
-    if (is("commit") || is("rollback") || is("save")) return parseTransaction();
-    if (is("open") || is("close") || is("deallocate")) return parseCursor();
-    if (is("fetch")) return parseFetch();
-    if (is("with")) throw notSupported("common table expressions");
-    if (first && isName()) return parseCall();
-    static const QStringList known{"backup", "restore", "dbcc",       "goto",     "waitfor",     "merge",
-                                   "bulk",   "kill",    "checkpoint", "shutdown", "reconfigure", "readtext"};
-    if (known.contains(peek().text.toLower())) throw notSupported(peek().text.toUpper());
-    syntaxError();
+        Argument argument;
+        if (in.peek().kind == Token::Variable && in.is("=", 1)) {
+            argument.name = in.take().text;
+            in.take();
+        }
+        if (!in.accept("default")) argument.value = parseArgumentValue(in);
+        argument.output = in.accept("output") || in.accept("out");
+        arguments.push_back(argument);
+    } while (in.accept(","));
+    return arguments;
 }
 
 /// The first statement of a batch may call a procedure without EXEC.
-StatementPtr StatementParser::parseCall() {
+StatementPtr parseCall(TokenReader& in) {
     ExecuteStatement call;
-    call.procedure = takeObjectName();
-    call.arguments = parseArguments();
+    call.procedure = in.takeObjectName();
+    call.arguments = parseArguments(in);
     return statement(call);
 }
 
-StatementPtr StatementParser::parseBody() {
-    while (accept(";")) continue;
-    return parseStatement();
+ExecuteStatement parseExecute(TokenReader& in) {
+    if (!in.accept("exec")) in.expect("execute");
+    ExecuteStatement call;
+    if (in.accept("(")) {
+        call.text = parseValue(in);
+        in.expect(")");
+        if (in.is("at")) throw notSupported("EXEC … AT");
+        return call;
+    }
+    if (in.peek().kind == Token::Variable && in.is("=", 1)) {
+        call.resultVariable = in.take().text;
+        in.take();
+    }
+    if (in.peek().kind == Token::Variable) throw notSupported("EXEC of a procedure named by a variable");
+    call.procedure = in.takeObjectName();
+    call.arguments = parseArguments(in);
+    if (in.is("with") && in.is("recompile", 1)) in.take(), in.take();
+    return call;
 }
 
-StatementPtr StatementParser::parseIf() {
-    expect("if");
+std::vector<Parameter> parseParameters(TokenReader& in) {
+    std::vector<Parameter> parameters;
+    do {
+        Parameter parameter;
+        parameter.variable.name = in.takeVariable();
+        in.accept("as");
+        if (in.is("cursor")) throw notSupported("cursor parameters");
+        parameter.variable.type = in.takeType();
+        if (in.accept("=")) parameter.variable.initial = parseArgumentValue(in);
+        parameter.output = in.accept("output") || in.accept("out");
+        if (in.is("readonly")) throw notSupported("table parameters");
+        parameters.push_back(parameter);
+    } while (in.accept(","));
+    return parameters;
+}
+
+/// Every cursor reads a snapshot taken when it is opened, which serves all of these.
+void skipCursorOptions(TokenReader& in) {
+    static const QStringList options{"local",   "global",       "forward_only", "scroll", "static",
+                                     "dynamic", "fast_forward", "read_only",    "keyset", "type_warning"};
+    while (options.contains(in.peek().text.toLower())) in.take();
+    if (in.is("optimistic") || in.is("scroll_locks"))
+        throw notSupported("cursor option " + in.peek().text.toUpper());
+}
+
+QString takeCursorName(TokenReader& in) {
+    in.accept("global");
+    return in.peek().kind == Token::Variable ? in.take().text : in.takeName();
+}
+
+VariableDef parseVariable(TokenReader& in) {
+    VariableDef variable;
+    variable.name = in.takeVariable();
+    in.accept("as");
+    if (in.accept("table")) {
+        variable.table = std::make_shared<TableDef>(parseTableDef(in));
+        return variable;
+    }
+    if (in.accept("cursor")) {
+        variable.isCursor = true;
+        return variable;
+    }
+    variable.type = in.takeType();
+    if (in.accept("=")) variable.initial = parseValue(in);
+    return variable;
+}
+
+StatementPtr parseDeclareCursor(TokenReader& in) {
+    in.expect("declare");
+    CursorStatement cursor;
+    cursor.cursor = in.takeName();
+    while (in.is("insensitive") || in.is("scroll")) in.take();
+    in.expect("cursor");
+    skipCursorOptions(in);
+    in.expect("for");
+    cursor.query = parseQuery(in);
+    if (in.accept("for") && !in.accept("read", "only")) throw notSupported("FOR UPDATE");
+    return statement(cursor);
+}
+
+StatementPtr parseDeclare(TokenReader& in) {
+    if (in.peek(1).kind != Token::Variable) return parseDeclareCursor(in);
+    in.expect("declare");
+    DeclareStatement declare;
+    do declare.variables.push_back(parseVariable(in));
+    while (in.accept(","));
+    for (const VariableDef& variable : declare.variables) in.declared.push_back(variable);
+    return statement(declare);
+}
+
+StatementPtr parseSet(TokenReader& in) {
+    in.expect("set");
+    if (in.peek().kind == Token::Variable) {
+        const QString variable = in.take().text;
+        if (!in.is("=") || !in.is("cursor", 1))
+            return statement(
+                AssignStatement{variable, parseAssigned(in, makeExpr(Expr::Variable, variable))});
+        in.take();
+        in.take();
+        CursorStatement cursor;
+        cursor.cursor = variable;
+        skipCursorOptions(in);
+        in.expect("for");
+        cursor.query = parseQuery(in);
+        return statement(cursor);
+    }
+    if (in.accept("identity_insert")) {
+        IdentityInsertStatement identity;
+        identity.table = in.takeObjectName();
+        identity.on = in.accept("on");
+        if (!identity.on) in.expect("off");
+        return statement(identity);
+    }
+    SetOptionStatement set;
+    do set.options.append(in.take().text.toUpper());
+    while (in.accept(","));
+    if (set.options.first() == "TRANSACTION") {
+        in.expect("isolation");
+        in.expect("level");
+        in.take();
+        if (in.is("read") || in.is("committed") || in.is("uncommitted")) in.take();
+        return statement(set);
+    }
+    if (in.accept("-"))
+        set.words.append("-" + in.take().text);
+    else
+        set.words.append(in.take().text);
+    return statement(set);
+}
+
+StatementPtr parseReturn(TokenReader& in) {
+    in.expect("return");
+    ReturnStatement result;
+    const bool value = !in.atEnd() && !in.is(";") && !startsStatement(in);
+    if (value) result.value = parseValue(in);
+    return statement(result);
+}
+
+StatementPtr parseBody(TokenReader& in) {
+    while (in.accept(";")) continue;
+    return parseStatement(in);
+}
+
+StatementPtr parseIf(TokenReader& in) {
+    in.expect("if");
     IfStatement branch;
-    branch.condition = parseCondition();
-    branch.then = parseBody();
-    if (is(";") && is("else", 1)) take();
-    if (accept("else")) branch.otherwise = parseBody();
+    branch.condition = parseCondition(in);
+    branch.then = parseBody(in);
+    if (in.is(";") && in.is("else", 1)) in.take();
+    if (in.accept("else")) branch.otherwise = parseBody(in);
     return statement(branch);
 }
 
-StatementPtr StatementParser::parseBegin() {
-    if (is("tran", 1) || is("transaction", 1) || is("distributed", 1)) return parseTransaction();
-    expect("begin");
-    if (is("try")) return parseTry();
-    BlockStatement block{parseUntilEnd()};
-    if (block.statements.empty()) syntaxError();
-    return statement(block);
-}
-
-StatementList StatementParser::parseUntilEnd() {
+StatementList parseUntilEnd(TokenReader& in) {
     StatementList statements;
-    while (!accept("end")) {
-        if (atEnd()) syntaxError();
-        if (!accept(";")) statements.push_back(parseStatement());
+    while (!in.accept("end")) {
+        if (in.atEnd()) in.syntaxError();
+        if (!in.accept(";")) statements.push_back(parseStatement(in));
     }
     return statements;
 }
 
-StatementPtr StatementParser::parseTry() {
+StatementPtr parseTry(TokenReader& in) {
     TryStatement attempt;
-    expect("try");
-    attempt.body = parseUntilEnd();
-    expect("try");
-    accept(";");
-    expect("begin");
-    expect("catch");
-    attempt.handler = parseUntilEnd();
-    expect("catch");
+    in.expect("try");
+    attempt.body = parseUntilEnd(in);
+    in.expect("try");
+    in.accept(";");
+    in.expect("begin");
+    in.expect("catch");
+    attempt.handler = parseUntilEnd(in);
+    in.expect("catch");
     return statement(attempt);
 }
 
-StatementPtr StatementParser::parseDeclare() {
-    if (peek(1).kind != Token::Variable) return parseDeclareCursor();
-    expect("declare");
-    DeclareStatement declare;
-    do declare.variables.push_back(parseVariable());
-    while (accept(","));
-    for (const VariableDef& variable : declare.variables) m_variables.push_back(variable);
-    return statement(declare);
-}
-
-VariableDef StatementParser::parseVariable() {
-    VariableDef variable;
-    variable.name = takeVariable();
-    accept("as");
-    if (accept("table")) {
-        variable.table = std::make_shared<TableDef>(parseTableDef());
-        return variable;
-    }
-    if (accept("cursor")) {
-        variable.isCursor = true;
-        return variable;
-    }
-    variable.type = takeType();
-    if (accept("=")) variable.initial = parseValue();
-    return variable;
-}
-
-StatementPtr StatementParser::parseDeclareCursor() {
-    expect("declare");
-    CursorStatement cursor;
-    cursor.cursor = takeName();
-    while (is("insensitive") || is("scroll")) take();
-    expect("cursor");
-    skipCursorOptions();
-    expect("for");
-    cursor.query = parseQuery();
-    if (accept("for") && !accept("read", "only")) throw notSupported("FOR UPDATE");
-    return statement(cursor);
-}
-
-/// Every cursor reads a snapshot taken when it is opened, which serves all of these.
-void StatementParser::skipCursorOptions() {
-    static const QStringList options{"local",   "global",       "forward_only", "scroll", "static",
-                                     "dynamic", "fast_forward", "read_only",    "keyset", "type_warning"};
-    while (options.contains(peek().text.toLower())) take();
-    if (is("optimistic") || is("scroll_locks")) throw notSupported("cursor option " + peek().text.toUpper());
-}
-
-StatementPtr StatementParser::parseSet() {
-    expect("set");
-    if (peek().kind == Token::Variable) {
-        const QString variable = take().text;
-        const QString op = takeAssignmentOperator();
-        if (!accept("cursor")) return statement(AssignStatement{variable, op, parseValue()});
-        CursorStatement cursor;
-        cursor.cursor = variable;
-        skipCursorOptions();
-        expect("for");
-        cursor.query = parseQuery();
-        return statement(cursor);
-    }
-    if (accept("identity_insert")) {
-        IdentityInsertStatement identity;
-        identity.table = takeObjectName();
-        identity.on = accept("on");
-        if (!identity.on) expect("off");
-        return statement(identity);
-    }
-    SetOptionStatement set;
-    do set.options.append(take().text.toUpper());
-    while (accept(","));
-    if (set.options.first() == "TRANSACTION") {
-        expect("isolation");
-        expect("level");
-        take();
-        if (is("read") || is("committed") || is("uncommitted")) take();
-        return statement(set);
-    }
-    if (accept("-"))
-        set.words.append("-" + take().text);
-    else
-        set.words.append(take().text);
-    return statement(set);
-}
-
-StatementPtr StatementParser::parseReturn() {
-    expect("return");
-    ReturnStatement result;
-    const bool value = !atEnd() && !is(";") && !startsStatement();
-    if (value) result.value = parseValue();
-    return statement(result);
-}
-
-/// Whether the next token can only begin another statement, or end the block.
-bool StatementParser::startsStatement() const {
-    if (peek().kind != Token::Word) return false;
-    static const QStringList values{"null", "case", "cast", "convert", "coalesce", "nullif", "left", "right"};
-    return isReserved(peek().text) && !values.contains(peek().text.toLower());
-}
-
-StatementPtr StatementParser::parseRaise() {
-    RaiseStatement raise;
-    raise.isThrow = is("throw");
-    take();
-    if (raise.isThrow) {
-        if (!atEnd() && !is(";") && !startsStatement()) raise.arguments = parseValueList();
-        return statement(raise);
-    }
-    expect("(");
-    raise.arguments = parseValueList();
-    expect(")");
-    if (accept("with")) {
-        do take();
-        while (accept(","));
-    }
-    return statement(raise);
-}
-
-StatementPtr StatementParser::parseTransaction() {
+StatementPtr parseTransaction(TokenReader& in) {
     TransactionStatement transaction;
-    if (is("save")) throw notSupported("SAVE TRANSACTION");
-    if (is("distributed", 1)) throw notSupported("DISTRIBUTED TRANSACTION");
-    if (accept("commit"))
+    if (in.is("save")) throw notSupported("SAVE TRANSACTION");
+    if (in.is("distributed", 1)) throw notSupported("DISTRIBUTED TRANSACTION");
+    if (in.accept("commit"))
         transaction.action = TransactionStatement::Commit;
-    else if (accept("rollback"))
+    else if (in.accept("rollback"))
         transaction.action = TransactionStatement::Rollback;
     else
-        expect("begin");
-    if (!accept("transaction") && !accept("tran")) accept("work");
-    if (isName() || peek().kind == Token::Variable) take(); // its name has no effect
+        in.expect("begin");
+    if (!in.accept("transaction") && !in.accept("tran")) in.accept("work");
+    if (in.isName() || in.peek().kind == Token::Variable) in.take(); // its name has no effect
     return statement(transaction);
 }
 
-QString StatementParser::takeCursorName() {
-    accept("global");
-    return peek().kind == Token::Variable ? take().text : takeName();
+StatementPtr parseBegin(TokenReader& in) {
+    if (in.is("tran", 1) || in.is("transaction", 1) || in.is("distributed", 1)) return parseTransaction(in);
+    in.expect("begin");
+    if (in.is("try")) return parseTry(in);
+    BlockStatement block{parseUntilEnd(in)};
+    if (block.statements.empty()) in.syntaxError();
+    return statement(block);
 }
 
-StatementPtr StatementParser::parseCursor() {
+StatementPtr parseCursor(TokenReader& in) {
     CursorStatement cursor;
-    if (accept("open"))
+    if (in.accept("open"))
         cursor.action = CursorStatement::Open;
-    else if (accept("close"))
+    else if (in.accept("close"))
         cursor.action = CursorStatement::Close;
     else
-        cursor.action = (expect("deallocate"), CursorStatement::Deallocate);
-    cursor.cursor = takeCursorName();
+        cursor.action = (in.expect("deallocate"), CursorStatement::Deallocate);
+    cursor.cursor = takeCursorName(in);
     return statement(cursor);
 }
 
-StatementPtr StatementParser::parseFetch() {
-    expect("fetch");
+StatementPtr parseFetch(TokenReader& in) {
+    in.expect("fetch");
     CursorStatement cursor;
     cursor.action = CursorStatement::Fetch;
-    cursor.direction = "NEXT";
-    for (const char* word : {"next", "prior", "first", "last"})
-        if (is(word) && (is("from", 1) || isName(1))) cursor.direction = take().text.toUpper();
-    if (is("absolute") || is("relative")) throw notSupported("FETCH " + peek().text.toUpper());
-    accept("from");
-    cursor.cursor = takeCursorName();
-    if (accept("into")) {
-        do cursor.into.append(takeVariable());
-        while (accept(","));
-    }
+    for (const char* word : {"prior", "first", "last", "absolute", "relative"})
+        if (in.is(word)) throw notSupported("FETCH " + in.peek().text.toUpper());
+    in.accept("next");
+    in.accept("from");
+    cursor.cursor = takeCursorName(in);
+    if (!in.accept("into")) throw notSupported("FETCH without INTO");
+    do cursor.into.append(in.takeVariable());
+    while (in.accept(","));
     return statement(cursor);
 }
 
-ExecuteStatement StatementParser::parseExecute() {
-    if (!accept("exec")) expect("execute");
-    ExecuteStatement call;
-    if (accept("(")) {
-        call.text = parseValue();
-        expect(")");
-        if (is("at")) throw notSupported("EXEC … AT");
-        return call;
+/// The statements up to the end of the text. The first one of a batch may call a procedure without EXEC.
+Batch parseStatements(TokenReader& in, bool mayBeginWithCall) {
+    Batch batch;
+    while (!in.atEnd()) {
+        if (in.accept(";")) continue;
+        const bool isCall = mayBeginWithCall && batch.statements.empty() && in.isName()
+                            && !refused.contains(in.peek().text.toLower());
+        batch.statements.push_back(isCall ? parseCall(in) : parseStatement(in));
     }
-    if (peek().kind == Token::Variable && is("=", 1)) {
-        call.resultVariable = take().text;
-        take();
-    }
-    if (peek().kind == Token::Variable)
-        call.procedureVariable = take().text;
-    else
-        call.procedure = takeObjectName();
-    call.arguments = parseArguments();
-    if (is("with") && is("recompile", 1)) take(), take();
-    return call;
+    batch.variables = std::move(in.declared);
+    return batch;
 }
 
-std::vector<Argument> StatementParser::parseArguments() {
-    std::vector<Argument> arguments;
-    if (atEnd() || is(";") || startsStatement()) {
-        if (!is("default")) return arguments;
+} // namespace
+
+StatementPtr parseStatement(TokenReader& in) {
+    if (in.is("select") || in.is("(")) return statement(QueryStatement{parseQuery(in)});
+    if (in.is("insert")) return parseInsert(in);
+    if (in.is("update"))
+        return in.is("statistics", 1) ? throw notSupported("UPDATE STATISTICS") : parseUpdate(in);
+    if (in.is("delete")) return parseDelete(in);
+    if (in.accept("truncate")) {
+        in.expect("table");
+        return statement(TruncateStatement{in.takeObjectName()});
     }
-    do {
-        Argument argument;
-        if (peek().kind == Token::Variable && is("=", 1)) {
-            argument.name = take().text;
-            take();
-        }
-        if (!accept("default")) argument.value = parseArgumentValue();
-        argument.output = accept("output") || accept("out");
-        arguments.push_back(argument);
-    } while (accept(","));
-    return arguments;
+    if (in.is("create")) return parseCreate(in);
+    if (in.is("alter")) return parseAlter(in);
+    if (in.is("drop")) return parseDrop(in);
+    if (in.is("deny")) return parseDeny(in);
+    if (in.is("declare")) return parseDeclare(in);
+    if (in.is("set")) return parseSet(in);
+    if (in.is("if")) return parseIf(in);
+    if (in.accept("while")) {
+        WhileStatement loop;
+        loop.condition = parseCondition(in);
+        loop.body = parseBody(in);
+        return statement(loop);
+    }
+    if (in.is("begin")) return parseBegin(in);
+    if (in.accept("break")) return statement(BreakStatement{});
+    if (in.accept("continue")) return statement(ContinueStatement{});
+    if (in.is("return")) return parseReturn(in);
+    if (in.accept("print")) return statement(PrintStatement{parseValue(in)});
+    if (in.accept("use")) return statement(UseStatement{in.takeName()});
+    if (in.is("exec") || in.is("execute")) return statement(parseExecute(in));
+    if (in.is("commit") || in.is("rollback") || in.is("save")) return parseTransaction(in);
+    if (in.is("open") || in.is("close") || in.is("deallocate")) return parseCursor(in);
+    if (in.is("fetch")) return parseFetch(in);
+    if (in.is("with")) throw notSupported("common table expressions");
+    if (refused.contains(in.peek().text.toLower())) throw notSupported(in.peek().text.toUpper());
+    in.syntaxError();
 }
 
-/// A literal, a variable, or a bare word, which stands for its text.
-ExprPtr StatementParser::parseArgumentValue() {
-    if (peek().kind == Token::Word && !is("null")) {
-        auto word = std::make_shared<Expr>();
-        word->kind = Expr::Text;
-        word->text = takeName();
-        word->type = Type::text(int(word->text.size()), true);
-        return word;
-    }
-    return parseValue();
+Batch parseProcedureRest(TokenReader& in) {
+    const bool bracket = in.accept("(");
+    std::vector<Parameter> parameters;
+    if (in.peek().kind == Token::Variable) parameters = parseParameters(in);
+    if (bracket) in.expect(")");
+    if (in.is("with")) throw notSupported("CREATE PROCEDURE … WITH " + in.peek(1).text.toUpper());
+    in.expect("as");
+    if (in.atEnd()) in.syntaxError();
+    Batch procedure = parseStatements(in, false);
+    procedure.parameters = std::move(parameters);
+    return procedure;
+}
+
+Batch parseBatch(const QString& text, bool quotedIdentifiers) {
+    TokenReader in(text, quotedIdentifiers);
+    return parseStatements(in, true);
+}
+
+Batch parseProcedure(const QString& text) {
+    TokenReader in(text, true);
+    if (!in.accept("create")) in.expect("alter");
+    in.take();
+    in.takeObjectName();
+    return parseProcedureRest(in);
+}
+
+std::vector<Parameter> parseParameterList(const QString& text) {
+    TokenReader in(text, true);
+    return in.atEnd() ? std::vector<Parameter>() : parseParameters(in);
+}
+
+ExprPtr parseDefault(const QString& text) {
+    TokenReader in(text, true);
+    return parseValue(in);
+}
+
+ObjectName parseObjectName(const QString& text) {
+    TokenReader in(text, true);
+    const ObjectName name = in.takeObjectName();
+    if (!in.atEnd()) in.syntaxError();
+    return name;
 }
 
 } // namespace embedded

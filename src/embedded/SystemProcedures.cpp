@@ -10,72 +10,49 @@ namespace embedded {
 
 namespace {
 
-/// A call's arguments by the procedure's parameter names.
+/// A call's arguments in the order of the procedure's parameters, null where none is given.
 class Call {
 public:
     Call(const QString& procedure, const QStringList& parameters, std::vector<CallArgument>& arguments)
-        : m_procedure(procedure), m_parameters(parameters) {
-        if (qsizetype(arguments.size()) > parameters.size())
-            throw DbError(
-                8144, QString("Procedure or function %1 has too many arguments specified.").arg(procedure));
-        for (std::size_t i = 0; i < arguments.size(); ++i) {
-            QString name = parameters[qsizetype(i)];
-            if (!arguments[i].name.isEmpty()) name = arguments[i].name.mid(1).toLower();
-            if (!parameters.contains(name))
-                throw DbError(8145, QString("@%1 is not a parameter for procedure %2.").arg(name, procedure));
-            m_given.insert(name, &arguments[i]);
-        }
+        : m_procedure(procedure), m_parameters(parameters), m_given(std::size_t(parameters.size())) {
+        const std::vector<std::size_t> places = placesOf(arguments, parameters, procedure);
+        for (std::size_t i = 0; i < places.size(); ++i) m_given[places[i]] = &arguments[i];
     }
 
-    QString text(const QString& name) const {
-        const CallArgument* argument = m_given.value(name);
-        if (!argument)
-            throw DbError(
-                201, QString("Procedure or function '%1' expects parameter '@%2', which was not supplied.")
-                         .arg(m_procedure, name));
+    CallArgument* argument(std::size_t place) const { return m_given[place]; }
+    QString text(std::size_t place) const {
+        const CallArgument* argument = m_given[place];
+        if (!argument) throw missingArgument(m_procedure, m_parameters[qsizetype(place)]);
         const Type type = Type::text(Type::Max, true);
         return shown(Conversion{argument->type, type}(argument->value), type);
     }
-    bool has(const QString& name) const { return m_given.contains(name); }
-    CallArgument* argument(const QString& name) const { return m_given.value(name); }
 
 private:
     QString m_procedure;
     QStringList m_parameters;
-    QHash<QString, CallArgument*> m_given;
+    std::vector<CallArgument*> m_given;
 };
 
-void registryRead(Session& session, std::vector<CallArgument>& arguments, Results& results) {
-    const Call call("xp_regread", {"rootkey", "key", "value_name", "value", "no_output"}, arguments);
-    const Value data =
-        registry::read(session.file, call.text("rootkey"), call.text("key"), call.text("value_name"));
-    CallArgument* target = call.argument("value");
-    if (target && !target->outputVariable.isEmpty()) {
-        target->value = data;
-        target->type = Type::text(Type::Max, true);
-        return;
-    }
-    RecordSet set({"Value", "Data"});
-    if (!isNull(data)) {
-        set.append(call.text("value_name"));
-        set.append(std::get<QString>(data));
-    }
-    results.sets.push_back(set);
+void registryRead(Session& session, std::vector<CallArgument>& arguments, Results&) {
+    const Call call("xp_regread", {"@rootkey", "@key", "@value_name", "@value", "@no_output"}, arguments);
+    const Value data = registry::read(session.file, call.text(0), call.text(1), call.text(2));
+    CallArgument* target = call.argument(3);
+    if (!target || target->outputVariable.isEmpty()) throw notSupported("xp_regread without OUTPUT");
+    target->value = data;
+    target->type = Type::text(Type::Max, true);
 }
 
 void registryWrite(Session& session, std::vector<CallArgument>& arguments, Results&) {
     const Call call("xp_regwrite", {"rootkey", "key", "value_name", "type", "value"}, arguments);
     security::require(session, "sysadmin");
-    registry::write(session.file, call.text("rootkey"), call.text("key"), call.text("value_name"),
-                    call.text("type"), call.text("value"));
+    registry::write(session.file, call.text(0), call.text(1), call.text(2), call.text(3), call.text(4));
 }
 
 void roleMembers(Session& session, std::vector<CallArgument>& arguments, Results& results) {
-    const Call call("sp_helpsrvrolemember", {"srvrolename"}, arguments);
+    const Call call("sp_helpsrvrolemember", {"@srvrolename"}, arguments);
     RecordSet set({"ServerRole", "MemberName", "MemberSID"});
     for (const QString& role : security::serverRoles()) {
-        if (call.has("srvrolename") && !collation::equal(security::knownRole(call.text("srvrolename")), role))
-            continue;
+        if (call.argument(0) && security::knownRole(call.text(0)) != role) continue;
         SqliteStatement members = session.file.prepare(
             R"(SELECT l.name, l.id FROM "~members" m JOIN "~logins" l ON l.name = m.login WHERE m.role = ?1
                ORDER BY l.name)");
@@ -89,32 +66,13 @@ void roleMembers(Session& session, std::vector<CallArgument>& arguments, Results
     results.sets.push_back(set);
 }
 
-void changeMember(Session& session, std::vector<CallArgument>& arguments, SecurityStatement::Action action) {
-    const Call call("sp_addsrvrolemember", {"loginame", "rolename"}, arguments);
-    SecurityStatement statement;
-    statement.action = action;
-    statement.name = call.text("loginame");
-    statement.role = call.text("rolename");
-    security::run(session, statement);
-}
-
-void addMember(Session& session, std::vector<CallArgument>& arguments, Results&) {
-    changeMember(session, arguments, SecurityStatement::AddMember);
-}
-
-void dropMember(Session& session, std::vector<CallArgument>& arguments, Results&) {
-    changeMember(session, arguments, SecurityStatement::DropMember);
-}
-
 } // namespace
 
 bool systemProcedure(Session& session, const QString& name, std::vector<CallArgument>& arguments,
                      Results& results) {
     using Procedure = void (*)(Session&, std::vector<CallArgument>&, Results&);
     static const QHash<QString, Procedure> procedures{
-        {"xp_regread", registryRead},       {"xp_instance_regread", registryRead},
-        {"xp_regwrite", registryWrite},     {"sp_helpsrvrolemember", roleMembers},
-        {"sp_addsrvrolemember", addMember}, {"sp_dropsrvrolemember", dropMember}};
+        {"xp_regread", registryRead}, {"xp_regwrite", registryWrite}, {"sp_helpsrvrolemember", roleMembers}};
     const Procedure procedure = procedures.value(name.toLower());
     if (procedure) procedure(session, arguments, results);
     return procedure != nullptr;

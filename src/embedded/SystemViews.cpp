@@ -6,122 +6,47 @@ namespace embedded {
 
 namespace {
 
-constexpr const char* typeCode =
-    "CASE kind WHEN 0 THEN 'U ' WHEN 1 THEN 'V ' WHEN 2 THEN 'P ' WHEN 3 THEN 'PK' WHEN 4 THEN 'UQ' "
-    "WHEN 5 THEN 'F ' WHEN 6 THEN 'C ' ELSE 'D ' END COLLATE T";
-constexpr const char* typeName =
-    "CASE instr(type,'(') WHEN 0 THEN type ELSE substr(type,1,instr(type,'(')-1) END COLLATE T";
-constexpr int indexKind = Object::Index;
-
-struct ViewColumn {
-    const char* name;
-    const char* type;
-    const char* sql;
-};
-
+/// `columns` has a name, a type and SQLite's expression for each, bars between them.
 struct Definition {
     const char* schema; ///< "" is dbo as well as sys
     const char* name;
-    std::vector<ViewColumn> columns;
-    const char* from; ///< %1 is the database's id
+    const char* columns; ///< %1 is the type code of an object
+    const char* from;    ///< %1 is the database's id
 };
 
-const std::vector<Definition>& definitions() {
-    static const std::vector<Definition> all{
-        {"",
-         "sysobjects",
-         {{"name", "nvarchar(128)", "name"},
-          {"id", "int", "id"},
-          {"xtype", "char(2)", typeCode},
-          {"uid", "smallint", "1"},
-          {"parent_obj", "int", "parent"},
-          {"crdate", "datetime", "created"},
-          {"type", "char(2)", typeCode}},
-         "\"~objects\" WHERE database = %1 AND kind < 8"},
-        {"",
-         "syscolumns",
-         {{"name", "nvarchar(128)", "c.name"},
-          {"id", "int", "c.object"},
-          {"xtype", "tinyint", "c.xtype"},
-          {"length", "smallint", "c.length"},
-          {"prec", "smallint", "c.precision"},
-          {"scale", "int", "c.scale"},
-          {"colid", "smallint", "c.place"},
-          {"colorder", "smallint", "c.place"},
-          {"isnullable", "int", "c.nullable"},
-          {"status", "tinyint", "c.identity * 128 + c.nullable * 8"}},
-         "\"~columns\" c JOIN \"~objects\" o ON o.id = c.object WHERE o.database = %1"},
-        {"",
-         "sysdatabases",
-         {{"name", "nvarchar(128)", "name"},
-          {"dbid", "smallint", "id"},
-          {"status", "int", "0"},
-          {"crdate", "datetime", "created"}},
-         "\"~databases\""},
-        {"",
-         "syslogins",
-         {{"name", "nvarchar(128)", "name"}, {"loginname", "nvarchar(128)", "name"}},
-         "\"~logins\""},
-        {"sys",
-         "databases",
-         {{"name", "nvarchar(128)", "name"},
-          {"database_id", "int", "id"},
-          {"create_date", "datetime", "created"}},
-         "\"~databases\""},
-        {"sys",
-         "objects",
-         {{"name", "nvarchar(128)", "name"},
-          {"object_id", "int", "id"},
-          {"schema_id", "int", "1"},
-          {"parent_object_id", "int", "parent"},
-          {"type", "char(2)", typeCode},
-          {"create_date", "datetime", "created"}},
-         "\"~objects\" WHERE database = %1 AND kind < 8"},
-        {"sys",
-         "tables",
-         {{"name", "nvarchar(128)", "name"},
-          {"object_id", "int", "id"},
-          {"create_date", "datetime", "created"}},
-         "\"~objects\" WHERE database = %1 AND kind = 0"},
-        {"sys",
-         "procedures",
-         {{"name", "nvarchar(128)", "name"},
-          {"object_id", "int", "id"},
-          {"create_date", "datetime", "created"}},
-         "\"~objects\" WHERE database = %1 AND kind = 2"},
-        {"sys",
-         "columns",
-         {{"object_id", "int", "c.object"},
-          {"name", "nvarchar(128)", "c.name"},
-          {"column_id", "int", "c.place"},
-          {"system_type_id", "tinyint", "c.xtype"},
-          {"max_length", "smallint", "c.length"},
-          {"precision", "smallint", "c.precision"},
-          {"scale", "int", "c.scale"},
-          {"is_nullable", "bit", "c.nullable"},
-          {"is_identity", "bit", "c.identity"}},
-         "\"~columns\" c JOIN \"~objects\" o ON o.id = c.object WHERE o.database = %1"},
-        {"information_schema",
-         "tables",
-         {{"TABLE_CATALOG", "nvarchar(128)", "(SELECT d.name FROM \"~databases\" d WHERE d.id = database)"},
-          {"TABLE_SCHEMA", "nvarchar(128)", "'dbo' COLLATE T"},
-          {"TABLE_NAME", "nvarchar(128)", "name"},
-          {"TABLE_TYPE", "varchar(10)", "CASE kind WHEN 0 THEN 'BASE TABLE' ELSE 'VIEW' END COLLATE T"}},
-         "\"~objects\" WHERE database = %1 AND kind < 2"},
-        {"information_schema",
-         "columns",
-         {{"TABLE_SCHEMA", "nvarchar(128)", "'dbo' COLLATE T"},
-          {"TABLE_NAME", "nvarchar(128)", "o.name"},
-          {"COLUMN_NAME", "nvarchar(128)", "c.name"},
-          {"ORDINAL_POSITION", "int", "c.place"},
-          {"COLUMN_DEFAULT", "nvarchar(4000)", "nullif(c.default_text, '')"},
-          {"IS_NULLABLE", "varchar(3)", "CASE c.nullable WHEN 1 THEN 'YES' ELSE 'NO' END COLLATE T"},
-          {"DATA_TYPE", "nvarchar(128)", typeName},
-          {"CHARACTER_MAXIMUM_LENGTH", "int", "CASE WHEN c.xtype IN (175,167,239,231) THEN c.precision END"}},
-         "\"~columns\" c JOIN \"~objects\" o ON o.id = c.object WHERE o.database = %1"},
-    };
-    return all;
-}
+constexpr const char* objectsFrom = R"("~objects" WHERE database = %1 AND kind < 8)";
+constexpr const char* columnsFrom =
+    R"("~columns" c JOIN "~objects" o ON o.id = c.object WHERE o.database = %1)";
+
+constexpr Definition definitions[] = {
+    {"", "sysobjects",
+     "name nvarchar(128) name|id int id|xtype char(2) %1|uid smallint 1|parent_obj int parent|"
+     "crdate datetime created|type char(2) %1",
+     objectsFrom},
+    {"", "syscolumns",
+     "name nvarchar(128) c.name|id int c.object|xtype tinyint c.xtype|length smallint c.length|"
+     "prec smallint c.precision|scale int c.scale|colid smallint c.place|colorder smallint c.place|"
+     "isnullable int c.nullable|status tinyint c.identity * 128 + c.nullable * 8",
+     columnsFrom},
+    {"", "sysdatabases", "name nvarchar(128) name|dbid smallint id|status int 0|crdate datetime created",
+     R"("~databases")"},
+    {"", "syslogins", "name nvarchar(128) name|loginname nvarchar(128) name", R"("~logins")"},
+    {"sys", "databases", "name nvarchar(128) name|database_id int id|create_date datetime created",
+     R"("~databases")"},
+    {"sys", "objects",
+     "name nvarchar(128) name|object_id int id|schema_id int 1|parent_object_id int parent|"
+     "type char(2) %1|create_date datetime created",
+     objectsFrom},
+    {"sys", "tables", "name nvarchar(128) name|object_id int id|create_date datetime created",
+     R"("~objects" WHERE database = %1 AND kind = 0)"},
+    {"sys", "procedures", "name nvarchar(128) name|object_id int id|create_date datetime created",
+     R"("~objects" WHERE database = %1 AND kind = 2)"},
+    {"sys", "columns",
+     "object_id int c.object|name nvarchar(128) c.name|column_id int c.place|"
+     "system_type_id tinyint c.xtype|max_length smallint c.length|precision smallint c.precision|"
+     "scale int c.scale|is_nullable bit c.nullable|is_identity bit c.identity",
+     columnsFrom},
+};
 
 bool schemaFits(const QString& asked, const QString& owner) {
     if (owner.isEmpty())
@@ -132,14 +57,16 @@ bool schemaFits(const QString& asked, const QString& owner) {
 } // namespace
 
 std::optional<SystemView> systemView(const QString& schema, const QString& name, const Database& database) {
-    static_assert(indexKind == 8, "the views above leave out indexes by this number");
-    for (const Definition& definition : definitions()) {
+    static_assert(int(ObjectKind::Index) == 8, "the views above leave out indexes by this number");
+    for (const Definition& definition : definitions) {
         if (!collation::equal(name, definition.name) || !schemaFits(schema, definition.schema)) continue;
         SystemView view;
         QStringList columns;
-        for (const auto& [column, type, sql] : definition.columns) {
-            columns.append(QString(sql) + " AS " + sqliteName(column));
-            view.columns.append({column, Type::parse(QString(type)), true, false, {}});
+        const QString code = QString("substr('%1', kind * 2 + 1, 2) COLLATE T").arg(typeCodes);
+        for (const QString& column : QString(definition.columns).replace("%1", code).split(u'|')) {
+            const QString columnName = column.section(u' ', 0, 0);
+            columns.append(column.section(u' ', 2) + " AS " + sqliteName(columnName));
+            view.columns.append({columnName, Type::parse(column.section(u' ', 1, 1)), true, false, {}});
         }
         view.sql = "SELECT " + columns.join(u',') + " FROM "
                    + QString(definition.from).replace("%1", QString::number(database.id));

@@ -92,13 +92,8 @@ qint64 TokenReader::takeInteger() {
 }
 
 Type TokenReader::takeType() {
-    if (accept("double")) {
-        expect("precision");
-        return Type::of(Type::Float);
-    }
     QString name = takeName();
     if (accept(".")) name = takeName();
-    if (accept("varying")) name = "var" + name;
     QStringList arguments;
     if (accept("(")) {
         do arguments.append(is("max") ? take().text : QString::number(takeInteger()));
@@ -115,9 +110,9 @@ QString TokenReader::textSince(qsizetype position) const {
 void TokenReader::syntaxError() const {
     const Token& token = peek();
     if (token.kind == Token::Word && isReserved(token.text))
-        throw DbError(156, QString("Incorrect syntax near the keyword '%1'.").arg(token.text));
+        throw serverError(156, "Incorrect syntax near the keyword '%1'.", token.text);
     const QString last = token.kind == Token::End && m_at > 0 ? m_tokens[m_at - 1].text : token.text;
-    throw DbError(102, QString("Incorrect syntax near '%1'.").arg(last));
+    throw serverError(102, "Incorrect syntax near '%1'.", last);
 }
 
 bool TokenReader::isReserved(const QString& word) {

@@ -5,13 +5,12 @@
 
 namespace embedded {
 
-/// The parser's place in its tokens, and the small steps that every part of the parser takes.
+/// The parser's place in its tokens, and the small steps that every rule of the grammar takes.
 class TokenReader {
 public:
     TokenReader(const QString& batch, bool quotedIdentifiers)
         : m_batch(batch), m_tokens(tokenize(batch)), m_quotedIdentifiers(quotedIdentifiers) {}
 
-protected:
     const Token& peek(int ahead = 0) const;
     Token take();
     bool atEnd() const { return peek().kind == Token::End; }
@@ -38,9 +37,12 @@ protected:
     [[noreturn]] void syntaxError() const;
     static bool isReserved(const QString& word);
 
-    const QString& m_batch;
+    const QString& text() const { return m_batch; }
+    /// The variables declared so far, wherever in the batch.
+    std::vector<VariableDef> declared;
 
 private:
+    const QString& m_batch;
     QList<Token> m_tokens;
     qsizetype m_at = 0;
     bool m_quotedIdentifiers;

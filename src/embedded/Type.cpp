@@ -47,9 +47,8 @@ int lengthOf(const QString& name, const QStringList& arguments) {
     const int length = arguments[0].toInt();
     const int limit = name.startsWith(u'n') ? 4000 : 8000;
     if (length < 1 || length > limit)
-        throw DbError(1001, QString("The size (%1) given to the type '%2' exceeds the maximum allowed (%3).")
-                                .arg(arguments[0], name)
-                                .arg(limit));
+        throw serverError(1001, "The size (%1) given to the type '%2' exceeds the maximum allowed (%3).",
+                          arguments[0], name, limit);
     return length;
 }
 
@@ -79,7 +78,7 @@ Type Type::parse(const QString& name, const QStringList& arguments) {
     } else if (type.isText() || type.kind == Binary) {
         type.length = lengthOf(lower, arguments);
     } else if (!arguments.isEmpty()) {
-        throw DbError(2716, QString("Cannot specify a column width on data type %1.").arg(name));
+        throw serverError(2716, "Cannot specify a column width on data type %1.", name);
     }
     return type;
 }

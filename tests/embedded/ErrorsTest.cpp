@@ -16,8 +16,8 @@ private slots:
         m_server->execute(Sql::script("use d"));
         m_server->execute(
             Sql::script("create table t (id int primary key, name varchar(5) not null default 'x', "
-                        "tiny tinyint check (tiny <> 7), day datetime, d decimal(5,2))"));
-        m_server->execute(Sql::script("create table child (id int identity, parent int references t)"));
+                        "tiny tinyint, day datetime, d decimal(5,2))"));
+        m_server->execute(Sql::script("create table child (id int identity, parent int)"));
         m_server->execute(Sql::script("create unique index ux on t (name)"));
         m_server->execute(Sql::script("insert t (id, name) values (1, 'a')"));
         m_server->execute(Sql::script("insert child values (1)"));
@@ -66,7 +66,6 @@ private slots:
         row(3701, "drop proc nothing");
         row(3701, "drop database nothing");
         row(3702, "drop database d");
-        row(3726, "drop table t");
         row(4902, "alter table nothing add a int");
         row(4901, "alter table t add a int not null");
         row(8152, "insert t (id, name) values (2, 'abcdef')");
@@ -87,10 +86,6 @@ private slots:
         row(515, "update t set name = null");
         row(544, "insert child (id) values (1)");
         row(8102, "update child set id = 5");
-        row(547, "insert child values (99)");
-        row(547, "delete t");
-        row(547, "update t set id = 5");
-        row(547, "insert t (id, name, tiny) values (3, 'c', 7)");
         row(2627, "insert t (id, name) values (1, 'b')");
         row(2601, "insert t (id, name) values (2, 'A ')");
         row(1505,
@@ -109,9 +104,7 @@ private slots:
         row(3902, "commit");
         row(3903, "rollback");
         row(16916, "open nothing");
-        row(16917, "declare c cursor for select 1 fetch next from c");
-        row(50000, "raiserror('own %s', 16, 1, 'error')");
-        row(0, "raiserror('only a message', 10, 1)");
+        row(16917, "declare @a int declare c cursor for select 1 fetch next from c into @a");
         row(8155, "select * from (select 1) x");
         row(8156, "select * from (select 1 a, 2 a) x");
         row(1011, "select 1 from t x, t x");
@@ -123,17 +116,14 @@ private slots:
         row(264, "insert t (id, id) values (1, 2)");
         row(517, "select dateadd(yy, 9000, '20080401')");
         row(506, "select 1 where 'a' like 'b' escape 'cc'");
-        row(281, "select convert(varchar(10), getdate(), 99)");
         row(217, "exec('create proc loop as exec loop') exec loop");
         row(1779, "create table w (a int not null primary key, b int not null primary key)");
         row(8111, "create table w (a int null) alter table w add constraint q primary key (a)");
-        row(1776, "create table x (a int references d.dbo.child)");
         row(3728, "alter table t drop constraint nothing");
         row(5074, "alter table t drop column name");
-        row(1033, "create view v as select id from t order by id");
         row(259, "delete sysobjects");
         row(537, "select left('a', -1)");
-        row(15007, "exec sp_addsrvrolemember 'nobody', 'dbcreator'");
+        row(15007, "alter server role dbcreator add member nobody");
         row(15412, "exec sp_helpsrvrolemember 'none'");
     }
 
@@ -153,6 +143,10 @@ private slots:
         const auto row = [](const char* batch, const char* named) { QTest::newRow(batch) << batch << named; };
         row("select top 10 percent id from t", "TOP … PERCENT");
         row("select soundex('a')", "function SOUNDEX");
+        row("select convert(varchar(10), getdate(), 99)", "date style 99");
+        row("select convert(varchar(10), $1, 1)", "CONVERT of a number with a style");
+        row("select datepart(qq, getdate())", "date part qq");
+        row("delete t from t a", "DELETE … FROM");
         row("select dbo.own(1)", "function dbo.own");
         row("merge t using t", "MERGE");
         row("with w as (select 1 a) select * from w", "common table expressions");
@@ -162,15 +156,22 @@ private slots:
         row("create trigger x on t for insert as select 1", "CREATE TRIGGER");
         row("create function f() returns int as begin return 1 end", "CREATE FUNCTION");
         row("create table w (a as 1)", "computed columns");
+        row("create table w (a int constraint c check (a > 1))", "CHECK constraints");
+        row("alter table t add constraint c foreign key (id) references child", "FOREIGN KEY constraints");
         row("create table w (a sql_variant)", "type sql_variant");
         row("create table w (a varchar(5) collate Latin1_General_BIN)", "collation Latin1_General_BIN");
         row("select * from linked.d.dbo.t", "a name with a server: linked.d.dbo.t");
         row("select id from t where id > all (select 1)", "ALL in a comparison");
         row("backup database d to disk = 'x'", "BACKUP");
         row("dbcc checkdb", "DBCC");
-        row("goto somewhere", "GOTO");
+        row("raiserror('late', 16, 1)", "RAISERROR");
+        row("throw 50001, 'out', 1", "THROW");
+        row("select id into u from t", "SELECT … INTO");
+        row("insert t exec p 1", "INSERT … EXEC");
+        row("update t set name = 'x' from t a", "UPDATE … FROM");
+        row("create view v as select 1 a", "CREATE VIEW");
         row("waitfor delay '00:00:01'", "WAITFOR");
-        row("grant select on t to x", "GRANT SELECT");
+        row("grant select on t to x", "GRANT");
         row("set rowcount 5", "SET ROWCOUNT 5");
         row("update t set name = 'x' where current of c", "WHERE CURRENT OF");
         row("delete t output deleted.id", "OUTPUT");

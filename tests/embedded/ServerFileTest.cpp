@@ -36,7 +36,8 @@ private slots:
         for (const char* batch :
              {"create database d create database closed",
               "create login [x]]y] with password = N'secret', check_policy = off",
-              "exec sp_addsrvrolemember 'x]y', 'dbcreator'", "alter server role bulkadmin add member [x]]y]",
+              "alter server role dbcreator add member [x]]y]",
+              "alter server role bulkadmin add member [x]]y]",
               "use closed create user [x]]y] for login [x]]y] deny connect to [x]]y] use d",
               "create table d.dbo.t (id int identity, a int)"})
             m_server->execute(Sql::script(batch));
@@ -50,10 +51,8 @@ private slots:
         QCOMPARE(openError(m_file->target({}, "sa' or 1=1 --", "")).number(), int(DbError::LoginFailed));
         QCOMPARE(openError(m_file->target("none")).number(), int(DbError::CannotOpenDatabase));
         QCOMPARE(openError(m_file->target("closed", "x]y")).number(), int(DbError::CannotOpenDatabase));
-        m_server->execute(Sql::script("alter login [x]]y] with password = 'other'"));
-        QCOMPARE(openError(m_file->target({}, "x]y")).number(), int(DbError::LoginFailed));
         m_server->execute(Sql::script("drop login [x]]y]"));
-        QCOMPARE(openError(m_file->target({}, "x]y", "other")).number(), int(DbError::LoginFailed));
+        QCOMPARE(openError(m_file->target({}, "x]y")).number(), int(DbError::LoginFailed));
     }
 
     void rightsOfAnOrdinaryLogin() {
@@ -63,10 +62,10 @@ private slots:
              {std::pair("use closed", 916), std::pair("select * from closed..t", 916),
               std::pair("create login z with password = 'z'", 15247),
               std::pair("exec xp_regwrite 'h', 'k', 'n', 'REG_SZ', 'd'", 15247),
-              std::pair("exec sp_addsrvrolemember 'x]y', 'sysadmin'", 15247),
+              std::pair("alter server role sysadmin add member [x]]y]", 15247),
               std::pair("create database mine drop database mine", 0)})
             QCOMPARE(errorNumber(*server, batch), number);
-        m_server->execute(Sql::script("exec sp_dropsrvrolemember 'x]y', 'dbcreator'"));
+        m_server->execute(Sql::script("alter server role dbcreator drop member [x]]y]"));
         QCOMPARE(errorNumber(*m_file->open("d", "x]y"), "create database mine"), 262);
         QCOMPARE(errorNumber(*m_file->open("d", "x]y"), "drop database closed"), 3701);
     }

@@ -1,9 +1,13 @@
-#include "embedded/SessionOptions.h"
-
+// The SET options of Executor.
 #include "embedded/Errors.h"
+#include "embedded/Executor.h"
 
 namespace embedded {
 
+namespace {
+
+/// Options that steer what this server does not have are accepted where that changes no result; the others
+/// are refused.
 void setOption(Session& session, const QString& option, const QString& word) {
     const bool on = word == "ON";
     const auto refuseOff = [&] {
@@ -25,19 +29,22 @@ void setOption(Session& session, const QString& option, const QString& word) {
         refuseOff();
     else if (option == "LOCK_TIMEOUT")
         session.file.setLockTimeout(word.toInt() < 0 ? 10000 : word.toInt());
-    else if (option == "DATEFIRST")
-        session.firstWeekday = std::clamp(word.toInt(), 1, 7);
     else if (option == "DATEFORMAT" && (word == "MDY" || word == "DMY" || word == "YMD"))
         session.dateOrder = word == "MDY"   ? dateText::Order::MonthDayYear
                             : word == "DMY" ? dateText::Order::DayMonthYear
                                             : dateText::Order::YearMonthDay;
-    else if (option == "LANGUAGE" && (word == "US_ENGLISH" || word == "ENGLISH")) {
-        session.firstWeekday = 7;
-        session.dateOrder = dateText::Order::MonthDayYear;
-    } else if (option == "ROWCOUNT" && word == "0")
+    else if (option == "ROWCOUNT" && word == "0")
         return;
     else if (!withoutEffect.contains(option))
         throw notSupported("SET " + option + ' ' + word);
+}
+
+} // namespace
+
+Executor::Flow Executor::run(const SetOptionStatement& statement) {
+    for (const QString& option : statement.options)
+        setOption(m_session, option, statement.words.value(0).toUpper());
+    return Flow::Next;
 }
 
 } // namespace embedded
