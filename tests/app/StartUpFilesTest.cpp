@@ -1,7 +1,7 @@
 #include "app/ScriptRunner.h"
 #include "base/CommandLine.h"
 #include "base/modOptions.h"
-#include "db/DbError.h"
+#include "db/Refusal.h"
 #include "db/SchedulerDatabase.h"
 #include "support/Files.h"
 #include "support/Rows.h"
@@ -115,7 +115,7 @@ private slots:
             readFile(jobs + ".failed"),
             QByteArray("INSERT INTO nowhere VALUES (1)\r\nGO\r\nINSERT INTO jobs (x) VALUES (8)\r\nGO\r\n"));
         QCOMPARE(db.scalar(sql("SELECT SUM(x) FROM jobs")), QString("7"));
-        QVERIFY_EXCEPTION_THROWN(runScript(db, program.appFile("none.sql")), DbError);
+        QVERIFY_EXCEPTION_THROWN(runScript(db, program.appFile("none.sql")), Refusal);
     }
 
     void whatAScriptLeavesInTheSessionMeetsNobody() {

@@ -1,3 +1,4 @@
+#include "db/Refusal.h"
 #include "reports/describe.h"
 #include "support/Rows.h"
 #include "support/TestClass.h"
@@ -195,7 +196,7 @@ private slots:
         QString refusal;
         try {
             unsaved.SaveTemplate();
-        } catch (const DbError& error) {
+        } catch (const Refusal& error) {
             refusal = error.text();
         }
         QCOMPARE(refusal, message);
@@ -207,7 +208,7 @@ private slots:
         edited.SaveTemplate();
         edited.setTitle("changed");
         deleteRows();
-        QVERIFY_EXCEPTION_THROWN(edited.SaveTemplate(), DbError);
+        QVERIFY_EXCEPTION_THROWN(edited.SaveTemplate(), Refusal);
         QCOMPARE(rows(), QStringList());
         QVERIFY(edited.HasChanged());
         QCOMPARE(edited.SaveTemplate("rescued"), clsTemplate::Saved);
