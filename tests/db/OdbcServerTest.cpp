@@ -121,7 +121,9 @@ private slots:
     }
 
     void aMissingDriverIsNamed() {
-        const auto named = errorOf<Refusal>([] { OdbcServer::open({"u", "p", "d", "host"}, {"No Such Driver"}); });
+        const auto named = errorOf<Refusal>([] {
+            OdbcServer::open({"u", "p", "d", "host"}, {"No Such Driver"});
+        });
         QVERIFY2(named && named->text().contains("No Such Driver"), "by name");
         const auto library = errorOf([] {
             OdbcServer::open({"u", "p", "d", "host"}, {"/none/libtdsodbc.so"});

@@ -74,7 +74,8 @@ private slots:
         QHash<QString, QStringList> rows;
         for (uctListView* list : {&hub.pending(), &hub.finished()})
             for (const ListRow& row : list->rows().rows())
-                for (int column = 1; column < row.cells.size(); ++column) rows[row.text(0)] << row.text(column);
+                for (int column = 1; column < row.cells.size(); ++column)
+                    rows[row.text(0)] << row.text(column);
         QCOMPARE(rows.size(), 11);
         QCOMPARE(rows["later"][0], QString("Pending"));
         QCOMPARE(rows["overdue"][0], QString("Pending (Delayed 2 Hours, 0 Mins)"));
