@@ -238,6 +238,9 @@ private slots:
             QCOMPARE(grid(*screen).size(), 2200);
         }
         QCOMPARE(excluded(office, 7).size(), 2200);
+        const QByteArray log = readFile(office.program.session.log.path()); // tells where each failed
+        QVERIFY(log.contains("\"frmRangeSel.cmdLoad_Click\",50000"));
+        QVERIFY(log.contains("\"frmExcludeNumbers.cmdLoad_Click\",50000"));
     }
 
     void failureWhileOpening() {
