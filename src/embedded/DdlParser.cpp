@@ -1,6 +1,8 @@
 #include "embedded/Errors.h"
 #include "embedded/Grammar.h"
 
+#include <QHash>
+
 namespace embedded {
 
 namespace {

@@ -1,6 +1,7 @@
 #include "embedded/Errors.h"
 #include "embedded/Grammar.h"
 
+#include <QHash>
 #include <limits>
 
 namespace embedded {
