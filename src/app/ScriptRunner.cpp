@@ -52,13 +52,16 @@ void runBatches(Connection& connection, const QString& path, QStringList& batche
     }
 }
 
-/// Nothing that the administrator wanted is lost: where the rest cannot be written, the whole file is kept.
+/// Nothing that the administrator wanted is lost: where the rest cannot be written, the whole file is kept
+/// under a name that is free, beside what an earlier run left.
 void keepUnrun(const QStringList& batches, const QString& path) {
-    const QString kept = path + ".failed";
+    QString kept = path + ".failed";
     const QByteArray content = batches.join("GO\r\n").toUtf8() + "GO\r\n";
     QFile file(kept);
+    const qint64 before = file.size();
     if (file.open(QIODevice::Append) && file.write(content) == content.size() && file.flush()) return;
-    file.remove();
+    before > 0 ? file.resize(before) : file.remove();
+    for (int number = 2; QFile::exists(kept); ++number) kept = path + QString(".failed.%1").arg(number);
     QFile::rename(path, kept);
 }
 

@@ -39,7 +39,7 @@ void createFromScripts(Session& session, const std::function<void(const QString&
     }
     try {
         fill(session, options, tables, tell);
-    } catch (const DbError&) {
+    } catch (...) {
         if (isNew) dropHalfMade(session);
         throw;
     }

@@ -1,6 +1,7 @@
 #include "db/Connection.h"
 
 #include "db/DbError.h"
+#include "db/Refusal.h"
 
 Connection::Connection(ConnectionString connectionString, Opener opener)
     : m_connectionString(std::move(connectionString)),
@@ -12,7 +13,13 @@ void Connection::open() {
     target.initialCatalog = m_defaultDatabase;
     // The user waits at a login as long as it takes; a reconnect must not hold up the screens.
     if (m_wasOpen) target.loginTimeout = 5;
-    m_server = m_opener(target);
+    try {
+        m_server = m_opener(target);
+    } catch (const Refusal& refusal) {
+        // What a login may tell as wrong settings is an outage for a session that had been there.
+        if (m_wasOpen) throw DbError(DbError::Unreachable, refusal.text(), {}, true);
+        throw;
+    }
     m_wasOpen = true;
 }
 

@@ -13,7 +13,7 @@ public:
     using Opener = std::function<std::unique_ptr<Server>(const ConnectionString&)>;
 
     Connection(ConnectionString connectionString, Opener opener);
-    /// Throws DbError when no session can be opened.
+    /// Throws DbError when no session can be opened; the first time also a Refusal of what cannot be used.
     void open();
     void close();
     bool isOpen() const { return m_server != nullptr; }

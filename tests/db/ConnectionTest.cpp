@@ -47,6 +47,7 @@ class ConnectionTest : public QObject {
     Q_OBJECT
 
     Script m_script;
+    bool m_driverIsGone = false;
     std::unique_ptr<Connection> m_connection;
 
     /// The answers that follow are given to the calls after this one.
@@ -60,6 +61,7 @@ private slots:
         m_connection = std::make_unique<Connection>(ConnectionString{"u", "p", "Start", "host"},
                                                     [this](const ConnectionString& target) {
                                                         m_script.step("open " + target.initialCatalog);
+                                                        if (m_driverIsGone) throw Refusal("No driver.");
                                                         return std::make_unique<ScriptedServer>(m_script);
                                                     });
         m_connection->open();
@@ -82,6 +84,10 @@ private slots:
         answers({Lost});
         QVERIFY(errorOf([&] { m_connection->query(sql("q")); })->connectionLost());
         QCOMPARE(m_script.log, QStringList({"open Start"}));
+        m_connection->close();
+        m_driverIsGone = true; // an outage as well: the screens and their timer know no refusal here
+        QVERIFY(errorOf([&] { m_connection->query(sql("q")); })->connectionLost());
+        m_driverIsGone = false;
         QCOMPARE(m_connection->scalar(sql("q")), "1"); // there again
     }
 
