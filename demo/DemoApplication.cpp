@@ -1,10 +1,11 @@
 #include "demo/DemoApplication.h"
 
 #include "app/SecurityFile.h"
+#include "base/WholeFile.h"
 #include "demo/DemoServer.h"
 
 #include <QDir>
-#include <QSaveFile>
+#include <QFile>
 #include <stdexcept>
 
 namespace {
@@ -14,9 +15,8 @@ namespace {
 }
 
 void writeFile(const QString& path, const QByteArray& contents) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(contents) != contents.size() || !file.commit())
-        fail(QString("The file \"%1\" cannot be written: %2.").arg(path, file.errorString()));
+    if (const QString problem = writeWhole(path, contents); !problem.isEmpty())
+        fail(QString("The file \"%1\" cannot be written: %2.").arg(path, problem));
 }
 
 QByteArray readFile(const QString& path) {

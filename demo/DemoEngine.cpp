@@ -68,7 +68,7 @@ QList<DemoEngine::DueSchedule> DemoEngine::dueSchedules(const WallClock& now) {
     const RecordSet pending = m_connection.query(sql(
         "SELECT [ScheduleID], [ScheduleTitle], [RunDate] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) "
         "WHERE [Status] = {}",
-        int(Pending)));
+        ScheduleStatus::Pending));
     QList<DueSchedule> due;
     for (const Row row : pending) {
         const QString stored = row.text("RunDate");
@@ -87,7 +87,8 @@ QList<DemoEngine::DueSchedule> DemoEngine::dueSchedules(const WallClock& now) {
 bool DemoEngine::claim(const DueSchedule& schedule) {
     return m_connection.changedRows(sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [Status] = {} "
                                         "WHERE [ScheduleID] = {} AND [Status] = {} AND [RunDate] = {}",
-                                        int(Processing), schedule.id, int(Pending), schedule.storedRunDate))
+                                        ScheduleStatus::Processing, schedule.id, ScheduleStatus::Pending,
+                                        schedule.storedRunDate))
            == 1;
 }
 
@@ -175,12 +176,12 @@ QList<DemoEngine::LogRow> DemoEngine::subProjectRows(const clsTemplate& subProje
 bool DemoEngine::finish(const DueSchedule& schedule, const QList<LogRow>& rows) {
     const bool failed =
         std::any_of(rows.begin(), rows.end(), [](const LogRow& row) { return row.errorCode != NoError; });
-    const int status = failed ? CompletedWithErrors : Completed;
+    const auto status = failed ? ScheduleStatus::CompletedWithErrors : ScheduleStatus::Completed;
     Transaction transaction(m_connection);
     const qint64 updated = m_connection.changedRows(
         sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [Status] = {}, [RanDate] = {} "
             "WHERE [ScheduleID] = {} AND [Status] = {}",
-            status, WallClock::now().stored(), schedule.id, int(Processing)));
+            status, WallClock::now().stored(), schedule.id, ScheduleStatus::Processing));
     if (updated == 0) {
         m_tell(QString("\"%1\" was reset or deleted while it ran.").arg(schedule.title));
         return false;

@@ -11,6 +11,8 @@ namespace schedulerContent {
 
 namespace {
 
+using enum ScheduleStatus;
+
 const QString administrator = Session::serverLoginName;
 const QString amelia = "Amelia.Hart";
 const QString priya = "Priya.Nair";
@@ -22,13 +24,14 @@ public:
         : m_connection(connection), m_now(now), m_templates(demoTemplates::create(connection, now.date())) {}
 
     /// `run` is in minutes from now.
-    int add(const QString& title, const QString& templateTitle, qint64 run, int status, const QString& user) {
+    int add(const QString& title, const QString& templateTitle, qint64 run, ScheduleStatus status,
+            const QString& user) {
         const WallClock when = m_now.addSecs(run * 60);
         const WallClock ran = isFinished(status) ? when.addSecs(95) : WallClock();
         return addRow(title, m_templates.value(templateTitle), when.stored(), status, ran.stored(), user);
     }
     /// Of a template that was deleted behind the Scheduler's back.
-    int addOrphan(const QString& title, qint64 run, int status, const QString& user) {
+    int addOrphan(const QString& title, qint64 run, ScheduleStatus status, const QString& user) {
         return addRow(title, m_templates.lastId() + 1000, m_now.addSecs(run * 60).stored(), status,
                       WallClock().stored(), user);
     }
@@ -54,7 +57,7 @@ public:
     const DemoTemplates& templates() const { return m_templates; }
 
 private:
-    int addRow(const QString& title, int templateId, const QString& runDate, int status,
+    int addRow(const QString& title, int templateId, const QString& runDate, ScheduleStatus status,
                const QString& ranDate, const QString& user) {
         const QString id = m_connection.scalar(
             sql("INSERT INTO NorvaScheduler.dbo.[tblSchedule] ([ScheduleTitle], [TemplateID], [ProjectRef], "
@@ -94,7 +97,7 @@ void addPending(ScheduleWriter& writer) {
 /// What the program has to put up with: rows that it never writes itself.
 void addOdd(ScheduleWriter& writer) {
     using namespace demoTemplates;
-    writer.add("Status of a later version", InvoiceOnly, 7 * Day, 7, administrator);
+    writer.add("Status of a later version", InvoiceOnly, 7 * Day, ScheduleStatus(7), administrator);
     writer.addOrphan("Template gone", -2 * Hour, Pending, administrator);
     writer.addWithRunDate("No run date", WeeklyReview, "", administrator);
     writer.addWithRunDate("Run date that is none", WeeklyReview, "as soon as possible", amelia);
@@ -172,9 +175,9 @@ void fillSchedules(Connection& connection, int schedules, int templates, int rep
     BulkInsert rows(connection,
                     sql("INSERT INTO NorvaScheduler.dbo.tblSchedule (ScheduleTitle, TemplateID, ProjectRef, "
                         "RunDate, [Status], RanDate, Username) VALUES"));
-    static const QList<int> states{Pending, Pending, Completed, CompletedWithErrors, Disabled};
+    static const QList<ScheduleStatus> states{Pending, Pending, Completed, CompletedWithErrors, Disabled};
     for (int i = 0; i < schedules; ++i) {
-        const int status = states.at(i % states.size());
+        const ScheduleStatus status = states.at(i % states.size());
         const WallClock when = now.addSecs((isFinished(status) ? -1 : 1) * (i + 1) * 600);
         rows.add(QString("Schedule %1").arg(i + 1, 6, 10, QChar('0')), templateIds.at(i % templateIds.size()),
                  demoProjects::all().first().database, when.stored(), status,

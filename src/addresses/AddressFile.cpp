@@ -1,51 +1,14 @@
 #include "addresses/AddressFile.h"
 
-#include "base/CsvLine.h"
+#include "base/Csv.h"
+#include "base/WholeFile.h"
 #include "db/ForeignText.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <algorithm>
-#include <optional>
 #include <stdexcept>
 
 namespace {
-
-/// The text up to the quote that closes the field; `at` is moved behind it. Nothing when none does.
-std::optional<QString> quotedField(const QString& line, qsizetype& at) {
-    QString field;
-    for (++at; at < line.size(); ++at) {
-        if (line[at] != '"') {
-            field += line[at];
-        } else if (at + 1 < line.size() && line[at + 1] == '"') {
-            field += line[at++];
-        } else {
-            ++at;
-            return field;
-        }
-    }
-    return {};
-}
-
-/// Only a field that begins with a double quote is a quoted one. Empty when a quoted field does not end.
-QStringList splitLine(const QString& line) {
-    QStringList fields;
-    for (qsizetype at = 0; at <= line.size(); ++at) {
-        while (at < line.size() && line[at] == ' ') ++at;
-        std::optional<QString> quoted;
-        if (at < line.size() && line[at] == '"') {
-            quoted = quotedField(line, at);
-            if (!quoted) return {};
-        }
-        const qsizetype comma = line.indexOf(',', at);
-        const qsizetype end = comma < 0 ? line.size() : comma;
-        const QString rest = line.mid(at, end - at).trimmed();
-        if (quoted && !rest.isEmpty()) return {};
-        fields << quoted.value_or(rest);
-        at = end;
-    }
-    return fields;
-}
 
 bool isBlank(const QStringList& fields) {
     return !fields.isEmpty()
@@ -74,7 +37,7 @@ QStringList fieldsOf(const MailEntry& entry) {
 QString lineOf(const MailEntry& entry) {
     QStringList fields = fieldsOf(entry);
     for (QString& field : fields)
-        if (splitLine(field) != QStringList{field}) field = csvLine({field});
+        if (csvFields(field, Blanks::Trimmed) != QStringList{field}) field = csvLine({field});
     return fields.join(',');
 }
 
@@ -90,7 +53,7 @@ AddressFile readAddressFile(const QString& path) {
     int number = 0;
     for (const QString& line : foreignText(bytes).replace("\r\n", "\n").replace('\r', '\n').split('\n')) {
         ++number;
-        const QStringList fields = splitLine(line);
+        const QStringList fields = csvFields(line, Blanks::Trimmed);
         if (isBlank(fields)) continue;
         if (content.columns == 0) {
             content.columns = qMax<qsizetype>(1, fields.size());
@@ -106,13 +69,12 @@ AddressFile readAddressFile(const QString& path) {
 }
 
 bool survivesExport(const MailEntry& entry) {
-    return problemOf(entry).isEmpty() && splitLine(lineOf(entry)) == fieldsOf(entry);
+    return problemOf(entry).isEmpty() && csvFields(lineOf(entry), Blanks::Trimmed) == fieldsOf(entry);
 }
 
 void writeAddressFile(const QString& path, const QList<MailEntry>& entries) {
     QString text(QChar::ByteOrderMark); // or spreadsheets take it for Windows text
     for (const MailEntry& entry : entries) text += lineOf(entry) + "\r\n";
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0 || !file.commit())
-        throw std::runtime_error(file.errorString().toStdString());
+    if (const QString problem = writeWhole(path, text.toUtf8()); !problem.isEmpty())
+        throw std::runtime_error(problem.toStdString());
 }

@@ -2,16 +2,12 @@
 
 #include "addresses/EmailAddress.h"
 #include "db/ColumnText.h"
+#include "db/ServerText.h"
 
 #include <QStringList>
 #include <algorithm>
 
 namespace {
-
-QString keyPart(QString text) {
-    while (text.endsWith(' ')) text.chop(1);
-    return text.toCaseFolded();
-}
 
 bool holdsControlCharacter(const QString& text) {
     return std::any_of(text.begin(), text.end(),
@@ -21,7 +17,8 @@ bool holdsControlCharacter(const QString& text) {
 } // namespace
 
 QString MailEntry::key() const {
-    return QStringList{keyPart(billAccount), keyPart(costCentre), level, keyPart(emailAddress)}.join('\n');
+    return QStringList{serverKey(billAccount), serverKey(costCentre), level, serverKey(emailAddress)}.join(
+        '\n');
 }
 
 bool MailEntry::hasLevel() const {

@@ -14,6 +14,7 @@
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
 #include "ui/WindowSize.h"
+#include "ui/openScreen.h"
 #include "ui_frmEmailSettings.h"
 
 #include <QDir>
@@ -106,8 +107,7 @@ void frmEmailSettings::buildFooter() {
 }
 
 int frmEmailSettings::Setup() {
-    const bool done = guarded(context(), parentWidget(), [this] {
-        WaitCursor wait;
+    const bool done = load([this] {
         m_defaultEmail = readDefaultEmail(session().db());
         m_maxFileSize = readMaxFileSize(session().db());
         m_asRead = readMailAddresses(session().db());
@@ -161,20 +161,11 @@ void frmEmailSettings::CalledBack() {
 }
 
 void frmEmailSettings::cmdAdd_Click() {
-    run([this] {
-        frmMailSelection screen(context(), m_book, this);
-        if (screen.Setup() != 0) return;
-        screen.SetCallback(this, "CalledBack");
-        screen.exec();
-    });
+    run([this] { openScreen<frmMailSelection>(context(), this, "Error loading the cost centres", m_book); });
 }
 
 void frmEmailSettings::cmdImport_Click() {
-    run([this] {
-        frmMailImport screen(context(), m_book, this);
-        screen.SetCallback(this, "CalledBack");
-        screen.exec();
-    });
+    run([this] { openScreen<frmMailImport>(context(), this, {}, m_book); });
 }
 
 QString frmEmailSettings::deleteQuestion(const QList<int>& ids) const {

@@ -39,8 +39,8 @@ QString stopText(const ImportRow& stopper) {
 
 } // namespace
 
-frmMailImport::frmMailImport(ScreenContext& context, AddressBook& book, QWidget* parent)
-    : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmMailImport>()), m_book(book) {
+frmMailImport::frmMailImport(ScreenContext& context, QWidget* parent)
+    : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmMailImport>()) {
     m_ui->setupUi(this);
     m_ui->lstPreview->setColumns({{"Line", ListColumn::Number, 7},
                                   {"Bill Account", ListColumn::Text, 15},
@@ -66,6 +66,11 @@ frmMailImport::frmMailImport(ScreenContext& context, AddressBook& book, QWidget*
 }
 
 frmMailImport::~frmMailImport() = default;
+
+int frmMailImport::Setup(AddressBook& book) {
+    m_book = &book;
+    return 0;
+}
 
 void frmMailImport::buildFooter() {
     uctFooter& footer = *m_ui->footer;
@@ -154,7 +159,7 @@ void frmMailImport::showLines() {
 void frmMailImport::mapFile() {
     const AddressLayout chosen = layout();
     m_mappedWith = defaults();
-    m_rows = mapLines(m_file, chosen, m_mappedWith, m_book, [this](qsizetype done) { showProgress(done); });
+    m_rows = mapLines(m_file, chosen, m_mappedWith, *m_book, [this](qsizetype done) { showProgress(done); });
     const auto enable = [&](QLabel* label, QWidget* field, AddressField of) {
         const bool asked = m_layouts.isEmpty() || !chosen.contains(of);
         label->setEnabled(asked);
@@ -207,7 +212,7 @@ void frmMailImport::cmdImport_Click() {
         {
             WaitCursor wait;
             for (const ImportRow& row : m_rows)
-                if (row.status == ImportRow::New) m_book.AddEntrytoGrid(row.entry);
+                if (row.status == ImportRow::New) m_book->AddEntrytoGrid(row.entry);
         }
         const QString details =
             leftOutText(m_rows)

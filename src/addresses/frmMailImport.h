@@ -17,9 +17,11 @@ class frmMailImport : public ScreenDialog {
     Q_OBJECT
 
 public:
-    /// The book, which the entries are added to, must outlive the screen.
-    frmMailImport(ScreenContext& context, AddressBook& book, QWidget* parent = nullptr);
+    explicit frmMailImport(ScreenContext& context, QWidget* parent = nullptr);
     ~frmMailImport() override;
+
+    /// The book, which the entries are added to, must outlive the screen. Always 0.
+    int Setup(AddressBook& book);
 
 private slots:
     void cmdOpen_Click();
@@ -41,7 +43,7 @@ private:
 
     std::unique_ptr<Ui::frmMailImport> m_ui;
     QToolButton* m_cmdImport = nullptr;
-    AddressBook& m_book;
+    AddressBook* m_book = nullptr;
     AddressFile m_file;
     QList<AddressLayout> m_layouts;
     QList<ImportRow> m_rows;

@@ -14,8 +14,8 @@
 
 #include <QToolButton>
 
-frmMailSelection::frmMailSelection(ScreenContext& context, AddressBook& book, QWidget* parent)
-    : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmMailSelection>()), m_book(book) {
+frmMailSelection::frmMailSelection(ScreenContext& context, QWidget* parent)
+    : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmMailSelection>()) {
     m_ui->setupUi(this);
     setReadOnly(*m_ui->txtProject, true);
     m_ui->txtProject->setPlaceholderText("No project is selected");
@@ -43,8 +43,9 @@ frmMailSelection::frmMailSelection(ScreenContext& context, AddressBook& book, QW
 
 frmMailSelection::~frmMailSelection() = default;
 
-int frmMailSelection::Setup() {
-    const bool done = guarded(context(), parentWidget(), [this] { fillCentres(); });
+int frmMailSelection::Setup(AddressBook& book) {
+    m_book = &book;
+    const bool done = load([this] { fillCentres(); });
     if (session().project.database.isEmpty())
         m_ui->cmdOpen->setFocus();
     else
@@ -97,7 +98,7 @@ void frmMailSelection::add() {
     if (!isValidEmailAddress(address)) return refuse("You must enter a valid Email Address.", m_ui->txtEmail);
     const MailEntry entry{session().project.unitabAccount, m_ui->lstCentres->textOf(*centre, 0),
                           m_ui->cmbLevel->currentData().toString(), address};
-    if (m_book.EntryAlreadyExists(entry)) {
+    if (m_book->EntryAlreadyExists(entry)) {
         messages().notice(
             this, QString("This cost centre already has the e-mail address %1 assigned to it.").arg(address),
             Messages::Information);
@@ -105,7 +106,7 @@ void frmMailSelection::add() {
     }
     const QString problem = problemOf(entry);
     if (!problem.isEmpty()) return refuse(problem, m_ui->txtEmail);
-    m_book.AddEntrytoGrid(entry);
+    m_book->AddEntrytoGrid(entry);
     messages().notice(this, "Entry has been added to Email List.");
     m_ui->txtEmail->clear();
     m_ui->txtEmail->setFocus();

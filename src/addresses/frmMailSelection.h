@@ -16,12 +16,12 @@ class frmMailSelection : public ScreenDialog {
     Q_OBJECT
 
 public:
-    /// The book, which the entries are added to, must outlive the screen.
-    frmMailSelection(ScreenContext& context, AddressBook& book, QWidget* parent = nullptr);
+    explicit frmMailSelection(ScreenContext& context, QWidget* parent = nullptr);
     ~frmMailSelection() override;
 
-    /// Shows the cost centres of the current project; 0 on success.
-    int Setup();
+    /// Shows the cost centres of the current project; 0 on success. The entries are added to the book, which
+    /// must outlive the screen.
+    int Setup(AddressBook& book);
 
 protected:
     bool mayClose() override;
@@ -36,5 +36,5 @@ private:
     void add();
 
     std::unique_ptr<Ui::frmMailSelection> m_ui;
-    AddressBook& m_book;
+    AddressBook* m_book = nullptr;
 };

@@ -8,9 +8,6 @@
 
 namespace {
 
-/// How many rows are inserted in one round trip.
-constexpr qsizetype RowsPerBatch = 500;
-
 bool comesBefore(const MailEntry& left, const MailEntry& right) {
     return std::tie(left.billAccount, left.level, left.costCentre, left.emailAddress)
            < std::tie(right.billAccount, right.level, right.costCentre, right.emailAddress);
@@ -45,12 +42,9 @@ Sql insertOf(const MailEntry& entry) {
 void replace(Connection& connection, const QList<MailEntry>& book,
              const std::function<void(qsizetype written)>& tell) {
     connection.execute(sql("Delete from NorvaScheduler.dbo.tblMailAddresses"));
-    for (qsizetype from = 0; from < book.size(); from += RowsPerBatch) {
-        QList<Sql> inserts;
-        for (const MailEntry& entry : book.mid(from, RowsPerBatch)) inserts << insertOf(entry);
-        connection.run(Sql::join(inserts, sql("\n")));
-        tell(from + inserts.size());
-    }
+    QList<Sql> inserts;
+    for (const MailEntry& entry : book) inserts << insertOf(entry);
+    connection.executeAll(inserts, tell);
 }
 
 } // namespace

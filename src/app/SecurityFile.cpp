@@ -1,7 +1,8 @@
 #include "app/SecurityFile.h"
 
+#include "base/WholeFile.h"
+
 #include <QFile>
-#include <QSaveFile>
 #include <array>
 #include <sodium.h>
 #include <stdexcept>
@@ -95,10 +96,8 @@ void WriteEncryptedSSSfile(const QString& path, const QString& password) {
     if (text.isEmpty()) fail("The password is empty.");
     if (text.size() > LongestPassword) fail("The password is too long.");
     if (sodium_init() < 0) fail("The encryption library cannot be started.");
-    const bool isNew = !QFile::exists(path);
-    QSaveFile file(path);
-    const bool written = file.open(QIODevice::WriteOnly)
-                         && (!isNew || file.setPermissions(QFile::ReadOwner | QFile::WriteOwner))
-                         && file.write(enciphered(text)) > 0 && file.commit();
-    if (!written) fail(QString("The file %1 cannot be written: %2").arg(path, file.errorString()));
+    std::optional<QFile::Permissions> access; // an administrator may have widened it
+    if (!QFile::exists(path)) access = QFile::ReadOwner | QFile::WriteOwner;
+    if (const QString problem = writeWhole(path, enciphered(text), access); !problem.isEmpty())
+        fail(QString("The file %1 cannot be written: %2").arg(path, problem));
 }

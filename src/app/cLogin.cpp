@@ -6,6 +6,7 @@
 #include "db/DbError.h"
 #include "db/Refusal.h"
 #include "db/SchedulerDatabase.h"
+#include "db/ServerText.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ void checkAdministrator(const QString& password, const QString& loginPassword) {
 void checkRole(Connection& connection, const QString& role, const QString& words) {
     const RecordSet members = connection.query(sql("exec sp_helpsrvrolemember @srvrolename = {}", role));
     for (const Row row : members)
-        if (row.text("MemberName").compare(Session::serverLoginName, Qt::CaseInsensitive) == 0) return;
+        if (sameOnServer(row.text("MemberName"), Session::serverLoginName)) return;
     endProgram(
         QString("The QuorraAdmin login is not a member of the %1 role.  Please contact your Administrator.")
             .arg(words));
@@ -72,7 +73,6 @@ LoginOutcome cLogin::logIn(const QString& server, const QString& userName, const
     try {
         checkTyped(server, userName, password);
         m_session.userName = userName;
-        m_session.userPassword = password;
         m_session.log.setUserName(userName);
         connectAndCheck(server, userName, password);
         prepareSchedulerDatabase();
@@ -115,16 +115,17 @@ void cLogin::checkUser(const QString& userName, const QString& password) {
     m_session.multiLevel = 0;
     m_session.costCentres = QStringList(5, QString());
     if (m_session.isAdministrator()) {
-        m_session.userLevel = 1;
+        m_session.userLevel = UserLevel::Administrator;
         return;
     }
     const RecordSet users = m_session.db().query(sql(
         "SELECT * FROM [TblUsers] WHERE [Username] = {} AND [Password] = {}", userName, Secret{password}));
     if (users.isEmpty()) stay(invalidLogin, LoginOutcome::Password);
     const Row user = users.row(0);
-    m_session.userLevel = user.integer("UserLevel");
-    if (m_session.userLevel == 5) endProgram("Level 5 users are not premitted to run this application.");
-    if (m_session.userLevel != 4) return;
+    m_session.userLevel = UserLevel(user.integer("UserLevel"));
+    if (m_session.userLevel == UserLevel::Refused)
+        endProgram("Level 5 users are not premitted to run this application.");
+    if (m_session.userLevel != UserLevel::Restricted) return;
     m_session.multiLevel = user.integer("MultiLevel");
     m_session.costCentres = {user.text("Costcentre1"), user.text("Costcentre2"), user.text("Costcentre3"),
                              user.text("Costcentre4"), user.text("Costcentre5")};

@@ -7,6 +7,7 @@
 #include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/openScreen.h"
 #include "ui_frmOptions.h"
 
 #include <QDir>
@@ -82,10 +83,7 @@ void frmOptions::save() {
 }
 
 void frmOptions::cmdEmail_Click() {
-    run([this] {
-        frmEmailSettings screen(context(), this);
-        if (screen.Setup() == 0) screen.exec();
-    });
+    run([this] { openScreen<frmEmailSettings>(context(), this, "Error loading the e-mail settings"); });
 }
 
 bool frmOptions::mayClose() {

@@ -5,6 +5,7 @@
 #include "app/frmOptions.h"
 #include "app/frmSplashScreen.h"
 #include "base/CommandLine.h"
+#include "base/Csv.h"
 #include "base/Session.h"
 #include "base/SettingsStore.h"
 #include "schedules/frmMainScreen.h"
@@ -60,7 +61,7 @@ void modMain::chooseLook(QApplication& application) {
 
 bool modMain::logIn(const QString& commandLine) {
     frmLogin screen(m_context);
-    const QStringList fields = splitCommandLine(commandLine);
+    const QStringList fields = csvFields(commandLine);
     if (fields.size() == 3 && screen.logInUnseen(fields[0], fields[1], fields[2]))
         return !screen.endProgram();
     if (screen.endProgram()) return false;

@@ -24,21 +24,3 @@ QString typedCommandLine(const QStringList& arguments, QIODevice& input) {
 void hideArguments(int argc, char** argv) {
     for (int i = 1; i < argc; ++i) std::memset(argv[i], '\0', std::strlen(argv[i]));
 }
-
-QStringList splitCommandLine(const QString& line) {
-    QStringList fields{QString()};
-    bool quoted = false;
-    for (qsizetype i = 0; i < line.size(); ++i) {
-        if (line[i] == '"') {
-            if (quoted && line.mid(i + 1, 1) == "\"")
-                fields.last() += line[i++];
-            else
-                quoted = !quoted;
-        } else if (line[i] == ',' && !quoted) {
-            fields << QString();
-        } else {
-            fields.last() += line[i];
-        }
-    }
-    return fields;
-}

@@ -10,7 +10,3 @@ QString typedCommandLine(const QStringList& arguments, QIODevice& input);
 /// Overwrites the arguments in the list of processes, which every user of the machine can read; Windows keeps
 /// a copy of its own.
 void hideArguments(int argc, char** argv);
-
-/// The fields of a line split at ","; a field in double quotes may hold commas, and two double quotes in it
-/// stand for one.
-QStringList splitCommandLine(const QString& line);

@@ -1,8 +1,10 @@
 #pragma once
 
+#include "db/ServerText.h"
+
 #include <QDate>
+#include <QElapsedTimer>
 #include <QString>
-#include <functional>
 
 /// What is known about the analysis project that the user works with. One object for the whole run,
 /// filled when a project is chosen; models hold a reference to it and read it when they are asked.
@@ -12,6 +14,7 @@ struct CurrentProject {
     int billType = 0;      ///< see reports/BillType.h; 0 while unknown
     QDate defaultStart;    ///< of its bills; invalid while unknown
     QDate defaultEnd;
+    QElapsedTimer sinceDatesRead;
     bool wispera = false;             ///< it holds Wispera data
     bool ownCentresReady = false;     ///< the user's copy of its cost centres is up to date
     bool ownCentresListReady = false; ///< and so is his list of them
@@ -24,12 +27,9 @@ struct CurrentProject {
         bool useDefaultDates = false; ///< its reports take the project's default dates instead of their own
     };
     EditedTemplate edited;
-    /// Brings the default dates up to date. Called at every reading of a report's dates while the
-    /// project's are used, so it should ask the server only when something may have changed.
-    std::function<void()> refreshBillDates;
 
     bool isOfAccount(const QString& account) const {
-        return !database.isEmpty() && unitabAccount.compare(account, Qt::CaseInsensitive) == 0;
+        return !database.isEmpty() && sameOnServer(unitabAccount, account);
     }
     /// The bills that the reports are about: those of the template, which a project of another account
     /// may be open beside.

@@ -14,14 +14,12 @@ QString readOption(Connection& connection, const char* column) {
 }
 
 void addOptionColumn(Connection& connection, const QString& column, const Sql& type) {
-    const QString found = connection.scalar(
-        sql("SELECT count(*) as [RowCount] From NorvaScheduler.dbo.sysobjects o WITH (NOLOCK) "
-            "INNER JOIN NorvaScheduler.dbo.syscolumns c WITH (NOLOCK) ON o.id = c.id "
-            "WHERE c.name = {} AND o.name = 'tblOptions'",
-            column));
-    if (found.toInt() == 0)
-        addColumn(connection,
-                  sql("ALTER TABLE NorvaScheduler.dbo.tblOptions ADD {} {} NULL ", Name(column), type));
+    addMissingColumn(connection,
+                     sql("SELECT count(*) as [RowCount] From NorvaScheduler.dbo.sysobjects o WITH (NOLOCK) "
+                         "INNER JOIN NorvaScheduler.dbo.syscolumns c WITH (NOLOCK) ON o.id = c.id "
+                         "WHERE c.name = {} AND o.name = 'tblOptions'",
+                         column),
+                     sql("ALTER TABLE NorvaScheduler.dbo.tblOptions ADD {} {} NULL ", Name(column), type));
 }
 
 } // namespace

@@ -16,6 +16,9 @@ struct GlobalOptions {
     bool csv = false;
 };
 
+/// What a user of the product may do. Levels 2 and 3 are the analysis product's own.
+enum class UserLevel { Administrator = 1, Restricted = 4, Refused = 5 };
+
 /// Whom the next log entry of modScheduler is about.
 struct LogSubject {
     int LogScheduleID = -1;
@@ -47,10 +50,9 @@ struct Session {
     std::unique_ptr<Connection> connection;
     QString serverName; ///< not empty: a login has succeeded
     QString userName;
-    QString userPassword;
-    int userLevel = 0;                     ///< 1 to 5
-    int multiLevel = 0;                    ///< of a level-4 user
-    QStringList costCentres{5, QString()}; ///< levels 1 to 5 to which a level-4 user is restricted
+    UserLevel userLevel{};                 ///< none before a login
+    int multiLevel = 0;                    ///< of a restricted user
+    QStringList costCentres{5, QString()}; ///< levels 1 to 5 to which a restricted user is kept
 
     ServerDefaults serverDefaults;
     GlobalOptions options;

@@ -1,12 +1,12 @@
 #include "base/cPathControl.h"
 
+#include "base/WholeFile.h"
 #include "db/ForeignText.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QHash>
-#include <QSaveFile>
 
 namespace {
 
@@ -77,15 +77,13 @@ void cPathControl::readPathSettingsFile() {
 }
 
 bool cPathControl::SavePathSettingsFile() const {
-    QSaveFile file(appFile("Paths.txt"));
-    if (!file.open(QIODevice::WriteOnly)) return false;
     const QList<std::pair<QString, QString>> folders{{"AppFolder", m_appFolder},
                                                      {"ProjectFolder", m_projectFolder},
                                                      {"BackupFolder", m_backupFolder},
                                                      {"SystemFolder", m_systemFolder}};
-    for (const auto& [key, folder] : folders)
-        file.write((key + '=' + QDir::toNativeSeparators(folder) + "\r\n").toUtf8());
-    return file.commit();
+    QString lines;
+    for (const auto& [key, folder] : folders) lines += key + '=' + QDir::toNativeSeparators(folder) + "\r\n";
+    return writeWhole(appFile("Paths.txt"), lines.toUtf8()).isEmpty();
 }
 
 bool cPathControl::CanWriteToNorvaQXAppPath() const {

@@ -39,5 +39,5 @@ void SaveGlobalOptions(Session& session, const GlobalOptions& options) {
 }
 
 bool mayChangeOptions(const Session& session) {
-    return session.userLevel == 1;
+    return session.userLevel == UserLevel::Administrator;
 }

@@ -3,6 +3,8 @@
 #include "db/DbError.h"
 #include "db/Refusal.h"
 
+#include <utility>
+
 Connection::Connection(ConnectionString connectionString, Opener opener)
     : m_connectionString(std::move(connectionString)),
       m_opener(std::move(opener)),
@@ -79,6 +81,18 @@ Results Connection::run(const Sql& batch) {
         ++m_statementCount;
         return server.execute(batch);
     });
+}
+
+void Connection::executeAll(const QList<Sql>& statements, const std::function<void(qsizetype done)>& tell) {
+    constexpr qsizetype longestBatch = 100'000; // characters: a server compiles it in a moment
+    Sql batch = sql("");
+    for (qsizetype done = 0; done < statements.size();) {
+        batch += statements[done++];
+        batch += sql("\n");
+        if (done < statements.size() && batch.text().size() < longestBatch) continue;
+        execute(std::exchange(batch, sql("")));
+        if (tell) tell(done);
+    }
 }
 
 void Connection::setDefaultDatabase(const QString& database) {

@@ -32,6 +32,8 @@ public:
     /// driver only when the session's settings let them.
     qint64 changedRows(const Sql& batch);
     Results run(const Sql& batch);
+    /// Writing statements, as many to a round trip as fit; `tell` hears how many are done.
+    void executeAll(const QList<Sql>& statements, const std::function<void(qsizetype done)>& tell = {});
 
     bool inTransaction() const { return m_inTransaction; }
     const QString& defaultDatabase() const { return m_defaultDatabase; }

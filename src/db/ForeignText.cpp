@@ -1,16 +1,14 @@
 #include "db/ForeignText.h"
 
+#include "db/CodePage1252.h"
+
 #include <QStringDecoder>
 
 namespace {
 
-/// What Windows has at 0x80 to 0x9F; the rest is Latin-1.
-constexpr char16_t windowsLetters[] = u"€\x81‚ƒ„…†‡ˆ‰Š‹Œ\x8dŽ\x8f\x90‘’“”•–—˜™š›œ\x9džŸ";
-
 QString fromWindowsText(const QByteArray& bytes) {
     QString text = QString::fromLatin1(bytes);
-    for (QChar& letter : text)
-        if (letter >= u'\x80' && letter <= u'\x9f') letter = windowsLetters[letter.unicode() - 0x80];
+    for (QChar& letter : text) letter = CodePage1252::letter(uchar(letter.unicode()));
     return text;
 }
 

@@ -6,15 +6,27 @@
 
 namespace {
 
-/// `hint` follows the names of the two catalogue tables.
-bool reportColumnIsMissing(Connection& connection, const QString& column, const Sql& hint = sql("")) {
-    return connection
-               .scalar(sql("SELECT count(*) as [RowCount] From sysobjects {}"
-                           "INNER JOIN syscolumns {}ON sysobjects.id = syscolumns.id "
-                           "WHERE syscolumns.name = {} AND sysobjects.name = 'tblTemplate_Report'",
-                           hint, hint, column))
-               .toInt()
-           == 0;
+/// Counts the columns of that name in the reports' table; `hint` follows the names of the two catalogue
+/// tables.
+Sql countReportColumn(const QString& column, const Sql& hint = sql("")) {
+    return sql("SELECT count(*) as [RowCount] From sysobjects {}"
+               "INNER JOIN syscolumns {}ON sysobjects.id = syscolumns.id "
+               "WHERE syscolumns.name = {} AND sysobjects.name = 'tblTemplate_Report'",
+               hint, hint, column);
+}
+
+bool isMissing(Connection& connection, const Sql& count) {
+    return connection.scalar(count).toInt() == 0;
+}
+
+bool addColumn(Connection& connection, const Sql& add) {
+    try {
+        connection.execute(add);
+        return true;
+    } catch (const DbError& error) {
+        if (error.number() != DbError::DuplicateColumn) throw;
+        return false;
+    }
 }
 
 void upgradeExcludedNumbers(Connection& connection, const QString& table) {
@@ -36,7 +48,7 @@ void upgradeExcludedNumbers(Connection& connection, const QString& table) {
 void upgradeBandsTo17(Connection& connection) {
     QStringList missing;
     for (const char* column : {"Distance15", "Distance16", "Distance17"})
-        if (reportColumnIsMissing(connection, column)) missing << column;
+        if (isMissing(connection, countReportColumn(column))) missing << column;
     if (missing.isEmpty()) return;
     Transaction transaction(connection);
     bool addedBand15 = false;
@@ -53,16 +65,17 @@ void upgradeBandsTo17(Connection& connection) {
 void upgradeBandsTo23(Connection& connection) {
     for (int band = 18; band <= 23; ++band) {
         const QString column = QString("Distance%1").arg(band);
-        if (reportColumnIsMissing(connection, column))
-            addColumn(connection,
-                      sql("ALTER TABLE tblTemplate_Report ADD {} [Bit] NOT NULL DEFAULT 0 ", Name(column)));
+        addMissingColumn(
+            connection, countReportColumn(column),
+            sql("ALTER TABLE tblTemplate_Report ADD {} [Bit] NOT NULL DEFAULT 0 ", Name(column)));
     }
 }
 
 /// A column added with the value that every existing report gets, as one step: what is filled without
 /// having been added here would wipe what users have set since.
 void addReportColumn(Connection& connection, const QString& column, const Sql& add, const Sql& fill) {
-    if (!reportColumnIsMissing(connection, column, sql("WITH (NOLOCK) "))) return;
+    const Sql count = countReportColumn(column, sql("WITH (NOLOCK) "));
+    if (!isMissing(connection, count)) return;
     Transaction transaction(connection);
     if (!addColumn(connection, add)) return;
     connection.execute(fill);
@@ -71,14 +84,8 @@ void addReportColumn(Connection& connection, const QString& column, const Sql& a
 
 } // namespace
 
-bool addColumn(Connection& connection, const Sql& statement) {
-    try {
-        connection.execute(statement);
-        return true;
-    } catch (const DbError& error) {
-        if (error.number() != DbError::DuplicateColumn) throw;
-        return false;
-    }
+bool addMissingColumn(Connection& connection, const Sql& count, const Sql& add) {
+    return isMissing(connection, count) && addColumn(connection, add);
 }
 
 bool schedulerDatabaseExists(Connection& connection) {

@@ -14,9 +14,9 @@ bool schedulerTablesExist(Connection& connection);
 void createSchedulerDatabase(Connection& connection, const ServerDefaults& defaults);
 void dropSchedulerDatabase(Connection& connection);
 
-/// Sends an ALTER TABLE … ADD. False when another program has added the column in this moment, which then
-/// fills it as well.
-bool addColumn(Connection& connection, const Sql& statement);
+/// Sends `add`, an ALTER TABLE … ADD, when `count` finds no such column. False when it was there, or another
+/// program has added it in this moment, which then fills it as well.
+bool addMissingColumn(Connection& connection, const Sql& count, const Sql& add);
 
 /// The upgrades that a login makes in the default database: the exclusion table and its orphans, then
 /// the distance bands. Safe to repeat; a database with any subset of the later columns comes out whole.

@@ -42,6 +42,9 @@ public:
     static Sql value(const Name& name) { return script(name.quoted()); }
     static Sql value(const Sql& sql) { return sql; }
     static Sql value(bool flag) { return integer(flag ? 1 : 0); }
+    template <class T>
+    requires std::is_enum_v<T>
+    static Sql value(T code) { return integer(qint64(code)); }
     template <std::integral T>
     static Sql value(T number) {
         return integer(number);

@@ -1,11 +1,11 @@
 #include "numbers/NumberFile.h"
 
+#include "base/WholeFile.h"
 #include "db/ForeignText.h"
 
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
-#include <QSaveFile>
 #include <algorithm>
 #include <stdexcept>
 
@@ -50,10 +50,10 @@ QStringList read(const QString& path) {
 }
 
 void write(const QString& path, const QStringList& numbers) {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) refuse(path, "cannot be written: " + file.errorString());
-    for (const QString& number : numbers) file.write(number.toUtf8() + "\r\n");
-    if (!file.commit()) refuse(path, "cannot be written: " + file.errorString());
+    QByteArray content;
+    for (const QString& number : numbers) content += number.toUtf8() + "\r\n";
+    if (const QString problem = writeWhole(path, content); !problem.isEmpty())
+        refuse(path, "cannot be written: " + problem);
 }
 
 } // namespace numberFile

@@ -2,6 +2,8 @@
 
 #include "db/Connection.h"
 
+#include "db/ServerText.h"
+
 #include <QStringList>
 #include <functional>
 
@@ -68,5 +70,5 @@ bool holdsLetters(const QString& number);
 
 /// What numbers are compared by.
 inline QString numberKey(const QString& number) {
-    return number.trimmed().toCaseFolded();
+    return serverKey(number.trimmed());
 }

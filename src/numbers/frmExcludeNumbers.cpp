@@ -42,8 +42,7 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
 frmExcludeNumbers::~frmExcludeNumbers() = default;
 
 int frmExcludeNumbers::Setup(int templateId) {
-    return run([&] {
-        WaitCursor wait;
+    return load([&] {
         m_templateId = templateId;
         m_list = std::make_unique<ExcludedNumbers>(session().db(), templateId);
         m_ui->grid->attach(context(), *m_list, "frmExcludeNumbers");

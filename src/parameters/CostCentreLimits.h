@@ -8,9 +8,8 @@
 /// The cost centres to which the user is restricted, on the levels that restrict him; all empty for a
 /// user who may see everything.
 inline ProjectLists::CostCentres costCentreLimits(const Session& session) {
-    constexpr int restrictedLevel = 4;
     ProjectLists::CostCentres limits;
-    if (session.userLevel == restrictedLevel)
+    if (session.userLevel == UserLevel::Restricted)
         std::copy_n(session.costCentres.begin(), std::min<qsizetype>(5, session.costCentres.size()),
                     limits.begin());
     return limits;

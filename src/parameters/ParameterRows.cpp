@@ -25,10 +25,7 @@ QString listed(QString joined) {
 }
 
 QString daysText(const clsReportParameters& parameters) {
-    static constexpr const char* names[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-    QStringList days;
-    for (int day = 1; day <= 7; ++day)
-        if (parameters.DaySelected(day)) days << names[day - 1];
+    const QStringList days = selectedDays(parameters);
     if (days.size() == 7) return "All Days";
     return days.isEmpty() ? QString("None") : days.join(' ');
 }

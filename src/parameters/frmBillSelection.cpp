@@ -45,8 +45,7 @@ frmBillSelection::frmBillSelection(ScreenContext& context, QWidget* parent)
 frmBillSelection::~frmBillSelection() = default;
 
 int frmBillSelection::Setup(const QString& billIds) {
-    return run([&] {
-        WaitCursor wait;
+    return load([&] {
         const Bills found = loadBills(session().db(), session().project.database);
         m_ui->header->setNote(session().project.database);
         std::vector<CheckListEntry> entries;

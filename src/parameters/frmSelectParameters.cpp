@@ -285,12 +285,11 @@ void frmSelectParameters::cmdCalls_Click() {
 }
 
 void frmSelectParameters::editNumbers(const QString& title, const QString& routine) {
-    frmRangeSel screen(context(), this);
-    if (screen.SetupNumbers(numbersOf(*m_report, *m_working), title) != 0) return;
-    screen.SetCallback(this, routine);
-    m_rangeSel = &screen;
-    screen.exec();
-    m_rangeSel = nullptr;
+    m_rangeSel = std::make_unique<frmRangeSel>(context(), this);
+    if (m_rangeSel->SetupNumbers(numbersOf(*m_report, *m_working), title) != 0) return;
+    m_rangeSel->SetCallback(this, routine);
+    m_rangeSel->exec();
+    m_rangeSel.reset();
     m_groups.front().widget->refresh(*m_working);
 }
 

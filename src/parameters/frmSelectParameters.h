@@ -80,6 +80,6 @@ private:
     std::shared_ptr<clsReportParameters> m_working;
     std::vector<Group> m_groups; ///< in the order shown
     uctTextChoice* m_sourceBill = nullptr;
-    frmRangeSel* m_rangeSel = nullptr; ///< while it is open
+    std::unique_ptr<frmRangeSel> m_rangeSel; ///< while it is open
     bool m_changed = false;
 };

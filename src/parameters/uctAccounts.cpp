@@ -1,5 +1,6 @@
 #include "parameters/uctAccounts.h"
 
+#include "db/ServerText.h"
 #include "parameters/CostCentreLimits.h"
 #include "parameters/uctMultiCC.h"
 #include "reports/AccountFilter.h"
@@ -209,11 +210,11 @@ void uctAccounts::fillLines() {
     for (const QString& number : withinLimits(numbers)) {
         const QStringList of = extensions.value(number);
         entries.push_back({number, {of.isEmpty() ? number : number + "   extension " + of.join(", ")}});
-        known.insert(listKey(number));
+        known.insert(serverKey(number));
     }
     for (const QString& number : ticked)
-        if (!known.contains(listKey(number))) {
-            known.insert(listKey(number));
+        if (!known.contains(serverKey(number))) {
+            known.insert(serverKey(number));
             entries.insert(entries.begin(), {number, {number + "   (not in this project)"}});
         }
     m_lines->setEntries(std::move(entries), ticked);
@@ -252,9 +253,9 @@ QStringList uctAccounts::withinLimits(const QStringList& numbers) const {
     if (!isLimited(m_limits)) return numbers;
     const QStringList own = editedReport().lists.serviceNumbers(m_limits);
     QSet<QString> allowed;
-    for (const QString& number : own) allowed.insert(listKey(number));
+    for (const QString& number : own) allowed.insert(serverKey(number));
     QStringList within;
     for (const QString& number : numbers)
-        if (allowed.contains(listKey(number))) within << number;
+        if (allowed.contains(serverKey(number))) within << number;
     return within;
 }

@@ -1,5 +1,6 @@
 #include "parameters/uctCallClasses.h"
 
+#include "db/ServerText.h"
 #include "ui/Labels.h"
 #include "ui/uctCheckList.h"
 
@@ -23,11 +24,11 @@ void uctCallClasses::load(const clsReportParameters& parameters) {
     QSet<QString> known;
     for (const CallClass& each : editedReport().lists.callClasses()) {
         entries.push_back({each.code, {each.description.isEmpty() ? each.code : each.description}});
-        known.insert(listKey(each.code));
+        known.insert(serverKey(each.code));
     }
     for (const QString& code : chosen) {
-        if (known.contains(listKey(code))) continue;
-        known.insert(listKey(code));
+        if (known.contains(serverKey(code))) continue;
+        known.insert(serverKey(code));
         entries.push_back({code, {code + "   (not in this project)"}});
     }
     m_list->setEntries(std::move(entries), chosen);

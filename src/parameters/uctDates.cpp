@@ -1,6 +1,7 @@
 #include "parameters/uctDates.h"
 
 #include "base/Session.h"
+#include "reports/ParameterSummary.h"
 #include "ui/Labels.h"
 #include "ui/Messages.h"
 
@@ -50,13 +51,12 @@ uctDates::uctDates(const EditedReport& report, QWidget* parent)
     dates->addStretch();
 
     auto* days = new QHBoxLayout;
-    static constexpr const char* names[] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                            "Thursday", "Friday", "Saturday"};
     for (std::size_t i = 0; i < m_days.size(); ++i) {
-        auto* day = m_days[i] = new QCheckBox(QString(names[i]).left(3), this);
+        const QString name = dayName(int(i) + 1);
+        auto* day = m_days[i] = new QCheckBox(name.left(3), this);
         day->setObjectName(QString("ChkDay%1").arg(i + 1));
-        day->setAccessibleName(names[i]);
-        day->setToolTip(QString("Include calls made on a %1").arg(names[i]));
+        day->setAccessibleName(name);
+        day->setToolTip(QString("Include calls made on a %1").arg(name));
         connect(day, &QCheckBox::clicked, this, [this, day] { ChkDay_Click(day); });
         days->addWidget(day);
     }

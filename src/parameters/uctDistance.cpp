@@ -2,13 +2,13 @@
 
 #include "base/Session.h"
 #include "reports/BillType.h"
+#include "ui/AllNone.h"
 #include "ui/Labels.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QToolButton>
 #include <algorithm>
 
 uctDistance::uctDistance(const EditedReport& report, QWidget* parent)
@@ -24,17 +24,7 @@ uctDistance::uctDistance(const EditedReport& report, QWidget* parent)
     idc->setHidden(!isIdc);
 
     auto* bar = new QHBoxLayout;
-    const auto addButton = [&](const char* name, const char* text, const char* toolTip, bool ticks) {
-        auto* button = new QToolButton(this);
-        button->setObjectName(name);
-        button->setText(text);
-        button->setToolTip(toolTip);
-        button->setFocusPolicy(Qt::StrongFocus);
-        connect(button, &QToolButton::clicked, this, [this, ticks] { tickAll(ticks); });
-        bar->addWidget(button);
-    };
-    addButton("cmdAllBands", "All", "Tick every distance band of the chosen lines", true);
-    addButton("cmdNoBands", "None", "Untick every distance band of the chosen lines", false);
+    addAllNone(this, *bar, "distance band of the chosen lines", [this](bool ticks) { tickAll(ticks); });
     bar->addWidget(m_problem, 1);
     bar->addStretch();
     column->addLayout(bar);

@@ -5,6 +5,7 @@
 #include "numbers/frmExcludeNumbers.h"
 #include "ui/Icons.h"
 #include "ui/SlotGuard.h"
+#include "ui/openScreen.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -32,9 +33,10 @@ void uctExclusions::cmdExclusions_Click() {
     guarded(
         editedReport().context, window(),
         [this] {
-            frmExcludeNumbers screen(editedReport().context, window());
-            if (screen.Setup(editedReport().templateId) != 0) return;
-            screen.exec();
+            const QString failure = "Error loading the excluded numbers";
+            if (const auto screen = setUpScreen<frmExcludeNumbers>(editedReport().context, window(), failure,
+                                                                   editedReport().templateId))
+                screen->exec();
             showCount();
         },
         {}, "frmSelectParameters.cmdExclusions_Click");

@@ -7,12 +7,13 @@
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
 #include "ui/WindowSize.h"
+#include "ui/openScreen.h"
 #include "ui_frmSQLServerDatabases.h"
 
 #include <QToolButton>
 
 frmSQLServerDatabases::frmSQLServerDatabases(ScreenContext& context, QWidget* parent)
-    : QDialog(parent), m_context(context), m_ui(std::make_unique<Ui::frmSQLServerDatabases>()) {
+    : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmSQLServerDatabases>()) {
     m_ui->setupUi(this);
     m_ui->header->setNote("Select a project");
     m_ui->List1->setColumns({{"Project"}}, "Projects");
@@ -35,22 +36,18 @@ frmSQLServerDatabases::~frmSQLServerDatabases() = default;
 
 int frmSQLServerDatabases::Setup() {
     ProjectList list;
-    const bool filled = guarded(m_context, this, [&] {
-        WaitCursor wait;
-        list = loadProjectList(m_context.session);
-    });
-    if (!filled) return -1;
+    if (!load([&] { list = loadProjectList(session()); })) return -1;
     m_projects = list.names;
     std::vector<ListRow> rows;
     for (int i = 0; i < m_projects.size(); ++i) rows.push_back({i, {m_projects[i]}});
     m_ui->List1->setRows(std::move(rows));
-    m_ui->List1->selectId(int(m_projects.indexOf(m_context.session.project.database)));
+    m_ui->List1->selectId(int(m_projects.indexOf(session().project.database)));
     if (!list.leftOut.isEmpty())
-        m_context.messages.notice(
+        messages().notice(
             parentWidget(),
             QString("Some imported projects appear to have no cost centres or are corrupt.  These are listed "
                     "in the log file (%1).  Please contact your Administrator.")
-                .arg(m_context.session.log.path()));
+                .arg(session().log.path()));
     return 0;
 }
 
@@ -61,7 +58,7 @@ QString frmSQLServerDatabases::selectedProject() const {
 
 void frmSQLServerDatabases::lblOpen_Click() {
     if (selectedProject().isEmpty())
-        m_context.messages.notice(this, "You must select a project in the list before clicking open.");
+        messages().notice(this, "You must select a project in the list before clicking open.");
     else
         accept();
 }
@@ -98,7 +95,8 @@ bool useProject(ScreenContext& context, QWidget* parent, const QString& database
 }
 
 bool chooseProject(ScreenContext& context, QWidget* parent) {
-    frmSQLServerDatabases screen(context, parent);
-    return screen.Setup() == 0 && screen.exec() == QDialog::Accepted
-           && useProject(context, parent, screen.selectedProject());
+    const auto screen =
+        openScreen<frmSQLServerDatabases>(context, parent, "Error loading the list of projects");
+    return screen && screen->result() == QDialog::Accepted
+           && useProject(context, parent, screen->selectedProject());
 }

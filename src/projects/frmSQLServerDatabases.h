@@ -1,8 +1,7 @@
 #pragma once
 
-#include "ui/ScreenContext.h"
+#include "ui/ScreenDialog.h"
 
-#include <QDialog>
 #include <memory>
 
 namespace Ui {
@@ -10,7 +9,7 @@ class frmSQLServerDatabases;
 }
 
 /// The project chooser: accepted when the user opened a project, whose name selectedProject() gives.
-class frmSQLServerDatabases : public QDialog {
+class frmSQLServerDatabases : public ScreenDialog {
     Q_OBJECT
 
 public:
@@ -21,12 +20,14 @@ public:
     int Setup();
     QString selectedProject() const;
 
+protected:
+    bool tellsWhenCancelled() const override { return false; }
+
 private slots:
     void lblOpen_Click();
     void txtSearch_Change(const QString& text);
 
 private:
-    ScreenContext& m_context;
     std::unique_ptr<Ui::frmSQLServerDatabases> m_ui;
     QStringList m_projects;
 };

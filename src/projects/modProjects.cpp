@@ -4,8 +4,6 @@
 #include "db/DbError.h"
 #include "db/Refusal.h"
 
-#include <QElapsedTimer>
-
 namespace {
 
 /// A column that projects of some ages lack.
@@ -41,22 +39,6 @@ void readBillDates(Connection& db, CurrentProject& project) {
                   project);
 }
 
-/// Bills are imported now and then, not every moment: the server is asked once a minute at most. While
-/// it cannot answer, the dates stay as they are known.
-std::function<void()> refresher(Session& session) {
-    QElapsedTimer sinceRead;
-    sinceRead.start();
-    return [&session, sinceRead]() mutable {
-        if (sinceRead.elapsed() < 60'000 || session.db().inTransaction()) return;
-        sinceRead.restart();
-        try {
-            readBillDates(session.db(), session.project);
-        } catch (const DbError& error) {
-            session.log.write("modProjects.RefreshBillDates", error);
-        }
-    };
-}
-
 bool holdsWisperaEvents(Connection& db, const QString& database) {
     try {
         return !db.query(
@@ -83,8 +65,19 @@ void openProject(Session& session, const QString& database) {
     readBillDates(db, project);
     project.wispera = holdsWisperaEvents(db, database);
     project.edited = session.project.edited;
-    project.refreshBillDates = refresher(session);
+    project.sinceDatesRead.start();
     session.project = project;
+}
+
+void refreshBillDates(Session& session) {
+    CurrentProject& project = session.project;
+    if (project.database.isEmpty() || project.sinceDatesRead.elapsed() < 60'000) return;
+    project.sinceDatesRead.restart();
+    try {
+        readBillDates(session.db(), project);
+    } catch (const DbError& error) {
+        session.log.write("modProjects.RefreshBillDates", error);
+    }
 }
 
 bool CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement) {

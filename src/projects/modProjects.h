@@ -8,6 +8,10 @@ struct Session;
 /// Wispera flag. Throws DbError, with the former project still current, when it cannot be read.
 void openProject(Session& session, const QString& database);
 
+/// Reads the current project's default dates anew. Bills are imported now and then, not every moment: the
+/// server is asked once a minute at most. While it cannot answer, the dates stay as they are known.
+void refreshBillDates(Session& session);
+
 /// The one-time repair of a project whose bills do not hold their current account: every bill keeps
 /// its former account in CurrentUnitabAccount and takes the account of the project's first bill, in
 /// one statement or row by row. Returns whether there was anything to repair.

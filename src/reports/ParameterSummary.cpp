@@ -7,7 +7,6 @@
 #include "reports/clsReportParameters.h"
 
 #include <QLocale>
-#include <QStringList>
 
 namespace {
 
@@ -36,10 +35,7 @@ public:
     }
 
     void addDays() {
-        static constexpr const char* names[] = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-        QStringList days;
-        for (int day = 1; day <= 7; ++day)
-            if (m_parameters.DaySelected(day)) days << names[day - 1];
+        const QStringList days = selectedDays(m_parameters);
         if (days.size() < 7) m_pieces << "Days:" + (days.isEmpty() ? QString("None") : days.join(u' '));
     }
 
@@ -109,6 +105,17 @@ private:
 };
 
 } // namespace
+
+QString dayName(int day) {
+    return QLocale::c().dayName(day == 1 ? Qt::Sunday : day - 1);
+}
+
+QStringList selectedDays(const clsReportParameters& parameters) {
+    QStringList days;
+    for (int day = 1; day <= 7; ++day)
+        if (parameters.DaySelected(day)) days << dayName(day).left(3);
+    return days;
+}
 
 QString parameterSummary(const clsReportParameters& parameters, const CurrentProject& project, int reportType,
                          const QString& options) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 class clsReportParameters;
 struct CurrentProject;
@@ -10,5 +10,9 @@ struct CurrentProject;
 QString parameterSummary(const clsReportParameters& parameters, const CurrentProject& project, int reportType,
                          const QString& options);
 
+/// 1 = "Sunday" to 7 = "Saturday", as reports count the days.
+QString dayName(int day);
+/// The days of the week that are reported on: "Mon", "Tue".
+QStringList selectedDays(const clsReportParameters& parameters);
 /// "All Accounts", "Cost Centre 2 = Sales"; empty for a selection that this has no words for.
 QString accountFilterText(const clsReportParameters& parameters, int reportType);

@@ -63,19 +63,14 @@ void clsReportParameters::setDaySelected(int day, bool selected) {
     change(at(m_daySelected, day), selected);
 }
 
-bool clsReportParameters::usesProjectDates() const {
-    if (!m_project->givesDates()) return false;
-    if (m_project->refreshBillDates) m_project->refreshBillDates();
-    return true;
-}
-
 QDate clsReportParameters::DateRangeStart() const {
-    return usesProjectDates() && m_project->defaultStart.isValid() ? m_project->defaultStart
-                                                                   : m_dateRangeStart;
+    return m_project->givesDates() && m_project->defaultStart.isValid() ? m_project->defaultStart
+                                                                        : m_dateRangeStart;
 }
 
 QDate clsReportParameters::DateRangeEnd() const {
-    return usesProjectDates() && m_project->defaultEnd.isValid() ? m_project->defaultEnd : m_dateRangeEnd;
+    return m_project->givesDates() && m_project->defaultEnd.isValid() ? m_project->defaultEnd
+                                                                      : m_dateRangeEnd;
 }
 
 bool clsReportParameters::DistanceBandSelected(int band) const {

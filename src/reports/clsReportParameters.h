@@ -125,7 +125,6 @@ private:
         m_hasChanged = true;
     }
     void changeThreshold(Threshold& threshold, const QString& text);
-    bool usesProjectDates() const;
 
     const CurrentProject* m_project;
     QString m_lineSelection;

@@ -1,11 +1,12 @@
 #include "schedules/ProjectHistory.h"
 
 #include "base/CommandLine.h"
-#include "base/CsvLine.h"
+#include "base/Csv.h"
 #include "base/Session.h"
+#include "base/WholeFile.h"
+#include "db/ServerText.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <QStringDecoder>
 
 namespace projectHistory {
@@ -32,7 +33,7 @@ std::optional<QList<Entry>> parse(const QByteArray& content) {
     QList<Entry> entries;
     for (const QString& line : text.split('\n')) {
         if (line.trimmed().isEmpty()) continue;
-        const QStringList fields = splitCommandLine(line.trimmed());
+        const QStringList fields = csvFields(line.trimmed());
         if (fields.size() != 2 || !isPlainName(fields[0])) return {};
         const auto lastUsed = WallClock::fromStored(fields[1]);
         if (!lastUsed) return {};
@@ -59,15 +60,13 @@ QList<Entry> read(const Session& session) {
 void remember(const Session& session, const QString& project, const WallClock& when) {
     if (!isPlainName(project)) return;
     QList<Entry> entries = read(session);
-    entries.removeIf(
-        [&](const Entry& entry) { return entry.project.compare(project, Qt::CaseInsensitive) == 0; });
+    entries.removeIf([&](const Entry& entry) { return sameOnServer(entry.project, project); });
     entries.prepend({project, when});
     QByteArray content;
     for (const Entry& entry : entries.first(qMin<qsizetype>(entries.size(), mostEntries)))
         content += csvLine({entry.project, entry.lastUsed.stored()}).toUtf8() + "\r\n";
-    QSaveFile file(path(session));
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
-        session.log.write("ProjectHistory.Remember", 1, file.errorString());
+    if (const QString problem = writeWhole(path(session), content); !problem.isEmpty())
+        session.log.write("ProjectHistory.Remember", 1, problem);
 }
 
 } // namespace projectHistory

@@ -2,13 +2,13 @@
 
 #include "base/Session.h"
 #include "db/DbError.h"
+#include "db/ServerText.h"
 #include "db/StoredTitle.h"
-#include "schedules/ScheduleStatus.h"
 
 namespace {
 
 std::pair<QString, int> subProjectKey(const TemplateHeader& header) {
-    return {header.unitabAccount.toCaseFolded(), header.subLevel};
+    return {serverKey(header.unitabAccount), header.subLevel};
 }
 
 /// Empty when the account's cost centres cannot be read or the level does not exist.
@@ -71,7 +71,7 @@ std::vector<ScheduleListRow> ScheduleReading::rows() const {
         ScheduleListRow row;
         row.id = schedule.integer("ScheduleID");
         row.title = shownTitle(schedule.text("ScheduleTitle"));
-        row.status = schedule.integer("Status");
+        row.status = scheduleStatus(schedule.integer("Status"));
         row.project = schedule.text("ProjectRef");
         const QString date = schedule.text(isFinished(row.status) ? "RanDate" : "RunDate");
         row.shownDate = shownStoredDate(date);

@@ -2,6 +2,7 @@
 
 #include "base/WallClock.h"
 #include "db/RecordSet.h"
+#include "schedules/ScheduleStatus.h"
 #include "templates/TemplateSummary.h"
 
 #include <QMap>
@@ -14,7 +15,7 @@ struct Session;
 struct ScheduleListRow {
     int id = 0;
     QString title;
-    int status = 0;
+    ScheduleStatus status = ScheduleStatus::Pending;
     QString project;
     QString shownDate;             ///< of the last run for finished schedules, else of the run to come
     std::optional<WallClock> date; ///< the same; nothing where the stored text is no date
@@ -30,7 +31,7 @@ struct ScheduleListRow {
 struct ScheduleReading {
     RecordSet schedules;
     QHash<int, TemplateSummary> templates;
-    /// How many cost centres an account (case-folded) has at a level; empty when they cannot be read.
+    /// How many cost centres an account (its serverKey) has at a level; empty when they cannot be read.
     QMap<std::pair<QString, int>, QString> subProjects;
 
     bool operator==(const ScheduleReading&) const = default;

@@ -1,9 +1,8 @@
 #include "schedules/ScheduleLog.h"
 
-#include "base/CsvLine.h"
+#include "base/Csv.h"
 #include "base/Session.h"
 #include "base/modCommonFunctions.h"
-#include "schedules/ScheduleStatus.h"
 #include "templates/clsTemplate.h"
 
 #include <QHash>
@@ -94,7 +93,8 @@ QString ranText(const WallClock& runDate, const WallClock& ranDate) {
     return ran + " (Delayed " + durationText(runDate.secsTo(ranDate), true) + ")";
 }
 
-QString logStatusText(int status) {
+QString logStatusText(ScheduleStatus status) {
+    using enum ScheduleStatus;
     switch (status) {
     case Disabled:
         return "Disabled";

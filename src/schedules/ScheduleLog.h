@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/WallClock.h"
+#include "schedules/ScheduleStatus.h"
 
 #include <QString>
 #include <vector>
@@ -35,7 +36,7 @@ QString diagnosticLine(Session& session, int reportId);
 /// When a schedule ran and how late that was; without the delay where it ran in time or never.
 QString ranText(const WallClock& runDate, const WallClock& ranDate);
 /// A stored status, or NoSuchSchedule, as the log view words it.
-QString logStatusText(int status);
+QString logStatusText(ScheduleStatus status);
 /// A project reference of more than 100 characters cut in its middle: its beginning up to the third
 /// backslash, "..." and its end from a backslash on, less than 50 characters.
 QString shortenedProject(const QString& project);

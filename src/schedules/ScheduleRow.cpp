@@ -4,8 +4,12 @@
 #include "db/StoredTitle.h"
 
 ScheduleRow ScheduleRow::read(const Row& row) {
-    return {row.text("ScheduleTitle"), row.integer("TemplateID"), row.text("ProjectRef"),
-            row.text("RunDate"),       row.integer("Status"),     row.text("Username")};
+    return {row.text("ScheduleTitle"),
+            row.integer("TemplateID"),
+            row.text("ProjectRef"),
+            row.text("RunDate"),
+            scheduleStatus(row.integer("Status")),
+            row.text("Username")};
 }
 
 QStringList ScheduleRow::changesSince(const ScheduleRow& earlier) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "db/RecordSet.h"
+#include "schedules/ScheduleStatus.h"
 
 /// What a user decides about a schedule, in the form in which tblSchedule holds it, and how far it is.
 struct ScheduleRow {
@@ -8,7 +9,7 @@ struct ScheduleRow {
     int templateId = -1;
     QString project;
     QString runDate;
-    int status = 0;
+    ScheduleStatus status = ScheduleStatus::Pending;
     QString userName; ///< who saved it last
 
     static ScheduleRow read(const Row& row);

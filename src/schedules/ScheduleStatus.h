@@ -2,8 +2,8 @@
 
 #include <QString>
 
-/// The codes of tblSchedule.Status. Any other stored value counts as pending.
-enum ScheduleStatus {
+/// The codes of tblSchedule.Status.
+enum class ScheduleStatus {
     Pending = 0,
     Disabled = 1,            ///< not to be run; set outside this program
     Processing = 2,          ///< the engine is running it
@@ -12,12 +12,19 @@ enum ScheduleStatus {
     NoSuchSchedule = 5, ///< never stored: the answer for a row that is gone
 };
 
-inline bool isFinished(int status) {
-    return status == CompletedWithErrors || status == Completed;
+/// Any stored value without a meaning of its own counts as pending.
+inline ScheduleStatus scheduleStatus(int stored) {
+    const bool known = stored > 0 && stored < int(ScheduleStatus::NoSuchSchedule);
+    return known ? ScheduleStatus(stored) : ScheduleStatus::Pending;
+}
+
+inline bool isFinished(ScheduleStatus status) {
+    return status == ScheduleStatus::CompletedWithErrors || status == ScheduleStatus::Completed;
 }
 
 /// The status as the lists show it.
-inline QString statusText(int status) {
+inline QString statusText(ScheduleStatus status) {
+    using enum ScheduleStatus;
     switch (status) {
     case Disabled:
         return "Disabled";

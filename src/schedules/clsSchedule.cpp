@@ -4,7 +4,6 @@
 #include "db/ColumnText.h"
 #include "db/Refusal.h"
 #include "db/StoredTitle.h"
-#include "schedules/ScheduleStatus.h"
 #include "templates/modTemplates.h"
 
 clsSchedule::clsSchedule(Session& session) : m_session(session) {
@@ -96,7 +95,7 @@ clsSchedule::SaveResult clsSchedule::SaveSchedule(const QString& newTitle, bool 
     m_title = title;
     m_hasChanged = m_outcomeUnknown = false;
     m_loaded = wantedRow(stored);
-    if (insert) m_loaded.status = Pending;
+    if (insert) m_loaded.status = ScheduleStatus::Pending;
     return Saved;
 }
 
@@ -107,7 +106,7 @@ clsSchedule::SaveResult clsSchedule::compareWithStoredRow(const QString& storedT
         sql("SELECT * FROM NorvaScheduler.dbo.[tblSchedule] WITH (UPDLOCK) WHERE ([ScheduleID] = {})", m_id));
     if (rows.isEmpty()) return Gone;
     m_found = ScheduleRow::read(rows.row(0));
-    if (m_found.status == Processing || isFinished(m_found.status)) return RunMeanwhile;
+    if (m_found.status == ScheduleStatus::Processing || isFinished(m_found.status)) return RunMeanwhile;
     // What is there already is no conflict: the reply to an earlier save may have been lost.
     const bool same = m_found.decidesAs(m_loaded) || m_found.decidesAs(wantedRow(storedTitle));
     return same ? Saved : ChangedMeanwhile;
@@ -147,7 +146,7 @@ void clsSchedule::insertRow(const QString& storedTitle) {
     db.execute(
         sql("INSERT INTO NorvaScheduler.dbo.[tblSchedule] ([ScheduleTitle], [TemplateID], [ProjectRef], "
             "[RunDate], [Status], [RanDate], [Username]) VALUES ({}, {}, {}, {}, {}, {}, {})",
-            storedTitle, Template().ID(), m_projectFile, m_runDate.stored(), int(Pending),
+            storedTitle, Template().ID(), m_projectFile, m_runDate.stored(), ScheduleStatus::Pending,
             WallClock().stored(), m_session.userName));
     m_id = int(db.scalar(sql("SELECT @@IDentity")).toDouble()); // a decimal on some servers
 }
@@ -160,10 +159,10 @@ void clsSchedule::updateRow(const QString& storedTitle) {
                                m_session.userName, m_id));
 }
 
-int clsSchedule::GetStatus() const {
+ScheduleStatus clsSchedule::GetStatus() const {
     const RecordSet rows = m_session.db().query(sql(
         "SELECT [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE [ScheduleID] = {}", m_id));
-    return rows.isEmpty() ? int(NoSuchSchedule) : rows.row(0).integer("Status");
+    return rows.isEmpty() ? ScheduleStatus::NoSuchSchedule : scheduleStatus(rows.row(0).integer("Status"));
 }
 
 void clsSchedule::SetRanDate(const WallClock& when) {

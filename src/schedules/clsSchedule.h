@@ -42,8 +42,8 @@ public:
     void acceptForeignChanges() { m_loaded = m_found; }
     /// On failure the object is left cleared, but for what was read before the failure.
     LoadResult LoadSchedule(int id);
-    /// The stored status; 5 when the row is gone.
-    int GetStatus() const;
+    /// The stored status; NoSuchSchedule when the row is gone.
+    ScheduleStatus GetStatus() const;
 
     /// The template that is run; an empty one when none was set.
     clsTemplate& Template();

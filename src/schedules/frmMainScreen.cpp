@@ -7,7 +7,6 @@
 #include "base/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
-#include "schedules/ScheduleStatus.h"
 #include "schedules/frmSchedule.h"
 #include "schedules/frmScheduleView.h"
 #include "schedules/modScheduler.h"
@@ -201,8 +200,7 @@ void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
             finished.push_back(std::move(row));
             continue;
         }
-        if (statusText(schedule.status) == statusText(Pending))
-            row.cells[StatusColumn] = dueText(schedule.date, now);
+        if (schedule.status == ScheduleStatus::Pending) row.cells[StatusColumn] = dueText(schedule.date, now);
         m_runDates.insert(schedule.id, schedule.date);
         pending.push_back(std::move(row));
     }
@@ -222,7 +220,7 @@ void frmMainScreen::PopulateScreen(bool force) {
     ListModel& rows = m_ui->lstSchedules->rows();
     for (int row = 0; row < rows.rowCount(); ++row) {
         const ListRow& shown = rows.rows()[std::size_t(row)];
-        if (shown.text(StatusColumn).startsWith(statusText(Pending)))
+        if (shown.text(StatusColumn).startsWith(statusText(ScheduleStatus::Pending)))
             rows.setText(row, StatusColumn, dueText(m_runDates.value(shown.id), now));
     }
     m_lastDueUpdate = now;
@@ -260,11 +258,11 @@ void frmMainScreen::cmdEdit_Click() {
 void frmMainScreen::editSchedule(int id) {
     const QString loadFailure = "Error loading schedule information";
     switch (ReadScheduleStatus(m_context.session, id)) {
-    case Processing:
+    case ScheduleStatus::Processing:
         resetSchedule(id);
         break;
-    case CompletedWithErrors:
-    case Completed:
+    case ScheduleStatus::CompletedWithErrors:
+    case ScheduleStatus::Completed:
         openScreen<frmScheduleView>(m_context, this, loadFailure, id);
         break;
     default:

@@ -6,7 +6,6 @@
 #include "projects/modProjectUpdate.h"
 #include "schedules/ProjectHistory.h"
 #include "schedules/ScheduleChoices.h"
-#include "schedules/ScheduleStatus.h"
 #include "schedules/modScheduler.h"
 #include "templates/frmTemplate.h"
 #include "templates/frmTransfer.h"
@@ -42,7 +41,7 @@ frmSchedule::frmSchedule(ScreenContext& screenContext, QWidget* parent)
     m_ui->dtRunOn->setLocale(QLocale::c()); // English month names, whatever the desktop's language
     m_ui->dtRunOnTime->setLocale(QLocale::c());
     m_ui->paneUpdate->hide();
-    m_ui->cmdCCSub->setVisible(session().userLevel != 4);
+    m_ui->cmdCCSub->setVisible(session().userLevel != UserLevel::Restricted);
     setReadOnly(*m_ui->txtProject, true);
     setTextColour(*m_ui->lblProjectProblem, Palette::problem());
     buildFooter();
@@ -388,7 +387,7 @@ bool frmSchedule::store(const QString& newTitle) {
 }
 
 void frmSchedule::tellRunMeanwhile() {
-    const QString what = m_schedule.GetStatus() == Processing ? "started to run" : "run";
+    const QString what = m_schedule.GetStatus() == ScheduleStatus::Processing ? "started to run" : "run";
     messages().notice(
         this, QString("The engine has %1 this schedule while you were editing it, so your changes were "
                       "not saved.\n\nYou can keep them as a new schedule with Save As.")
@@ -443,7 +442,7 @@ void frmSchedule::cmdReports_Click() {
 /// Edits the selected template when it is one of sub-projects, else makes a new one.
 void frmSchedule::cmdCCSub_Click() {
     run([this] {
-        if (session().userLevel == 4) {
+        if (session().userLevel == UserLevel::Restricted) {
             messages().notice(this, "'Cost Centre Sub Project' schedules are not allowed for level 4 users.");
             return;
         }

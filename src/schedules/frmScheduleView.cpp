@@ -1,8 +1,8 @@
 #include "schedules/frmScheduleView.h"
 
 #include "base/Session.h"
+#include "base/WholeFile.h"
 #include "db/DbError.h"
-#include "schedules/ScheduleStatus.h"
 #include "schedules/modScheduler.h"
 #include "ui/Cursors.h"
 #include "ui/Icons.h"
@@ -16,7 +16,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QToolButton>
 
 namespace {
@@ -117,10 +116,10 @@ void frmScheduleView::fillLabels() {
     m_ui->lblProject->setToolTip(m_schedule.ProjectFile());
     m_ui->lblTemplate->setText(m_schedule.Template().Title());
     m_ui->lblDate->setText(ranText(m_schedule.RunDate(), m_schedule.RanDate()));
-    const int status = m_schedule.GetStatus();
+    const ScheduleStatus status = m_schedule.GetStatus();
     m_ui->lblStatus->setText(logStatusText(status));
     m_ui->lblSummary->setText(logSummary(m_log));
-    if (status != CompletedWithErrors) return;
+    if (status != ScheduleStatus::CompletedWithErrors) return;
     for (QLabel* label : {m_ui->lblStatus, m_ui->lblSummary}) setTextColour(*label, Palette::problem());
 }
 
@@ -176,10 +175,9 @@ void frmScheduleView::cmdSaveLog_Click() {
             return;
         // The mark at the beginning tells spreadsheet programs that the text is UTF-8.
         const QByteArray content = "\xEF\xBB\xBF" + logAsCsv(m_log).toUtf8();
-        QSaveFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.commit())
+        if (const QString problem = writeWhole(path, content); !problem.isEmpty())
             messages().notice(this, QString("The file '%1' could not be written.").arg(path), Messages::Plain,
-                              {}, file.errorString());
+                              {}, problem);
     });
 }
 

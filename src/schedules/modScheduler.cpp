@@ -3,7 +3,6 @@
 #include "base/Session.h"
 #include "base/modCommonFunctions.h"
 #include "db/Refusal.h"
-#include "schedules/ScheduleStatus.h"
 #include "schedules/clsSchedule.h"
 #include "templates/modTemplates.h"
 
@@ -11,15 +10,15 @@
 #include <QScopeGuard>
 #include <limits>
 
-int ReadScheduleStatus(Session& session, int scheduleId) {
+ScheduleStatus ReadScheduleStatus(Session& session, int scheduleId) {
     const RecordSet rows = session.db().query(sql(
         "SELECT TOP 1 [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE ([ScheduleID] = {})",
         scheduleId));
     if (rows.isEmpty()) throw Refusal("This schedule has been deleted by somebody else in the meantime.");
-    return rows.row(0).integer("Status");
+    return scheduleStatus(rows.row(0).integer("Status"));
 }
 
-void SetScheduleStatus(Session& session, int scheduleId, int status) {
+void SetScheduleStatus(Session& session, int scheduleId, ScheduleStatus status) {
     session.db().execute(
         sql("UPDATE NorvaScheduler.dbo.[tblSchedule] SET [Status] = {} WHERE ([ScheduleID] = {})", status,
             scheduleId));
@@ -38,11 +37,11 @@ bool ResetSchedule(Session& session, int scheduleId) {
     const QString status = session.db().scalar(
         sql("SELECT [Status] FROM NorvaScheduler.dbo.[tblSchedule] WITH (UPDLOCK) WHERE ([ScheduleID] = {})",
             scheduleId));
-    if (status.toInt() != Processing) return false;
+    if (scheduleStatus(status.toInt()) != ScheduleStatus::Processing) return false;
     const auto done = qScopeGuard([&] { session.logSubject.LogScheduleID = -1; });
     session.logSubject = {scheduleId, -1, {}};
     WriteLogEntry(session, -1, "Status reset by user");
-    SetScheduleStatus(session, scheduleId, CompletedWithErrors);
+    SetScheduleStatus(session, scheduleId, ScheduleStatus::CompletedWithErrors);
     transaction.commit();
     return true;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/WallClock.h"
+#include "schedules/ScheduleStatus.h"
 
 #include <QString>
 #include <optional>
@@ -8,8 +9,8 @@
 struct Session;
 
 /// The stored status of a schedule; throws a Refusal when the schedule is gone.
-int ReadScheduleStatus(Session& session, int scheduleId);
-void SetScheduleStatus(Session& session, int scheduleId, int status);
+ScheduleStatus ReadScheduleStatus(Session& session, int scheduleId);
+void SetScheduleStatus(Session& session, int scheduleId, ScheduleStatus status);
 /// One row of tblLogs about the session's log subject.
 void WriteLogEntry(Session& session, int errorCode, const QString& errorDescription);
 /// Frees a schedule that is stuck in processing: a log row and the status "completed with errors",

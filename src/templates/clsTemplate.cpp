@@ -8,14 +8,6 @@
 
 namespace {
 
-/// How many rows are inserted in one round trip.
-constexpr qsizetype RowsPerBatch = 50;
-
-void runInBatches(Connection& connection, const QList<Sql>& statements) {
-    for (qsizetype from = 0; from < statements.size(); from += RowsPerBatch)
-        connection.run(Sql::join(statements.mid(from, RowsPerBatch), sql("\n")));
-}
-
 QStringList sorted(QStringList texts) {
     texts.sort();
     return texts;
@@ -186,7 +178,7 @@ void clsTemplate::replaceReports(int id, const QList<ColumnValues>& rows) {
     for (const ColumnValues& row : rows)
         inserts << sql("INSERT INTO NorvaScheduler.dbo.tblTemplate_report ([TemplateID], {}) VALUES ({}, {})",
                        row.names(), id, row.values());
-    runInBatches(m_connection, inserts);
+    m_connection.executeAll(inserts);
 }
 
 void clsTemplate::replaceCostCentres(int id) {
@@ -197,7 +189,7 @@ void clsTemplate::replaceCostCentres(int id) {
         inserts << sql(
             "INSERT INTO NorvaScheduler.dbo.tblCCSubProject_CCs (TemplateID, CCName) VALUES ({}, {})", id,
             costCentre.Value);
-    runInBatches(m_connection, inserts);
+    m_connection.executeAll(inserts);
 }
 
 clsTemplate::StoredRows clsTemplate::readRows(int templateId) const {

@@ -5,6 +5,7 @@
 #include "parameters/ParameterRows.h"
 #include "parameters/frmBillSelection.h"
 #include "parameters/frmSelectParameters.h"
+#include "projects/modProjects.h"
 #include "reports/ReportTypes.h"
 #include "templates/NewReport.h"
 #include "templates/frmSelectReports.h"
@@ -16,6 +17,7 @@
 #include "ui/SlotGuard.h"
 #include "ui/WheelGuard.h"
 #include "ui/WindowSize.h"
+#include "ui/openScreen.h"
 #include "ui_frmReport.h"
 
 #include <QHeaderView>
@@ -75,6 +77,7 @@ int frmReport::Setup(int billType, const clsReport* report, int templateId) {
     return load([&] {
         const QScopedValueRollback loading(m_loading, true);
         m_templateId = templateId;
+        refreshBillDates(session());
         m_ui->lblTitle->setText(report ? "Edit a report" : "Create a report");
         if (report) {
             m_report = *report;
@@ -161,15 +164,12 @@ void frmReport::showOutputs() {
 
 void frmReport::cmdReports_Click() {
     run([this] {
-        frmSelectReports chooser(context(), this);
-        if (chooser.Setup(m_report.ReportType(), m_report.ReportSubType()) != 0) {
-            messages().notice(this, "Error loading reports form", Messages::Plain, {}, chooser.loadProblem());
-            return;
-        }
-        chooser.SetCallback(this, "CalledbackReport");
-        m_chooser = &chooser;
-        chooser.exec();
-        m_chooser = nullptr;
+        m_chooser = setUpScreen<frmSelectReports>(context(), this, "Error loading reports form",
+                                                  m_report.ReportType(), m_report.ReportSubType());
+        if (!m_chooser) return;
+        m_chooser->SetCallback(this, "CalledbackReport");
+        m_chooser->exec();
+        m_chooser.reset();
     });
 }
 
@@ -200,14 +200,11 @@ void frmReport::cmdParameters_Click() {
             messages().notice(this, "There are no parameters available for this report.");
             return;
         }
-        frmSelectParameters editor(context(), this);
-        if (editor.Setup(m_report, m_templateId) != 0) {
-            messages().notice(this, "Error loading parameters form", Messages::Plain, {},
-                              editor.loadProblem());
-            return;
-        }
-        editor.SetCallback(this, "CalledbackParam");
-        editor.exec();
+        const auto editor = setUpScreen<frmSelectParameters>(context(), this, "Error loading parameters form",
+                                                             m_report, m_templateId);
+        if (!editor) return;
+        editor->SetCallback(this, "CalledbackParam");
+        editor->exec();
     });
 }
 
@@ -218,12 +215,12 @@ void frmReport::CalledbackParam() {
 
 void frmReport::cmdShowBillSelection_Click() {
     run([this] {
-        frmBillSelection bills(context(), this);
-        if (bills.Setup(m_report.Parameters()->BillIds()) != 0) return;
-        bills.SetCallback(this, "fBillSelction_FormClosed");
-        m_billSelection = &bills;
-        bills.exec();
-        m_billSelection = nullptr;
+        m_billSelection = setUpScreen<frmBillSelection>(context(), this, "Error loading the bills",
+                                                        m_report.Parameters()->BillIds());
+        if (!m_billSelection) return;
+        m_billSelection->SetCallback(this, "fBillSelction_FormClosed");
+        m_billSelection->exec();
+        m_billSelection.reset();
     });
 }
 

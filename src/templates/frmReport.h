@@ -64,8 +64,8 @@ private:
     clsReport m_report;
     std::map<int, clsReport> m_left; ///< by type: a type that is chosen again brings its report back
     int m_templateId = -1;
-    const frmSelectReports* m_chooser = nullptr;       ///< while it is open
-    const frmBillSelection* m_billSelection = nullptr; ///< while it is open
+    std::unique_ptr<frmSelectReports> m_chooser;       ///< while it is open
+    std::unique_ptr<frmBillSelection> m_billSelection; ///< while it is open
     bool m_loading = false;                            ///< changes of the controls are not the user's
     bool m_changed = false;
 };

@@ -4,6 +4,7 @@
 #include "db/DbError.h"
 #include "numbers/ExcludedNumbers.h"
 #include "projects/frmSQLServerDatabases.h"
+#include "projects/modProjects.h"
 #include "reports/BillType.h"
 #include "reports/ReportFanOut.h"
 #include "reports/ReportText.h"
@@ -15,6 +16,7 @@
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
 #include "ui/WindowSize.h"
+#include "ui/openScreen.h"
 #include "ui_frmTemplate.h"
 
 #include <QHeaderView>
@@ -105,6 +107,7 @@ int frmTemplate::Setup(int templateId) {
     bool loaded = true;
     const bool done = load([&] {
         WaitCursor wait;
+        refreshBillDates(session());
         if (templateId >= 0)
             loaded = m_template.LoadTemplate(templateId);
         else
@@ -220,16 +223,14 @@ void frmTemplate::cmdEdit_Click() {
 }
 
 void frmTemplate::editReport(int position) {
-    frmReport editor(context(), this);
     const clsReport* report = position > 0 ? &m_template.Reports().Item(position) : nullptr;
-    if (editor.Setup(m_template.BillType(), report, m_template.ID()) != 0) {
-        messages().notice(this, "Error loading report form", Messages::Plain, {}, editor.loadProblem());
-        return;
-    }
-    editor.SetCallback(this, "Calledback");
+    m_reportEditor = setUpScreen<frmReport>(context(), this, "Error loading report form",
+                                            m_template.BillType(), report, m_template.ID());
+    if (!m_reportEditor) return;
+    m_reportEditor->SetCallback(this, "Calledback");
     const QScopedValueRollback edited(m_edited, position);
-    const QScopedValueRollback open(m_reportEditor, static_cast<const frmReport*>(&editor));
-    editor.exec();
+    m_reportEditor->exec();
+    m_reportEditor.reset();
 }
 
 void frmTemplate::CalledBack() {

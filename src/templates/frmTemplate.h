@@ -71,7 +71,7 @@ private:
     QToolButton* m_cmdDown = nullptr;
     QToolButton* m_cmdSaveAs = nullptr;
     clsTemplate m_template;
-    const frmReport* m_reportEditor = nullptr; ///< while it is open
+    std::unique_ptr<frmReport> m_reportEditor; ///< while it is open
     int m_edited = 0;                          ///< the position of the report in it; 0 for a new one
     QString m_newTitle;                        ///< as typed for the last save-as, which was refused
     bool m_ready = false;                      ///< changes of the controls are the user's

@@ -3,7 +3,9 @@
 #include "base/MailOptions.h"
 #include "base/Session.h"
 #include "db/DbError.h"
+#include "db/ServerText.h"
 #include "projects/frmSQLServerDatabases.h"
+#include "projects/modProjects.h"
 #include "templates/modSubProjects.h"
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"
@@ -87,6 +89,7 @@ int frmTransfer::Setup(int templateId) {
     bool loaded = true;
     const bool done = load([&] {
         WaitCursor wait;
+        refreshBillDates(session());
         if (templateId < 0) {
             m_template.setTemplateType(subProjectType);
             m_template.StartNew();
@@ -229,12 +232,12 @@ void frmTransfer::loadCCTasks() {
     m_ui->lstCC->setEmptyText(isProjectChosen() ? "This level has no cost centres."
                                                 : "Select a project to see its cost centres.");
     QSet<QString> unlisted;
-    for (const QString& name : ticked) unlisted.insert(listKey(name));
+    for (const QString& name : ticked) unlisted.insert(serverKey(name));
     QSet<QString> known;
-    for (const QString& name : names) known.insert(listKey(name));
+    for (const QString& name : names) known.insert(serverKey(name));
     std::vector<CheckListEntry> entries;
     for (const QString& name : ticked)
-        if (!known.contains(listKey(name)))
+        if (!known.contains(serverKey(name)))
             entries.push_back({name, {isProjectChosen() ? name + "   (not in this project)" : name}});
 
     m_stop = false;
@@ -247,7 +250,7 @@ void frmTransfer::loadCCTasks() {
     while (filled < names.size() && !m_stop) {
         for (const QString& name : names.mid(filled, chunk)) {
             entries.push_back({name, {name}});
-            unlisted.remove(listKey(name));
+            unlisted.remove(serverKey(name));
         }
         filled = qMin(filled + chunk, names.size());
         if (!m_filling) break;
@@ -256,7 +259,7 @@ void frmTransfer::loadCCTasks() {
         QCoreApplication::processEvents();
     }
     for (const QString& name : names.mid(filled))
-        if (unlisted.contains(listKey(name))) entries.push_back({name, {name}});
+        if (unlisted.contains(serverKey(name))) entries.push_back({name, {name}});
     m_ui->lstCC->setEntries(std::move(entries), ticked);
     setFilling(false);
     if (focused) focused->setFocus();

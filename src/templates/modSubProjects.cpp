@@ -2,6 +2,7 @@
 
 #include "base/Session.h"
 #include "db/DbError.h"
+#include "db/ServerText.h"
 #include "parameters/CostCentreLimits.h"
 #include "projects/modCostCentres.h"
 
@@ -80,10 +81,10 @@ QStringList missingSubProjectTables(Session& session) {
         session.db().query(sql("SELECT [name] FROM {}.dbo.sysobjects WITH (NOLOCK) WHERE [name] IN ({})",
                                Name(session.project.database), Sql::join(names, sql(", "))));
     QSet<QString> found;
-    for (const Row row : rows) found.insert(row.text(0).toCaseFolded());
+    for (const Row row : rows) found.insert(serverKey(row.text(0)));
     QStringList missing;
     for (const QString& table : subProjectTables())
-        if (!found.contains(table.toCaseFolded())) missing << table;
+        if (!found.contains(serverKey(table))) missing << table;
     return missing;
 }
 

@@ -1,5 +1,7 @@
 #include "ui/CheckListModel.h"
 
+#include "db/ServerText.h"
+
 #include <QSet>
 #include <algorithm>
 
@@ -13,12 +15,12 @@ void CheckListModel::setColumns(std::vector<ListColumn> columns) {
 
 void CheckListModel::setEntries(std::vector<CheckListEntry> entries, const QStringList& tickedKeys) {
     QSet<QString> wanted;
-    for (const QString& key : tickedKeys) wanted.insert(listKey(key));
+    for (const QString& key : tickedKeys) wanted.insert(serverKey(key));
     beginResetModel();
     m_entries = std::move(entries);
     m_ticked.assign(m_entries.size(), false);
     m_tickedCount = 0;
-    for (std::size_t i = 0; i < m_entries.size(); ++i) tick(i, wanted.contains(listKey(m_entries[i].key)));
+    for (std::size_t i = 0; i < m_entries.size(); ++i) tick(i, wanted.contains(serverKey(m_entries[i].key)));
     findShown();
     endResetModel();
 }

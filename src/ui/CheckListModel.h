@@ -2,12 +2,7 @@
 
 #include "ui/ListModel.h"
 
-/// What keys are compared by: the server takes texts that differ in letter case only for the same.
-inline QString listKey(const QString& key) {
-    return key.toCaseFolded();
-}
-
-/// An entry to tick. Keys are unique within a list, whatever their letter case.
+/// An entry to tick. Keys are unique within a list, as the server compares them.
 struct CheckListEntry {
     QString key;
     QStringList texts; ///< one for each column

@@ -17,13 +17,19 @@
 
 namespace {
 
-Palette::Scheme current = Palette::Light;
-
-QColor either(const char* light, const char* dark) {
-    return QColor(QLatin1StringView(current == Palette::Light ? light : dark));
+bool isDark(const QPalette& palette) {
+    return palette.color(QPalette::Window).lightness() < 128;
 }
 
-QPalette colours() {
+/// For the scheme that was applied.
+QColor either(const char* light, const char* dark) {
+    return QColor(QLatin1StringView(isDark(QGuiApplication::palette()) ? dark : light));
+}
+
+QPalette colours(Palette::Scheme scheme) {
+    const auto either = [scheme](const char* light, const char* dark) {
+        return QColor(QLatin1StringView(scheme == Palette::Dark ? dark : light));
+    };
     QPalette palette;
     palette.setColor(QPalette::Window, either("#f3f5f7", "#23282d"));
     palette.setColor(QPalette::WindowText, either("#1c2730", "#e6eaed"));
@@ -55,7 +61,7 @@ public:
         if (element == PE_Frame) return drawFrame(*option, *painter);
         if (element == PE_FrameFocusRect) return drawFocus(option, painter, widget);
         QProxyStyle::drawPrimitive(element, option, painter, widget);
-        if (current != Palette::Dark) return;
+        if (!isDark(option->palette)) return;
         drawIndicatorOutline(element, *option, *painter);
         if (element == PE_FrameLineEdit) drawBoxOutline(*option, *painter);
     }
@@ -63,7 +69,7 @@ public:
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                             const QWidget* widget) const override {
         QProxyStyle::drawComplexControl(control, option, painter, widget);
-        if (current == Palette::Dark && (control == CC_SpinBox || control == CC_ComboBox))
+        if (isDark(option->palette) && (control == CC_SpinBox || control == CC_ComboBox))
             drawBoxOutline(*option, *painter);
     }
 
@@ -147,13 +153,12 @@ Scheme wantedScheme() {
     const QString wanted = getSetting("VWT", "Appearance", "Palette", "");
     if (wanted == "light") return Light;
     if (wanted == "dark") return Dark;
-    return QGuiApplication::palette().color(QPalette::Window).lightness() < 128 ? Dark : Light;
+    return isDark(QGuiApplication::palette()) ? Dark : Light;
 }
 
 void apply(QApplication& application, Scheme scheme) {
-    current = scheme;
     application.setStyle(new VisibleStyle("Fusion"));
-    application.setPalette(colours());
+    application.setPalette(colours(scheme));
     if (!QIcon::themeSearchPaths().contains("/usr/share/icons"))
         QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << "/usr/share/icons");
     QIcon::setThemeName(scheme == Dark ? "breeze-dark" : "breeze");

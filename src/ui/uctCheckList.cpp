@@ -1,5 +1,7 @@
 #include "ui/uctCheckList.h"
 
+#include "db/ServerText.h"
+#include "ui/AllNone.h"
 #include "ui/Icons.h"
 #include "ui/Labels.h"
 #include "ui/ListHabits.h"
@@ -12,7 +14,6 @@
 #include <QLabel>
 #include <QLocale>
 #include <QSet>
-#include <QToolButton>
 #include <QTreeView>
 #include <QVBoxLayout>
 
@@ -41,17 +42,7 @@ uctCheckList::uctCheckList(QWidget* parent)
 
     auto* bar = new QHBoxLayout;
     bar->addWidget(m_search, 1);
-    const auto addButton = [&](const char* name, const char* text, const char* toolTip, bool ticks) {
-        auto* button = new QToolButton(this);
-        button->setObjectName(name);
-        button->setText(text);
-        button->setToolTip(toolTip);
-        button->setFocusPolicy(Qt::StrongFocus);
-        connect(button, &QToolButton::clicked, this, [this, ticks] { m_model->tickShown(ticks); });
-        bar->addWidget(button);
-    };
-    addButton("cmdAll", "All", "Tick every entry shown", true);
-    addButton("cmdNone", "None", "Untick every entry shown", false);
+    addAllNone(this, *bar, "entry shown", [this](bool ticks) { m_model->tickShown(ticks); });
 
     m_list->setObjectName("lstEntries");
     m_list->setModel(m_model);
@@ -118,12 +109,12 @@ void uctCheckList::fitColumns() {
 
 void uctCheckList::setTexts(const QStringList& texts, const QStringList& ticked) {
     QSet<QString> known;
-    for (const QString& text : texts) known.insert(listKey(text));
+    for (const QString& text : texts) known.insert(serverKey(text));
     std::vector<CheckListEntry> entries;
     entries.reserve(std::size_t(texts.size()));
     for (const QString& text : ticked) {
-        if (known.contains(listKey(text))) continue;
-        known.insert(listKey(text));
+        if (known.contains(serverKey(text))) continue;
+        known.insert(serverKey(text));
         entries.push_back({text, {text + "   (not in this project)"}});
     }
     for (const QString& text : texts) entries.push_back({text, {text}});

@@ -170,7 +170,8 @@ private slots:
         const auto [content, message] = thisRow<QByteArray, QString>();
         BookOffice office;
         AddressBook book;
-        frmMailImport screen(office.program.context, book);
+        frmMailImport screen(office.program.context);
+        screen.Setup(book);
         screen.show();
         office.program.messages.pick(office.file(content));
         press(screen, "cmdOpen");
@@ -183,7 +184,8 @@ private slots:
     void filesThatCannotBeRead() {
         BookOffice office;
         AddressBook book;
-        frmMailImport screen(office.program.context, book);
+        frmMailImport screen(office.program.context);
+        screen.Setup(book);
         auto& file = child<QLineEdit>(screen, "txtFile");
         file.setText(office.file("Finance,x@example.com\n"));
         QTest::keyClick(&file, Qt::Key_Return);
@@ -204,7 +206,8 @@ private slots:
     void theAccountAndLevelThatTheFileOmits() {
         BookOffice office("QuorraAdmin", "");
         AddressBook book;
-        frmMailImport screen(office.program.context, book);
+        frmMailImport screen(office.program.context);
+        screen.Setup(book);
         office.program.messages.pick(office.file("Finance,x@example.com"));
         press(screen, "cmdOpen");
         QCOMPARE(child<QLabel>(screen, "lblSummary").text(), QString("0 new, 0 known, 1 refused"));

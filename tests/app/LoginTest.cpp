@@ -80,14 +80,14 @@ private slots:
                          QStringList("Level 5 users are not premitted to run this application."));
             if (!in) continue;
             const Session& session = login.program.session;
-            QCOMPARE(session.userLevel, user.level);
+            QCOMPARE(int(session.userLevel), user.level);
             QCOMPARE(session.costCentres.join(""), user.level == 4 ? user.costCentres.join("") : QString());
             QCOMPARE(getSetting("NorvaQuorraSQL", "Settings", "Server", "99"), login.program.server());
         }
         Login administrator; // whose password matches in any case
         QVERIFY(administrator.logIn("QuorraAdmin", QString(DemoServer::loginPassword).toUpper(),
                                     administrator.program.server()));
-        QCOMPARE(administrator.program.session.userLevel, 1);
+        QVERIFY(administrator.program.session.userLevel == UserLevel::Administrator);
     }
 
     void recordedStatementsHoldNoPassword() {

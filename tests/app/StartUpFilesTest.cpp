@@ -1,5 +1,6 @@
 #include "app/ScriptRunner.h"
 #include "base/CommandLine.h"
+#include "base/Csv.h"
 #include "base/modOptions.h"
 #include "db/Refusal.h"
 #include "db/SchedulerDatabase.h"
@@ -81,7 +82,7 @@ private slots:
         QBuffer input;
         input.setData("zo\xc3\xab,\"a,b\",\"host,1433\"\r\nmore\n");
         QVERIFY(input.open(QIODevice::ReadOnly));
-        QCOMPARE(splitCommandLine(typedCommandLine(line.split(' '), input)), fields);
+        QCOMPARE(csvFields(typedCommandLine(line.split(' '), input)), fields);
         hideArguments(int(arguments.size()), arguments.data());
         QVERIFY(typed.find_first_not_of('\0') == std::string::npos && program == "program");
     }

@@ -14,6 +14,8 @@
 
 namespace {
 
+using enum ScheduleStatus;
+
 class DemoEngineTest : public QObject {
     Q_OBJECT
 

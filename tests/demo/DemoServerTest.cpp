@@ -38,7 +38,8 @@ private slots:
         TestProgram program;
         program.logIn();
         const auto rows = readSchedules(program.session).rows();
-        QSet<int> states;
+        using enum ScheduleStatus;
+        QSet<ScheduleStatus> states;
         qsizetype broken = 0;
         for (const ScheduleListRow& row : rows) {
             states.insert(row.status);
@@ -47,7 +48,8 @@ private slots:
             else
                 QVERIFY2(row.contents.section(" : ", 1).toInt() > 0, qPrintable(row.title));
         }
-        QCOMPARE(states, (QSet<int>{0, 1, 2, 3, 4, 7}));
+        QCOMPARE(states,
+                 (QSet<ScheduleStatus>{Pending, Disabled, Processing, CompletedWithErrors, Completed}));
         QCOMPARE(broken, 1);
     }
 

@@ -1,10 +1,12 @@
 #include "parameters/Editor.h"
+#include "parameters/uctDistance.h"
 #include "reports/CallFilter.h"
 #include "support/Rows.h"
 #include "support/TestClass.h"
 
 #include <QCheckBox>
 #include <QRadioButton>
+#include <QToolButton>
 
 /// Which groups and line choices the editor shows for each report of the catalogue.
 class EditorGroupsTest : public QObject {
@@ -98,7 +100,7 @@ private slots:
         QCOMPARE(ticks(), "YYYYY------------------");
         press(editor.screen, "OptMob2");
         QCOMPARE(ticks(), "-----YYYYYYYYYYYY------");
-        press(editor.screen, "cmdNoBands");
+        editor.screen.findChild<uctDistance*>()->findChild<QToolButton*>("cmdNone")->click();
         press(editor.screen, "ChkDistance6");
         QCOMPARE(editor.save(), QStringList());
         QCOMPARE(editor.parameters().CallFilter(), 2);

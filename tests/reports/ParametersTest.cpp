@@ -75,7 +75,7 @@ private slots:
         clsReportParameters parameters(project);
         parameters.setDateRangeStart(QDate(2010, 1, 1));
         parameters.setDateRangeEnd(QDate(2010, 2, 2));
-        project.refreshBillDates = [&] { project.defaultStart = QDate(2026, 1, 1); };
+        project.defaultStart = QDate(2026, 1, 1);
 
         project.edited.useDefaultDates = true;
         QCOMPARE(parameters.DateRangeStart(), QDate(2010, 1, 1)); // no project is chosen

@@ -15,6 +15,8 @@
 
 namespace {
 
+using enum ScheduleStatus;
+
 struct Editor : ScheduleScreen<frmSchedule> {
     using ScheduleScreen::ScheduleScreen;
 

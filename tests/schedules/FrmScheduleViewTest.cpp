@@ -13,6 +13,8 @@
 
 namespace {
 
+using enum ScheduleStatus;
+
 struct View : ScheduleScreen<frmScheduleView> {
     using ScheduleScreen::ScheduleScreen;
 

@@ -11,6 +11,8 @@
 #include <QToolButton>
 
 /// The main screen over schedules in every state.
+using enum ScheduleStatus;
+
 class MainScreenTest : public QObject {
     Q_OBJECT
 
@@ -18,7 +20,7 @@ class MainScreenTest : public QObject {
         std::unique_ptr<frmMainScreen> screen;
 
         using Schedules::Schedules;
-        int addIn(const QString& title, int status, qint64 seconds) {
+        int addIn(const QString& title, ScheduleStatus status, qint64 seconds) {
             return add(title, status, WallClock::now().addSecs(seconds).stored(), WallClock().stored());
         }
         frmMainScreen& show() {
@@ -63,7 +65,7 @@ private slots:
         hub.addIn("overdue", Pending, -7200);
         hub.addIn("off", Disabled, -7200);
         hub.addIn("running", Processing, -60);
-        hub.addIn("never heard of", 7, 3600);
+        hub.addIn("never heard of", ScheduleStatus(7), 3600);
         hub.add("empty date", Pending, "");
         hub.add("no date", Pending, "next week");
         hub.add("done", Completed, "2026-Jan-01 08:00:00", "2026-Jan-02 09:05:00");
@@ -185,7 +187,7 @@ private slots:
         hub.show();
         SetScheduleStatus(hub.program.session, id, Completed);
         QVERIFY(!ResetSchedule(hub.program.session, id));
-        QCOMPARE(ReadScheduleStatus(hub.program.session, id), int(Completed));
+        QCOMPARE(ReadScheduleStatus(hub.program.session, id), Completed);
         QCOMPARE(hub.logs(), 0);
     }
 
@@ -200,7 +202,7 @@ private slots:
         const QString question = hub.shown().join('|');
         QVERIFY2(question.contains("'stuck'") && question.contains(hub.pending().textOf(id, 2)),
                  qPrintable(question));
-        QCOMPARE(ReadScheduleStatus(hub.program.session, id), int(Processing));
+        QCOMPARE(ReadScheduleStatus(hub.program.session, id), Processing);
         // Whatever statement fails, log and status stay together.
         for (int k = 2; k <= 5; ++k) {
             hub.program.fault.arm(k);
@@ -260,7 +262,7 @@ private slots:
             return hub.program.session.db().statementCount() - before;
         };
         const qint64 empty = statements();
-        for (int i = 0; i < 50; ++i) hub.addIn(QString("schedule %1").arg(i), i % 5, i * 60);
+        for (int i = 0; i < 50; ++i) hub.addIn(QString("schedule %1").arg(i), ScheduleStatus(i % 5), i * 60);
         QCOMPARE(statements(), empty);
         QVERIFY(empty <= 4);
         // Sub-project templates: one more for each table and level.

@@ -28,7 +28,7 @@ struct Schedules {
             .toInt();
     }
     /// A row as another program would write it; run time and ran date as stored texts.
-    int add(const QString& title, int status, const QString& runDate, const QString& ranDate = {},
+    int add(const QString& title, ScheduleStatus status, const QString& runDate, const QString& ranDate = {},
             const QString& user = "Amelia.Hart", int templateId = 0, const QString& project = "Brightwater") {
         db().execute(
             sql("INSERT INTO NorvaScheduler.dbo.tblSchedule (ScheduleTitle, TemplateID, ProjectRef, RunDate, "
@@ -63,7 +63,7 @@ struct ScheduleScreen : Schedules {
     std::unique_ptr<Screen> screen;
 
     using Schedules::Schedules;
-    int add(const QString& title, int status, const WallClock& runDate,
+    int add(const QString& title, ScheduleStatus status, const WallClock& runDate,
             const QString& project = "Brightwater") {
         const WallClock ranDate = isFinished(status) ? runDate.addSecs(60) : WallClock();
         return Schedules::add(title, status, runDate.stored(), ranDate.stored(), "Amelia.Hart", 0, project);

@@ -220,7 +220,7 @@ private slots:
 
     void aRestrictedUsersReportsStayWithinHisCostCentres() {
         Editor editor;
-        editor.session.userLevel = 4;
+        editor.session.userLevel = UserLevel::Restricted;
         editor.session.costCentres = {"Sales", "", "", "", ""};
         editor.show(1);
         chooseReport(*editor.screen, 2, "all calls summary");
