@@ -81,16 +81,15 @@ void Catalog::load() {
     while (denied.step()) m_databases[denied.integer(0)].denied.insert(collation::fold(denied.text(1)));
     SqliteStatement objects =
         m_file.prepare(R"(SELECT id, database, kind, name, parent, text FROM "~objects")");
-    while (objects.step()) {
-        Object object;
-        object.id = objects.integer(0);
-        object.database = objects.integer(1);
-        object.kind = ObjectKind(objects.integer(2));
-        object.name = objects.text(3);
-        object.parent = objects.integer(4);
-        object.text = objects.text(5);
-        insert(object);
-    }
+    while (objects.step())
+        insert({objects.integer(0),
+                objects.integer(1),
+                objects.integer(4),
+                ObjectKind(objects.integer(2)),
+                objects.text(3),
+                objects.text(5),
+                {},
+                {}});
     SqliteStatement columns = m_file.prepare(
         R"(SELECT object, name, type, nullable, identity, default_text FROM "~columns" ORDER BY object, place)");
     while (columns.step())
@@ -188,16 +187,10 @@ qint64 Catalog::addObject(qint64 database, ObjectKind kind, const QString& name,
     m_file.run(R"(INSERT INTO "~objects" (database, kind, name, parent, text, created)
                   VALUES (?1, ?2, ?3, ?4, ?5, ?6))",
                {database, qint64(kind), name, parent, text, now()});
-    Object object;
-    object.id = m_file.lastRowId();
-    object.database = database;
-    object.parent = parent;
-    object.kind = kind;
-    object.name = name;
-    object.text = text;
-    insert(object);
+    const qint64 id = m_file.lastRowId();
+    insert({id, database, parent, kind, name, text, {}, {}});
     changed();
-    return object.id;
+    return id;
 }
 
 void Catalog::removeObject(qint64 id) {

@@ -20,10 +20,10 @@ QString Translator::defaultOf(const Column& column, const Object& table) {
 Translator::Target Translator::targetOf(const InsertStatement& statement, const Object& table) {
     const bool explicitIdentity = m_session.identityInsert == table.sqlName();
     Target target;
-    if (statement.columns.isEmpty()) {
+    const bool allDefaults = statement.rows.size() == 1 && statement.rows[0].empty();
+    if (statement.columns.isEmpty() && !allDefaults)
         for (const Column& column : table.columns)
             if (!column.identity) target.given.append(&column);
-    }
     for (const QString& name : statement.columns) {
         const Column* column = table.column(name);
         if (!column) throw invalidColumn(name);
@@ -47,27 +47,17 @@ QString Translator::Target::columnList() const {
 
 Translation Translator::insert(const InsertStatement& statement, const Object*& table) {
     table = &target(statement.table);
-    QString sql;
-    const bool allDefaults = statement.rows.size() == 1 && statement.rows[0].empty();
-    if (allDefaults) {
-        Target target;
-        for (const Column& column : table->columns)
-            if (!column.identity) target.missing.append(&column);
-        QStringList values;
-        for (const Column* column : target.missing) values.append(defaultOf(*column, *table));
-        sql = "INSERT INTO " + table->sqlName()
-              + (values.isEmpty() ? " DEFAULT VALUES"
-                                  : target.columnList() + " VALUES (" + values.join(u',') + ')');
-        return {sql, m_variables, {}, {}, {}};
-    }
     const Target target = targetOf(statement, *table);
-    sql = "INSERT INTO " + table->sqlName() + target.columnList() + ' ';
-    if (statement.query) {
+    QString sql = "INSERT INTO " + table->sqlName();
+    if (target.given.isEmpty() && target.missing.isEmpty()) {
+        sql += " DEFAULT VALUES"; // of a table that is an identity and nothing else
+    } else if (statement.query) {
         QList<Type> types;
         m_scopes.pop_back();
-        sql += selected(subquery(*statement.query, types), types, target, *table);
+        const QString query = subquery(*statement.query, types);
+        sql += target.columnList() + selected(query, types, target, *table);
     } else {
-        sql += rows(statement, target, *table);
+        sql += target.columnList() + rows(statement, target, *table);
     }
     return {sql, m_variables, {}, {}, {}};
 }

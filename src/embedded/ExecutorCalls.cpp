@@ -32,12 +32,11 @@ DbError missingArgument(const QString& procedure, const QString& parameter) {
                        procedure, parameter);
 }
 
-Executor::Flow Executor::run(const ExecuteStatement& statement) {
+void Executor::run(const ExecuteStatement& statement) {
     if (statement.text) {
         const Type type = Type::text(Type::Max, true);
         std::vector<CallArgument> none;
-        runText(shown(evaluate(statement.text, type), type), {}, none);
-        return Flow::Next;
+        return runText(shown(evaluate(statement.text, type), type), {}, none);
     }
     std::vector<CallArgument> arguments = evaluateArguments(statement.arguments);
     const ObjectName& name = statement.procedure;
@@ -58,7 +57,6 @@ Executor::Flow Executor::run(const ExecuteStatement& statement) {
         target.value = Conversion{argument.type, target.type}(argument.value);
     }
     if (!statement.resultVariable.isEmpty()) m_session.variable(statement.resultVariable).value = returned;
-    return Flow::Next;
 }
 
 std::vector<CallArgument> Executor::evaluateArguments(const std::vector<Argument>& arguments) {

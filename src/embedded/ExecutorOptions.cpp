@@ -41,10 +41,9 @@ void setOption(Session& session, const QString& option, const QString& word) {
 
 } // namespace
 
-Executor::Flow Executor::run(const SetOptionStatement& statement) {
+void Executor::run(const SetOptionStatement& statement) {
     for (const QString& option : statement.options)
         setOption(m_session, option, statement.words.value(0).toUpper());
-    return Flow::Next;
 }
 
 } // namespace embedded

@@ -106,7 +106,7 @@ ExprPtr parseCall(TokenReader& in, const QString& name) {
         expr->args = parseValueList(in);
     }
     in.expect(")");
-    if (in.is("over")) throw notSupported("OVER");
+    in.refuse({"over"});
     return expr;
 }
 
@@ -164,13 +164,13 @@ ExprPtr parsePrimary(TokenReader& in) {
 }
 
 ExprPtr parseUnary(TokenReader& in) {
-    if (in.is("~")) throw notSupported("operator ~");
+    in.refuse({"~"}, "operator ");
     if (in.is("-") || in.is("+")) {
         const QString op = in.take().text;
         return makeExpr(Expr::Unary, op, {parseUnary(in)});
     }
     const ExprPtr expr = parsePrimary(in);
-    if (in.is("collate")) throw notSupported("COLLATE in an expression");
+    in.refuse({"collate"}, "an expression with ");
     return expr;
 }
 
@@ -189,7 +189,7 @@ ExprPtr parseSum(TokenReader& in) {
         const QString op = in.take().text;
         left = makeExpr(Expr::Binary, op, {left, parseProduct(in)});
     }
-    if (in.is("^")) throw notSupported("operator ^");
+    in.refuse({"^"}, "operator ");
     return left;
 }
 
@@ -206,18 +206,13 @@ ExprPtr parseIn(TokenReader& in, ExprPtr left, bool negated) {
     return expr;
 }
 
-void refuseQuantifier(TokenReader& in) {
-    for (const char* word : {"all", "any", "some"})
-        if (in.is(word)) throw notSupported(in.peek().text.toUpper() + " in a comparison");
-}
-
 ExprPtr finishPredicate(TokenReader& in, ExprPtr left) {
     static const QHash<QString, QString> comparisons{{"=", "="},   {"<>", "<>"}, {"!=", "<>"},
                                                      {"<", "<"},   {">", ">"},   {"<=", "<="},
                                                      {">=", ">="}, {"!<", ">="}, {"!>", "<="}};
     if (in.peek().kind == Token::Symbol && comparisons.contains(in.peek().text)) {
         const QString op = comparisons[in.take().text];
-        refuseQuantifier(in);
+        in.refuse({"all", "any", "some"}, "a comparison with ");
         return makeExpr(Expr::Compare, op, {left, parseValue(in)});
     }
     if (in.accept("is")) {

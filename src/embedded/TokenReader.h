@@ -20,6 +20,9 @@ public:
     /// Two keywords in a row.
     bool accept(const char* first, const char* second);
     void expect(const char* word);
+    /// Throws notSupported when one of the words comes next; `before` is what stands in front of it.
+    void refuse(std::initializer_list<const char*> words, const char* before = "") const;
+    [[noreturn]] void refuse(const char* before = "") const;
     bool isName(int ahead = 0) const;
     QString takeName();
     /// Up to three parts, with empty ones allowed as in db..table.
