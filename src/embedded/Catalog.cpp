@@ -16,9 +16,9 @@ QString now() {
 
 } // namespace
 
-const Column* Object::column(const QString& wanted) const {
+const Column* columnNamed(const QList<Column>& columns, const QString& name) {
     for (const Column& candidate : columns)
-        if (candidate.name == wanted || collation::equal(candidate.name, wanted)) return &candidate;
+        if (candidate.name == name || collation::equal(candidate.name, name)) return &candidate;
     return nullptr;
 }
 

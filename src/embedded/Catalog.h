@@ -30,7 +30,7 @@ struct Object {
     /// A table's name in SQLite's wording.
     QString sqlName() const { return schema() + sqliteName(storage); }
     QStringList keyColumns() const { return text.split(u'\n'); }
-    const Column* column(const QString& name) const;
+    const Column* column(const QString& wanted) const { return columnNamed(columns, wanted); }
     const Column* identityColumn() const;
 };
 

@@ -228,8 +228,8 @@ QString shown(const Value& value, const Type& type) {
         return text.startsWith(u'-') && real > -0.5 * std::pow(10.0, -type.scale) ? text.mid(1) : text;
     }
     if (type.kind == Type::Real) return QString::number(real, 'g', 7);
-    if (const auto* integer = std::get_if<qint64>(&value)) return QString::number(*integer);
-    return QString::number(real, 'g', 15);
+    const auto* integer = std::get_if<qint64>(&value);
+    return integer && type.kind != Type::Float ? QString::number(*integer) : QString::number(real, 'g', 15);
 }
 
 } // namespace embedded

@@ -9,6 +9,37 @@
 
 namespace embedded {
 
+namespace {
+
+/// Options that steer what this server does not have are accepted where that changes no result; the others
+/// are refused.
+void setOption(Session& session, const QString& option, const QString& word) {
+    static const QHash<QString, bool Session::*> flags{{"NOCOUNT", &Session::noCount},
+                                                       {"XACT_ABORT", &Session::abortOnError},
+                                                       {"ANSI_NULLS", &Session::ansiNulls},
+                                                       {"QUOTED_IDENTIFIER", &Session::quotedIdentifiers}};
+    static const QHash<QString, dateText::Order> orders{{"MDY", dateText::Order::MonthDayYear},
+                                                        {"DMY", dateText::Order::DayMonthYear},
+                                                        {"YMD", dateText::Order::YearMonthDay}};
+    static const QSet<QString> alwaysOn{"ANSI_PADDING", "ANSI_WARNINGS", "ARITHABORT",
+                                        "CONCAT_NULL_YIELDS_NULL"};
+    static const QSet<QString> withoutEffect{
+        "TRANSACTION",       "ARITHIGNORE", "NUMERIC_ROUNDABORT",     "TEXTSIZE",
+        "DEADLOCK_PRIORITY", "STATISTICS",  "CURSOR_CLOSE_ON_COMMIT", "ANSI_NULL_DFLT_ON"};
+    const bool isKept = withoutEffect.contains(option) || (alwaysOn.contains(option) && word == "ON")
+                        || (option == "ROWCOUNT" && word == "0");
+    if (flags.contains(option))
+        session.*flags[option] = word == "ON";
+    else if (option == "LOCK_TIMEOUT")
+        session.file.setLockTimeout(word.toInt() < 0 ? 10000 : word.toInt());
+    else if (option == "DATEFORMAT" && orders.contains(word))
+        session.dateOrder = orders[word];
+    else if (!isKept)
+        throw notSupported("SET " + option + ' ' + word);
+}
+
+} // namespace
+
 Executor::Executor(Session& session) : m_session(session), m_functions(session) {
     m_session.frames.emplace_back(); // the session's own: its #tables live from batch to batch
 }
@@ -118,6 +149,10 @@ Executor::Flow Executor::run(const TryStatement& statement) {
 Executor::Flow Executor::run(const ReturnStatement& statement) {
     if (statement.value) m_session.frames.back().returnValue = evaluate(statement.value, Type::of(Type::Int));
     return Flow::Return;
+}
+
+void Executor::run(const SetOptionStatement& statement) {
+    for (const QString& option : statement.options) setOption(m_session, option, statement.word.toUpper());
 }
 
 void Executor::run(const PrintStatement& statement) {

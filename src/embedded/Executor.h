@@ -83,7 +83,6 @@ private:
                    std::vector<CallArgument>& arguments, qint64 database, const QString& name);
     void declareVariables(const std::vector<VariableDef>& variables);
     void leaveFrame();
-    std::shared_ptr<const Batch> parsedProcedure(const Object& procedure);
 
     Session& m_session;
     FunctionTable m_functions;

@@ -90,15 +90,11 @@ const Object* Executor::procedureNamed(const ObjectName& name) {
     return found && found->kind == ObjectKind::Procedure ? found : nullptr;
 }
 
-std::shared_ptr<const Batch> Executor::parsedProcedure(const Object& procedure) {
+void Executor::runProcedure(const Object& procedure, std::vector<CallArgument>& arguments) {
     auto& known = m_procedures[procedure.id];
     if (!known.second || known.first != procedure.text)
         known = {procedure.text, std::make_shared<Batch>(parseProcedure(procedure.text))};
-    return known.second;
-}
-
-void Executor::runProcedure(const Object& procedure, std::vector<CallArgument>& arguments) {
-    const std::shared_ptr<const Batch> body = parsedProcedure(procedure);
+    const std::shared_ptr<const Batch> body = known.second;
     runNested(*body, body->parameters, arguments, procedure.database, procedure.name);
 }
 

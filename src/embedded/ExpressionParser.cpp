@@ -174,23 +174,26 @@ ExprPtr parseUnary(TokenReader& in) {
     return expr;
 }
 
-ExprPtr parseProduct(TokenReader& in) {
-    ExprPtr left = parseUnary(in);
-    while (in.is("*") || in.is("/") || in.is("%")) {
+/// Operands with operators of one rank between them, which join from the left.
+ExprPtr parseChain(TokenReader& in, Expr::Kind kind, std::initializer_list<const char*> operators,
+                   ExprPtr (*parseOperand)(TokenReader&)) {
+    ExprPtr left = parseOperand(in);
+    const auto isOperator = [&in](const char* op) { return in.is(op); };
+    while (std::any_of(operators.begin(), operators.end(), isOperator)) {
         const QString op = in.take().text;
-        left = makeExpr(Expr::Binary, op, {left, parseUnary(in)});
+        left = makeExpr(kind, op, {left, parseOperand(in)});
     }
     return left;
 }
 
+ExprPtr parseProduct(TokenReader& in) {
+    return parseChain(in, Expr::Binary, {"*", "/", "%"}, parseUnary);
+}
+
 ExprPtr parseSum(TokenReader& in) {
-    ExprPtr left = parseProduct(in);
-    while (in.is("+") || in.is("-") || in.is("&") || in.is("|")) {
-        const QString op = in.take().text;
-        left = makeExpr(Expr::Binary, op, {left, parseProduct(in)});
-    }
+    ExprPtr sum = parseChain(in, Expr::Binary, {"+", "-", "&", "|"}, parseProduct);
     in.refuse({"^"}, "operator ");
-    return left;
+    return sum;
 }
 
 ExprPtr parseIn(TokenReader& in, ExprPtr left, bool negated) {
@@ -258,15 +261,11 @@ ExprPtr parseNot(TokenReader& in) {
 }
 
 ExprPtr parseAnd(TokenReader& in) {
-    ExprPtr left = parseNot(in);
-    while (in.accept("and")) left = makeExpr(Expr::And, {}, {left, parseNot(in)});
-    return left;
+    return parseChain(in, Expr::And, {"and"}, parseNot);
 }
 
 ExprPtr parseOr(TokenReader& in) {
-    ExprPtr left = parseAnd(in);
-    while (in.accept("or")) left = makeExpr(Expr::Or, {}, {left, parseAnd(in)});
-    return left;
+    return parseChain(in, Expr::Or, {"or"}, parseAnd);
 }
 
 } // namespace

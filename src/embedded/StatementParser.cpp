@@ -169,7 +169,7 @@ StatementPtr parseSet(TokenReader& in) {
         return statement(set);
     }
     const QString sign = in.accept("-") ? "-" : "";
-    set.words.append(sign + in.take().text);
+    set.word = sign + in.take().text;
     return statement(set);
 }
 
