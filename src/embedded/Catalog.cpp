@@ -8,7 +8,11 @@ namespace embedded {
 
 namespace {
 
-constexpr int applicationId = 0x5a455653; // marks a file as one of ours
+// Mark a file as one of ours; by the first its columns have types, which the previous build knew not to keep.
+constexpr int applicationId = 0x5a455654;
+constexpr int formerApplicationId = 0x5a455653;
+
+constexpr auto untyped = " COLLATE T";
 
 QString now() {
     return QDateTime::currentDateTime().toString("yyyy-MM-dd HH:mm:ss.zzz");
@@ -26,6 +30,11 @@ const Column* Object::identityColumn() const {
     for (const Column& candidate : columns)
         if (candidate.identity) return &candidate;
     return nullptr;
+}
+
+QString declaration(const Column& column) {
+    if (column.identity) return sqliteName(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT";
+    return sqliteName(column.name) + (column.type.isInteger() ? " INTEGER" : "") + untyped;
 }
 
 void Catalog::createIn(SqliteFile& file) {
@@ -56,7 +65,22 @@ void Catalog::createIn(SqliteFile& file) {
 }
 
 bool Catalog::isServerFile(SqliteFile& file) {
-    return std::get<qint64>(file.scalar("PRAGMA application_id")) == applicationId;
+    const qint64 id = std::get<qint64>(file.scalar("PRAGMA application_id"));
+    return id == applicationId || id == formerApplicationId;
+}
+
+void Catalog::upgrade() {
+    if (std::get<qint64>(m_file.scalar("PRAGMA application_id")) == applicationId) return;
+    Savepoint together(m_file);
+    refresh();
+    std::vector<SqliteFile::Redeclaration> changes;
+    for (const Object& table : m_objects)
+        for (const Column& column : table.columns)
+            if (column.type.isInteger() && !column.identity)
+                changes.push_back({table.storage, sqliteName(column.name) + untyped, declaration(column)});
+    m_file.redeclare(changes);
+    m_file.run(QString("PRAGMA application_id = %1").arg(applicationId));
+    together.release();
 }
 
 void Catalog::refresh() {

@@ -34,6 +34,10 @@ struct Object {
     const Column* identityColumn() const;
 };
 
+/// The column as SQLite has it. Whole numbers are typed, or a join over them could not use its indexes; all
+/// else is untyped there, since the translator converts every value before it is stored.
+QString declaration(const Column& column);
+
 struct Database {
     qint64 id = 0;
     QString name;
@@ -49,6 +53,8 @@ public:
     /// Makes the catalogue's tables and the system databases in a new file.
     static void createIn(SqliteFile& file);
     static bool isServerFile(SqliteFile& file);
+    /// Brings a file that the previous build made to what this one makes.
+    void upgrade();
 
     /// Reads again what another session changed; call before a statement.
     void refresh();

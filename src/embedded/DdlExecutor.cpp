@@ -52,9 +52,7 @@ void DdlExecutor::run(const AlterDatabaseStatement& statement) {
 
 void DdlExecutor::createStorage(const Object& table, const TableDef& definition) {
     QStringList columns;
-    for (const Column& column : definition.columns)
-        columns.append(sqliteName(column.name)
-                       + (column.identity ? " INTEGER PRIMARY KEY AUTOINCREMENT" : " COLLATE T"));
+    for (const Column& column : definition.columns) columns.append(declaration(column));
     m_session.file.run("CREATE TABLE " + table.sqlName() + '(' + columns.join(u',') + ')');
     for (const Column& column : definition.columns) {
         if (!column.identity || column.seed == 1) continue;
@@ -133,8 +131,7 @@ void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
             throw serverError(
                 4901, "Column '%1' cannot be added to the table '%2', which has rows, without a default.",
                 column.name, table.name);
-        m_session.file.run("ALTER TABLE " + table.sqlName() + " ADD COLUMN " + sqliteName(column.name)
-                           + " COLLATE T");
+        m_session.file.run("ALTER TABLE " + table.sqlName() + " ADD COLUMN " + declaration(column));
         m_session.catalog.addColumn(table.id, column);
         // Rows that are there take the default only where NULL is no way out.
         if (!column.nullable && hasRows)
@@ -152,6 +149,7 @@ void DdlExecutor::alterColumn(const Object& table, const Column& definition) {
     Column column = definition;
     column.name = former->name;
     column.defaultText = former->defaultText;
+    m_session.file.redeclare({{table.storage, declaration(*former), declaration(column)}});
     m_session.file.run(translator().fill(table, column, sqliteName(column.name), former->type));
     m_session.catalog.changeColumn(table.id, column);
 }

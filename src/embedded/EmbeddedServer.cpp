@@ -44,6 +44,7 @@ std::unique_ptr<EmbeddedServer> EmbeddedServer::open(const ConnectionString& con
         if (error.number() == DbError::LockTimeout) throw;
         throw noServer(path, "is no server file");
     }
+    session->catalog.upgrade();
     const QString ownDefault = security::logIn(*session, connectionString.userId, connectionString.password);
     session->catalog.refresh();
     const QString wanted =

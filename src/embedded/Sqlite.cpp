@@ -179,6 +179,18 @@ Value SqliteFile::scalar(const QString& sql, const std::vector<Value>& values) {
     return statement.step() ? statement.value(0) : Value();
 }
 
+void SqliteFile::redeclare(const std::vector<Redeclaration>& changes) {
+    run("PRAGMA writable_schema = ON");
+    const auto off =
+        qScopeGuard([this] { sqlite3_exec(m_database, "PRAGMA writable_schema = RESET", {}, {}, {}); });
+    for (const auto& [table, from, to] : changes)
+        run("UPDATE sqlite_schema SET sql = replace(sql, ?2, ?3) WHERE type = 'table' AND name = ?1",
+            {table, from, to});
+    // All sessions read the tables anew at another version.
+    const qint64 version = std::get<qint64>(scalar("PRAGMA schema_version"));
+    run(QString("PRAGMA schema_version = %1").arg(version + 1));
+}
+
 void SqliteFile::addFunction(const QString& name, int arguments, bool deterministic,
                              NativeFunction function) {
     m_functions.push_back(std::make_unique<Function>(Function{this, std::move(function)}));

@@ -90,6 +90,12 @@ public:
     SqliteStatement prepare(const QString& sql, const std::vector<Value>& values = {});
     void run(const QString& sql, const std::vector<Value>& values = {});
     Value scalar(const QString& sql, const std::vector<Value>& values = {});
+    /// Changes how columns of tables are declared: part of the text that made them. Their values stay as they
+    /// are. For use in a savepoint.
+    struct Redeclaration {
+        QString table, from, to;
+    };
+    void redeclare(const std::vector<Redeclaration>& changes);
     void addFunction(const QString& name, int arguments, bool deterministic, NativeFunction function);
     void setLockTimeout(int milliseconds);
     bool inTransaction() const;
