@@ -10,7 +10,8 @@
 #include <QApplication>
 #include <benchmark/benchmark.h>
 
-/// The template manager, the saving of a large template, and the loading of a large number file.
+/// The template manager over N templates and M schedules, the saving of a large template, and the loading of
+/// a large number file.
 namespace {
 
 void countStatements(benchmark::State& state, Session& session, qint64 before) {
@@ -20,7 +21,7 @@ void countStatements(benchmark::State& state, Session& session, qint64 before) {
 
 void openManager(benchmark::State& state) {
     BenchServer server;
-    schedulerContent::fillSchedules(server.session.db(), 1'000, int(state.range(0)), 20);
+    schedulerContent::fillSchedules(server.session.db(), int(state.range(1)), int(state.range(0)), 20);
     MessageBoxes messages;
     ScreenContext context{server.session, messages};
     const qint64 before = server.session.db().statementCount();
@@ -66,6 +67,6 @@ void loadNumbers(benchmark::State& state) {
 
 } // namespace
 
-BENCHMARK(openManager)->Arg(10)->Arg(1'000)->Unit(benchmark::kMillisecond);
+BENCHMARK(openManager)->Args({10, 1'000})->Args({1'000, 10'000})->Unit(benchmark::kMillisecond);
 BENCHMARK(saveTemplate)->Arg(20)->Arg(200)->Unit(benchmark::kMillisecond);
 BENCHMARK(loadNumbers)->Arg(1'000)->Arg(100'000)->Unit(benchmark::kMillisecond);

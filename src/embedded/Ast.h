@@ -141,7 +141,7 @@ struct AssignStatement {
 };
 struct SetOptionStatement {
     QStringList options;
-    QStringList words;
+    QString word;
 };
 struct IdentityInsertStatement {
     ObjectName table;

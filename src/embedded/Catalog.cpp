@@ -8,7 +8,11 @@ namespace embedded {
 
 namespace {
 
-constexpr int applicationId = 0x5a455653; // marks a file as one of ours
+// Mark a file as one of ours; by the first its columns have types, which the previous build knew not to keep.
+constexpr int applicationId = 0x5a455654;
+constexpr int formerApplicationId = 0x5a455653;
+
+constexpr auto untyped = " COLLATE T";
 
 QString now() {
     return QDateTime::currentDateTime().toString("yyyy-MM-dd HH:mm:ss.zzz");
@@ -16,9 +20,9 @@ QString now() {
 
 } // namespace
 
-const Column* Object::column(const QString& wanted) const {
+const Column* columnNamed(const QList<Column>& columns, const QString& name) {
     for (const Column& candidate : columns)
-        if (candidate.name == wanted || collation::equal(candidate.name, wanted)) return &candidate;
+        if (candidate.name == name || collation::equal(candidate.name, name)) return &candidate;
     return nullptr;
 }
 
@@ -26,6 +30,11 @@ const Column* Object::identityColumn() const {
     for (const Column& candidate : columns)
         if (candidate.identity) return &candidate;
     return nullptr;
+}
+
+QString declaration(const Column& column) {
+    if (column.identity) return sqliteName(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT";
+    return sqliteName(column.name) + (column.type.isInteger() ? " INTEGER" : "") + untyped;
 }
 
 void Catalog::createIn(SqliteFile& file) {
@@ -56,7 +65,22 @@ void Catalog::createIn(SqliteFile& file) {
 }
 
 bool Catalog::isServerFile(SqliteFile& file) {
-    return std::get<qint64>(file.scalar("PRAGMA application_id")) == applicationId;
+    const qint64 id = std::get<qint64>(file.scalar("PRAGMA application_id"));
+    return id == applicationId || id == formerApplicationId;
+}
+
+void Catalog::upgrade() {
+    if (std::get<qint64>(m_file.scalar("PRAGMA application_id")) == applicationId) return;
+    Savepoint together(m_file);
+    refresh();
+    std::vector<SqliteFile::Redeclaration> changes;
+    for (const Object& table : m_objects)
+        for (const Column& column : table.columns)
+            if (column.type.isInteger() && !column.identity)
+                changes.push_back({table.storage, sqliteName(column.name) + untyped, declaration(column)});
+    m_file.redeclare(changes);
+    m_file.run(QString("PRAGMA application_id = %1").arg(applicationId));
+    together.release();
 }
 
 void Catalog::refresh() {
@@ -81,16 +105,15 @@ void Catalog::load() {
     while (denied.step()) m_databases[denied.integer(0)].denied.insert(collation::fold(denied.text(1)));
     SqliteStatement objects =
         m_file.prepare(R"(SELECT id, database, kind, name, parent, text FROM "~objects")");
-    while (objects.step()) {
-        Object object;
-        object.id = objects.integer(0);
-        object.database = objects.integer(1);
-        object.kind = ObjectKind(objects.integer(2));
-        object.name = objects.text(3);
-        object.parent = objects.integer(4);
-        object.text = objects.text(5);
-        insert(object);
-    }
+    while (objects.step())
+        insert({objects.integer(0),
+                objects.integer(1),
+                objects.integer(4),
+                ObjectKind(objects.integer(2)),
+                objects.text(3),
+                objects.text(5),
+                {},
+                {}});
     SqliteStatement columns = m_file.prepare(
         R"(SELECT object, name, type, nullable, identity, default_text FROM "~columns" ORDER BY object, place)");
     while (columns.step())
@@ -188,16 +211,10 @@ qint64 Catalog::addObject(qint64 database, ObjectKind kind, const QString& name,
     m_file.run(R"(INSERT INTO "~objects" (database, kind, name, parent, text, created)
                   VALUES (?1, ?2, ?3, ?4, ?5, ?6))",
                {database, qint64(kind), name, parent, text, now()});
-    Object object;
-    object.id = m_file.lastRowId();
-    object.database = database;
-    object.parent = parent;
-    object.kind = kind;
-    object.name = name;
-    object.text = text;
-    insert(object);
+    const qint64 id = m_file.lastRowId();
+    insert({id, database, parent, kind, name, text, {}, {}});
     changed();
-    return object.id;
+    return id;
 }
 
 void Catalog::removeObject(qint64 id) {

@@ -30,9 +30,13 @@ struct Object {
     /// A table's name in SQLite's wording.
     QString sqlName() const { return schema() + sqliteName(storage); }
     QStringList keyColumns() const { return text.split(u'\n'); }
-    const Column* column(const QString& name) const;
+    const Column* column(const QString& wanted) const { return columnNamed(columns, wanted); }
     const Column* identityColumn() const;
 };
+
+/// The column as SQLite has it. Whole numbers are typed, or a join over them could not use its indexes; all
+/// else is untyped there, since the translator converts every value before it is stored.
+QString declaration(const Column& column);
 
 struct Database {
     qint64 id = 0;
@@ -49,6 +53,8 @@ public:
     /// Makes the catalogue's tables and the system databases in a new file.
     static void createIn(SqliteFile& file);
     static bool isServerFile(SqliteFile& file);
+    /// Brings a file that the previous build made to what this one makes.
+    void upgrade();
 
     /// Reads again what another session changed; call before a statement.
     void refresh();

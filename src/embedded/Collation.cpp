@@ -36,14 +36,9 @@ Weight weightOf(QChar c) {
     return {OtherBase + folded.unicode(), 0};
 }
 
-QStringView withoutTrailingBlanks(QStringView text) {
-    while (text.endsWith(u' ')) text.chop(1);
-    return text;
-}
-
 int compareAnyText(QStringView a, QStringView b) {
-    a = withoutTrailingBlanks(a);
-    b = withoutTrailingBlanks(b);
+    a = trimmed(a);
+    b = trimmed(b);
     int accents = 0;
     for (qsizetype i = 0; i < std::min(a.size(), b.size()); ++i) {
         const Weight left = weightOf(a[i]);
@@ -62,6 +57,11 @@ qsizetype lengthWithoutTrailingBlanks(QByteArrayView text) {
 }
 
 } // namespace
+
+QStringView trimmed(QStringView text) {
+    while (text.endsWith(u' ')) text.chop(1);
+    return text;
+}
 
 int compare(QByteArrayView a, QByteArrayView b) {
     const qsizetype sizeA = lengthWithoutTrailingBlanks(a);
@@ -85,7 +85,7 @@ int compare(const QString& a, const QString& b) {
 }
 
 QString fold(const QString& text) {
-    QString folded = withoutTrailingBlanks(text).toString();
+    QString folded = trimmed(text).toString();
     for (QChar& c : folded) c = c.toCaseFolded();
     return folded;
 }

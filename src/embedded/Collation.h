@@ -12,6 +12,8 @@ int compare(const QString& a, const QString& b);
 inline bool equal(const QString& a, const QString& b) {
     return compare(a, b) == 0;
 }
+/// Without the blanks at its end, which do not count.
+QStringView trimmed(QStringView text);
 /// The same text for all texts that compare equal; a key for hashes.
 QString fold(const QString& text);
 /// Where `part` begins in `text`, from the given place on; -1 when nowhere.

@@ -60,13 +60,15 @@ QString Translator::condition(const ExprPtr& expr) {
     }
 }
 
+Typed Translator::comparable(const Typed& side, const Type& type) const {
+    const bool converts = side.type.isText() || (type.isDate() && !side.type.isDate());
+    return converts && type.kind != Type::Null ? Typed{convert(side, type), type} : side;
+}
+
 QString Translator::compare(const QString& op, Typed a, Typed b) const {
-    if (const Type type = comparisonType(a.type, b.type); type.kind != Type::Null) {
-        const bool leftConverts = a.type.isText() || (type.isDate() && !a.type.isDate());
-        const bool rightConverts = b.type.isText() || (type.isDate() && !b.type.isDate());
-        if (leftConverts) a = {convert(a, type), type};
-        if (rightConverts) b = {convert(b, type), type};
-    }
+    const Type type = comparisonType(a.type, b.type);
+    a = comparable(a, type);
+    b = comparable(b, type);
     const bool needsCollation = a.type.isText() && !a.isColumn && !b.isColumn;
     return '(' + a.sql + (needsCollation ? " COLLATE T " : " ") + op + ' ' + b.sql + ')';
 }
@@ -86,13 +88,10 @@ QString Translator::in(const Expr& expr) {
         QList<Type> types;
         QString sql = subquery(*expr.query, types);
         if (types.size() != 1) throw DbError(116, "Only one expression can be specified in this subquery.");
-        if (const Type type = comparisonType(left.type, types[0]); type.kind != Type::Null) {
-            if (left.type.isText() || (type.isDate() && !left.type.isDate()))
-                left = {convert(left, type), type};
-            if (types[0].isText() || (type.isDate() && !types[0].isDate()))
-                sql = "SELECT " + convert({"v", types[0]}, type) + " FROM (WITH w(v) AS (" + sql
-                      + ") SELECT v FROM w)";
-        }
+        const Type type = comparisonType(left.type, types[0]);
+        left = comparable(left, type);
+        if (const QString value = comparable({"v", types[0]}, type).sql; value != "v")
+            sql = "SELECT " + value + " FROM (WITH w(v) AS (" + sql + ") SELECT v FROM w)";
         return '(' + collated(left) + word + sql + "))";
     }
     QStringList plain;

@@ -1,5 +1,6 @@
 #include "embedded/Conversion.h"
 
+#include "embedded/Collation.h"
 #include "embedded/Errors.h"
 
 #include <cmath>
@@ -39,12 +40,6 @@ QString blankPadded(const QString& text, const Type& type) {
     return fixed && type.length > 0 ? text.leftJustified(type.length, u' ') : text;
 }
 
-QString withoutTrailingBlanks(const QString& text) {
-    qsizetype size = text.size();
-    while (size > 0 && text[size - 1] == u' ') --size;
-    return text.left(size);
-}
-
 /// The server's text of a float: six significant digits.
 QString floatText(double number) {
     QString text = QString::number(number, 'g', 6);
@@ -68,21 +63,27 @@ bool parseNumber(const QString& text, double& number) {
     return valid;
 }
 
+/// What the code page has in the places 0x80 to 0x9f, where it leaves Latin-1.
+const QString& page1252() {
+    static const QString page =
+        QString::fromUtf8("€\u0081‚ƒ„…†‡ˆ‰Š‹Œ\u008dŽ\u008f\u0090‘’“”•–—˜™š›œ\u009džŸ");
+    return page;
+}
+
 } // namespace
 
+QChar ofCodePage1252(uchar code) {
+    return code < 0x80 || code >= 0xa0 ? QChar(char16_t(code)) : page1252()[code - 0x80];
+}
+
 QString inCodePage1252(const QString& text) {
-    // What the page has beside Latin-1, in the places 0x80 to 0x9f.
-    static const QString extra =
-        QString::fromUtf8("€‚ƒ„…†‡ˆ‰Š‹ŒŽ‘’“”•–—˜™š›œžŸ\u0081\u008d\u008f\u0090\u009d");
-    QString result;
-    bool changed = false;
-    for (const QChar c : text) {
+    QString result = text;
+    for (QChar& c : result) {
         const ushort code = c.unicode();
-        const bool known = code < 0x80 || (code >= 0xa0 && code < 0x100) || extra.contains(c);
-        result += known ? c : QChar(u'?');
-        changed |= !known;
+        const bool known = code < 0x80 || (code >= 0xa0 && code < 0x100) || page1252().contains(c);
+        if (!known) c = u'?';
     }
-    return changed ? result : text;
+    return result;
 }
 
 double roundTo(double number, int places) {
@@ -117,16 +118,14 @@ Value Conversion::operator()(const Value& value) const {
 }
 
 double Conversion::number(const Value& value) const {
-    if (const auto* integer = std::get_if<qint64>(&value)) return double(*integer);
-    if (const auto* real = std::get_if<double>(&value)) return *real;
-    if (const auto* text = std::get_if<QString>(&value)) {
-        if (from.isDate()) return dateText::toDays(dateText::fromStored(*text));
-        QString digits = *text;
-        if (to.kind == Type::Money) digits.remove(u',').remove(u'$').remove(QChar(0xa3));
-        double parsed = 0;
-        if (parseNumber(digits, parsed)) return parsed;
-        if (digits.trimmed().isEmpty() && to.kind != Type::Decimal) return 0;
-    }
+    const auto* text = std::get_if<QString>(&value);
+    if (!text) return asReal(value);
+    if (from.isDate()) return dateText::toDays(dateText::fromStored(*text));
+    QString digits = *text;
+    if (to.kind == Type::Money) digits.remove(u',').remove(u'$').remove(QChar(0xa3));
+    double parsed = 0;
+    if (parseNumber(digits, parsed)) return parsed;
+    if (digits.trimmed().isEmpty() && to.kind != Type::Decimal) return 0;
     fail(value);
 }
 
@@ -185,8 +184,7 @@ QString Conversion::written(const Value& value) const {
     }
     if (const auto* integer = std::get_if<qint64>(&value))
         if (from.kind != Type::Money && from.kind != Type::Decimal) return QString::number(*integer);
-    const double real =
-        std::holds_alternative<double>(value) ? std::get<double>(value) : double(std::get<qint64>(value));
+    const double real = asReal(value);
     if (from.kind == Type::Money) return QString::number(roundTo(real, 2), 'f', 2);
     if (from.kind == Type::Decimal) return QString::number(real, 'f', from.scale);
     return floatText(real);
@@ -197,7 +195,7 @@ Value Conversion::toText(const Value& value) const {
     if (!to.isUnicode()) text = inCodePage1252(text);
     if (to.length == Type::Max || text.size() <= to.length) return blankPadded(text, to);
     if (intoColumn) {
-        if (withoutTrailingBlanks(text).size() > to.length)
+        if (collation::trimmed(text).size() > to.length)
             throw DbError(DbError::TextTooLong, "String or binary data would be truncated.");
     } else if (from.isInteger()) {
         return QString("*");
@@ -219,29 +217,19 @@ Value Conversion::toDate(const Value& value) const {
 
 QString shown(const Value& value, const Type& type) {
     if (isNull(value)) return {};
-    const double real = std::holds_alternative<double>(value)   ? std::get<double>(value)
-                        : std::holds_alternative<qint64>(value) ? double(std::get<qint64>(value))
-                                                                : 0;
-    switch (type.kind) {
-    case Type::Decimal:
-    case Type::Money: {
+    if (const auto* text = std::get_if<QString>(&value)) {
+        if (type.kind == Type::Date) return text->left(10);
+        if (type.kind == Type::SmallDateTime) return text->left(19);
+        return text->isNull() ? QString("") : *text;
+    }
+    const double real = asReal(value);
+    if (type.kind == Type::Decimal || type.kind == Type::Money) {
         const QString text = QString::number(roundTo(real, type.scale), 'f', type.scale);
         return text.startsWith(u'-') && real > -0.5 * std::pow(10.0, -type.scale) ? text.mid(1) : text;
     }
-    case Type::Float:
-        return QString::number(real, 'g', 15);
-    case Type::Real:
-        return QString::number(real, 'g', 7);
-    case Type::Date:
-        return std::get<QString>(value).left(10);
-    case Type::SmallDateTime:
-        return std::get<QString>(value).left(19);
-    default:
-        break;
-    }
-    if (const auto* text = std::get_if<QString>(&value)) return text->isNull() ? QString("") : *text;
-    if (const auto* integer = std::get_if<qint64>(&value)) return QString::number(*integer);
-    return QString::number(real, 'g', 15);
+    if (type.kind == Type::Real) return QString::number(real, 'g', 7);
+    const auto* integer = std::get_if<qint64>(&value);
+    return integer && type.kind != Type::Float ? QString::number(*integer) : QString::number(real, 'g', 15);
 }
 
 } // namespace embedded

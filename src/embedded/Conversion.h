@@ -28,6 +28,7 @@ private:
     [[noreturn]] void fail(const Value& value) const;
 };
 
+QChar ofCodePage1252(uchar code);
 /// Letters that code page 1252 lacks become question marks.
 QString inCodePage1252(const QString& text);
 /// The value as a record set shows it; `value` must be of the type.

@@ -73,9 +73,8 @@ Type addedDate(const QList<Typed>& arguments) {
 } // namespace
 
 void addDateFunctions(FunctionTable& table, Session& session) {
-    Session* state = &session;
-    table.add("getdate", {"", always(dateTimeType), [state](const Arguments&) {
-                              return dateText::toStored(state->statementTime, dateTimeType);
+    table.add("getdate", {"", always(dateTimeType), [&session](const Arguments&) {
+                              return dateText::toStored(session.statementTime, dateTimeType);
                           }});
     table.add("datepart", {"kd", always(integerType),
                            [](const Arguments& a) { return datePart(a.text(0), dateAt(a, 1)); }});

@@ -2,6 +2,7 @@
 
 #include "embedded/Errors.h"
 
+#include <QHash>
 #include <QLocale>
 #include <QRegularExpression>
 #include <cmath>
@@ -147,49 +148,37 @@ double toDays(const QDateTime& date) {
 }
 
 Order orderOfStyle(int style, Order standard) {
-    switch (style % 100) {
-    case 1:
-        return Order::MonthDayYear;
-    case 3:
-        return Order::DayMonthYear;
-    case 12:
-    case 20:
-    case 21:
-    case 26:
-        return Order::YearMonthDay;
-    default:
-        return standard;
-    }
+    static const QHash<int, Order> orders{{1, Order::MonthDayYear},  {3, Order::DayMonthYear},
+                                          {12, Order::YearMonthDay}, {20, Order::YearMonthDay},
+                                          {21, Order::YearMonthDay}, {26, Order::YearMonthDay}};
+    return orders.value(style % 100, standard);
 }
 
 QString format(const QDateTime& date, const Type& type, int style) {
     const auto written = [&date](const char* form) { return QLocale::c().toString(date, form); };
-    const bool onlyDay = type.kind == Type::Date;
-    const bool wholeYear = style >= 100;
-    switch (style % 100) {
-    case 0:
-        if (onlyDay) return written("yyyy-MM-dd");
+    if (style % 100 == 0 && type.kind != Type::Date)
         return written("MMM ") + written("d").rightJustified(2) + written(" yyyy ")
                + written("h:mmAP").rightJustified(7);
-    case 1:
-        return written(wholeYear ? "MM/dd/yyyy" : "MM/dd/yy");
-    case 3:
-        return written(wholeYear ? "dd/MM/yyyy" : "dd/MM/yy");
-    case 8:
-        return written("HH:mm:ss");
-    case 12:
-        return written(wholeYear ? "yyyyMMdd" : "yyMMdd");
-    case 20:
-        return written(onlyDay ? "yyyy-MM-dd" : "yyyy-MM-dd HH:mm:ss");
-    case 21:
-        return written(onlyDay ? "yyyy-MM-dd" : "yyyy-MM-dd HH:mm:ss.zzz");
-    case 26:
-        return written(onlyDay                   ? "yyyy-MM-dd"
-                       : date.time().msec() == 0 ? "yyyy-MM-ddTHH:mm:ss"
-                                                 : "yyyy-MM-ddTHH:mm:ss.zzz");
-    default:
-        throw notSupported(QString("date style %1").arg(style));
+    struct Form {
+        const char *day, *shortDay, *moment; ///< with a century, without one, of a type that has a time
+    };
+    static const QHash<int, Form> forms{
+        {0, {"yyyy-MM-dd", "yyyy-MM-dd", nullptr}},
+        {1, {"MM/dd/yyyy", "MM/dd/yy", nullptr}},
+        {3, {"dd/MM/yyyy", "dd/MM/yy", nullptr}},
+        {8, {"HH:mm:ss", "HH:mm:ss", nullptr}},
+        {12, {"yyyyMMdd", "yyMMdd", nullptr}},
+        {20, {"yyyy-MM-dd", "yyyy-MM-dd", "yyyy-MM-dd HH:mm:ss"}},
+        {21, {"yyyy-MM-dd", "yyyy-MM-dd", "yyyy-MM-dd HH:mm:ss.zzz"}},
+        {26, {"yyyy-MM-dd", "yyyy-MM-dd", "yyyy-MM-ddTHH:mm:ss.zzz"}},
+    };
+    const auto form = forms.constFind(style % 100);
+    if (form == forms.constEnd()) throw notSupported(QString("date style %1").arg(style));
+    if (form->moment && type.kind != Type::Date) {
+        const QString text = written(form->moment);
+        return style % 100 == 26 && text.endsWith(".000") ? text.chopped(4) : text;
     }
+    return written(style >= 100 ? form->day : form->shortDay);
 }
 
 } // namespace embedded::dateText

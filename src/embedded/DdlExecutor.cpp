@@ -43,9 +43,7 @@ void DdlExecutor::run(const CreateDatabaseStatement& statement) {
     if (m_session.catalog.database(statement.name))
         throw serverError(1801, "Database '%1' already exists. Choose a different database name.",
                           statement.name);
-    Savepoint together(m_session.file);
     m_session.catalog.addDatabase(statement.name);
-    together.release();
 }
 
 void DdlExecutor::run(const AlterDatabaseStatement& statement) {
@@ -54,9 +52,7 @@ void DdlExecutor::run(const AlterDatabaseStatement& statement) {
 
 void DdlExecutor::createStorage(const Object& table, const TableDef& definition) {
     QStringList columns;
-    for (const Column& column : definition.columns)
-        columns.append(sqliteName(column.name)
-                       + (column.identity ? " INTEGER PRIMARY KEY AUTOINCREMENT" : " COLLATE T"));
+    for (const Column& column : definition.columns) columns.append(declaration(column));
     m_session.file.run("CREATE TABLE " + table.sqlName() + '(' + columns.join(u',') + ')');
     for (const Column& column : definition.columns) {
         if (!column.identity || column.seed == 1) continue;
@@ -78,7 +74,6 @@ void DdlExecutor::run(const CreateTableStatement& statement) {
             throw duplicateColumn(column.name, statement.table.name);
         names.insert(collation::fold(column.name));
     }
-    Savepoint together(m_session.file);
     const qint64 id =
         m_session.catalog.addObject(database.id, ObjectKind::Table, statement.table.name, 0, {});
     createStorage(*m_session.catalog.object(id), definition);
@@ -91,7 +86,6 @@ void DdlExecutor::run(const CreateTableStatement& statement) {
     }
     for (const ConstraintDef& constraint : definition.constraints)
         ConstraintBuilder(m_session, *m_session.catalog.object(id)).add(constraint);
-    together.release();
 }
 
 void DdlExecutor::createTemporary(const QString& name, const TableDef& definition) {
@@ -111,7 +105,6 @@ void DdlExecutor::createTemporary(const QString& name, const TableDef& definitio
 void DdlExecutor::run(const AlterTableStatement& statement) {
     const Object table = tableNamed(statement.table);
     if (table.isTemporary()) throw notSupported("ALTER TABLE of a temporary table");
-    Savepoint together(m_session.file);
     switch (statement.action) {
     case AlterTableStatement::Add:
         addColumns(table, statement.added);
@@ -126,7 +119,6 @@ void DdlExecutor::run(const AlterTableStatement& statement) {
         for (const QString& name : statement.names) dropConstraint(table, name);
         break;
     }
-    together.release();
 }
 
 void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
@@ -139,8 +131,7 @@ void DdlExecutor::addColumns(const Object& table, const TableDef& definition) {
             throw serverError(
                 4901, "Column '%1' cannot be added to the table '%2', which has rows, without a default.",
                 column.name, table.name);
-        m_session.file.run("ALTER TABLE " + table.sqlName() + " ADD COLUMN " + sqliteName(column.name)
-                           + " COLLATE T");
+        m_session.file.run("ALTER TABLE " + table.sqlName() + " ADD COLUMN " + declaration(column));
         m_session.catalog.addColumn(table.id, column);
         // Rows that are there take the default only where NULL is no way out.
         if (!column.nullable && hasRows)
@@ -158,6 +149,7 @@ void DdlExecutor::alterColumn(const Object& table, const Column& definition) {
     Column column = definition;
     column.name = former->name;
     column.defaultText = former->defaultText;
+    m_session.file.redeclare({{table.storage, declaration(*former), declaration(column)}});
     m_session.file.run(translator().fill(table, column, sqliteName(column.name), former->type));
     m_session.catalog.changeColumn(table.id, column);
 }
@@ -177,35 +169,28 @@ void DdlExecutor::dropColumn(const Object& table, const QString& name) {
 void DdlExecutor::dropConstraint(const Object& table, const QString& name) {
     for (const Object* part : m_session.catalog.partsOf(table.id)) {
         if (part->kind == ObjectKind::Index || !collation::equal(part->name, name)) continue;
-        const Object copy = *part;
-        if (copy.kind == ObjectKind::Default) {
-            Column column = *table.column(copy.text);
+        if (part->kind == ObjectKind::Default) {
+            Column column = *table.column(part->text);
             column.defaultText.clear();
             m_session.catalog.changeColumn(table.id, column);
         }
-        ConstraintBuilder::remove(m_session, copy);
-        m_session.catalog.removeObject(copy.id);
-        return;
+        return drop(*part);
     }
     throw serverError(3728, "'%1' is not a constraint.", name);
 }
 
 void DdlExecutor::run(const TruncateStatement& statement) {
     const Object table = tableNamed(statement.table);
-    Savepoint together(m_session.file);
     m_session.file.run("DELETE FROM " + table.sqlName());
     if (table.identityColumn())
         m_session.file.run("DELETE FROM " + table.schema() + "sqlite_sequence WHERE name = ?1",
                            {table.storage});
-    together.release();
 }
 
 void DdlExecutor::run(const CreateIndexStatement& statement) {
     const Object table = tableNamed(statement.table);
     if (table.isTemporary()) throw notSupported("an index on a temporary table");
-    Savepoint together(m_session.file);
     ConstraintBuilder(m_session, table).addIndex(statement.name, statement.columns, statement.unique);
-    together.release();
 }
 
 void DdlExecutor::run(const CreateProcedureStatement& statement) {
@@ -217,15 +202,13 @@ void DdlExecutor::run(const CreateProcedureStatement& statement) {
     if (statement.alter && (!existing || existing->kind != ObjectKind::Procedure))
         throw invalidObject(name.toString());
     if (!statement.alter && existing) throw alreadyExists(name.name);
-    Savepoint together(m_session.file);
     if (statement.alter)
         m_session.catalog.setText(existing->id, statement.text);
     else
         m_session.catalog.addObject(database.id, ObjectKind::Procedure, name.name, 0, statement.text);
-    together.release();
 }
 
-void DdlExecutor::setIdentityInsert(const IdentityInsertStatement& statement) {
+void DdlExecutor::run(const IdentityInsertStatement& statement) {
     const Object table = tableNamed(statement.table);
     if (!table.identityColumn())
         throw serverError(8106, "Table '%1' does not have the identity property.", table.name);
@@ -235,7 +218,6 @@ void DdlExecutor::setIdentityInsert(const IdentityInsertStatement& statement) {
 }
 
 void DdlExecutor::run(const DropStatement& statement) {
-    Savepoint together(m_session.file);
     for (const ObjectName& name : statement.names) {
         if (statement.kind == ObjectKind::Index) {
             dropIndex(name, statement.ifExists);
@@ -243,28 +225,26 @@ void DdlExecutor::run(const DropStatement& statement) {
         }
         const Object* object = m_session.find(name);
         if (object && object->kind == statement.kind)
-            drop(Object(*object));
+            drop(*object);
         else if (!statement.ifExists)
             throw cannotDrop(statement.kind == ObjectKind::Table ? "table" : "procedure", name.name);
     }
-    together.release();
 }
 
-void DdlExecutor::drop(const Object& object) {
+void DdlExecutor::drop(Object object) {
     if (object.kind == ObjectKind::Table) m_session.file.run("DROP TABLE " + object.sqlName());
     if (object.isTemporary()) {
         for (Frame& frame : m_session.frames) frame.tables.erase(collation::fold(object.name));
         return;
     }
+    ConstraintBuilder::remove(m_session, object);
     for (const Object* part : m_session.catalog.partsOf(object.id))
-        ConstraintBuilder::remove(m_session, Object(*part));
+        ConstraintBuilder::remove(m_session, *part);
     m_session.catalog.removeObject(object.id);
 }
 
 void DdlExecutor::run(const DropDatabaseStatement& statement) {
-    Savepoint together(m_session.file);
     for (const QString& name : statement.names) dropDatabase(name, statement.ifExists);
-    together.release();
 }
 
 void DdlExecutor::dropDatabase(const QString& name, bool ifExists) {
@@ -283,14 +263,8 @@ void DdlExecutor::dropDatabase(const QString& name, bool ifExists) {
 
 /// DROP INDEX table.index
 void DdlExecutor::dropIndex(const ObjectName& name, bool ifExists) {
-    const Object table = tableNamed({{}, name.database, name.schema});
-    for (const Object* part : m_session.catalog.partsOf(table.id)) {
-        if (part->kind != ObjectKind::Index || !collation::equal(part->name, name.name)) continue;
-        const Object copy = *part;
-        ConstraintBuilder::remove(m_session, copy);
-        m_session.catalog.removeObject(copy.id);
-        return;
-    }
+    for (const Object* part : m_session.catalog.partsOf(tableNamed({{}, name.database, name.schema}).id))
+        if (part->kind == ObjectKind::Index && collation::equal(part->name, name.name)) return drop(*part);
     if (!ifExists) throw cannotDrop("index", name.name);
 }
 

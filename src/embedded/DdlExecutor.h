@@ -1,10 +1,12 @@
 #pragma once
 
+#include "embedded/Security.h"
 #include "embedded/Translator.h"
 
 namespace embedded {
 
-/// The statements that change the catalogue: databases, tables, constraints, indexes, procedures.
+/// The statements that change the catalogue: databases, tables, constraints, indexes, procedures, logins.
+/// The caller puts a savepoint around each.
 class DdlExecutor {
 public:
     DdlExecutor(Session& session, const FunctionTable& functions)
@@ -19,7 +21,8 @@ public:
     void run(const DropDatabaseStatement& statement);
     void run(const CreateIndexStatement& statement);
     void run(const CreateProcedureStatement& statement);
-    void setIdentityInsert(const IdentityInsertStatement& statement);
+    void run(const IdentityInsertStatement& statement);
+    void run(const SecurityStatement& statement) { security::run(m_session, statement); }
     /// A #table or table variable in the innermost frame.
     void createTemporary(const QString& name, const TableDef& definition);
 
@@ -34,7 +37,7 @@ private:
     void alterColumn(const Object& table, const Column& definition);
     void dropColumn(const Object& table, const QString& name);
     void dropConstraint(const Object& table, const QString& name);
-    void drop(const Object& object);
+    void drop(Object object);
     void dropDatabase(const QString& name, bool ifExists);
     void dropIndex(const ObjectName& name, bool ifExists);
 

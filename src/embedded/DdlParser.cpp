@@ -29,22 +29,28 @@ void skipCollation(TokenReader& in) {
     if (!alike.contains(collation, Qt::CaseInsensitive)) throw notSupported("collation " + collation);
 }
 
+void skipBrackets(TokenReader& in) {
+    in.expect("(");
+    while (!in.accept(")")) {
+        if (in.atEnd()) in.syntaxError();
+        if (in.is("("))
+            skipBrackets(in);
+        else
+            in.take();
+    }
+}
+
 /// CLUSTERED, WITH FILLFACTOR = n, WITH (…) and ON [group]: they steer storage only.
 void parseKeyOptions(TokenReader& in) {
     while (in.is("clustered") || in.is("nonclustered")) in.take();
     if (in.accept("with")) {
-        if (in.accept("(")) {
-            while (!in.accept(")")) {
-                if (in.atEnd()) in.syntaxError();
-                in.take();
-            }
-        } else {
-            do {
-                const bool value = in.is("fillfactor");
-                in.take();
-                if (value) in.expect("="), in.takeInteger();
-            } while (in.accept(","));
-        }
+        if (in.is("("))
+            skipBrackets(in);
+        else
+            do
+                if (const bool hasValue = in.is("fillfactor"); in.take(), hasValue)
+                    in.expect("="), in.takeInteger();
+            while (in.accept(","));
     }
     skipFileGroup(in);
 }
@@ -85,7 +91,7 @@ bool parseColumnOption(TokenReader& in, Column& column, TableDef& table, const Q
     if (in.accept("not", "null")) return column.nullable = false, true;
     if (in.accept("null")) return true;
     if (in.accept("identity")) return parseIdentity(in, column), true;
-    if (in.accept("rowguidcol") || in.is("sparse")) throw notSupported("ROWGUIDCOL and SPARSE columns");
+    in.refuse({"rowguidcol", "sparse"}, "columns that are ");
     if (in.is("collate")) return skipCollation(in), true;
     if (in.accept("default")) {
         column.defaultText = takeDefault(in);
@@ -154,30 +160,16 @@ void parseTableElement(TokenReader& in, TableDef& table) {
     parseColumn(in, table);
 }
 
+/// Where the files lie and how they grow has no meaning in a single file.
 StatementPtr parseCreateDatabase(TokenReader& in) {
     CreateDatabaseStatement create{in.takeName()};
-    // Where the files lie and how they grow has no meaning in a single file; the form is still checked.
-    const auto parseFile = [&in] {
-        in.expect("(");
-        do {
-            in.takeName();
-            in.expect("=");
-            in.take();
-            if (!in.is(",") && !in.is(")")) in.take(); // a unit
-        } while (in.accept(","));
-        in.expect(")");
-    };
-    const auto parseFiles = [&] {
-        do parseFile();
-        while (in.accept(","));
-    };
-    if (in.accept("on")) {
+    while (in.accept("on") || in.accept("log", "on")) {
         in.accept("primary");
-        parseFiles();
+        do skipBrackets(in);
+        while (in.accept(","));
     }
-    if (in.accept("log", "on")) parseFiles();
     skipCollation(in);
-    if (in.is("for") || in.is("with")) throw notSupported("CREATE DATABASE … " + in.peek().text.toUpper());
+    in.refuse({"for", "with"}, "CREATE DATABASE … ");
     return statement(create);
 }
 
@@ -188,7 +180,7 @@ StatementPtr parseCreateIndex(TokenReader& in, bool unique) {
     in.expect("on");
     create.table = in.takeObjectName();
     create.columns = in.takeNameList();
-    if (in.is("include") || in.is("where")) throw notSupported("CREATE INDEX … " + in.peek().text.toUpper());
+    in.refuse({"include", "where"}, "CREATE INDEX … ");
     parseKeyOptions(in);
     skipFileGroup(in);
     return statement(create);
@@ -219,7 +211,7 @@ StatementPtr parseAlterTable(TokenReader& in) {
         do alter.names.append(in.takeName());
         while (in.accept(","));
     } else {
-        throw notSupported("ALTER TABLE … " + in.peek().text.toUpper());
+        in.refuse("ALTER TABLE … ");
     }
     return statement(alter);
 }
@@ -228,7 +220,7 @@ StatementPtr parseAlterTable(TokenReader& in) {
 StatementPtr parseAlterDatabase(TokenReader& in) {
     AlterDatabaseStatement alter;
     if (!in.accept("current")) alter.name = in.takeName();
-    if (!in.is("set")) throw notSupported("ALTER DATABASE … " + in.peek().text.toUpper());
+    if (!in.is("set")) in.refuse("ALTER DATABASE … ");
     in.take();
     skipToEndOfStatement(in);
     return statement(alter);
@@ -248,8 +240,7 @@ StatementPtr parseLogin(TokenReader& in, SecurityStatement::Action action) {
             if (in.peek().kind != Token::Text && in.peek().kind != Token::UnicodeText)
                 throw notSupported("a password that is not a text");
             login.password = in.take().text;
-            if (in.is("must_change") || in.is("hashed"))
-                throw notSupported("PASSWORD … " + in.peek().text.toUpper());
+            in.refuse({"must_change", "hashed"}, "PASSWORD … ");
         } else if (option == "DEFAULT_DATABASE") {
             login.defaultDatabase = in.takeName();
         } else if (option == "CHECK_POLICY" || option == "CHECK_EXPIRATION") {
@@ -290,7 +281,6 @@ StatementPtr parseCreateUser(TokenReader& in) {
 } // namespace
 
 StatementPtr parseCreate(TokenReader& in) {
-    in.expect("create");
     if (in.accept("table")) {
         CreateTableStatement create;
         create.table = in.takeObjectName();
@@ -305,7 +295,7 @@ StatementPtr parseCreate(TokenReader& in) {
     const bool unique = in.accept("unique");
     if (in.is("clustered") || in.is("nonclustered")) in.take();
     if (in.accept("index")) return parseCreateIndex(in, unique);
-    throw notSupported("CREATE " + in.peek().text.toUpper());
+    in.refuse("CREATE ");
 }
 
 TableDef parseTableDef(TokenReader& in) {
@@ -320,16 +310,14 @@ TableDef parseTableDef(TokenReader& in) {
 }
 
 StatementPtr parseAlter(TokenReader& in) {
-    in.expect("alter");
     if (in.accept("table")) return parseAlterTable(in);
     if (in.accept("database")) return parseAlterDatabase(in);
     if (in.accept("procedure") || in.accept("proc")) return parseProcedure(in, true);
     if (in.is("server") && in.is("role", 1)) return parseServerRole(in);
-    throw notSupported("ALTER " + in.peek().text.toUpper());
+    in.refuse("ALTER ");
 }
 
 StatementPtr parseDrop(TokenReader& in) {
-    in.expect("drop");
     static const QHash<QString, ObjectKind> kinds{{"TABLE", ObjectKind::Table},
                                                   {"PROCEDURE", ObjectKind::Procedure},
                                                   {"PROC", ObjectKind::Procedure},
@@ -357,10 +345,9 @@ StatementPtr parseDrop(TokenReader& in) {
 }
 
 StatementPtr parseDeny(TokenReader& in) {
-    in.expect("deny");
     SecurityStatement deny;
     deny.action = SecurityStatement::Deny;
-    if (!in.accept("connect")) throw notSupported("DENY " + in.peek().text.toUpper());
+    if (!in.accept("connect")) in.refuse("DENY ");
     in.expect("to");
     deny.name = in.takeName();
     return statement(deny);

@@ -17,13 +17,18 @@ QString Translator::defaultOf(const Column& column, const Object& table) {
     return stored(value(parseDefault(column.defaultText)), column, table);
 }
 
+/// A null value is DEFAULT.
+QString Translator::assigned(const ExprPtr& expr, const Column& column, const Object& table) {
+    return expr ? stored(value(expr), column, table) : defaultOf(column, table);
+}
+
 Translator::Target Translator::targetOf(const InsertStatement& statement, const Object& table) {
     const bool explicitIdentity = m_session.identityInsert == table.sqlName();
     Target target;
-    if (statement.columns.isEmpty()) {
+    const bool allDefaults = statement.rows.size() == 1 && statement.rows[0].empty();
+    if (statement.columns.isEmpty() && !allDefaults)
         for (const Column& column : table.columns)
             if (!column.identity) target.given.append(&column);
-    }
     for (const QString& name : statement.columns) {
         const Column* column = table.column(name);
         if (!column) throw invalidColumn(name);
@@ -47,27 +52,17 @@ QString Translator::Target::columnList() const {
 
 Translation Translator::insert(const InsertStatement& statement, const Object*& table) {
     table = &target(statement.table);
-    QString sql;
-    const bool allDefaults = statement.rows.size() == 1 && statement.rows[0].empty();
-    if (allDefaults) {
-        Target target;
-        for (const Column& column : table->columns)
-            if (!column.identity) target.missing.append(&column);
-        QStringList values;
-        for (const Column* column : target.missing) values.append(defaultOf(*column, *table));
-        sql = "INSERT INTO " + table->sqlName()
-              + (values.isEmpty() ? " DEFAULT VALUES"
-                                  : target.columnList() + " VALUES (" + values.join(u',') + ')');
-        return {sql, m_variables, {}, {}, {}};
-    }
     const Target target = targetOf(statement, *table);
-    sql = "INSERT INTO " + table->sqlName() + target.columnList() + ' ';
-    if (statement.query) {
+    QString sql = "INSERT INTO " + table->sqlName();
+    if (target.given.isEmpty() && target.missing.isEmpty()) {
+        sql += " DEFAULT VALUES"; // of a table that is an identity and nothing else
+    } else if (statement.query) {
         QList<Type> types;
         m_scopes.pop_back();
-        sql += selected(subquery(*statement.query, types), types, target, *table);
+        const QString query = subquery(*statement.query, types);
+        sql += target.columnList() + selected(query, types, target, *table);
     } else {
-        sql += rows(statement, target, *table);
+        sql += target.columnList() + rows(statement, target, *table);
     }
     return {sql, m_variables, {}, {}, {}};
 }
@@ -86,10 +81,8 @@ QString Translator::rows(const InsertStatement& statement, const Target& target,
                           "There are not as many values as columns in the INSERT statement.");
         }
         QStringList values;
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            const Column& column = *target.given[qsizetype(i)];
-            values.append(row[i] ? stored(value(row[i]), column, table) : defaultOf(column, table));
-        }
+        for (std::size_t i = 0; i < row.size(); ++i)
+            values.append(assigned(row[i], *target.given[qsizetype(i)], table));
         rows.append('(' + (values + defaults).join(u',') + ')');
     }
     return "VALUES " + rows.join(u',');
@@ -111,12 +104,6 @@ QString Translator::selected(const QString& sql, const QList<Type>& types, const
            + ") SELECT * FROM w)";
 }
 
-Typed Translator::assigned(const Assignment& assignment, const Column& column, const Object& table) {
-    if (column.identity) throw serverError(8102, "Cannot update identity column '%1'.", column.name);
-    if (!assignment.value) return {defaultOf(column, table), column.type};
-    return value(assignment.value);
-}
-
 Translation Translator::update(const UpdateStatement& statement) {
     const Object& table = target(statement.target);
     const QString alias = m_scopes.back().sources.front().alias;
@@ -124,8 +111,8 @@ Translation Translator::update(const UpdateStatement& statement) {
     for (const Assignment& assignment : statement.assignments) {
         const Column* column = table.column(assignment.column);
         if (!column) throw invalidColumn(assignment.column);
-        sets.append(sqliteName(column->name) + '='
-                    + stored(assigned(assignment, *column, table), *column, table));
+        if (column->identity) throw serverError(8102, "Cannot update identity column '%1'.", column->name);
+        sets.append(sqliteName(column->name) + '=' + assigned(assignment.value, *column, table));
     }
     QString sql = "UPDATE " + table.sqlName() + " AS " + alias + " SET " + sets.join(u',');
     if (statement.where) sql += " WHERE " + condition(statement.where);

@@ -44,6 +44,7 @@ std::unique_ptr<EmbeddedServer> EmbeddedServer::open(const ConnectionString& con
         if (error.number() == DbError::LockTimeout) throw;
         throw noServer(path, "is no server file");
     }
+    session->catalog.upgrade();
     const QString ownDefault = security::logIn(*session, connectionString.userId, connectionString.password);
     session->catalog.refresh();
     const QString wanted =
@@ -69,20 +70,24 @@ void EmbeddedServer::create(const QString& path, const QString& saPassword) {
 
 Results EmbeddedServer::execute(const Sql& batch) {
     try {
-        if (m_session->file.isGone()) throw noServer(m_session->file.path(), "is gone");
+        requireFile();
         return m_executor->run(batch.text());
     } catch (const DbError& error) {
         throw DbError(error.number(), error.text(), batch.shown(), error.connectionLost());
     }
 }
 
-void EmbeddedServer::begin() {
+void EmbeddedServer::requireFile() const {
     if (m_session->file.isGone()) throw noServer(m_session->file.path(), "is gone");
+}
+
+void EmbeddedServer::begin() {
+    requireFile();
     m_executor->beginTransaction();
 }
 
 void EmbeddedServer::commit() {
-    if (m_session->file.isGone()) throw noServer(m_session->file.path(), "is gone");
+    requireFile();
     m_executor->commitTransaction();
 }
 

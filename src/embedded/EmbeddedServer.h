@@ -32,6 +32,7 @@ public:
 
 private:
     explicit EmbeddedServer(std::unique_ptr<Session> session);
+    void requireFile() const;
 
     std::unique_ptr<Session> m_session;
     std::unique_ptr<Executor> m_executor;

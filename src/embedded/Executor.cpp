@@ -6,9 +6,39 @@
 #include "embedded/DdlExecutor.h"
 #include "embedded/Errors.h"
 #include "embedded/Parser.h"
-#include "embedded/Security.h"
 
 namespace embedded {
+
+namespace {
+
+/// Options that steer what this server does not have are accepted where that changes no result; the others
+/// are refused.
+void setOption(Session& session, const QString& option, const QString& word) {
+    static const QHash<QString, bool Session::*> flags{{"NOCOUNT", &Session::noCount},
+                                                       {"XACT_ABORT", &Session::abortOnError},
+                                                       {"ANSI_NULLS", &Session::ansiNulls},
+                                                       {"QUOTED_IDENTIFIER", &Session::quotedIdentifiers}};
+    static const QHash<QString, dateText::Order> orders{{"MDY", dateText::Order::MonthDayYear},
+                                                        {"DMY", dateText::Order::DayMonthYear},
+                                                        {"YMD", dateText::Order::YearMonthDay}};
+    static const QSet<QString> alwaysOn{"ANSI_PADDING", "ANSI_WARNINGS", "ARITHABORT",
+                                        "CONCAT_NULL_YIELDS_NULL"};
+    static const QSet<QString> withoutEffect{
+        "TRANSACTION",       "ARITHIGNORE", "NUMERIC_ROUNDABORT",     "TEXTSIZE",
+        "DEADLOCK_PRIORITY", "STATISTICS",  "CURSOR_CLOSE_ON_COMMIT", "ANSI_NULL_DFLT_ON"};
+    const bool isKept = withoutEffect.contains(option) || (alwaysOn.contains(option) && word == "ON")
+                        || (option == "ROWCOUNT" && word == "0");
+    if (flags.contains(option))
+        session.*flags[option] = word == "ON";
+    else if (option == "LOCK_TIMEOUT")
+        session.file.setLockTimeout(word.toInt() < 0 ? 10000 : word.toInt());
+    else if (option == "DATEFORMAT" && orders.contains(word))
+        session.dateOrder = orders[word];
+    else if (!isKept)
+        throw notSupported("SET " + option + ' ' + word);
+}
+
+} // namespace
 
 Executor::Executor(Session& session) : m_session(session), m_functions(session) {
     m_session.frames.emplace_back(); // the session's own: its #tables live from batch to batch
@@ -43,7 +73,14 @@ Executor::Flow Executor::execute(const StatementList& statements) {
 Executor::Flow Executor::execute(const Statement& statement) {
     prepareStatement();
     try {
-        return dispatch(statement);
+        return std::visit(
+            [this](const auto& what) {
+                if constexpr (std::is_void_v<decltype(run(what))>)
+                    return run(what), Flow::Next;
+                else
+                    return run(what);
+            },
+            statement.what);
     } catch (const ConstraintError& error) {
         throw constraintError(m_session, error.text());
     } catch (const DbError&) {
@@ -59,40 +96,27 @@ void Executor::prepareStatement() {
     m_session.statementTime.setTimeSpec(Qt::UTC); // the server's clock as it reads, without a zone
 }
 
-Executor::Flow Executor::dispatch(const Statement& statement) {
-    return std::visit([this](const auto& what) { return run(what); }, statement.what);
-}
-
 template <class T>
-Executor::Flow Executor::run(const T& statement) {
+void Executor::run(const T& statement) {
+    Savepoint together(m_session.file);
     DdlExecutor(m_session, m_functions).run(statement);
-    return Flow::Next;
+    together.release();
 }
 
-Executor::Flow Executor::run(const SecurityStatement& statement) {
-    security::run(m_session, statement);
-    return Flow::Next;
-}
-
-Executor::Flow Executor::run(const DeclareStatement& statement) {
+void Executor::run(const DeclareStatement& statement) {
     for (const VariableDef& variable : statement.variables)
         if (variable.initial)
             m_session.variable(variable.name).value = evaluate(variable.initial, variable.type);
-    return Flow::Next;
 }
 
-Executor::Flow Executor::run(const AssignStatement& statement) {
-    const Type type = m_session.variable(statement.variable).type;
-    const ExprPtr& value = statement.value;
+void Executor::run(const AssignStatement& statement) {
     Variable& variable = m_session.variable(statement.variable);
-    const Variable* source = value->kind == Expr::Variable && !value->text.startsWith("@@")
-                                 ? &m_session.variable(value->text)
-                                 : nullptr;
-    if (source && !source->cursor.isNull())
-        variable.cursor = source->cursor;
+    const ExprPtr& value = statement.value;
+    const bool copies = value->kind == Expr::Variable && !value->text.startsWith("@@");
+    if (const QString cursor = copies ? m_session.variable(value->text).cursor : QString(); !cursor.isNull())
+        variable.cursor = cursor;
     else
-        variable.value = evaluate(value, type);
-    return Flow::Next;
+        variable.value = evaluate(value, variable.type);
 }
 
 Executor::Flow Executor::run(const IfStatement& statement) {
@@ -107,10 +131,6 @@ Executor::Flow Executor::run(const WhileStatement& statement) {
         if (flow == Flow::Return) return flow;
     }
     return Flow::Next;
-}
-
-Executor::Flow Executor::run(const BlockStatement& statement) {
-    return execute(statement.statements);
 }
 
 Executor::Flow Executor::run(const TryStatement& statement) {
@@ -131,56 +151,40 @@ Executor::Flow Executor::run(const ReturnStatement& statement) {
     return Flow::Return;
 }
 
-Executor::Flow Executor::run(const PrintStatement& statement) {
+void Executor::run(const SetOptionStatement& statement) {
+    for (const QString& option : statement.options) setOption(m_session, option, statement.word.toUpper());
+}
+
+void Executor::run(const PrintStatement& statement) {
     evaluate(statement.text, Type::text(Type::Max, true)); // for its errors; messages are not shown
-    return Flow::Next;
 }
 
-Executor::Flow Executor::run(const QueryStatement& statement) {
-    select(*statement.query);
-    return Flow::Next;
-}
-
-void Executor::select(const Query& query) {
-    const Translation translation = translator().select(query);
+void Executor::run(const QueryStatement& statement) {
+    const Translation translation = translator().select(*statement.query);
     if (!translation.targets.isEmpty()) return assign(translation);
     m_results.sets.push_back(read(translation));
 }
 
-Executor::Flow Executor::run(const InsertStatement& statement) {
+void Executor::run(const InsertStatement& statement) {
     const Object* table = nullptr;
-    const Translation translation = translator().insert(statement, table);
-    write(translation, table);
-    return Flow::Next;
-}
-
-Executor::Flow Executor::run(const UpdateStatement& statement) {
-    write(translator().update(statement), nullptr);
-    return Flow::Next;
-}
-
-Executor::Flow Executor::run(const DeleteStatement& statement) {
-    write(translator().remove(statement), nullptr);
-    return Flow::Next;
-}
-
-void Executor::write(const Translation& translation, const Object* insertedInto) {
-    SqliteStatement statement = prepared(translation);
-    while (statement.step()) continue;
-    m_session.rowCount = m_session.file.changes();
-    if (!m_session.noCount) m_results.counts.push_back(m_session.rowCount);
-    if (!insertedInto) return;
-    if (!insertedInto->identityColumn())
+    write(translator().insert(statement, table));
+    if (!table->identityColumn())
         m_session.identity = Value();
     else if (m_session.rowCount > 0)
         m_session.identity = m_session.file.lastRowId();
 }
 
+void Executor::write(const Translation& translation) {
+    SqliteStatement statement = prepared(translation);
+    while (statement.step()) continue;
+    m_session.rowCount = m_session.file.changes();
+    if (!m_session.noCount) m_results.counts.push_back(m_session.rowCount);
+}
+
 SqliteStatement Executor::prepared(const Translation& translation) {
-    SqliteStatement statement = m_session.file.prepare(translation.sql);
-    for (qsizetype i = 0; i < translation.variables.size(); ++i)
-        statement.bind(int(i) + 1, m_session.valueOf(translation.variables[i]));
-    return statement;
+    std::vector<Value> values;
+    for (const QString& name : translation.variables) values.push_back(m_session.valueOf(name));
+    return m_session.file.prepare(translation.sql, values);
 }
 
 Value Executor::evaluate(const ExprPtr& expr, const Type& type) {
@@ -227,19 +231,13 @@ RecordSet Executor::read(const Translation& translation) {
     return set;
 }
 
-Executor::Flow Executor::run(const TransactionStatement& statement) {
-    switch (statement.action) {
-    case TransactionStatement::Begin:
+void Executor::run(const TransactionStatement& statement) {
+    if (statement.action == TransactionStatement::Begin)
         beginTransaction();
-        break;
-    case TransactionStatement::Commit:
+    else if (statement.action == TransactionStatement::Commit)
         commitTransaction();
-        break;
-    case TransactionStatement::Rollback:
+    else
         rollbackTransaction();
-        break;
-    }
-    return Flow::Next;
 }
 
 void Executor::beginTransaction() {
@@ -278,14 +276,8 @@ void Executor::rollbackTransaction() {
         }
 }
 
-Executor::Flow Executor::run(const UseStatement& statement) {
+void Executor::run(const UseStatement& statement) {
     m_session.database = m_session.databaseNamed(statement.database).id;
-    return Flow::Next;
-}
-
-Executor::Flow Executor::run(const IdentityInsertStatement& statement) {
-    DdlExecutor(m_session, m_functions).setIdentityInsert(statement);
-    return Flow::Next;
 }
 
 } // namespace embedded

@@ -37,47 +37,42 @@ private:
     Flow execute(const StatementList& statements);
     Flow execute(const Statement& statement);
     void prepareStatement();
-    Flow dispatch(const Statement& statement);
 
-    Flow run(const DeclareStatement& statement);
-    Flow run(const AssignStatement& statement);
-    Flow run(const SetOptionStatement& statement);
-    Flow run(const IdentityInsertStatement& statement);
     Flow run(const IfStatement& statement);
     Flow run(const WhileStatement& statement);
-    Flow run(const BlockStatement& statement);
+    Flow run(const BlockStatement& statement) { return execute(statement.statements); }
     Flow run(const TryStatement& statement);
     Flow run(const BreakStatement&) { return Flow::Break; }
     Flow run(const ContinueStatement&) { return Flow::Continue; }
     Flow run(const ReturnStatement& statement);
-    Flow run(const PrintStatement& statement);
-    Flow run(const QueryStatement& statement);
-    Flow run(const InsertStatement& statement);
-    Flow run(const UpdateStatement& statement);
-    Flow run(const DeleteStatement& statement);
-    Flow run(const CursorStatement& statement);
-    Flow run(const TransactionStatement& statement);
-    Flow run(const UseStatement& statement);
-    Flow run(const ExecuteStatement& statement);
-    Flow run(const SecurityStatement& statement);
-    /// What changes the catalogue.
+    void run(const DeclareStatement& statement);
+    void run(const AssignStatement& statement);
+    void run(const SetOptionStatement& statement);
+    void run(const PrintStatement& statement);
+    void run(const QueryStatement& statement);
+    void run(const InsertStatement& statement);
+    void run(const UpdateStatement& statement) { write(translator().update(statement)); }
+    void run(const DeleteStatement& statement) { write(translator().remove(statement)); }
+    void run(const CursorStatement& statement);
+    void run(const TransactionStatement& statement);
+    void run(const UseStatement& statement);
+    void run(const ExecuteStatement& statement);
+    /// What changes the catalogue, all of it or nothing.
     template <class T>
-    Flow run(const T& statement);
+    void run(const T& statement);
 
     Translator translator() { return {m_session, m_functions}; }
     SqliteStatement prepared(const Translation& translation);
     Value evaluate(const ExprPtr& expr, const Type& type);
     bool test(const ExprPtr& condition);
-    void select(const Query& query);
     void assign(const Translation& translation);
     RecordSet read(const Translation& translation);
-    void write(const Translation& translation, const Object* insertedInto);
+    void write(const Translation& translation);
     void declareCursor(const CursorStatement& statement);
     QString cursorKey(const QString& name) const;
     void open(Cursor& cursor);
     void fetch(Cursor& cursor, const QStringList& into);
 
-    void call(const ExecuteStatement& statement, const QString& name);
     std::vector<CallArgument> evaluateArguments(const std::vector<Argument>& arguments);
     const Object* procedureNamed(const ObjectName& name);
     void runProcedure(const Object& procedure, std::vector<CallArgument>& arguments);
@@ -88,7 +83,6 @@ private:
                    std::vector<CallArgument>& arguments, qint64 database, const QString& name);
     void declareVariables(const std::vector<VariableDef>& variables);
     void leaveFrame();
-    std::shared_ptr<const Batch> parsedProcedure(const Object& procedure);
 
     Session& m_session;
     FunctionTable m_functions;

@@ -32,12 +32,11 @@ DbError missingArgument(const QString& procedure, const QString& parameter) {
                        procedure, parameter);
 }
 
-Executor::Flow Executor::run(const ExecuteStatement& statement) {
+void Executor::run(const ExecuteStatement& statement) {
     if (statement.text) {
         const Type type = Type::text(Type::Max, true);
         std::vector<CallArgument> none;
-        runText(shown(evaluate(statement.text, type), type), {}, none);
-        return Flow::Next;
+        return runText(shown(evaluate(statement.text, type), type), {}, none);
     }
     std::vector<CallArgument> arguments = evaluateArguments(statement.arguments);
     const ObjectName& name = statement.procedure;
@@ -58,7 +57,6 @@ Executor::Flow Executor::run(const ExecuteStatement& statement) {
         target.value = Conversion{argument.type, target.type}(argument.value);
     }
     if (!statement.resultVariable.isEmpty()) m_session.variable(statement.resultVariable).value = returned;
-    return Flow::Next;
 }
 
 std::vector<CallArgument> Executor::evaluateArguments(const std::vector<Argument>& arguments) {
@@ -92,15 +90,11 @@ const Object* Executor::procedureNamed(const ObjectName& name) {
     return found && found->kind == ObjectKind::Procedure ? found : nullptr;
 }
 
-std::shared_ptr<const Batch> Executor::parsedProcedure(const Object& procedure) {
+void Executor::runProcedure(const Object& procedure, std::vector<CallArgument>& arguments) {
     auto& known = m_procedures[procedure.id];
     if (!known.second || known.first != procedure.text)
         known = {procedure.text, std::make_shared<Batch>(parseProcedure(procedure.text))};
-    return known.second;
-}
-
-void Executor::runProcedure(const Object& procedure, std::vector<CallArgument>& arguments) {
-    const std::shared_ptr<const Batch> body = parsedProcedure(procedure);
+    const std::shared_ptr<const Batch> body = known.second;
     runNested(*body, body->parameters, arguments, procedure.database, procedure.name);
 }
 

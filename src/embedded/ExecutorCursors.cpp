@@ -6,30 +6,26 @@
 
 namespace embedded {
 
-Executor::Flow Executor::run(const CursorStatement& statement) {
-    if (statement.action == CursorStatement::Declare) {
-        declareCursor(statement);
-        return Flow::Next;
-    }
+void Executor::run(const CursorStatement& statement) {
+    using Action = CursorStatement::Action;
+    const Action action = statement.action;
+    if (action == Action::Declare) return declareCursor(statement);
     const QString key = cursorKey(statement.cursor);
     const auto found = m_session.cursors.find(key);
     if (found == m_session.cursors.end())
         throw serverError(16916, "A cursor with the name '%1' does not exist.", key);
     Cursor& cursor = found->second;
-    if (statement.action == CursorStatement::Open && cursor.open)
-        throw DbError(16905, "The cursor is already open.");
-    const bool needsOpen =
-        statement.action == CursorStatement::Fetch || statement.action == CursorStatement::Close;
-    if (needsOpen && !cursor.open) throw DbError(16917, "Cursor is not open.");
-    if (statement.action == CursorStatement::Open)
+    if (action == Action::Open && cursor.open) throw DbError(16905, "The cursor is already open.");
+    if ((action == Action::Fetch || action == Action::Close) && !cursor.open)
+        throw DbError(16917, "Cursor is not open.");
+    if (action == Action::Open)
         open(cursor);
-    else if (statement.action == CursorStatement::Fetch)
+    else if (action == Action::Fetch)
         fetch(cursor, statement.into);
-    else if (statement.action == CursorStatement::Close)
+    else if (action == Action::Close)
         cursor.open = false;
     else
         m_session.cursors.erase(found);
-    return Flow::Next;
 }
 
 void Executor::declareCursor(const CursorStatement& statement) {

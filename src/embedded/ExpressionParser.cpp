@@ -106,7 +106,7 @@ ExprPtr parseCall(TokenReader& in, const QString& name) {
         expr->args = parseValueList(in);
     }
     in.expect(")");
-    if (in.is("over")) throw notSupported("OVER");
+    in.refuse({"over"});
     return expr;
 }
 
@@ -164,33 +164,36 @@ ExprPtr parsePrimary(TokenReader& in) {
 }
 
 ExprPtr parseUnary(TokenReader& in) {
-    if (in.is("~")) throw notSupported("operator ~");
+    in.refuse({"~"}, "operator ");
     if (in.is("-") || in.is("+")) {
         const QString op = in.take().text;
         return makeExpr(Expr::Unary, op, {parseUnary(in)});
     }
     const ExprPtr expr = parsePrimary(in);
-    if (in.is("collate")) throw notSupported("COLLATE in an expression");
+    in.refuse({"collate"}, "an expression with ");
     return expr;
 }
 
-ExprPtr parseProduct(TokenReader& in) {
-    ExprPtr left = parseUnary(in);
-    while (in.is("*") || in.is("/") || in.is("%")) {
+/// Operands with operators of one rank between them, which join from the left.
+ExprPtr parseChain(TokenReader& in, Expr::Kind kind, std::initializer_list<const char*> operators,
+                   ExprPtr (*parseOperand)(TokenReader&)) {
+    ExprPtr left = parseOperand(in);
+    const auto isOperator = [&in](const char* op) { return in.is(op); };
+    while (std::any_of(operators.begin(), operators.end(), isOperator)) {
         const QString op = in.take().text;
-        left = makeExpr(Expr::Binary, op, {left, parseUnary(in)});
+        left = makeExpr(kind, op, {left, parseOperand(in)});
     }
     return left;
 }
 
+ExprPtr parseProduct(TokenReader& in) {
+    return parseChain(in, Expr::Binary, {"*", "/", "%"}, parseUnary);
+}
+
 ExprPtr parseSum(TokenReader& in) {
-    ExprPtr left = parseProduct(in);
-    while (in.is("+") || in.is("-") || in.is("&") || in.is("|")) {
-        const QString op = in.take().text;
-        left = makeExpr(Expr::Binary, op, {left, parseProduct(in)});
-    }
-    if (in.is("^")) throw notSupported("operator ^");
-    return left;
+    ExprPtr sum = parseChain(in, Expr::Binary, {"+", "-", "&", "|"}, parseProduct);
+    in.refuse({"^"}, "operator ");
+    return sum;
 }
 
 ExprPtr parseIn(TokenReader& in, ExprPtr left, bool negated) {
@@ -206,18 +209,13 @@ ExprPtr parseIn(TokenReader& in, ExprPtr left, bool negated) {
     return expr;
 }
 
-void refuseQuantifier(TokenReader& in) {
-    for (const char* word : {"all", "any", "some"})
-        if (in.is(word)) throw notSupported(in.peek().text.toUpper() + " in a comparison");
-}
-
 ExprPtr finishPredicate(TokenReader& in, ExprPtr left) {
     static const QHash<QString, QString> comparisons{{"=", "="},   {"<>", "<>"}, {"!=", "<>"},
                                                      {"<", "<"},   {">", ">"},   {"<=", "<="},
                                                      {">=", ">="}, {"!<", ">="}, {"!>", "<="}};
     if (in.peek().kind == Token::Symbol && comparisons.contains(in.peek().text)) {
         const QString op = comparisons[in.take().text];
-        refuseQuantifier(in);
+        in.refuse({"all", "any", "some"}, "a comparison with ");
         return makeExpr(Expr::Compare, op, {left, parseValue(in)});
     }
     if (in.accept("is")) {
@@ -263,15 +261,11 @@ ExprPtr parseNot(TokenReader& in) {
 }
 
 ExprPtr parseAnd(TokenReader& in) {
-    ExprPtr left = parseNot(in);
-    while (in.accept("and")) left = makeExpr(Expr::And, {}, {left, parseNot(in)});
-    return left;
+    return parseChain(in, Expr::And, {"and"}, parseNot);
 }
 
 ExprPtr parseOr(TokenReader& in) {
-    ExprPtr left = parseAnd(in);
-    while (in.accept("or")) left = makeExpr(Expr::Or, {}, {left, parseAnd(in)});
-    return left;
+    return parseChain(in, Expr::Or, {"or"}, parseAnd);
 }
 
 } // namespace

@@ -15,9 +15,7 @@ const Column* find(const Source& source, const QStringList& parts) {
         if (parts.size() == 4 && !parts[0].isEmpty() && collation::fold(parts[0]) != source.database)
             return nullptr;
     }
-    for (const Column& candidate : source.columns)
-        if (collation::equal(candidate.name, parts.last())) return &candidate;
-    return nullptr;
+    return columnNamed(source.columns, parts.last());
 }
 
 Type arithmeticType(const QString& op, const Type& a, const Type& b) {
@@ -228,22 +226,24 @@ Typed Translator::cast(const Expr& expr) {
 }
 
 Typed Translator::caseWhen(const Expr& expr) {
-    const std::size_t first = expr.hasOperand ? 1 : 0;
-    const std::size_t end = expr.args.size() - (expr.hasElse ? 1 : 0);
-    std::vector<QString> conditions;
-    std::vector<Typed> values;
+    QStringList branches;
+    QList<Typed> values;
     Type type;
-    for (std::size_t i = first; i < end; i += 2) {
-        conditions.push_back(expr.hasOperand ? compare("=", value(expr.args[0]), value(expr.args[i]))
-                                             : condition(expr.args[i]));
-        values.push_back(value(expr.args[i + 1]));
+    for (std::size_t i = expr.hasOperand ? 1 : 0; i < expr.args.size(); ++i) {
+        if (i + 1 == expr.args.size() && expr.hasElse) {
+            branches.append(" ELSE ");
+        } else {
+            const ExprPtr& when = expr.args[i++];
+            branches.append(
+                " WHEN "
+                + (expr.hasOperand ? compare("=", value(expr.args[0]), value(when)) : condition(when))
+                + " THEN ");
+        }
+        values.append(value(expr.args[i]));
+        type = Type::common(type, values.last().type);
     }
-    if (expr.hasElse) values.push_back(value(expr.args.back()));
-    for (const Typed& result : values) type = Type::common(type, result.type);
     QString sql = "CASE";
-    for (std::size_t i = 0; i < conditions.size(); ++i)
-        sql += " WHEN " + conditions[i] + " THEN " + convert(values[i], type);
-    if (expr.hasElse) sql += " ELSE " + convert(values.back(), type);
+    for (qsizetype i = 0; i < values.size(); ++i) sql += branches[i] + convert(values[i], type);
     return {sql + " END", type};
 }
 

@@ -22,19 +22,21 @@ FunctionTable::FunctionTable(Session& session) {
     addServerFunctions(*this, session);
     addOperators(session);
     for (auto rule = m_rules.cbegin(); rule != m_rules.cend(); ++rule) {
-        const NativeFunction native = rule->native;
-        const auto unlessNull = [native](const Arguments& arguments) -> Value {
-            for (int i = 0; i < arguments.count(); ++i)
-                if (arguments.isNull(i)) return {};
-            return native(arguments);
-        };
-        session.file.addFunction(nativeName(rule.key()), -1, true, unlessNull);
+        session.file.addFunction(nativeName(rule.key()), -1, true, unlessNull(rule->native));
     }
 }
 
 const FunctionRule* FunctionTable::find(const QString& name) const {
     const auto found = m_rules.constFind(name);
     return found == m_rules.constEnd() ? nullptr : &*found;
+}
+
+NativeFunction unlessNull(NativeFunction native) {
+    return [native](const Arguments& arguments) -> Value {
+        for (int i = 0; i < arguments.count(); ++i)
+            if (arguments.isNull(i)) return {};
+        return native(arguments);
+    };
 }
 
 std::function<Type(const QList<Typed>&)> always(Type type) {

@@ -16,7 +16,7 @@ struct Typed {
 struct FunctionRule {
     QString arguments;
     std::function<Type(const QList<Typed>&)> result;
-    NativeFunction native; ///< called without NULLs: NULL in gives NULL out
+    NativeFunction native; ///< never sees a NULL; see unlessNull
 
     int minimum() const;
     int maximum() const;
@@ -37,13 +37,15 @@ private:
     QHash<QString, FunctionRule> m_rules;
 };
 
+/// The function as most are: NULL in gives NULL out.
+NativeFunction unlessNull(NativeFunction native);
 /// For rules whose result does not depend on the arguments.
 std::function<Type(const QList<Typed>&)> always(Type type);
 /// For rules whose result is a text as long as the first argument.
 Type likeFirstText(const QList<Typed>& arguments);
 
 void addTextFunctions(FunctionTable& table);
-void addNumberFunctions(FunctionTable& table);
+void addNumberFunctions(FunctionTable& table); ///< in Operators.cpp
 void addDateFunctions(FunctionTable& table, Session& session);
 void addServerFunctions(FunctionTable& table, Session& session);
 /// Conversions and arithmetic that translated statements call under names of their own.

@@ -20,6 +20,8 @@ std::vector<ExprPtr> parseValueList(TokenReader& in);
 ExprPtr parseAssigned(TokenReader& in, const ExprPtr& target);
 
 QueryPtr parseQuery(TokenReader& in);
+
+// Statements, behind the word that each begins with
 StatementPtr parseInsert(TokenReader& in);
 StatementPtr parseUpdate(TokenReader& in);
 StatementPtr parseDelete(TokenReader& in);

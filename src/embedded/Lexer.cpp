@@ -1,6 +1,5 @@
-#include "embedded/Lexer.h"
-
 #include "embedded/Errors.h"
+#include "embedded/TokenReader.h"
 
 namespace embedded {
 

@@ -1,17 +1,11 @@
 #include "embedded/Collation.h"
 
-#include <algorithm>
-
 namespace embedded::collation {
 
 namespace {
 
 bool sameLetter(QChar a, QChar b) {
     return a == b || a.toCaseFolded() == b.toCaseFolded();
-}
-
-bool onlyBlanks(QStringView text) {
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c == u' '; });
 }
 
 /// Matches one character against the class that starts behind "[", and moves `at` behind its "]".
@@ -57,7 +51,7 @@ bool matchesLike(QStringView text, QStringView pattern, QChar escape) {
                 matches = matchesClass(text[t], pattern, next);
             else
                 matches = sameLetter(text[t], pattern[p]);
-        } else if (p == pattern.size() && onlyBlanks(text.mid(t))) {
+        } else if (p == pattern.size() && trimmed(text.mid(t)).isEmpty()) {
             return true; // blanks at the end of the text do not count
         }
         if (matches) {

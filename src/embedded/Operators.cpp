@@ -8,23 +8,18 @@ namespace embedded {
 
 namespace {
 
-double realOf(const Value& value) {
-    if (const auto* integer = std::get_if<qint64>(&value)) return double(*integer);
-    return std::get<double>(value);
-}
-
 DbError divisionByZero() {
     return DbError(8134, "Divide by zero error encountered.");
 }
 
 /// a / b in the result's type: integers and decimals drop what lies beyond their last place.
 Value divide(const Value& a, const Value& b, const Type& type) {
-    if (realOf(b) == 0) throw divisionByZero();
+    if (asReal(b) == 0) throw divisionByZero();
     if (type.isInteger()) return std::get<qint64>(a) / std::get<qint64>(b);
-    const double quotient = realOf(a) / realOf(b);
+    const double quotient = asReal(a) / asReal(b);
     if (type.kind == Type::Money) return roundTo(quotient, 4);
     if (type.kind != Type::Decimal) return quotient;
-    const long double scaled = static_cast<long double>(realOf(a)) / realOf(b) * std::pow(10.0L, type.scale);
+    const long double scaled = static_cast<long double>(asReal(a)) / asReal(b) * std::pow(10.0L, type.scale);
     const long double nearest = std::round(scaled);
     // A quotient that binary only just misses is the whole number it stands for.
     const bool whole = std::fabs(scaled - nearest) < 1e-6L;
@@ -32,25 +27,53 @@ Value divide(const Value& a, const Value& b, const Type& type) {
 }
 
 Value modulo(const Value& a, const Value& b, const Type& type) {
-    if (realOf(b) == 0) throw divisionByZero();
+    if (asReal(b) == 0) throw divisionByZero();
     if (type.isInteger()) return std::get<qint64>(a) % std::get<qint64>(b);
-    return roundTo(std::fmod(realOf(a), realOf(b)), type.scale);
+    return roundTo(std::fmod(asReal(a), asReal(b)), type.scale);
 }
 
-Value inRange(const Value& value, const Type& type) {
-    return Conversion{Type::of(Type::BigInt), type}(value);
+Type likeFirstNumber(const QList<Typed>& arguments) {
+    const Type& first = arguments[0].type;
+    return first.isNumber() && first.kind != Type::Bit ? first : Type::of(Type::Float);
+}
+
+Value same(const Arguments& a, double result) {
+    if (std::holds_alternative<qint64>(a.value(0))) return qint64(result);
+    return result;
 }
 
 } // namespace
 
+void addNumberFunctions(FunctionTable& table) {
+    table.add("abs",
+              {"n", likeFirstNumber, [](const Arguments& a) { return same(a, std::fabs(a.real(0))); }});
+    table.add("round", {"ni", likeFirstNumber,
+                        [](const Arguments& a) { return same(a, roundTo(a.real(0), int(a.integer(1)))); }});
+}
+
 void addOperators(Session& session) {
     SqliteFile& file = session.file;
-    Session* state = &session;
+    const auto add = [&file](const QString& name, int arguments, NativeFunction native) {
+        file.addFunction(name, arguments, true, unlessNull(std::move(native)));
+    };
     // ts_convert(value, from, to, style, intoColumn)
-    file.addFunction("ts_convert", 5, true, [state](const Arguments& a) -> Value {
-        if (a.isNull(0)) return {};
+    add("ts_convert", 5, [&session](const Arguments& a) {
         return Conversion{Type::unpacked(a.integer(1)), Type::unpacked(a.integer(2)), int(a.integer(3)),
-                          a.integer(4) != 0, state->dateOrder}(a.value(0));
+                          a.integer(4) != 0, session.dateOrder}(a.value(0));
+    });
+    add("ts_div", 3,
+        [](const Arguments& a) { return divide(a.value(0), a.value(1), Type::unpacked(a.integer(2))); });
+    add("ts_mod", 3,
+        [](const Arguments& a) { return modulo(a.value(0), a.value(1), Type::unpacked(a.integer(2))); });
+    // Integer results: error 8115 outside the type's range.
+    add("ts_range", 2, [](const Arguments& a) {
+        return Conversion{Type::of(Type::BigInt), Type::unpacked(a.integer(1))}(a.value(0));
+    });
+    add("ts_places", 2, [](const Arguments& a) { return roundTo(a.real(0), int(a.integer(1))); });
+    add("ts_days", 3, [](const Arguments& a) {
+        const auto milliseconds = qint64(std::llround(a.real(1) * 86400000.0));
+        const QDateTime date = dateText::fromStored(a.text(0)).addMSecs(milliseconds);
+        return dateText::toStored(date, Type::unpacked(a.integer(2)));
     });
     file.addFunction("ts_notnull", 3, true, [](const Arguments& a) -> Value {
         if (a.isNull(0))
@@ -58,34 +81,9 @@ void addOperators(Session& session) {
                               a.text(2));
         return a.value(0);
     });
-    const auto addArithmetic = [&file](const QString& name,
-                                       Value (*function)(const Value&, const Value&, const Type&)) {
-        file.addFunction(name, 3, true, [function](const Arguments& a) -> Value {
-            if (a.isNull(0) || a.isNull(1)) return {};
-            return function(a.value(0), a.value(1), Type::unpacked(a.integer(2)));
-        });
-    };
-    addArithmetic("ts_div", divide);
-    addArithmetic("ts_mod", modulo);
-    // Integer results: error 8115 outside the type's range.
-    file.addFunction("ts_range", 2, true, [](const Arguments& a) -> Value {
-        if (a.isNull(0)) return {};
-        return inRange(a.value(0), Type::unpacked(a.integer(1)));
-    });
-    file.addFunction("ts_places", 2, true, [](const Arguments& a) -> Value {
-        if (a.isNull(0)) return {};
-        return roundTo(a.real(0), int(a.integer(1)));
-    });
     // A variable as it is now, while the same statement assigns it.
     file.addFunction("ts_variable", 1, false,
-                     [state](const Arguments& a) { return state->valueOf(a.text(0)); });
-    file.addFunction("ts_days", 3, true, [](const Arguments& a) -> Value {
-        if (a.isNull(0) || a.isNull(1)) return {};
-        const double days = a.real(1);
-        const QDateTime date =
-            dateText::fromStored(a.text(0)).addMSecs(qint64(std::llround(days * 86400000.0)));
-        return dateText::toStored(date, Type::unpacked(a.integer(2)));
-    });
+                     [&session](const Arguments& a) { return session.valueOf(a.text(0)); });
 }
 
 } // namespace embedded

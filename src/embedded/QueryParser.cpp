@@ -23,8 +23,7 @@ ExprPtr parseTop(TokenReader& in) {
         number->type = Type::of(Type::Int);
         top = number;
     }
-    if (in.is("percent")) throw notSupported("TOP … PERCENT");
-    if (in.is("with") && in.is("ties", 1)) throw notSupported("TOP … WITH TIES");
+    in.refuse({"percent", "with"}, "TOP … ");
     return top;
 }
 
@@ -64,9 +63,8 @@ void parseHints(TokenReader& in) {
         "xlock",   "tablockx",        "readcommittedlock", "nowait"};
     in.expect("(");
     do {
-        if (in.is("index")) throw notSupported("table hint INDEX");
-        const QString hint = in.take().text.toLower();
-        if (!known.contains(hint)) throw notSupported("table hint " + hint.toUpper());
+        if (!known.contains(in.peek().text.toLower())) in.refuse("table hint ");
+        in.take();
         in.accept(",");
     } while (!in.accept(")"));
 }
@@ -88,12 +86,6 @@ TableRefPtr parseTable(TokenReader& in) {
         return table;
     }
     table->name = takeTableName(in);
-    if (in.is("(") && !in.is("nolock", 1)) {
-        static const QStringList hints{"readuncommitted", "updlock",  "holdlock",
-                                       "rowlock",         "readpast", "tablock"};
-        if (!hints.contains(in.peek(1).text.toLower()))
-            throw notSupported("table function " + table->name.name);
-    }
     if (in.is("(")) parseHints(in);
     table->alias = takeAlias(in);
     if (in.is("with") || in.is("(")) parseHints(in);
@@ -151,6 +143,12 @@ std::vector<OrderItem> parseOrderBy(TokenReader& in) {
     return items;
 }
 
+ExprPtr parseWhere(TokenReader& in) {
+    if (!in.accept("where")) return nullptr;
+    in.refuse({"current"}, "WHERE ");
+    return parseCondition(in);
+}
+
 SelectCore parseCore(TokenReader& in) {
     if (in.accept("(")) {
         SelectCore core = parseCore(in);
@@ -164,13 +162,11 @@ SelectCore parseCore(TokenReader& in) {
     if (in.is("top")) core.top = parseTop(in);
     do core.items.push_back(parseItem(in));
     while (in.accept(","));
-    if (in.is("into")) throw notSupported("SELECT … INTO");
+    in.refuse({"into"}, "SELECT … ");
     if (in.accept("from")) core.from = parseFrom(in);
-    if (in.accept("where")) core.where = parseCondition(in);
-    if (in.accept("group", "by")) {
-        core.groupBy = parseValueList(in);
-        if (in.is("with")) throw notSupported("GROUP BY … WITH " + in.peek(1).text.toUpper());
-    }
+    core.where = parseWhere(in);
+    if (in.accept("group", "by")) core.groupBy = parseValueList(in);
+    in.refuse({"with"}, "SELECT … ");
     if (in.accept("having")) core.having = parseCondition(in);
     return core;
 }
@@ -185,25 +181,19 @@ QueryPtr parseQuery(TokenReader& in) {
         query->cores.push_back(parseCore(in));
         query->cores.back().unionAll = all;
     }
-    for (const char* word : {"except", "intersect"})
-        if (in.is(word)) throw notSupported(in.peek().text.toUpper());
+    in.refuse({"except", "intersect"});
     query->orderBy = parseOrderBy(in);
-    if (in.is("offset")) throw notSupported("OFFSET");
-    if (in.is("for") && (in.is("xml", 1) || in.is("browse", 1)))
-        throw notSupported("FOR " + in.peek(1).text.toUpper());
-    if (in.is("compute")) throw notSupported("COMPUTE");
-    if (in.is("option")) throw notSupported("OPTION");
+    in.refuse({"offset", "compute", "option"});
+    if (in.is("for") && (in.is("xml", 1) || in.is("browse", 1))) in.take(), in.refuse("FOR ");
     return query;
 }
 
 StatementPtr parseInsert(TokenReader& in) {
-    in.expect("insert");
     in.accept("into");
     InsertStatement insert;
     insert.table = takeTableName(in);
-    if (in.accept("with")) throw notSupported("hints of INSERT");
     if (in.is("(") && !in.is("select", 1)) insert.columns = in.takeNameList();
-    if (in.is("output")) throw notSupported("OUTPUT");
+    in.refuse({"with", "output", "exec", "execute"}, "INSERT … ");
     if (in.accept("values")) {
         do {
             in.expect("(");
@@ -216,16 +206,13 @@ StatementPtr parseInsert(TokenReader& in) {
     } else if (in.accept("default", "values")) {
         insert.rows.emplace_back();
     } else {
-        if (in.is("exec") || in.is("execute")) throw notSupported("INSERT … EXEC");
-        if (in.is("with")) throw notSupported("common table expressions");
         insert.query = parseQuery(in);
     }
     return statement(insert);
 }
 
 StatementPtr parseUpdate(TokenReader& in) {
-    in.expect("update");
-    if (in.is("top")) throw notSupported("UPDATE TOP");
+    in.refuse({"top", "statistics"}, "UPDATE ");
     UpdateStatement update;
     update.target = takeTableName(in);
     if (in.is("with")) parseHints(in);
@@ -240,28 +227,19 @@ StatementPtr parseUpdate(TokenReader& in) {
         if (!in.accept("=", "default")) assignment.value = parseAssigned(in, column);
         update.assignments.push_back(assignment);
     } while (in.accept(","));
-    if (in.is("output")) throw notSupported("OUTPUT");
-    if (in.is("from")) throw notSupported("UPDATE … FROM");
-    if (in.accept("where")) {
-        if (in.is("current")) throw notSupported("WHERE CURRENT OF");
-        update.where = parseCondition(in);
-    }
+    in.refuse({"output", "from"}, "UPDATE … ");
+    update.where = parseWhere(in);
     return statement(update);
 }
 
 StatementPtr parseDelete(TokenReader& in) {
-    in.expect("delete");
+    in.refuse({"top"}, "DELETE ");
     DeleteStatement removal;
-    if (in.is("top")) throw notSupported("DELETE TOP");
     in.accept("from");
     removal.target = takeTableName(in);
     if (in.is("with")) parseHints(in);
-    if (in.is("output")) throw notSupported("OUTPUT");
-    if (in.is("from")) throw notSupported("DELETE … FROM");
-    if (in.accept("where")) {
-        if (in.is("current")) throw notSupported("WHERE CURRENT OF");
-        removal.where = parseCondition(in);
-    }
+    in.refuse({"output", "from"}, "DELETE … ");
+    removal.where = parseWhere(in);
     return statement(removal);
 }
 

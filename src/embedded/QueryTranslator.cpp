@@ -98,21 +98,19 @@ QString Translator::assemble(const Query& query, QList<Type>& types, QStringList
             items.append(collated(item) + name);
         }
         QString text = part.head + items.join(u',') + part.tail;
-        if (part.top) {
+        if (const ExprPtr& top = query.cores[c].top) {
             if (!compound) text += order;
-            text += " LIMIT " + convert(value(part.top), Type::of(Type::BigInt));
+            text += " LIMIT " + convert(value(top), Type::of(Type::BigInt));
             if (compound) text = "SELECT * FROM (" + text + ')';
         }
         if (c > 0) sql += query.cores[c].unionAll ? " UNION ALL " : " UNION ";
         sql += text;
     }
-    return !compound && cores.front().top ? sql : sql + order;
+    return !compound && query.cores.front().top ? sql : sql + order;
 }
 
 Translator::Core Translator::core(const SelectCore& select) {
     Core core;
-    core.distinct = select.distinct;
-    core.top = select.top;
     core.head = select.distinct ? "SELECT DISTINCT " : "SELECT ";
     const QString tables = from(select.from);
     if (!tables.isEmpty()) core.tail += " FROM " + tables;
@@ -193,7 +191,7 @@ QString Translator::orderBy(const Query& query, const Core& core, bool compound)
                 checkGrouping(m_scopes.back().ungrouped.mid(before));
             for (qsizetype i = 0; i < core.items.size(); ++i)
                 if (core.items[i].sql == typed.sql) place = i;
-            if (core.distinct && place < 0)
+            if (query.cores.front().distinct && place < 0)
                 throw DbError(145, "ORDER BY items must appear in the select list of SELECT DISTINCT.");
             key = collated(typed);
         }

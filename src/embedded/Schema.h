@@ -25,4 +25,7 @@ struct Column {
     qint64 seed = 1;     ///< of an identity column that is being made
 };
 
+/// The column of that name; null when there is none.
+const Column* columnNamed(const QList<Column>& columns, const QString& name);
+
 } // namespace embedded

@@ -89,31 +89,23 @@ void require(const Session& session, const char* role) {
 }
 
 void run(Session& session, const SecurityStatement& statement) {
-    Savepoint together(session.file);
     switch (statement.action) {
     case SecurityStatement::CreateLogin:
-        createLogin(session, statement);
-        break;
+        return createLogin(session, statement);
     case SecurityStatement::DropLogin:
-        dropLogin(session, statement);
-        break;
+        return dropLogin(session, statement);
     case SecurityStatement::AddMember:
-        changeMember(session, statement, true);
-        break;
+        return changeMember(session, statement, true);
     case SecurityStatement::DropMember:
-        changeMember(session, statement, false);
-        break;
+        return changeMember(session, statement, false);
     case SecurityStatement::CreateUser:
         // A login that is not kept out may enter every database, so a user only lifts a DENY.
         requireLogin(session.file, statement.role);
-        session.catalog.setDenied(session.database, statement.role, false);
-        break;
+        return session.catalog.setDenied(session.database, statement.role, false);
     case SecurityStatement::Deny:
         require(session, "securityadmin");
-        session.catalog.setDenied(session.database, statement.name, true);
-        break;
+        return session.catalog.setDenied(session.database, statement.name, true);
     }
-    together.release();
 }
 
 void addAdministrator(SqliteFile& file, const QString& login, const QString& password) {
@@ -122,14 +114,12 @@ void addAdministrator(SqliteFile& file, const QString& login, const QString& pas
 }
 
 QString logIn(Session& session, const QString& login, const QString& password) {
-    SqliteStatement row =
-        session.file.prepare(R"(SELECT name, hash, default_database FROM "~logins" WHERE name = ?1)");
-    row.bind(1, login);
+    SqliteStatement row = session.file.prepare(
+        R"(SELECT name, hash, default_database FROM "~logins" WHERE name = ?1)", {login});
     if (!row.step() || !matches(row.text(1), password))
         throw serverError(DbError::LoginFailed, "Login failed for user '%1'.", login);
     session.login = row.text(0);
-    SqliteStatement roles = session.file.prepare(R"(SELECT role FROM "~members" WHERE login = ?1)");
-    roles.bind(1, login);
+    SqliteStatement roles = session.file.prepare(R"(SELECT role FROM "~members" WHERE login = ?1)", {login});
     while (roles.step()) session.roles.insert(collation::fold(roles.text(0)));
     return row.text(2);
 }

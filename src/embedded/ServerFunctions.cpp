@@ -2,7 +2,7 @@
 #include "embedded/Errors.h"
 #include "embedded/FunctionTable.h"
 #include "embedded/Parser.h"
-#include "embedded/Registry.h"
+#include "embedded/SystemProcedures.h"
 
 namespace embedded {
 
@@ -67,51 +67,53 @@ Value serverProperty(Session& session, const Arguments& a) {
     if (property == "productlevel") return QString("RTM");
     const QString key = "SOFTWARE\\Microsoft\\MSSQLServer\\MSSQLServer";
     if (property == "instancedefaultdatapath")
-        return registry::read(session.file, "HKEY_LOCAL_MACHINE", key, "DefaultData");
+        return registryValue(session.file, "HKEY_LOCAL_MACHINE", key, "DefaultData");
     if (property == "instancedefaultlogpath")
-        return registry::read(session.file, "HKEY_LOCAL_MACHINE", key, "DefaultLog");
+        return registryValue(session.file, "HKEY_LOCAL_MACHINE", key, "DefaultLog");
     throw notSupported("SERVERPROPERTY " + a.text(0));
 }
 
-void addErrorFunctions(FunctionTable& table, Session& session) {
-    Session* state = &session;
-    const auto handled = [state]() -> const DbError* {
-        for (auto frame = state->frames.rbegin(); frame != state->frames.rend(); ++frame)
-            if (frame->error) return &*frame->error;
-        return nullptr;
-    };
-    table.add("error_number", {"", always(integerType), [handled](const Arguments&) -> Value {
-                                   return handled() ? Value(qint64(handled()->number())) : Value();
-                               }});
-    table.add("error_message", {"", always(Type::text(4000, true)), [handled](const Arguments&) -> Value {
-                                    return handled() ? Value(handled()->text()) : Value();
-                                }});
+/// The error that the innermost CATCH block handles; null outside of one.
+const DbError* handledError(const Session& session) {
+    for (auto frame = session.frames.rbegin(); frame != session.frames.rend(); ++frame)
+        if (frame->error) return &*frame->error;
+    return nullptr;
+}
+
+Value errorNumber(const Session& session, const Arguments&) {
+    const DbError* error = handledError(session);
+    return error ? Value(qint64(error->number())) : Value();
+}
+
+Value errorMessage(const Session& session, const Arguments&) {
+    const DbError* error = handledError(session);
+    return error ? Value(error->text()) : Value();
+}
+
+Value hasAccess(const Session& session, const Arguments& a) {
+    const Database* database = session.catalog.database(a.text(0));
+    return database ? Value(qint64(session.canEnter(*database))) : Value();
 }
 
 } // namespace
 
 void addServerFunctions(FunctionTable& table, Session& session) {
-    Session* state = &session;
-    const auto with = [state](Value (*function)(const Session&, const Arguments&)) {
-        return NativeFunction([state, function](const Arguments& a) { return function(*state, a); });
+    const auto add = [&](const char* name, const char* arguments, const Type& type, auto function) {
+        table.add(name, {arguments, always(type),
+                         [&session, function](const Arguments& a) { return function(session, a); }});
     };
-    const auto changing = [state](Value (*function)(Session&, const Arguments&)) {
-        return NativeFunction([state, function](const Arguments& a) { return function(*state, a); });
-    };
-    table.add("object_id", {"t[t", always(integerType), with(objectId)});
-    table.add("objectproperty", {"it", always(integerType), with(objectProperty)});
-    table.add("col_length", {"tt", always(integerType), with(columnLength)});
-    table.add("db_id", {"[t", always(integerType), with(databaseId)});
-    table.add("db_name", {"[i", always(nameType), with(databaseName)});
-    table.add("has_dbaccess", {"t", always(integerType), [state](const Arguments& a) -> Value {
-                                   const Database* database = state->catalog.database(a.text(0));
-                                   return database ? Value(qint64(state->canEnter(*database))) : Value();
-                               }});
-    table.add("serverproperty", {"t", always(nameType), changing(serverProperty)});
-    table.add("scope_identity",
-              {"", always(Type::decimal(38, 0)), [state](const Arguments&) { return state->identity; }});
-    table.add("suser_sname", {"", always(nameType), [state](const Arguments&) { return state->login; }});
-    addErrorFunctions(table, session);
+    add("object_id", "t[t", integerType, objectId);
+    add("objectproperty", "it", integerType, objectProperty);
+    add("col_length", "tt", integerType, columnLength);
+    add("db_id", "[t", integerType, databaseId);
+    add("db_name", "[i", nameType, databaseName);
+    add("has_dbaccess", "t", integerType, hasAccess);
+    add("serverproperty", "t", nameType, serverProperty);
+    add("error_number", "", integerType, errorNumber);
+    add("error_message", "", Type::text(4000, true), errorMessage);
+    add("scope_identity", "", Type::decimal(38, 0),
+        [](const Session& own, const Arguments&) { return own.identity; });
+    add("suser_sname", "", nameType, [](const Session& own, const Arguments&) { return own.login; });
 }
 
 } // namespace embedded

@@ -46,28 +46,28 @@ Variable& Session::variable(const QString& name) {
 }
 
 Value Session::valueOf(const QString& name) {
-    if (!name.startsWith("@@")) return variable(name).value;
-    const QString key = name.mid(2).toLower();
-    if (key == "identity") return identity;
-    if (key == "rowcount") return rowCount;
-    if (key == "error") return qint64(lastError);
-    if (key == "fetch_status") return qint64(fetchStatus);
-    if (key == "trancount") return qint64(transactionDepth);
-    if (key == "servername") return QString("EMBEDDED");
-    if (key == "version") return QString("Scheduler embedded server");
-    throw notSupported(name);
+    return name.startsWith("@@") ? serverValue(name).value : variable(name).value;
 }
 
 Type Session::typeOf(const QString& name) {
-    if (!name.startsWith("@@")) {
-        const Variable& found = variable(name);
-        if (!found.cursor.isNull()) throw serverError(16924, "%1 is a cursor, not a value.", name);
-        return found.type;
-    }
+    if (name.startsWith("@@")) return serverValue(name).type;
+    const Variable& found = variable(name);
+    if (!found.cursor.isNull()) throw serverError(16924, "%1 is a cursor, not a value.", name);
+    return found.type;
+}
+
+Variable Session::serverValue(const QString& name) const {
     const QString key = name.mid(2).toLower();
-    if (key == "identity") return Type::decimal(38, 0);
-    if (key == "servername" || key == "version") return Type::text(300, true);
-    return Type::of(Type::Int);
+    const Type integer = Type::of(Type::Int);
+    const Type text = Type::text(300, true);
+    if (key == "identity") return {Type::decimal(38, 0), identity, {}};
+    if (key == "rowcount") return {integer, rowCount, {}};
+    if (key == "error") return {integer, qint64(lastError), {}};
+    if (key == "fetch_status") return {integer, qint64(fetchStatus), {}};
+    if (key == "trancount") return {integer, qint64(transactionDepth), {}};
+    if (key == "servername") return {text, QString("EMBEDDED"), {}};
+    if (key == "version") return {text, QString("Scheduler embedded server"), {}};
+    throw notSupported(name);
 }
 
 } // namespace embedded

@@ -77,6 +77,7 @@ struct Session {
     /// @x, or one of the @@ values.
     Value valueOf(const QString& name);
     Type typeOf(const QString& name);
+    Variable serverValue(const QString& name) const;
 };
 
 } // namespace embedded

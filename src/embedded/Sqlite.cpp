@@ -82,7 +82,7 @@ SqliteStatement::~SqliteStatement() {
     sqlite3_finalize(m_statement);
 }
 
-SqliteStatement& SqliteStatement::bind(int place, const Value& value) {
+void SqliteStatement::bind(int place, const Value& value) {
     if (const auto* integer = std::get_if<qint64>(&value))
         sqlite3_bind_int64(m_statement, place, *integer);
     else if (const auto* real = std::get_if<double>(&value))
@@ -93,7 +93,6 @@ SqliteStatement& SqliteStatement::bind(int place, const Value& value) {
     } else {
         sqlite3_bind_null(m_statement, place);
     }
-    return *this;
 }
 
 bool SqliteStatement::step() {
@@ -159,25 +158,37 @@ void SqliteFile::fail(int code, const QString& message) {
     }
 }
 
-SqliteStatement SqliteFile::prepare(const QString& sql) {
+SqliteStatement SqliteFile::prepare(const QString& sql, const std::vector<Value>& values) {
     m_raised.reset();
     const QByteArray utf8 = sql.toUtf8();
-    sqlite3_stmt* statement = nullptr;
-    const int code = sqlite3_prepare_v2(m_database, utf8.constData(), int(utf8.size()), &statement, nullptr);
+    sqlite3_stmt* prepared = nullptr;
+    const int code = sqlite3_prepare_v2(m_database, utf8.constData(), int(utf8.size()), &prepared, nullptr);
     if (code != SQLITE_OK) fail(code, QString::fromUtf8(sqlite3_errmsg(m_database)));
-    return {*this, statement};
+    SqliteStatement statement(*this, prepared);
+    for (std::size_t i = 0; i < values.size(); ++i) statement.bind(int(i) + 1, values[i]);
+    return statement;
 }
 
 void SqliteFile::run(const QString& sql, const std::vector<Value>& values) {
-    SqliteStatement statement = prepare(sql);
-    for (std::size_t i = 0; i < values.size(); ++i) statement.bind(int(i) + 1, values[i]);
+    SqliteStatement statement = prepare(sql, values);
     while (statement.step()) continue;
 }
 
 Value SqliteFile::scalar(const QString& sql, const std::vector<Value>& values) {
-    SqliteStatement statement = prepare(sql);
-    for (std::size_t i = 0; i < values.size(); ++i) statement.bind(int(i) + 1, values[i]);
+    SqliteStatement statement = prepare(sql, values);
     return statement.step() ? statement.value(0) : Value();
+}
+
+void SqliteFile::redeclare(const std::vector<Redeclaration>& changes) {
+    run("PRAGMA writable_schema = ON");
+    const auto off =
+        qScopeGuard([this] { sqlite3_exec(m_database, "PRAGMA writable_schema = RESET", {}, {}, {}); });
+    for (const auto& [table, from, to] : changes)
+        run("UPDATE sqlite_schema SET sql = replace(sql, ?2, ?3) WHERE type = 'table' AND name = ?1",
+            {table, from, to});
+    // All sessions read the tables anew at another version.
+    const qint64 version = std::get<qint64>(scalar("PRAGMA schema_version"));
+    run(QString("PRAGMA schema_version = %1").arg(version + 1));
 }
 
 void SqliteFile::addFunction(const QString& name, int arguments, bool deterministic,

@@ -22,6 +22,12 @@ inline bool isNull(const Value& value) {
     return std::holds_alternative<std::monostate>(value);
 }
 
+/// Of a number.
+inline double asReal(const Value& value) {
+    const auto* integer = std::get_if<qint64>(&value);
+    return integer ? double(*integer) : std::get<double>(value);
+}
+
 class SqliteFile;
 
 /// A row that a unique index refused; text() is SQLite's message, which the
@@ -57,14 +63,16 @@ public:
     SqliteStatement& operator=(SqliteStatement&&) = delete;
     ~SqliteStatement();
 
-    SqliteStatement& bind(int place, const Value& value); ///< places count from 1
-    bool step();                                          ///< whether there is a row; throws DbError
+    bool step(); ///< whether there is a row; throws DbError
     bool isNull(int column) const;
     qint64 integer(int column) const;
     QString text(int column) const; ///< never a null QString for a value that is not NULL
     Value value(int column) const;
 
 private:
+    friend class SqliteFile;
+    void bind(int place, const Value& value); ///< places count from 1
+
     SqliteFile* m_file;
     sqlite3_stmt* m_statement;
 };
@@ -79,9 +87,15 @@ public:
     SqliteFile& operator=(const SqliteFile&) = delete;
     ~SqliteFile();
 
-    SqliteStatement prepare(const QString& sql);
+    SqliteStatement prepare(const QString& sql, const std::vector<Value>& values = {});
     void run(const QString& sql, const std::vector<Value>& values = {});
     Value scalar(const QString& sql, const std::vector<Value>& values = {});
+    /// Changes how columns of tables are declared: part of the text that made them. Their values stay as they
+    /// are. For use in a savepoint.
+    struct Redeclaration {
+        QString table, from, to;
+    };
+    void redeclare(const std::vector<Redeclaration>& changes);
     void addFunction(const QString& name, int arguments, bool deterministic, NativeFunction function);
     void setLockTimeout(int milliseconds);
     bool inTransaction() const;

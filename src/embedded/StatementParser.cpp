@@ -7,9 +7,9 @@ namespace embedded {
 
 namespace {
 
-const QStringList refused{"raiserror",  "throw",    "grant",       "revoke",  "backup", "restore",
-                          "dbcc",       "goto",     "waitfor",     "merge",   "bulk",   "kill",
-                          "checkpoint", "shutdown", "reconfigure", "readtext"};
+const QStringList refused{"raiserror",  "throw",    "grant",       "revoke",   "backup", "restore",
+                          "dbcc",       "goto",     "waitfor",     "merge",    "bulk",   "kill",
+                          "checkpoint", "shutdown", "reconfigure", "readtext", "save",   "with"};
 
 /// Whether the next token can only begin another statement, or end the block.
 bool startsStatement(TokenReader& in) {
@@ -50,14 +50,13 @@ StatementPtr parseCall(TokenReader& in) {
     return statement(call);
 }
 
-ExecuteStatement parseExecute(TokenReader& in) {
-    if (!in.accept("exec")) in.expect("execute");
+StatementPtr parseExecute(TokenReader& in) {
     ExecuteStatement call;
     if (in.accept("(")) {
         call.text = parseValue(in);
         in.expect(")");
-        if (in.is("at")) throw notSupported("EXEC … AT");
-        return call;
+        in.refuse({"at"}, "EXEC … ");
+        return statement(call);
     }
     if (in.peek().kind == Token::Variable && in.is("=", 1)) {
         call.resultVariable = in.take().text;
@@ -66,8 +65,8 @@ ExecuteStatement parseExecute(TokenReader& in) {
     if (in.peek().kind == Token::Variable) throw notSupported("EXEC of a procedure named by a variable");
     call.procedure = in.takeObjectName();
     call.arguments = parseArguments(in);
-    if (in.is("with") && in.is("recompile", 1)) in.take(), in.take();
-    return call;
+    in.accept("with", "recompile");
+    return statement(call);
 }
 
 std::vector<Parameter> parseParameters(TokenReader& in) {
@@ -76,11 +75,11 @@ std::vector<Parameter> parseParameters(TokenReader& in) {
         Parameter parameter;
         parameter.variable.name = in.takeVariable();
         in.accept("as");
-        if (in.is("cursor")) throw notSupported("cursor parameters");
+        in.refuse({"cursor"}, "parameters that are ");
         parameter.variable.type = in.takeType();
         if (in.accept("=")) parameter.variable.initial = parseArgumentValue(in);
         parameter.output = in.accept("output") || in.accept("out");
-        if (in.is("readonly")) throw notSupported("table parameters");
+        in.refuse({"readonly"}, "parameters that are ");
         parameters.push_back(parameter);
     } while (in.accept(","));
     return parameters;
@@ -91,8 +90,7 @@ void skipCursorOptions(TokenReader& in) {
     static const QStringList options{"local",   "global",       "forward_only", "scroll", "static",
                                      "dynamic", "fast_forward", "read_only",    "keyset", "type_warning"};
     while (options.contains(in.peek().text.toLower())) in.take();
-    if (in.is("optimistic") || in.is("scroll_locks"))
-        throw notSupported("cursor option " + in.peek().text.toUpper());
+    in.refuse({"optimistic", "scroll_locks"}, "cursor option ");
 }
 
 QString takeCursorName(TokenReader& in) {
@@ -118,7 +116,6 @@ VariableDef parseVariable(TokenReader& in) {
 }
 
 StatementPtr parseDeclareCursor(TokenReader& in) {
-    in.expect("declare");
     CursorStatement cursor;
     cursor.cursor = in.takeName();
     while (in.is("insensitive") || in.is("scroll")) in.take();
@@ -131,8 +128,7 @@ StatementPtr parseDeclareCursor(TokenReader& in) {
 }
 
 StatementPtr parseDeclare(TokenReader& in) {
-    if (in.peek(1).kind != Token::Variable) return parseDeclareCursor(in);
-    in.expect("declare");
+    if (in.peek().kind != Token::Variable) return parseDeclareCursor(in);
     DeclareStatement declare;
     do declare.variables.push_back(parseVariable(in));
     while (in.accept(","));
@@ -141,7 +137,6 @@ StatementPtr parseDeclare(TokenReader& in) {
 }
 
 StatementPtr parseSet(TokenReader& in) {
-    in.expect("set");
     if (in.peek().kind == Token::Variable) {
         const QString variable = in.take().text;
         if (!in.is("=") || !in.is("cursor", 1))
@@ -173,15 +168,12 @@ StatementPtr parseSet(TokenReader& in) {
         if (in.is("read") || in.is("committed") || in.is("uncommitted")) in.take();
         return statement(set);
     }
-    if (in.accept("-"))
-        set.words.append("-" + in.take().text);
-    else
-        set.words.append(in.take().text);
+    const QString sign = in.accept("-") ? "-" : "";
+    set.word = sign + in.take().text;
     return statement(set);
 }
 
 StatementPtr parseReturn(TokenReader& in) {
-    in.expect("return");
     ReturnStatement result;
     const bool value = !in.atEnd() && !in.is(";") && !startsStatement(in);
     if (value) result.value = parseValue(in);
@@ -194,7 +186,6 @@ StatementPtr parseBody(TokenReader& in) {
 }
 
 StatementPtr parseIf(TokenReader& in) {
-    in.expect("if");
     IfStatement branch;
     branch.condition = parseCondition(in);
     branch.then = parseBody(in);
@@ -225,48 +216,32 @@ StatementPtr parseTry(TokenReader& in) {
     return statement(attempt);
 }
 
-StatementPtr parseTransaction(TokenReader& in) {
-    TransactionStatement transaction;
-    if (in.is("save")) throw notSupported("SAVE TRANSACTION");
-    if (in.is("distributed", 1)) throw notSupported("DISTRIBUTED TRANSACTION");
-    if (in.accept("commit"))
-        transaction.action = TransactionStatement::Commit;
-    else if (in.accept("rollback"))
-        transaction.action = TransactionStatement::Rollback;
-    else
-        in.expect("begin");
+StatementPtr parseTransaction(TokenReader& in, TransactionStatement::Action action) {
     if (!in.accept("transaction") && !in.accept("tran")) in.accept("work");
     if (in.isName() || in.peek().kind == Token::Variable) in.take(); // its name has no effect
-    return statement(transaction);
+    return statement(TransactionStatement{action});
 }
 
 StatementPtr parseBegin(TokenReader& in) {
-    if (in.is("tran", 1) || in.is("transaction", 1) || in.is("distributed", 1)) return parseTransaction(in);
-    in.expect("begin");
+    in.refuse({"distributed"}, "BEGIN ");
+    if (in.is("tran") || in.is("transaction")) return parseTransaction(in, TransactionStatement::Begin);
     if (in.is("try")) return parseTry(in);
     BlockStatement block{parseUntilEnd(in)};
     if (block.statements.empty()) in.syntaxError();
     return statement(block);
 }
 
-StatementPtr parseCursor(TokenReader& in) {
+StatementPtr parseCursor(TokenReader& in, CursorStatement::Action action) {
     CursorStatement cursor;
-    if (in.accept("open"))
-        cursor.action = CursorStatement::Open;
-    else if (in.accept("close"))
-        cursor.action = CursorStatement::Close;
-    else
-        cursor.action = (in.expect("deallocate"), CursorStatement::Deallocate);
+    cursor.action = action;
     cursor.cursor = takeCursorName(in);
     return statement(cursor);
 }
 
 StatementPtr parseFetch(TokenReader& in) {
-    in.expect("fetch");
     CursorStatement cursor;
     cursor.action = CursorStatement::Fetch;
-    for (const char* word : {"prior", "first", "last", "absolute", "relative"})
-        if (in.is(word)) throw notSupported("FETCH " + in.peek().text.toUpper());
+    in.refuse({"prior", "first", "last", "absolute", "relative"}, "FETCH ");
     in.accept("next");
     in.accept("from");
     cursor.cursor = takeCursorName(in);
@@ -274,6 +249,18 @@ StatementPtr parseFetch(TokenReader& in) {
     do cursor.into.append(in.takeVariable());
     while (in.accept(","));
     return statement(cursor);
+}
+
+StatementPtr parseWhile(TokenReader& in) {
+    WhileStatement loop;
+    loop.condition = parseCondition(in);
+    loop.body = parseBody(in);
+    return statement(loop);
+}
+
+StatementPtr parseTruncate(TokenReader& in) {
+    in.expect("table");
+    return statement(TruncateStatement{in.takeObjectName()});
 }
 
 /// The statements up to the end of the text. The first one of a batch may call a procedure without EXEC.
@@ -289,43 +276,46 @@ Batch parseStatements(TokenReader& in, bool mayBeginWithCall) {
     return batch;
 }
 
+using Transaction = TransactionStatement;
+using Cursor = CursorStatement;
+
+/// By the word that a statement begins with.
+constexpr std::pair<const char*, StatementPtr (*)(TokenReader&)> rules[] = {
+    {"insert", parseInsert},
+    {"update", parseUpdate},
+    {"delete", parseDelete},
+    {"truncate", parseTruncate},
+    {"create", parseCreate},
+    {"alter", parseAlter},
+    {"drop", parseDrop},
+    {"deny", parseDeny},
+    {"declare", parseDeclare},
+    {"set", parseSet},
+    {"if", parseIf},
+    {"while", parseWhile},
+    {"begin", parseBegin},
+    {"break", [](TokenReader&) { return statement(BreakStatement{}); }},
+    {"continue", [](TokenReader&) { return statement(ContinueStatement{}); }},
+    {"return", parseReturn},
+    {"print", [](TokenReader& in) { return statement(PrintStatement{parseValue(in)}); }},
+    {"use", [](TokenReader& in) { return statement(UseStatement{in.takeName()}); }},
+    {"exec", parseExecute},
+    {"execute", parseExecute},
+    {"commit", [](TokenReader& in) { return parseTransaction(in, Transaction::Commit); }},
+    {"rollback", [](TokenReader& in) { return parseTransaction(in, Transaction::Rollback); }},
+    {"open", [](TokenReader& in) { return parseCursor(in, Cursor::Open); }},
+    {"close", [](TokenReader& in) { return parseCursor(in, Cursor::Close); }},
+    {"deallocate", [](TokenReader& in) { return parseCursor(in, Cursor::Deallocate); }},
+    {"fetch", parseFetch},
+};
+
 } // namespace
 
 StatementPtr parseStatement(TokenReader& in) {
     if (in.is("select") || in.is("(")) return statement(QueryStatement{parseQuery(in)});
-    if (in.is("insert")) return parseInsert(in);
-    if (in.is("update"))
-        return in.is("statistics", 1) ? throw notSupported("UPDATE STATISTICS") : parseUpdate(in);
-    if (in.is("delete")) return parseDelete(in);
-    if (in.accept("truncate")) {
-        in.expect("table");
-        return statement(TruncateStatement{in.takeObjectName()});
-    }
-    if (in.is("create")) return parseCreate(in);
-    if (in.is("alter")) return parseAlter(in);
-    if (in.is("drop")) return parseDrop(in);
-    if (in.is("deny")) return parseDeny(in);
-    if (in.is("declare")) return parseDeclare(in);
-    if (in.is("set")) return parseSet(in);
-    if (in.is("if")) return parseIf(in);
-    if (in.accept("while")) {
-        WhileStatement loop;
-        loop.condition = parseCondition(in);
-        loop.body = parseBody(in);
-        return statement(loop);
-    }
-    if (in.is("begin")) return parseBegin(in);
-    if (in.accept("break")) return statement(BreakStatement{});
-    if (in.accept("continue")) return statement(ContinueStatement{});
-    if (in.is("return")) return parseReturn(in);
-    if (in.accept("print")) return statement(PrintStatement{parseValue(in)});
-    if (in.accept("use")) return statement(UseStatement{in.takeName()});
-    if (in.is("exec") || in.is("execute")) return statement(parseExecute(in));
-    if (in.is("commit") || in.is("rollback") || in.is("save")) return parseTransaction(in);
-    if (in.is("open") || in.is("close") || in.is("deallocate")) return parseCursor(in);
-    if (in.is("fetch")) return parseFetch(in);
-    if (in.is("with")) throw notSupported("common table expressions");
-    if (refused.contains(in.peek().text.toLower())) throw notSupported(in.peek().text.toUpper());
+    for (const auto& [word, rule] : rules)
+        if (in.accept(word)) return rule(in);
+    if (refused.contains(in.peek().text.toLower())) in.refuse();
     in.syntaxError();
 }
 
@@ -334,7 +324,7 @@ Batch parseProcedureRest(TokenReader& in) {
     std::vector<Parameter> parameters;
     if (in.peek().kind == Token::Variable) parameters = parseParameters(in);
     if (bracket) in.expect(")");
-    if (in.is("with")) throw notSupported("CREATE PROCEDURE … WITH " + in.peek(1).text.toUpper());
+    in.refuse({"with"}, "CREATE PROCEDURE … ");
     in.expect("as");
     if (in.atEnd()) in.syntaxError();
     Batch procedure = parseStatements(in, false);

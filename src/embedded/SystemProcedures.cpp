@@ -3,7 +3,6 @@
 #include "embedded/Collation.h"
 #include "embedded/Conversion.h"
 #include "embedded/Errors.h"
-#include "embedded/Registry.h"
 #include "embedded/Security.h"
 
 namespace embedded {
@@ -33,9 +32,14 @@ private:
     std::vector<CallArgument*> m_given;
 };
 
+QString plainKey(QString key) {
+    while (key.endsWith(u'\\')) key.chop(1);
+    return key;
+}
+
 void registryRead(Session& session, std::vector<CallArgument>& arguments, Results&) {
     const Call call("xp_regread", {"@rootkey", "@key", "@value_name", "@value", "@no_output"}, arguments);
-    const Value data = registry::read(session.file, call.text(0), call.text(1), call.text(2));
+    const Value data = registryValue(session.file, call.text(0), call.text(1), call.text(2));
     CallArgument* target = call.argument(3);
     if (!target || target->outputVariable.isEmpty()) throw notSupported("xp_regread without OUTPUT");
     target->value = data;
@@ -45,7 +49,8 @@ void registryRead(Session& session, std::vector<CallArgument>& arguments, Result
 void registryWrite(Session& session, std::vector<CallArgument>& arguments, Results&) {
     const Call call("xp_regwrite", {"rootkey", "key", "value_name", "type", "value"}, arguments);
     security::require(session, "sysadmin");
-    registry::write(session.file, call.text(0), call.text(1), call.text(2), call.text(3), call.text(4));
+    session.file.run(R"(INSERT OR REPLACE INTO "~registry" VALUES (?1, ?2, ?3, ?4, ?5))",
+                     {call.text(0), plainKey(call.text(1)), call.text(2), call.text(3), call.text(4)});
 }
 
 void roleMembers(Session& session, std::vector<CallArgument>& arguments, Results& results) {
@@ -55,8 +60,8 @@ void roleMembers(Session& session, std::vector<CallArgument>& arguments, Results
         if (call.argument(0) && security::knownRole(call.text(0)) != role) continue;
         SqliteStatement members = session.file.prepare(
             R"(SELECT l.name, l.id FROM "~members" m JOIN "~logins" l ON l.name = m.login WHERE m.role = ?1
-               ORDER BY l.name)");
-        members.bind(1, role);
+               ORDER BY l.name)",
+            {role});
         while (members.step()) {
             set.append(role);
             set.append(members.text(0));
@@ -67,6 +72,11 @@ void roleMembers(Session& session, std::vector<CallArgument>& arguments, Results
 }
 
 } // namespace
+
+Value registryValue(SqliteFile& file, const QString& hive, const QString& key, const QString& name) {
+    return file.scalar(R"(SELECT data FROM "~registry" WHERE hive = ?1 AND key = ?2 AND name = ?3)",
+                       {hive, plainKey(key), name});
+}
 
 bool systemProcedure(Session& session, const QString& name, std::vector<CallArgument>& arguments,
                      Results& results) {

@@ -1,4 +1,5 @@
 #include "embedded/Collation.h"
+#include "embedded/Conversion.h"
 #include "embedded/Errors.h"
 #include "embedded/FunctionTable.h"
 
@@ -14,12 +15,6 @@ Type longText(const QList<Typed>& arguments) {
                       : first.isUnicode()       ? 4000
                                                 : 8000,
                       first.isUnicode());
-}
-
-QString trimmedRight(const QString& text) {
-    qsizetype size = text.size();
-    while (size > 0 && text[size - 1] == u' ') --size;
-    return text.left(size);
 }
 
 QString trimmedLeft(const QString& text) {
@@ -57,20 +52,17 @@ Value replace(const Arguments& a) {
 
 Value charOf(const Arguments& a) {
     const qint64 code = a.integer(0);
-    if (code < 0 || code > 255) return {};
-    // Where the code page leaves Latin-1.
-    static const QString page = QString::fromUtf8("€?‚ƒ„…†‡ˆ‰Š‹Œ?Ž??‘’“”•–—˜™š›œ?žŸ");
-    if (code >= 0x80 && code < 0xa0) return QString(page[qsizetype(code) - 0x80]);
-    return QString(QChar(char16_t(code)));
+    return code < 0 || code > 255 ? Value() : Value(QString(ofCodePage1252(uchar(code))));
 }
 
 } // namespace
 
 void addTextFunctions(FunctionTable& table) {
     table.add("len", {"t", always(integerType),
-                      [](const Arguments& a) { return qint64(trimmedRight(a.text(0)).size()); }});
+                      [](const Arguments& a) { return qint64(collation::trimmed(a.text(0)).size()); }});
     table.add("ltrim", {"t", likeFirstText, [](const Arguments& a) { return trimmedLeft(a.text(0)); }});
-    table.add("rtrim", {"t", likeFirstText, [](const Arguments& a) { return trimmedRight(a.text(0)); }});
+    table.add("rtrim", {"t", likeFirstText,
+                        [](const Arguments& a) { return collation::trimmed(a.text(0)).toString(); }});
     table.add("upper", {"t", likeFirstText, [](const Arguments& a) { return a.text(0).toUpper(); }});
     table.add("lower", {"t", likeFirstText, [](const Arguments& a) { return a.text(0).toLower(); }});
     table.add("substring", {"tii", likeFirstText, substring});

@@ -43,6 +43,15 @@ void TokenReader::expect(const char* word) {
     if (!accept(word)) syntaxError();
 }
 
+void TokenReader::refuse(std::initializer_list<const char*> words, const char* before) const {
+    for (const char* word : words)
+        if (is(word)) refuse(before);
+}
+
+void TokenReader::refuse(const char* before) const {
+    throw notSupported(before + peek().text.toUpper());
+}
+
 bool TokenReader::isName(int ahead) const {
     const Token& token = peek(ahead);
     if (token.kind == Token::Word) return !isReserved(token.text);
@@ -116,29 +125,22 @@ void TokenReader::syntaxError() const {
 }
 
 bool TokenReader::isReserved(const QString& word) {
-    static const QSet<QString> words = [] {
-        const QString all =
-            "add all alter and any as asc authorization backup begin between break browse bulk by cascade "
-            "case "
-            "check checkpoint close clustered coalesce collate column commit compute constraint contains "
-            "continue convert create cross current current_date current_time current_timestamp current_user "
-            "cursor database dbcc deallocate declare default delete deny desc disk distinct distributed "
-            "double "
-            "drop dump else end errlvl escape except exec execute exists exit external fetch file fillfactor "
-            "for foreign freetext from full function goto grant group having holdlock identity "
-            "identity_insert identitycol if in index inner insert intersect into is join key kill left like "
-            "lineno load merge national nocheck nonclustered not null nullif of off offsets on open option "
-            "or "
-            "order outer over percent pivot plan primary print proc procedure public raiserror read readtext "
-            "reconfigure references replication restore restrict return revert revoke right rollback "
-            "rowcount "
-            "rowguidcol rule save schema select session_user set setuser shutdown some statistics "
-            "system_user "
-            "table tablesample textsize then to top tran transaction trigger truncate tsequal union unique "
-            "unpivot update updatetext use user values varying view waitfor when where while with writetext";
-        const QStringList list = all.split(u' ');
-        return QSet<QString>(list.begin(), list.end());
-    }();
+    static const QStringList list = QString(R"(
+        add all alter and any as asc authorization backup begin between break browse bulk by cascade case check
+        checkpoint close clustered coalesce collate column commit compute constraint contains continue convert
+        create cross current current_date current_time current_timestamp current_user cursor database dbcc
+        deallocate declare default delete deny desc disk distinct distributed double drop dump else end errlvl
+        escape except exec execute exists exit external fetch file fillfactor for foreign freetext from full
+        function goto grant group having holdlock identity identity_insert identitycol if in index inner insert
+        intersect into is join key kill left like lineno load merge national nocheck nonclustered not null nullif
+        of off offsets on open option or order outer over percent pivot plan primary print proc procedure public
+        raiserror read readtext reconfigure references replication restore restrict return revert revoke right
+        rollback rowcount rowguidcol rule save schema select session_user set setuser shutdown some statistics
+        system_user table tablesample textsize then to top tran transaction trigger truncate tsequal union unique
+        unpivot update updatetext use user values varying view waitfor when where while with writetext)")
+                                        .simplified()
+                                        .split(u' ');
+    static const QSet<QString> words(list.begin(), list.end());
     return words.contains(word.toLower());
 }
 

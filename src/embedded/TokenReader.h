@@ -1,9 +1,32 @@
 #pragma once
 
 #include "embedded/Ast.h"
-#include "embedded/Lexer.h"
 
 namespace embedded {
+
+struct Token {
+    enum Kind {
+        Word,        ///< a bare identifier or keyword
+        Bracketed,   ///< [name]; text is the name itself
+        Quoted,      ///< "name"; a text when quoted identifiers are off
+        Variable,    ///< @name or @@name, with its signs
+        Integer,     ///< digits only
+        Decimal,     ///< digits with a point
+        Float,       ///< with an exponent
+        Money,       ///< $1.50, without the sign
+        Text,        ///< '…'
+        UnicodeText, ///< N'…'
+        Symbol,
+        End
+    };
+    Kind kind = End;
+    QString text;
+    qsizetype position = 0; ///< of its first character in the batch
+};
+
+/// Splits a batch into tokens; comments and blanks are dropped. The last token is End.
+/// Throws DbError 105 for a text or name that is not closed, 113 for a comment that is not closed.
+QList<Token> tokenize(const QString& batch);
 
 /// The parser's place in its tokens, and the small steps that every rule of the grammar takes.
 class TokenReader {
@@ -20,6 +43,9 @@ public:
     /// Two keywords in a row.
     bool accept(const char* first, const char* second);
     void expect(const char* word);
+    /// Throws notSupported when one of the words comes next; `before` is what stands in front of it.
+    void refuse(std::initializer_list<const char*> words, const char* before = "") const;
+    [[noreturn]] void refuse(const char* before = "") const;
     bool isName(int ahead = 0) const;
     QString takeName();
     /// Up to three parts, with empty ones allowed as in db..table.

@@ -72,6 +72,8 @@ private:
     // Predicates
     QString condition(const ExprPtr& expr);
     QString compare(const QString& op, Typed a, Typed b) const;
+    /// A side of a comparison as the type that both meet in.
+    Typed comparable(const Typed& side, const Type& type) const;
     QString in(const Expr& expr);
     QString like(const Expr& expr);
 
@@ -81,8 +83,6 @@ private:
         QList<Typed> items;
         QStringList names;
         QString tail; ///< FROM and the rest
-        ExprPtr top;
-        bool distinct = false;
     };
     /// A subquery; the types of its columns go to `types`.
     QString subquery(const Query& query, QList<Type>& types);
@@ -109,7 +109,7 @@ private:
     QString defaultOf(const Column& column, const Object& table);
     QString rows(const InsertStatement& statement, const Target& target, const Object& table);
     QString selected(const QString& sql, const QList<Type>& types, const Target& target, const Object& table);
-    Typed assigned(const Assignment& assignment, const Column& column, const Object& table);
+    QString assigned(const ExprPtr& expr, const Column& column, const Object& table);
 
     Session& m_session;
     const FunctionTable& m_functions;

@@ -149,7 +149,7 @@ private slots:
         row("delete t from t a", "DELETE … FROM");
         row("select dbo.own(1)", "function dbo.own");
         row("merge t using t", "MERGE");
-        row("with w as (select 1 a) select * from w", "common table expressions");
+        row("with w as (select 1 a) select * from w", "WITH");
         row("select row_number() over (order by id) from t", "OVER");
         row("select 1 except select 2", "EXCEPT");
         row("select * from t for xml auto", "FOR XML");
@@ -161,7 +161,7 @@ private slots:
         row("create table w (a sql_variant)", "type sql_variant");
         row("create table w (a varchar(5) collate Latin1_General_BIN)", "collation Latin1_General_BIN");
         row("select * from linked.d.dbo.t", "a name with a server: linked.d.dbo.t");
-        row("select id from t where id > all (select 1)", "ALL in a comparison");
+        row("select id from t where id > all (select 1)", "a comparison with ALL");
         row("backup database d to disk = 'x'", "BACKUP");
         row("dbcc checkdb", "DBCC");
         row("raiserror('late', 16, 1)", "RAISERROR");
@@ -173,8 +173,8 @@ private slots:
         row("waitfor delay '00:00:01'", "WAITFOR");
         row("grant select on t to x", "GRANT");
         row("set rowcount 5", "SET ROWCOUNT 5");
-        row("update t set name = 'x' where current of c", "WHERE CURRENT OF");
-        row("delete t output deleted.id", "OUTPUT");
+        row("update t set name = 'x' where current of c", "WHERE CURRENT");
+        row("delete t output deleted.id", "DELETE … OUTPUT");
         row("select serverproperty('LicenseType')", "SERVERPROPERTY LicenseType");
         row("select @@cpu_busy", "@@cpu_busy");
     }

@@ -1,4 +1,5 @@
 #include "ServerFile.h"
+#include "embedded/Sqlite.h"
 #include "support/TestClass.h"
 
 #include <QFile>
@@ -151,6 +152,28 @@ private slots:
         m_server->execute(Sql::script("use master drop database d"));
         QCOMPARE(rowsOf(*other, "select db_name()"), "master");
         QCOMPARE(errorNumber(*other, "use d"), 911);
+    }
+
+    /// In a file of the previous build columns had no types in SQLite, so that no join could use its index.
+    void joinsUseTheirIndexes() {
+        m_server->execute(
+            Sql::script("use d create table u (a int, [x \"y] bit, n varchar(5)) create index ix on u (a) "
+                        "insert t (a) values (1) insert u values (1, 1, '007')"));
+        for (const bool former : {false, true}) {
+            embedded::SqliteFile raw(m_file->path(), embedded::SqliteFile::Mode::Existing);
+            if (former) {
+                m_server.reset();
+                raw.redeclare({{"d.u", " INTEGER COLLATE T", " COLLATE T"}});
+                raw.run("PRAGMA application_id = 0x5a455653");
+                m_server = m_file->open("d");
+            }
+            embedded::SqliteStatement plan = raw.prepare(
+                R"(EXPLAIN QUERY PLAN SELECT (SELECT max(n) FROM "d.u" u WHERE u.a = t.id) FROM "d.t" t)");
+            QStringList steps;
+            while (plan.step()) steps.append(plan.text(3));
+            QVERIFY2(steps.last().startsWith("SEARCH u USING INDEX"), qPrintable(steps.join('\n')));
+            QCOMPARE(rowsOf(*m_server, "select u.* from t join u on u.a = t.id"), "1|1|007");
+        }
     }
 
     void aTransactionIsSeenWholeOrNotAtAll() {

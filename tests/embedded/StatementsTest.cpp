@@ -114,6 +114,12 @@ private slots:
             "alter table t alter column name varchar(20) insert t (name) values ('longer than ten') "
             "select col_length('t', 'name'), count(*) from t",
             "20|3");
+        row("alter column keeps texts that look like numbers",
+            "create table n (a int) create index ix on n (a) insert n values (7), (10) begin tran "
+            "alter table n alter column a varchar(5) rollback insert n values ('08') "
+            "alter table n alter column a varchar(5) insert n values ('007'), ('1e2') "
+            "select a from n where a in ('007', '7', '10', '8', '1e2') order by a",
+            "007;10;1e2;7;8");
         row("drop column",
             "alter table t drop column name select count(*) from syscolumns where id = object_id('t')", "4");
         row("procedure",
