@@ -11,7 +11,7 @@ scripts/install.sh
 find src demo tests bench \( -name '*.cpp' -o -name '*.h' \) -print0 | xargs -0 clang-format --dry-run -Werror
 [ "$base" = --format ] && exit 0
 
-scripts/install.sh clang-tidy
+scripts/install.sh clang-tidy-16 # an older one does not know source_location
 from=$(git merge-base "$base" HEAD)
 # A header is read with the source of its name; bench/ is not in the compile database.
 mapfile -t sources < <(
@@ -25,5 +25,5 @@ cmake --preset tidy >/dev/null
 find build/tidy -name AutogenInfo.json -print0 |
     xargs -0 -P "$(nproc)" -I{} cmake -E cmake_autogen {} Debug >/dev/null
 printf '%s\0' "${sources[@]}" |
-    xargs -0 -P "$(nproc)" -n 1 clang-tidy -p build/tidy --quiet --warnings-as-errors='*' \
+    xargs -0 -P "$(nproc)" -n 1 clang-tidy-16 -p build/tidy --quiet --warnings-as-errors='*' \
         --header-filter="^$PWD/(src|demo|tests)/" 2>&1 | { grep -v ' warnings\? generated\.$' || true; }

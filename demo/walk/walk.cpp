@@ -7,6 +7,7 @@
 #include "demo/GuestDemo.h"
 #include "demo/walk/Road.h"
 #include "schedules/frmMainScreen.h"
+#include "ui/EventLoopWaiter.h"
 #include "ui/MessageBoxes.h"
 
 #include <QApplication>
@@ -37,7 +38,9 @@ int main(int argc, char* argv[]) {
         server = GuestDemo::host().dataSource;
         demoApplication::create(demo.absoluteFilePath("app"));
     }
+    EventLoopWaiter waiter;
     Session session(demo.absoluteFilePath("app"), openServer);
+    session.waiter = &waiter;
     MessageBoxes messages;
     ScreenContext context{session, messages};
 

@@ -101,7 +101,7 @@ void cLogin::connectAndCheck(const QString& server, const QString& userName, con
 
     m_session.connection = std::make_unique<Connection>(
         ConnectionString{Session::serverLoginName, *loginPassword, "NorvaTallymere", server},
-        m_session.opener);
+        m_session.opener, m_session.waiter);
     m_session.connection->open();
     checkRole(m_session.db(), "dbcreator", "Database Creator");
     checkRole(m_session.db(), "bulkadmin", "Bulk Insert Administrators");

@@ -2,6 +2,7 @@
 #include "app/openServer.h"
 #include "base/CommandLine.h"
 #include "base/Session.h"
+#include "ui/EventLoopWaiter.h"
 #include "ui/MessageBoxes.h"
 
 #include <QApplication>
@@ -10,7 +11,9 @@
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QApplication::setApplicationName("zelvan-scheduler");
+    EventLoopWaiter waiter;
     Session session(QApplication::applicationDirPath(), openServer);
+    session.waiter = &waiter;
     MessageBoxes messages;
     ScreenContext context{session, messages};
     modMain program(context);

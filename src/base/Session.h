@@ -47,6 +47,7 @@ struct Session {
     bool dropDatabase = false;
 
     Connection::Opener opener;
+    Waiter* waiter = nullptr; ///< of a program with windows; outlives the session
     std::unique_ptr<Connection> connection;
     QString serverName; ///< not empty: a login has succeeded
     QString userName;

@@ -2,12 +2,14 @@
 
 #include "db/DbError.h"
 #include "db/Refusal.h"
+#include "db/ThreadedServer.h"
 
 #include <utility>
 
-Connection::Connection(ConnectionString connectionString, Opener opener)
+Connection::Connection(ConnectionString connectionString, Opener opener, Waiter* waiter)
     : m_connectionString(std::move(connectionString)),
       m_opener(std::move(opener)),
+      m_waiter(waiter),
       m_defaultDatabase(m_connectionString.initialCatalog) {}
 
 void Connection::open() {
@@ -16,7 +18,11 @@ void Connection::open() {
     // The user waits at a login as long as it takes; a reconnect must not hold up the screens.
     if (m_wasOpen) target.loginTimeout = 5;
     try {
-        m_server = m_opener(target);
+        if (m_waiter)
+            m_server = std::make_unique<ThreadedServer>(
+                [opener = m_opener, target] { return opener(target); }, target.dataSource, *m_waiter);
+        else
+            m_server = m_opener(target);
     } catch (const Refusal& refusal) {
         // What a login may tell as wrong settings is an outage for a session that had been there.
         if (m_wasOpen) throw DbError(DbError::Unreachable, refusal.text(), {}, true);
@@ -32,7 +38,7 @@ void Connection::close() {
 Connection Connection::another(const QString& database) const {
     ConnectionString target = m_connectionString;
     target.initialCatalog = database;
-    return {target, m_opener};
+    return {target, m_opener, m_waiter};
 }
 
 template <class Use>
@@ -53,7 +59,7 @@ auto Connection::repeatedWhenLost(Attempt attempt) {
     try {
         return attempt();
     } catch (const DbError& error) {
-        if (!error.connectionLost() || !mayBeLost) throw;
+        if (!error.connectionLost() || !mayBeLost || error.number() == DbError::Stopped) throw;
         return attempt();
     }
 }

@@ -2,6 +2,7 @@
 
 #include "db/ConnectionString.h"
 #include "db/Server.h"
+#include "db/Waiter.h"
 
 #include <functional>
 #include <memory>
@@ -12,7 +13,9 @@ class Connection {
 public:
     using Opener = std::function<std::unique_ptr<Server>(const ConnectionString&)>;
 
-    Connection(ConnectionString connectionString, Opener opener);
+    /// With a waiter the server runs on a thread of its own and the caller waits by it; without one every
+    /// call blocks. The waiter must outlive the connection.
+    Connection(ConnectionString connectionString, Opener opener, Waiter* waiter = nullptr);
     /// Throws DbError when no session can be opened; the first time also a Refusal of what cannot be used.
     void open();
     void close();
@@ -20,6 +23,8 @@ public:
     const ConnectionString& connectionString() const { return m_connectionString; }
     /// A further connection to the same server with another default database, not yet open.
     Connection another(const QString& database) const;
+    /// The same for another thread, which blocks.
+    Connection forThread() const { return {m_connectionString, m_opener}; }
 
     /// For reading: the batch's first record set (without columns when there is none). A connection
     /// found lost is reopened and the batch run again, unless a transaction is open.
@@ -54,6 +59,7 @@ private:
 
     ConnectionString m_connectionString;
     Opener m_opener;
+    Waiter* m_waiter;
     std::unique_ptr<Server> m_server;
     QString m_defaultDatabase;
     bool m_wasOpen = false;

@@ -6,3 +6,7 @@ DbError::DbError(int number, const QString& text, const QString& statement, bool
       m_text(text),
       m_statement(statement),
       m_connectionLost(connectionLost) {}
+
+DbError DbError::stopped(const QString& statement, bool connectionLost) {
+    return {Stopped, "The request was stopped.", statement, connectionLost};
+}

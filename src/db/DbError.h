@@ -9,6 +9,7 @@ class DbError : public std::runtime_error {
 public:
     /// Numbers that the program tests; they are SQL Server's, or the driver's where noted.
     enum Number {
+        Stopped = -1, ///< no server's: the user did not want to wait any longer
         InvalidColumn = 207,
         InvalidObject = 208,
         NoSuchDatabase = 911,
@@ -25,6 +26,9 @@ public:
     };
 
     DbError(int number, const QString& text, const QString& statement = {}, bool connectionLost = false);
+
+    /// What a request throws that the user has stopped.
+    static DbError stopped(const QString& statement = {}, bool connectionLost = false);
 
     int number() const { return m_number; }
     const QString& text() const { return m_text; }

@@ -5,6 +5,7 @@
 #ifdef Q_OS_WIN
 #include <windows.h>
 #endif
+#include <QScopeGuard>
 #include <optional>
 #include <sql.h>
 #include <sqlext.h>
@@ -68,6 +69,8 @@ void OdbcServer::connect(const OdbcDriver& driver, const QString& connectionStri
 Results OdbcServer::execute(const Sql& batch) {
     requireUsable(batch.shown());
     const OdbcHandle statement(OdbcHandle::Statement, &m_connection);
+    setRunning(&statement);
+    const auto ended = qScopeGuard([this] { setRunning(nullptr); });
     SQLRETURN code = SQLExecDirectW(statement.get(), wide(batch.text()), SQLINTEGER(batch.text().size()));
     if (code == SQL_NO_DATA) code = SQL_SUCCESS; // an UPDATE or DELETE that found no row
     Results results;
@@ -76,6 +79,17 @@ Results OdbcServer::execute(const Sql& batch) {
         code = SQLMoreResults(statement.get());
     }
     return results;
+}
+
+void OdbcServer::setRunning(const OdbcHandle* statement) {
+    const std::lock_guard lock(m_runningMutex);
+    m_running = statement;
+}
+
+/// The lock keeps the statement's handle alive until the driver has taken the call.
+void OdbcServer::cancel() {
+    const std::lock_guard lock(m_runningMutex);
+    if (m_running) SQLCancel(m_running->get());
 }
 
 void OdbcServer::begin() {

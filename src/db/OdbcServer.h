@@ -6,6 +6,7 @@
 #include "db/Server.h"
 
 #include <memory>
+#include <mutex>
 
 /// A session on a SQL Server through whichever ODBC driver is installed. Statements are executed
 /// directly, without time limit, and read whole, every value as text.
@@ -21,6 +22,7 @@ public:
     void begin() override;
     void commit() override;
     void rollback() override;
+    void cancel() override;
 
 private:
     OdbcServer();
@@ -28,6 +30,7 @@ private:
     QStringList installedDrivers() const;
     void endTransaction(bool keep);
     bool setAutocommit(bool on);
+    void setRunning(const OdbcHandle* statement);
     void requireUsable(const QString& statement = {}) const;
     bool isDead() const;
     bool answers() const;
@@ -39,4 +42,6 @@ private:
     /// False when the driver would not return to autocommit: whatever ran then would wait for a
     /// commit that never comes.
     bool m_usable = true;
+    std::mutex m_runningMutex;
+    const OdbcHandle* m_running = nullptr; ///< the statement that is executed
 };

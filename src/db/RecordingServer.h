@@ -20,6 +20,7 @@ public:
     void begin() override;
     void commit() override;
     void rollback() override;
+    void cancel() override { m_server->cancel(); }
 
 private:
     Results recorded(const Sql& batch, const std::function<Results()>& action);

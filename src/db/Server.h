@@ -20,4 +20,7 @@ public:
     virtual void begin() = 0;
     virtual void commit() = 0;
     virtual void rollback() = 0;
+
+    /// From another thread: the call in progress, if there is one, is to fail soon.
+    virtual void cancel() = 0;
 };

@@ -81,17 +81,24 @@ void EmbeddedServer::requireFile() const {
     if (m_session->file.isGone()) throw noServer(m_session->file.path(), "is gone");
 }
 
+void EmbeddedServer::cancel() {
+    m_session->file.cancel();
+}
+
 void EmbeddedServer::begin() {
+    m_session->file.resume();
     requireFile();
     m_executor->beginTransaction();
 }
 
 void EmbeddedServer::commit() {
+    m_session->file.resume();
     requireFile();
     m_executor->commitTransaction();
 }
 
 void EmbeddedServer::rollback() {
+    m_session->file.resume();
     if (m_session->transactionDepth > 0) m_executor->rollbackTransaction();
 }
 

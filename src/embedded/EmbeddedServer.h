@@ -26,6 +26,7 @@ public:
     void begin() override;
     void commit() override;
     void rollback() override;
+    void cancel() override;
 
     /// How long a statement waits for other sessions' locks before it fails with 1222; 10 s at first.
     void setLockTimeout(int milliseconds);

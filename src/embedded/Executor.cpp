@@ -90,6 +90,7 @@ Executor::Flow Executor::execute(const Statement& statement) {
 }
 
 void Executor::prepareStatement() {
+    m_session.file.requireNotCancelled();
     m_session.catalog.refresh();
     if (!m_session.catalog.databases().contains(m_session.database)) m_session.database = 1;
     m_session.statementTime = QDateTime::currentDateTime();

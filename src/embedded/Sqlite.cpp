@@ -5,6 +5,8 @@
 #include <sqlite3.h>
 
 #include <QFile>
+#include <algorithm>
+#include <thread>
 
 namespace embedded {
 
@@ -130,6 +132,7 @@ SqliteFile::SqliteFile(const QString& path, Mode mode) : m_path(path) {
                       true);
     }
     sqlite3_extended_result_codes(m_database, 1);
+    sqlite3_busy_handler(m_database, waitForLock, this);
     sqlite3_create_collation_v2(m_database, "T", SQLITE_UTF8, nullptr, compareTexts, nullptr);
 }
 
@@ -144,8 +147,10 @@ void SqliteFile::fail(int code, const QString& message) {
         throw raised;
     }
     switch (code & 0xff) {
+    case SQLITE_INTERRUPT:
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
+        requireNotCancelled();
         throw DbError(DbError::LockTimeout, "Lock request time out period exceeded.");
     case SQLITE_CONSTRAINT:
         throw ConstraintError(message);
@@ -220,8 +225,24 @@ void SqliteFile::callFunction(sqlite3_context* context, int count, sqlite3_value
     }
 }
 
-void SqliteFile::setLockTimeout(int milliseconds) {
-    sqlite3_busy_timeout(m_database, milliseconds);
+/// SQLite's own way of waiting cannot be cancelled.
+int SqliteFile::waitForLock(void* file, int attempt) {
+    using namespace std::chrono;
+    auto& self = *static_cast<SqliteFile*>(file);
+    const auto now = steady_clock::now();
+    if (attempt == 0) self.m_waitsSince = now;
+    if (self.m_cancelled || now - self.m_waitsSince >= milliseconds(self.m_lockTimeout)) return 0;
+    std::this_thread::sleep_for(milliseconds(std::min(1 + attempt, 50)));
+    return 1;
+}
+
+void SqliteFile::cancel() {
+    m_cancelled = true;
+    sqlite3_interrupt(m_database);
+}
+
+void SqliteFile::requireNotCancelled() const {
+    if (m_cancelled) throw DbError(0, "Operation cancelled by user.");
 }
 
 bool SqliteFile::inTransaction() const {

@@ -2,6 +2,8 @@
 
 #include "db/DbError.h"
 
+#include <atomic>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -97,7 +99,11 @@ public:
     };
     void redeclare(const std::vector<Redeclaration>& changes);
     void addFunction(const QString& name, int arguments, bool deterministic, NativeFunction function);
-    void setLockTimeout(int milliseconds);
+    void setLockTimeout(int milliseconds) { m_lockTimeout = milliseconds; }
+    /// From any thread: what runs fails soon, and so does what waits for a lock, until resume().
+    void cancel();
+    void resume() { m_cancelled = false; }
+    void requireNotCancelled() const;
     bool inTransaction() const;
     qint64 lastRowId() const;
     qint64 changes() const;
@@ -108,11 +114,15 @@ public:
 private:
     friend class SqliteStatement;
     struct Function;
+    static int waitForLock(void* file, int attempt);
     static void callFunction(sqlite3_context* context, int count, sqlite3_value** values);
     [[noreturn]] void fail(int code, const QString& message);
 
     QString m_path;
     sqlite3* m_database = nullptr;
+    std::atomic<bool> m_cancelled = false;
+    int m_lockTimeout = 0; ///< milliseconds
+    std::chrono::steady_clock::time_point m_waitsSince;
     std::optional<DbError> m_raised; ///< by a function of ours inside the running statement
     std::vector<std::unique_ptr<Function>> m_functions;
 };

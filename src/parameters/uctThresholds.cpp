@@ -108,7 +108,7 @@ bool uctThresholds::eventFilter(QObject* watched, QEvent* event) {
                                && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason;
     if (staysInWindow) {
         // A box opened in the middle of the focus change would swallow the click that caused it.
-        QTimer::singleShot(0, this, [this, box = static_cast<QLineEdit*>(watched)] { leave(box); });
+        QTimer::singleShot(1, this, [this, box = static_cast<QLineEdit*>(watched)] { leave(box); });
     }
     return uctParameterGroup::eventFilter(watched, event);
 }

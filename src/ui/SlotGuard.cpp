@@ -9,6 +9,9 @@
 #include <QRegularExpression>
 
 QString inWords(const DbError& error) {
+    if (error.number() == DbError::Stopped)
+        return "You have stopped waiting for the server. What was begun there is undone; nothing that you "
+               "entered is lost.";
     if (error.connectionLost())
         return "The connection to the server was lost. Nothing that you entered is lost: "
                "please try again when the server can be reached.";

@@ -36,6 +36,7 @@ public:
     void begin() override { m_script.step("begin"); }
     void commit() override { m_script.step("commit"); }
     void rollback() override { m_script.step("rollback"); }
+    void cancel() override {}
 
 private:
     Script& m_script;

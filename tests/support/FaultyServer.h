@@ -56,6 +56,7 @@ public:
         }
     }
     void rollback() override { m_server->rollback(); }
+    void cancel() override { m_server->cancel(); }
 
 private:
     Results step(const std::function<Results()>& action) {

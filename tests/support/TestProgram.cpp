@@ -44,6 +44,7 @@ TestProgram::TestProgram(bool schedulerDatabase)
                   return std::make_unique<FaultyServer>(openServer(target), fault);
               }),
       context{session, messages} {
+    session.waiter = &waiter;
     QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.filePath("settings"));
     if (onEmbeddedServer()) {
         QFile::copy(pristineServer(schedulerDatabase), serverFile());

@@ -5,6 +5,7 @@
 #include "demo/GuestDemo.h"
 #include "support/FaultyServer.h"
 #include "support/ScriptedMessages.h"
+#include "ui/EventLoopWaiter.h"
 #include "ui/ScreenContext.h"
 
 #include <QTemporaryDir>
@@ -36,6 +37,7 @@ public:
     /// A new database of the login's, which goes with the demo.
     void addDatabase(const QString& name);
 
+    EventLoopWaiter waiter;
     Fault fault; ///< arms failures of the program's connection
     ScriptedMessages messages;
 
