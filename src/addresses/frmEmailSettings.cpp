@@ -251,7 +251,6 @@ void frmEmailSettings::showProgress(qsizetype entries) {
     m_ui->prgSave->setRange(0, int(entries));
     m_ui->prgSave->setValue(0);
     m_ui->prgSave->setVisible(m_bookChanged && entries > longBook);
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 /// Options and book together. False when another user's changes are to stay.
@@ -266,10 +265,8 @@ bool frmEmailSettings::store() {
             saveMailOptions(session().db(), m_ui->txtDefaultEmail->text().trimmed(),
                             m_ui->numMaxFileSize->value());
         if (m_bookChanged)
-            foreign = saveMailAddresses(session().db(), book, m_asRead, [this](qsizetype written) {
-                m_ui->prgSave->setValue(int(written));
-                m_ui->prgSave->repaint(); // no event may run a statement inside the transaction
-            });
+            foreign = saveMailAddresses(session().db(), book, m_asRead,
+                                        [this](qsizetype written) { m_ui->prgSave->setValue(int(written)); });
         if (!foreign) transaction.commit();
     }
     if (foreign) {

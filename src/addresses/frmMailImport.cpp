@@ -201,7 +201,7 @@ void frmMailImport::showProgress(qsizetype done) {
     m_ui->prgImport->setRange(0, int(m_file.lines.size()));
     m_ui->prgImport->setValue(int(done));
     m_ui->prgImport->show();
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    session().turn();
 }
 
 void frmMailImport::cmdImport_Click() {

@@ -43,7 +43,7 @@ int frmCreateDB::exec() {
 
 void frmCreateDB::tell(const QString& step) {
     m_ui->lblStep->setText(step);
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    m_context.session.turn();
 }
 
 void frmCreateDB::tellFailure(const QString& reason) {

@@ -40,6 +40,10 @@ struct Session {
     bool isAdministrator() const { return userName == serverLoginName; }
     /// The shared connection; throws a Refusal before a login.
     Connection& db() const;
+    /// For the steps of long work, see Waiter::turn().
+    void turn() const {
+        if (waiter) waiter->turn();
+    }
 
     cPathControl paths;
     ErrorLog log;

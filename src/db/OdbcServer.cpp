@@ -30,7 +30,8 @@ std::unique_ptr<OdbcServer> OdbcServer::open(const ConnectionString& target, con
     const OdbcDriver driver = OdbcDriver::choose(server->installedDrivers(), settings.driver);
     server->connect(driver, driver.connectionString(target, settings), target.loginTimeout);
     // Texts such as '2008/04/01' would be read as 4 January for a login whose language puts days first.
-    if (driver.isSqlServer()) server->execute(sql("SET DATEFORMAT mdy"));
+    // And another user's lock would be waited for without end.
+    if (driver.isSqlServer()) server->execute(sql("SET DATEFORMAT mdy\r\nSET LOCK_TIMEOUT 10000"));
     return server;
 }
 
@@ -147,7 +148,10 @@ DbError OdbcServer::failure(const OdbcHandle& handle, const QString& statement) 
     const OdbcDiagnostic why = handle.diagnostic();
     if (handle.kind() == OdbcHandle::Statement) SQLFreeStmt(handle.get(), SQL_CLOSE);
     // HY000 tells nothing: it stands for ordinary errors as well as for a session that is gone.
-    const bool lost = why.state.startsWith("08") || isDead() || (why.state == "HY000" && !answers());
+    // 08004 with a number is the server that refuses a database, and stays there.
+    const bool refused = why.state == "08004" && why.number != 0;
+    const bool lost =
+        (why.state.startsWith("08") && !refused) || isDead() || (why.state == "HY000" && !answers());
     return DbError(why.number, why.text, statement, lost);
 }
 

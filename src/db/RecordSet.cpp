@@ -11,6 +11,9 @@ QString Row::text(int column) const {
     return m_set->cell(m_index, column);
 }
 int Row::integer(int column) const {
+    bool plain = false;
+    const int digits = m_set->cell(m_index, column).toInt(&plain);
+    if (plain) return digits;
     const double value = number(column);
     using Limits = std::numeric_limits<int>;
     return value >= Limits::min() && value <= Limits::max() ? int(value) : 0;
@@ -40,6 +43,14 @@ double Row::number(const char* column) const {
 
 QDate Row::date(const char* column) const {
     return QDate::fromString(text(column).left(10), Qt::ISODate);
+}
+
+bool Row::operator==(const Row& other) const {
+    const int columns = int(m_set->columns().size());
+    if (columns != other.m_set->columns().size()) return false;
+    for (int column = 0; column < columns; ++column)
+        if (m_set->cell(m_index, column) != other.m_set->cell(other.m_index, column)) return false;
+    return true;
 }
 
 const QString& RecordSet::cell(qsizetype row, int column) const {

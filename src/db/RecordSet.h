@@ -26,6 +26,10 @@ public:
     /// The day of a date or datetime column; invalid for NULL.
     QDate date(const char* column) const;
 
+    qsizetype place() const { return m_index; } ///< in its record set, from 0
+    /// The same cells; NULL and '' are the same here.
+    bool operator==(const Row& other) const;
+
 private:
     const RecordSet* m_set;
     qsizetype m_index;

@@ -46,7 +46,10 @@ bool ThreadedServer::call(const std::function<void()>& work, const QString& stat
         }).detach();
     };
     const Waiter::Outcome outcome = m_waiter.await(*task, m_name, cancel);
-    if (outcome == Waiter::Abandoned) throw DbError::stopped(statement, true);
+    if (outcome == Waiter::Abandoned) {
+        m_thread.leave();
+        throw DbError::stopped(statement, true);
+    }
     if (outcome == Waiter::Done) {
         task->rethrow();
         return false;

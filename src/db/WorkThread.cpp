@@ -89,7 +89,7 @@ WorkThread::~WorkThread() {
     std::unique_lock lock(m_queue->mutex);
     m_queue->closed = true;
     m_queue->changed.notify_all();
-    m_queue->changed.wait_for(lock, std::chrono::seconds(2), [this] { return m_queue->ended; });
+    if (!m_left) m_queue->changed.wait_for(lock, std::chrono::seconds(2), [this] { return m_queue->ended; });
 }
 
 std::shared_ptr<Task> WorkThread::post(std::function<void()> work) {

@@ -36,8 +36,9 @@ public:
     WorkThread();
     WorkThread(const WorkThread&) = delete;
     WorkThread& operator=(const WorkThread&) = delete;
-    /// Waits for what was posted, two seconds at most.
+    /// Waits for what was posted, two seconds at most, and not at all after leave().
     ~WorkThread();
+    void leave() { m_left = true; }
 
     std::shared_ptr<Task> post(std::function<void()> work);
 
@@ -45,4 +46,5 @@ private:
     struct Queue;
 
     std::shared_ptr<Queue> m_queue;
+    bool m_left = false;
 };

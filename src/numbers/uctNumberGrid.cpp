@@ -127,7 +127,7 @@ NumberTable::Progress uctNumberGrid::progress() {
         m_progress->setVisible(total >= ManyNumbers && done < total);
         m_progress->setMaximum(total);
         m_progress->setValue(done);
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        m_context->session.turn();
     };
 }
 

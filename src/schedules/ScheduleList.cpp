@@ -1,6 +1,5 @@
 #include "schedules/ScheduleList.h"
 
-#include "base/Session.h"
 #include "db/DbError.h"
 #include "db/ServerText.h"
 #include "db/StoredTitle.h"
@@ -16,25 +15,22 @@ QString countCostCentres(Connection& connection, const QString& account, int lev
     if (level < 1 || level > 5 || account.isEmpty()) return {};
     const Name column(QString("CostCentre%1").arg(level));
     try {
-        return QString::number(
-            connection
-                .query(
-                    sql("SELECT Distinct {} FROM CostCentres.DBO.{} WITH (NOLOCK) WHERE UnitabAccount = {} "
-                        "ORDER BY {}",
-                        column, Name(account + "_TblCC"), account, column))
-                .rowCount());
+        return connection.scalar(
+            sql("SELECT COUNT(*) FROM (SELECT Distinct {} FROM CostCentres.DBO.{} WITH (NOLOCK) "
+                "WHERE UnitabAccount = {}) AS Centres",
+                column, Name(account + "_TblCC"), account));
     } catch (const DbError& error) {
         if (error.connectionLost()) throw;
         return {}; // one account's broken table must not keep all schedules from being shown
     }
 }
 
-RecordSet readRows(Session& session) {
-    return session.isAdministrator()
-               ? session.db().query(sql("SELECT * FROM NorvaScheduler.dbo.tblschedule WITH (NOLOCK)"))
-               : session.db().query(
-                   sql("SELECT * FROM NorvaScheduler.dbo.tblschedule WITH (NOLOCK) Where Username = {}",
-                       session.userName));
+RecordSet readRows(Connection& connection, const ScheduleUser& user) {
+    return connection.query(
+        user.isAdministrator
+            ? sql("SELECT * FROM NorvaScheduler.dbo.tblschedule WITH (NOLOCK)")
+            : sql("SELECT * FROM NorvaScheduler.dbo.tblschedule WITH (NOLOCK) Where Username = {}",
+                  user.name));
 }
 
 void describeTemplate(ScheduleListRow& row, const TemplateSummary& summary, const QString& subProjects) {
@@ -51,38 +47,72 @@ void describeTemplate(ScheduleListRow& row, const TemplateSummary& summary, cons
 
 } // namespace
 
-ScheduleReading readSchedules(Session& session) {
-    ScheduleReading reading{readRows(session), loadTemplateSummaries(session.db()), {}};
+ScheduleReading readSchedules(Connection& connection, const ScheduleUser& user) {
+    ScheduleReading reading{readRows(connection, user), loadTemplateSummaries(connection), {}};
     for (const Row schedule : reading.schedules) {
         const auto found = reading.templates.constFind(schedule.integer("TemplateID"));
         if (found == reading.templates.constEnd() || found->header.isOrdinary()) continue;
         const TemplateHeader& header = found->header;
         if (!reading.subProjects.contains(subProjectKey(header)))
             reading.subProjects.insert(subProjectKey(header),
-                                       countCostCentres(session.db(), header.unitabAccount, header.subLevel));
+                                       countCostCentres(connection, header.unitabAccount, header.subLevel));
     }
     return reading;
 }
 
-std::vector<ScheduleListRow> ScheduleReading::rows() const {
-    std::vector<ScheduleListRow> rows;
-    rows.reserve(std::size_t(schedules.rowCount()));
+ScheduleListRow ScheduleReading::row(const Row& schedule) const {
+    ScheduleListRow row;
+    row.id = schedule.integer("ScheduleID");
+    row.title = shownTitle(schedule.text("ScheduleTitle"));
+    row.status = scheduleStatus(schedule.integer("Status"));
+    row.project = schedule.text("ProjectRef");
+    const QString date = schedule.text(isFinished(row.status) ? "RanDate" : "RunDate");
+    row.shownDate = shownStoredDate(date);
+    row.date = WallClock::fromStored(date);
+    const auto summary = templates.constFind(schedule.integer("TemplateID"));
+    if (summary != templates.constEnd())
+        describeTemplate(row, *summary, subProjects.value(subProjectKey(summary->header)));
+    else
+        row.problem = "The template of this schedule no longer exists.";
+    if (row.project.isEmpty()) row.problem = "This schedule names no project.";
+    return row;
+}
+
+ScheduleChanges ScheduleReading::all() const {
+    ScheduleChanges changes;
+    changes.complete = true;
+    changes.rows.reserve(std::size_t(schedules.rowCount()));
+    for (const Row schedule : schedules) changes.rows.push_back(row(schedule));
+    return changes;
+}
+
+/// Whether schedules of a template say the same about it.
+bool ScheduleReading::describesAs(const ScheduleReading& earlier, int templateId) const {
+    const auto now = templates.constFind(templateId);
+    const auto then = earlier.templates.constFind(templateId);
+    if (now == templates.constEnd() || then == earlier.templates.constEnd())
+        return now == templates.constEnd() && then == earlier.templates.constEnd();
+    const auto key = subProjectKey(now->header);
+    return *now == *then && subProjects.value(key) == earlier.subProjects.value(key);
+}
+
+ScheduleChanges ScheduleReading::changesSince(const ScheduleReading& earlier) const {
+    const bool sameTemplates = templates == earlier.templates && subProjects == earlier.subProjects;
+    if (sameTemplates && schedules == earlier.schedules) return {};
+    if (schedules.columns() != earlier.schedules.columns()) return all();
+    QHash<int, int> places; // of the earlier rows
+    places.reserve(earlier.schedules.rowCount());
+    const int id = schedules.column("ScheduleID");
+    const int templateId = schedules.column("TemplateID");
+    for (const Row schedule : earlier.schedules) places.insert(schedule.integer(id), int(schedule.place()));
+    ScheduleChanges changes;
     for (const Row schedule : schedules) {
-        ScheduleListRow row;
-        row.id = schedule.integer("ScheduleID");
-        row.title = shownTitle(schedule.text("ScheduleTitle"));
-        row.status = scheduleStatus(schedule.integer("Status"));
-        row.project = schedule.text("ProjectRef");
-        const QString date = schedule.text(isFinished(row.status) ? "RanDate" : "RunDate");
-        row.shownDate = shownStoredDate(date);
-        row.date = WallClock::fromStored(date);
-        const auto summary = templates.constFind(schedule.integer("TemplateID"));
-        if (summary != templates.constEnd())
-            describeTemplate(row, *summary, subProjects.value(subProjectKey(summary->header)));
-        else
-            row.problem = "The template of this schedule no longer exists.";
-        if (row.project.isEmpty()) row.problem = "This schedule names no project.";
-        rows.push_back(std::move(row));
+        const auto place = places.constFind(schedule.integer(id));
+        const bool same = place != places.constEnd() && schedule == earlier.schedules.row(*place)
+                          && (sameTemplates || describesAs(earlier, schedule.integer(templateId)));
+        if (!same) changes.rows.push_back(row(schedule));
+        if (place != places.constEnd()) places.erase(place);
     }
-    return rows;
+    changes.gone.assign(places.keyBegin(), places.keyEnd());
+    return changes;
 }

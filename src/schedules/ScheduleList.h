@@ -9,7 +9,7 @@
 #include <QString>
 #include <vector>
 
-struct Session;
+class Connection;
 
 /// One schedule as the main screen shows it.
 struct ScheduleListRow {
@@ -25,19 +25,35 @@ struct ScheduleListRow {
     QString problem; ///< why the schedule cannot be run or edited; empty when it can
 };
 
-/// All that the main screen shows of the schedules that the session's user sees, as it was read: his own
-/// schedules, or everybody's for the administrator. Comparing two readings is much quicker than making
-/// rows of one.
+/// Who reads: a user sees his own schedules, the administrator everybody's.
+struct ScheduleUser {
+    QString name;
+    bool isAdministrator = false;
+};
+
+/// What a list of schedules has to change to show the present.
+struct ScheduleChanges {
+    std::vector<ScheduleListRow> rows; ///< new ones, and those that are not what they were
+    std::vector<int> gone;             ///< identifiers
+    bool complete = false;             ///< `rows` are all there are
+};
+
+/// All that the main screen shows of the schedules that a user sees, as it was read. Comparing two readings
+/// is much quicker than making rows of one.
 struct ScheduleReading {
     RecordSet schedules;
     QHash<int, TemplateSummary> templates;
     /// How many cost centres an account (its serverKey) has at a level; empty when they cannot be read.
     QMap<std::pair<QString, int>, QString> subProjects;
 
-    bool operator==(const ScheduleReading&) const = default;
-    std::vector<ScheduleListRow> rows() const;
+    ScheduleChanges all() const;
+    ScheduleChanges changesSince(const ScheduleReading& earlier) const;
+
+private:
+    ScheduleListRow row(const Row& schedule) const;
+    bool describesAs(const ScheduleReading& earlier, int templateId) const;
 };
 
 /// The number of statements is three, and one more for each cost-centre table and level that the
 /// sub-project templates of these schedules use, however many schedules there are.
-ScheduleReading readSchedules(Session& session);
+ScheduleReading readSchedules(Connection& connection, const ScheduleUser& user);

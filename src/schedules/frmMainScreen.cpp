@@ -58,7 +58,10 @@ ListRow listRow(const ScheduleListRow& schedule) {
 } // namespace
 
 frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
-    : QMainWindow(parent), m_context(context), m_ui(std::make_unique<Ui::frmMainScreen>()) {
+    : QMainWindow(parent),
+      m_context(context),
+      m_ui(std::make_unique<Ui::frmMainScreen>()),
+      m_reader(context.session) {
     m_ui->setupUi(this);
     upgradeAtMainScreen(m_context.session.db());
     addMailOptionColumns(m_context.session.db());
@@ -72,6 +75,14 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     m_tmrScheduler.setObjectName("tmrScheduler");
     m_tmrScheduler.setInterval(std::chrono::milliseconds(30'000));
     connect(&m_tmrScheduler, &QTimer::timeout, this, &frmMainScreen::tmrScheduler_Timer);
+    connect(&m_reader, &ScheduleReader::changed, this, [this](const ScheduleChanges& changes) {
+        showChanges(changes);
+        m_tmrScheduler.start();
+    });
+    connect(&m_reader, &ScheduleReader::failed, this, [this](const DbError& error) {
+        tellProblem(error);
+        m_tmrScheduler.start();
+    });
     FillScheduleList();
     ListViewColumnSort(*m_ui->lstSchedules, DateColumn, true);
     ListViewColumnSort(*m_ui->lstFinished, DateColumn, true);
@@ -165,14 +176,7 @@ void frmMainScreen::FillScheduleList() {
     m_tmrScheduler.stop();
     const auto restart = qScopeGuard([this] { m_tmrScheduler.start(); });
     try {
-        ScheduleReading reading = readSchedules(m_context.session);
-        if (reading == m_reading) {
-            PopulateScreen(true);
-        } else {
-            showRows(reading.rows());
-            m_reading = std::move(reading);
-        }
-        m_ui->lblServerState->clear();
+        showChanges(m_reader.read());
     } catch (const DbError& error) {
         tellProblem(error);
     }
@@ -180,49 +184,64 @@ void frmMainScreen::FillScheduleList() {
 
 /// In the status line, and once for each outage in the error log.
 void frmMainScreen::tellProblem(const DbError& error) {
-    const QString state = error.connectionLost()
-                              ? "The server cannot be reached. The lists show its last state; trying again…"
-                              : "The schedules could not be read: " + error.text().simplified();
-    if (state != m_ui->lblServerState->text())
-        m_context.session.log.write("frmMainScreen.FillScheduleList", error);
+    if (error.number() == DbError::Stopped) return; // who stopped it knows; the next turn of the timer reads
+    const QString formerly = m_ui->lblServerState->text();
+    if (formerly.isEmpty()) m_problemSince = WallClock::now();
+    const QString state =
+        error.connectionLost()
+            ? QString("The server cannot be reached since %1. The lists show its last state; trying again…")
+                  .arg(m_problemSince.time().toString("HH:mm"))
+            : "The schedules could not be read: " + error.text().simplified();
+    if (state != formerly) m_context.session.log.write("frmMainScreen.FillScheduleList", error);
     m_ui->lblServerState->setText(state);
     m_ui->lblServerState->setToolTip(error.text());
 }
 
-void frmMainScreen::showRows(const std::vector<ScheduleListRow>& rows) {
+void frmMainScreen::showChanges(const ScheduleChanges& changes) {
     std::vector<ListRow> pending;
     std::vector<ListRow> finished;
-    m_runDates.clear();
+    std::vector<int> gone = changes.gone;
+    if (changes.complete) m_runDates.clear();
     const WallClock now = WallClock::now();
-    for (const ScheduleListRow& schedule : rows) {
-        ListRow row = listRow(schedule);
+    for (const ScheduleListRow& schedule : changes.rows) {
+        gone.push_back(schedule.id); // from the list that it may have left
         if (isFinished(schedule.status)) {
-            finished.push_back(std::move(row));
+            finished.push_back(listRow(schedule));
+            m_runDates.remove(schedule.id);
             continue;
         }
-        if (schedule.status == ScheduleStatus::Pending) row.cells[StatusColumn] = dueText(schedule.date, now);
+        pending.push_back(listRow(schedule));
+        if (schedule.status == ScheduleStatus::Pending)
+            pending.back().cells[StatusColumn] = dueText(schedule.date, now);
         m_runDates.insert(schedule.id, schedule.date);
-        pending.push_back(std::move(row));
     }
     const int selected = m_selectedScheduleId;
-    m_ui->lstSchedules->setRows(std::move(pending));
-    m_ui->lstFinished->setRows(std::move(finished));
-    m_lastDueUpdate = now;
+    const auto show = [&](uctListView& list, std::vector<ListRow> rows) {
+        if (changes.complete) return list.setRows(std::move(rows));
+        std::vector<int> left;
+        for (const int id : gone)
+            if (list.rows().rowOf(id) >= 0 && std::ranges::find(rows, id, &ListRow::id) == rows.end())
+                left.push_back(id);
+        list.updateRows(std::move(rows), left);
+    };
+    show(*m_ui->lstSchedules, std::move(pending));
+    show(*m_ui->lstFinished, std::move(finished));
     // A schedule that finished meanwhile is found again in the other list.
     if (m_selectedScheduleId != selected && !m_ui->lstSchedules->selectId(selected))
         m_ui->lstFinished->selectId(selected);
+    PopulateScreen(true);
+    m_ui->lblServerState->clear();
 }
 
 void frmMainScreen::PopulateScreen(bool force) {
     const WallClock now = WallClock::now();
     const auto minute = [](const WallClock& time) { return time.order() / 60; };
     if (!force && minute(now) == minute(m_lastDueUpdate)) return;
-    ListModel& rows = m_ui->lstSchedules->rows();
-    for (int row = 0; row < rows.rowCount(); ++row) {
-        const ListRow& shown = rows.rows()[std::size_t(row)];
-        if (shown.text(StatusColumn).startsWith(statusText(ScheduleStatus::Pending)))
-            rows.setText(row, StatusColumn, dueText(m_runDates.value(shown.id), now));
-    }
+    const QString pending = statusText(ScheduleStatus::Pending);
+    m_ui->lstSchedules->rows().setTexts(StatusColumn, [&](const ListRow& row) -> std::optional<QString> {
+        if (!row.cells[StatusColumn].text.startsWith(pending)) return {};
+        return dueText(m_runDates.value(row.id), now);
+    });
     m_lastDueUpdate = now;
 }
 
@@ -231,8 +250,8 @@ void frmMainScreen::CalledBack() {
 }
 
 void frmMainScreen::tmrScheduler_Timer() {
-    // A tick in the middle of somebody's save (long work lets the screens repaint) must not read in it.
-    if (!m_context.session.db().inTransaction()) FillScheduleList();
+    m_tmrScheduler.stop(); // until the answer is there
+    m_reader.request();
     PopulateScreen(false);
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "schedules/ScheduleList.h"
+#include "schedules/ScheduleReader.h"
 #include "ui/ScreenContext.h"
 #include "ui/SlotGuard.h"
 
@@ -28,8 +28,8 @@ public:
 
     /// Window state, place and size as this desktop user left them.
     void restorePlacement();
-    /// Reads the schedules anew. While the server cannot be reached the lists stay as they are and
-    /// the status line says so.
+    /// Reads the schedules anew and waits for it; the timer reads in the background. While the server cannot
+    /// be reached the lists stay as they are and the status line says so.
     void FillScheduleList();
     /// Brings the due texts of the pending schedules up to date; unless forced, once a minute at most.
     void PopulateScreen(bool force);
@@ -60,7 +60,7 @@ private:
     uctFilterBox* filterBox(const QString& name, uctListView& list);
     void connectList(uctListView& list, bool finished);
     void tellProblem(const DbError& error);
-    void showRows(const std::vector<ScheduleListRow>& rows);
+    void showChanges(const ScheduleChanges& changes);
     void selectRow(bool finished);
     void editSchedule(int id);
     QString processedSince(int id) const;
@@ -71,7 +71,8 @@ private:
     ScreenContext& m_context;
     std::unique_ptr<Ui::frmMainScreen> m_ui;
     QTimer m_tmrScheduler;
-    ScheduleReading m_reading;                       ///< what the lists show
+    ScheduleReader m_reader;
+    WallClock m_problemSince;                        ///< while the status line tells one
     QHash<int, std::optional<WallClock>> m_runDates; ///< of the pending list, by ScheduleID
     int m_selectedScheduleId = -1;
     bool m_finishedListActive = false;

@@ -345,7 +345,7 @@ void frmSchedule::showUpdateStep(int step, int steps) {
     m_ui->prgUpdate->setValue(step - 1);
     m_ui->paneUpdate->show();
     m_ui->scroll->ensureWidgetVisible(m_ui->paneUpdate);
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    session().turn();
 }
 
 bool frmSchedule::isTemplateThere() {

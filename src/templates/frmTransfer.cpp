@@ -243,11 +243,12 @@ void frmTransfer::loadCCTasks() {
     m_stop = false;
     QWidget* const focused = focusWidget(); // a control that is off for a while loses it
     // A screen that is not shown yet is filled at one go: its caller must not be clicked meanwhile.
-    const qsizetype chunk = isVisible() ? step : qMax(step, names.size());
-    setFilling(names.size() > chunk);
+    const qsizetype first = isVisible() ? step : qMax(step, names.size());
+    setFilling(names.size() > first);
     m_ui->prgFill->setRange(0, int(names.size()));
     qsizetype filled = 0;
     while (filled < names.size() && !m_stop) {
+        const qsizetype chunk = qMax(first, filled); // each hands over the whole list
         for (const QString& name : names.mid(filled, chunk)) {
             entries.push_back({name, {name}});
             unlisted.remove(serverKey(name));

@@ -15,18 +15,38 @@ ListModel::ListModel(std::vector<ListColumn> columns, QObject* parent)
     : QAbstractTableModel(parent), m_columns(std::move(columns)) {}
 
 void ListModel::setRows(std::vector<ListRow> rows) {
-    const std::vector<std::pair<int, int>> gone = goneRanges(rows);
+    QSet<int> ids;
+    std::vector<int> order;
+    for (const ListRow& row : rows) {
+        ids.insert(row.id);
+        order.push_back(row.id);
+    }
+    const Ranges gone = goneRanges([&](int id) { return !ids.contains(id); });
     // Each range costs the views a pass over all rows: beyond some, starting afresh is quicker.
     if (gone.size() > 100) return resetRows(std::move(rows));
-    for (const auto& [first, last] : gone) {
+    removeRanges(gone);
+    takeRows(std::move(rows));
+    arrange(order);
+}
+
+void ListModel::update(std::vector<ListRow> rows, const std::vector<int>& gone) {
+    const QSet<int> ids(gone.begin(), gone.end());
+    if (!ids.isEmpty()) removeRanges(goneRanges([&](int id) { return ids.contains(id); }));
+    takeRows(std::move(rows));
+}
+
+void ListModel::removeRanges(const Ranges& ranges) {
+    for (const auto& [first, last] : ranges) {
         beginRemoveRows({}, first, last);
         m_rows.erase(m_rows.begin() + first, m_rows.begin() + last + 1);
         m_keys.erase(m_keys.begin() + first, m_keys.begin() + last + 1);
         endRemoveRows();
     }
-    indexRows();
-    std::vector<int> order;
-    for (const ListRow& row : rows) order.push_back(row.id);
+    if (!ranges.empty()) indexRows();
+}
+
+/// Rows replace those of their ID, or are added behind the others.
+void ListModel::takeRows(std::vector<ListRow> rows) {
     std::vector<ListRow> added;
     for (ListRow& row : rows) {
         const int place = rowOf(row.id);
@@ -38,14 +58,12 @@ void ListModel::setRows(std::vector<ListRow> rows) {
             emit dataChanged(index(place, 0), index(place, columnCount() - 1));
         }
     }
-    if (!added.empty()) {
-        const int first = int(m_rows.size());
-        beginInsertRows({}, first, first + int(added.size()) - 1);
-        std::move(added.begin(), added.end(), std::back_inserter(m_rows));
-        makeKeysFrom(first);
-        endInsertRows();
-    }
-    arrange(order);
+    if (added.empty()) return;
+    const int first = int(m_rows.size());
+    beginInsertRows({}, first, first + int(added.size()) - 1);
+    std::move(added.begin(), added.end(), std::back_inserter(m_rows));
+    makeKeysFrom(first);
+    endInsertRows();
 }
 
 /// Brings the rows into the order of their IDs in `order`.
@@ -63,16 +81,14 @@ void ListModel::arrange(const std::vector<int>& order) {
     emit layoutChanged();
 }
 
-/// The ranges of rows that are not wanted any more, the last one first.
-std::vector<std::pair<int, int>> ListModel::goneRanges(const std::vector<ListRow>& wanted) const {
-    QSet<int> ids;
-    for (const ListRow& row : wanted) ids.insert(row.id);
-    const auto isGone = [&](int row) { return !ids.contains(m_rows[std::size_t(row)].id); };
-    std::vector<std::pair<int, int>> ranges;
+/// The last one first.
+ListModel::Ranges ListModel::goneRanges(const std::function<bool(int id)>& isGone) const {
+    const auto goes = [&](int row) { return isGone(m_rows[std::size_t(row)].id); };
+    Ranges ranges;
     for (int last = int(m_rows.size()) - 1; last >= 0; --last) {
-        if (!isGone(last)) continue;
+        if (!goes(last)) continue;
         int first = last;
-        while (first > 0 && isGone(first - 1)) --first;
+        while (first > 0 && goes(first - 1)) --first;
         ranges.emplace_back(first, last);
         last = first;
     }
@@ -82,14 +98,17 @@ std::vector<std::pair<int, int>> ListModel::goneRanges(const std::vector<ListRow
 void ListModel::resetRows(std::vector<ListRow> rows) {
     beginResetModel();
     m_rows = std::move(rows);
+    m_rowOf.clear();
     makeKeysFrom(0);
     endResetModel();
 }
 
 void ListModel::makeKeysFrom(int first) {
     m_keys.resize(m_rows.size());
-    for (int row = first; row < int(m_rows.size()); ++row) makeKeys(row);
-    indexRows();
+    for (int row = first; row < int(m_rows.size()); ++row) {
+        makeKeys(row);
+        m_rowOf.insert(m_rows[std::size_t(row)].id, row);
+    }
 }
 
 void ListModel::indexRows() {
@@ -104,12 +123,19 @@ void ListModel::makeKeys(int row) {
     m_keys[std::size_t(row)] = std::move(keys);
 }
 
-void ListModel::setText(int row, int column, const QString& text) {
-    ListCell& cell = m_rows[std::size_t(row)].cells[column];
-    if (cell.text == text) return;
-    cell.text = text;
-    makeKeys(row);
-    emit dataChanged(index(row, column), index(row, column));
+void ListModel::setTexts(int column, const std::function<std::optional<QString>(const ListRow&)>& textOf) {
+    int first = rowCount();
+    int last = -1;
+    for (int row = 0; row < rowCount(); ++row) {
+        ListRow& shown = m_rows[std::size_t(row)];
+        const std::optional<QString> text = textOf(shown);
+        if (!text || *text == shown.text(column)) continue;
+        shown.cells[column].text = *text;
+        makeKeys(row);
+        first = qMin(first, row);
+        last = row;
+    }
+    if (last >= 0) emit dataChanged(index(first, column), index(last, column));
 }
 
 const ListModel::SortKey& ListModel::sortKey(int row, int column) const {
@@ -169,6 +195,7 @@ bool ListOrder::lessThan(const QModelIndex& left, const QModelIndex& right) cons
 }
 
 bool ListOrder::filterAcceptsRow(int sourceRow, const QModelIndex&) const {
+    if (m_words.isEmpty()) return true;
     const ListRow& row = m_source->rows()[std::size_t(sourceRow)];
     QString texts = row.keywords;
     for (const ListCell& cell : row.cells) texts += '\n' + cell.text;

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QIcon>
 #include <QSortFilterProxyModel>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <variant>
@@ -66,11 +67,14 @@ public:
     explicit ListModel(std::vector<ListColumn> columns, QObject* parent = nullptr);
 
     void setRows(std::vector<ListRow> rows);
+    /// The same for a few of many rows: those of `gone` go, `rows` replace those of their ID or are added.
+    void update(std::vector<ListRow> rows, const std::vector<int>& gone);
     const std::vector<ListRow>& rows() const { return m_rows; }
     const std::vector<ListColumn>& columnList() const { return m_columns; }
     /// The row of an ID; -1 when there is none.
     int rowOf(int id) const { return m_rowOf.value(id, -1); }
-    void setText(int row, int column, const QString& text);
+    /// New texts for a column; `textOf` gives that of a row, or nothing for one that stays as it is.
+    void setTexts(int column, const std::function<std::optional<QString>(const ListRow&)>& textOf);
 
     /// What a cell sorts by: its value, or its text folded.
     using SortKey = std::variant<double, QString>;
@@ -82,7 +86,10 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    std::vector<std::pair<int, int>> goneRanges(const std::vector<ListRow>& wanted) const;
+    using Ranges = std::vector<std::pair<int, int>>;
+    Ranges goneRanges(const std::function<bool(int id)>& isGone) const;
+    void removeRanges(const Ranges& ranges);
+    void takeRows(std::vector<ListRow> rows);
     void arrange(const std::vector<int>& order);
     void resetRows(std::vector<ListRow> rows);
     void makeKeysFrom(int first);

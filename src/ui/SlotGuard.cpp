@@ -22,6 +22,8 @@ QString inWords(const DbError& error) {
 
 namespace {
 
+const QString lockedQuestion = "Another program is changing the same data.\n\nDo you want to try again?";
+
 void tell(const ScreenContext& context, QWidget* screen, const DbError& error, const QString& headline) {
     const QString words = inWords(error);
     const QString serversWords = words == error.text() ? QString() : error.text();
@@ -50,19 +52,25 @@ SlotName::SlotName(const std::source_location& where) {
 
 bool guarded(const ScreenContext& context, QWidget* screen, const std::function<void()>& body,
              const QString& headline, const SlotName& slot) {
-    try {
-        body();
-        return true;
-    } catch (const Refusal& refusal) {
-        context.session.log.write(slot.text(), 1, refusal.text());
-        context.messages.notice(screen, refusal.text());
-        focusField(screen, refusal.field());
-    } catch (const DbError& error) {
-        context.session.log.write(slot.text(), error);
-        tell(context, screen, error, headline);
-    } catch (const std::exception& error) {
-        context.session.log.write(slot.text(), 1, QString::fromUtf8(error.what()));
-        context.messages.notice(screen, QString("The action could not be completed: %1").arg(error.what()));
-    }
+    bool again = false;
+    do try {
+            body();
+            return true;
+        } catch (const Refusal& refusal) {
+            context.session.log.write(slot.text(), 1, refusal.text());
+            context.messages.notice(screen, refusal.text());
+            focusField(screen, refusal.field());
+            return false;
+        } catch (const DbError& error) {
+            context.session.log.write(slot.text(), error);
+            again = error.number() == DbError::LockTimeout && context.messages.ask(screen, lockedQuestion);
+            if (error.number() != DbError::LockTimeout) tell(context, screen, error, headline);
+        } catch (const std::exception& error) {
+            context.session.log.write(slot.text(), 1, QString::fromUtf8(error.what()));
+            context.messages.notice(screen,
+                                    QString("The action could not be completed: %1").arg(error.what()));
+            return false;
+        }
+    while (again);
     return false;
 }

@@ -97,9 +97,18 @@ void uctListView::resizeEvent(QResizeEvent* event) {
 }
 
 void uctListView::setRows(std::vector<ListRow> rows) {
+    changeRows([&] { m_model->setRows(std::move(rows)); });
+}
+
+void uctListView::updateRows(std::vector<ListRow> rows, const std::vector<int>& gone) {
+    if (!rows.empty() || !gone.empty()) changeRows([&] { m_model->update(std::move(rows), gone); });
+}
+
+/// Scrolling and selection stay as they are.
+void uctListView::changeRows(const std::function<void()>& change) {
     const int scrolled = verticalScrollBar()->value();
     const QList<int> selected = selectedIds();
-    m_model->setRows(std::move(rows));
+    change();
     if (selectedIds() != selected) { // the model was reset
         select(selected);
         if (selectedIds() != selected) emit selectedIdChanged();

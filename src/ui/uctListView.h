@@ -19,6 +19,8 @@ public:
     /// What the empty list says in its middle.
     void setEmptyText(const QString& text) { m_emptyText = text; }
     void setRows(std::vector<ListRow> rows);
+    /// See ListModel::update.
+    void updateRows(std::vector<ListRow> rows, const std::vector<int>& gone);
     void setFilterWords(const QString& words);
 
     ListModel& rows() const { return *m_model; }
@@ -51,6 +53,7 @@ private:
     bool areUsable(const QStringList& widths) const;
     void storeWidths();
     void fitColumns();
+    void changeRows(const std::function<void()>& change);
     void select(const QList<int>& ids);
 
     ListModel* m_model = nullptr;

@@ -3,8 +3,30 @@
 #include "db/DbError.h"
 #include "db/Server.h"
 
+#include <condition_variable>
 #include <functional>
 #include <memory>
+#include <mutex>
+
+/// A server that does not answer.
+class Silence {
+public:
+    /// Until the silence ends, on the server's thread.
+    void keep() {
+        std::unique_lock lock(m_mutex);
+        m_changed.wait(lock, [this] { return m_over; });
+    }
+    void end() {
+        const std::lock_guard lock(m_mutex);
+        m_over = true;
+        m_changed.notify_all();
+    }
+
+private:
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    bool m_over = false;
+};
 
 /// When a FaultyServer fails, and what others do meanwhile. Shared by every session that is opened with it.
 struct Fault {
@@ -24,11 +46,26 @@ struct Fault {
         m_before = before;
         m_act = act;
     }
+    /// Batches that hold the text get no answer until they are cancelled; a deaf server does not even hear
+    /// that.
+    void fallSilent(const QString& batches, bool deaf) {
+        m_silentAt = batches;
+        isDeaf = deaf;
+        silence = std::make_shared<Silence>();
+    }
+    bool isDeaf = false;
+    std::shared_ptr<Silence> silence;
+
     void comesTo(const QString& batch) {
+        if (const auto kept = silence; kept && batch.contains(m_silentAt)) {
+            kept->keep();
+            throw DbError(0, "Operation cancelled by user.");
+        }
         if (m_act && batch.contains(m_before)) std::exchange(m_act, {})();
     }
 
 private:
+    QString m_silentAt;
     QString m_before;
     std::function<void()> m_act;
 };
@@ -56,7 +93,10 @@ public:
         }
     }
     void rollback() override { m_server->rollback(); }
-    void cancel() override { m_server->cancel(); }
+    void cancel() override {
+        if (m_fault.silence && !m_fault.isDeaf) m_fault.silence->end();
+        m_server->cancel();
+    }
 
 private:
     Results step(const std::function<Results()>& action) {

@@ -291,11 +291,16 @@ private slots:
         QCOMPARE(transfer.list().count(), 5006);
         auto& stop = child<QAbstractButton>(transfer.screen, "cmdStop");
         QVERIFY(!stop.isVisible());
-        QTimer::singleShot(0, &stop, [&] { stop.click(); });
+        QTimer user;
+        connect(&user, &QTimer::timeout, [&] {
+            if (stop.isVisible()) stop.click();
+        });
+        user.start(1);
         transfer.press("OptCC1");
         QVERIFY(transfer.list().count() < 5006);
         QCOMPARE(transfer.list().tickedKeys(), QStringList{"Centre 04999"}); // though not reached
         QVERIFY(child<QLabel>(transfer.screen, "lblFill").text().startsWith("Stopped: "));
+        user.stop();
         transfer.press("OptCC1");
         QCOMPARE(transfer.list().count(), 5006);
         QVERIFY(!child<QLabel>(transfer.screen, "lblFill").isVisible());

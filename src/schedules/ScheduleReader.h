@@ -1,0 +1,49 @@
+#pragma once
+
+#include "db/Connection.h"
+#include "db/DbError.h"
+#include "db/WorkThread.h"
+#include "schedules/ScheduleList.h"
+
+#include <QObject>
+#include <QTimer>
+#include <memory>
+#include <optional>
+
+struct Session;
+
+/// Reads the schedules on a thread and a connection of its own, so that neither the window nor what its user
+/// does waits for it. Reading, making rows and comparing them with those of the last reading happen there.
+class ScheduleReader : public QObject {
+    Q_OBJECT
+
+public:
+    explicit ScheduleReader(const Session& session);
+    ~ScheduleReader() override;
+
+    /// In the background: changed() or failed() tells the end. Nothing while a reading is under way.
+    void request();
+    /// Now, for whoever waits for it: what changed since the last answer. Interrupts a reading that is under
+    /// way. Throws DbError.
+    ScheduleChanges read();
+
+    qint64 statementCount() const; ///< for tests and benchmarks, while nothing is under way
+
+signals:
+    void changed(const ScheduleChanges& changes);
+    void failed(const DbError& error);
+
+private:
+    struct Worker;
+
+    void post();
+    void deliver();
+
+    const Session& m_session;
+    std::shared_ptr<Worker> m_worker;
+    std::shared_ptr<Task> m_task; ///< null while nothing is under way
+    std::shared_ptr<std::optional<ScheduleChanges>> m_result;
+    bool m_anew = false; ///< what the last reading found was not heard
+    QTimer m_delivers;
+    WorkThread m_thread;
+};
