@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QDir>
-#include <QElapsedTimer>
 #include <QObject>
 #include <QWidget>
 #include <functional>
@@ -13,10 +11,11 @@ class Walker : public QObject {
     Q_OBJECT
 
 public:
+    /// An empty folder name: no pictures.
     explicit Walker(const QString& pictureFolder);
 
     /// One step: when `ready` is true of the topmost screen, the picture is taken and `act` runs. The
-    /// walk fails when that takes longer than a minute.
+    /// walk fails after a minute in which the program took input and the screen did not come.
     using Ready = std::function<bool(QWidget& screen)>;
     using Act = std::function<void(QWidget& screen)>;
     void add(const QString& text, Ready ready, Act act);
@@ -37,8 +36,8 @@ private:
     std::vector<Step> m_steps;
     std::size_t m_next = 0;
     int m_picture = 0;
-    QDir m_pictures;
-    QElapsedTimer m_waiting;
+    QString m_pictureFolder;
+    int m_looks = 0; ///< since the last step
     std::function<void(bool)> m_done;
 };
 

@@ -1,24 +1,16 @@
-#include "app/modMain.h"
 #include "app/openServer.h"
-#include "base/Session.h"
 #include "base/SettingsStore.h"
 #include "demo/DemoApplication.h"
 #include "demo/DemoServer.h"
 #include "demo/GuestDemo.h"
-#include "demo/walk/Road.h"
-#include "schedules/frmMainScreen.h"
+#include "demo/walk/walkProgram.h"
 #include "ui/EventLoopWaiter.h"
-#include "ui/MessageBoxes.h"
 
 #include <QApplication>
-#include <QProcess>
+#include <QDir>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <cstdlib>
-
-namespace {
-QProcess* runningEngine = nullptr;
-}
 
 /// Walks the program's typical road with the demo engine beside it, on the demo server of the folder, or as
 /// a guest on the server that SCHEDULER_TEST_SERVER names (demo/GuestDemo.h):
@@ -39,35 +31,8 @@ int main(int argc, char* argv[]) {
         demoApplication::create(demo.absoluteFilePath("app"));
     }
     EventLoopWaiter waiter;
-    Session session(demo.absoluteFilePath("app"), openServer);
-    session.waiter = &waiter;
-    MessageBoxes messages;
-    ScreenContext context{session, messages};
-
-    QProcess engine;
-    engine.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    engine.start(QApplication::applicationDirPath() + "/zelvan-demo-engine",
-                 {server, "--seconds-per-run", "2"});
-
-    runningEngine = &engine;
-    std::atexit([] { // however the walk ends, the engine must not outlive it
-        if (!runningEngine) return;
-        runningEngine->kill();
-        runningEngine->waitForFinished();
-    });
-    Walker walker(QString::fromLocal8Bit(argv[2]));
-    planRoad(walker, server);
-    int result = EXIT_FAILURE;
-    modMain program(context);
-    walker.start([&](bool passed) {
-        result = passed ? EXIT_SUCCESS : EXIT_FAILURE;
-        if (!passed) std::exit(result); // whatever screen is open, the walk is over
-        QApplication::quit();
-    });
-    if (program.start(application, {})) QApplication::exec();
-    program.endProgram();
-    runningEngine = nullptr;
-    engine.terminate();
-    engine.waitForFinished();
-    return result;
+    const bool passed = walkProgram(application, {server, demo.absoluteFilePath("app"), argv[2],
+                                                  QApplication::applicationDirPath() + "/zelvan-demo-engine",
+                                                  openServer, &waiter});
+    return passed ? EXIT_SUCCESS : EXIT_FAILURE;
 }
