@@ -18,7 +18,6 @@ frmCreateDB::frmCreateDB(ScreenContext& context, QWidget* parent)
         QString("The server '%1' holds no scheduler database yet. It will be created now, with "
                 "empty tables.")
             .arg(session.db().connectionString().dataSource));
-    m_ui->lblExplain->setTextFormat(Qt::PlainText);
     m_ui->lblData->setText(session.serverDefaults.dataFolder);
     m_ui->lblLog->setText(session.serverDefaults.logFolder);
     QPushButton* cmdCreate = m_ui->buttons->addButton("C&reate", QDialogButtonBox::AcceptRole);

@@ -13,6 +13,7 @@
 #include "ui/Logo.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
+#include "ui/PlainLabels.h"
 #include "ui/SlotGuard.h"
 #include "ui/openScreen.h"
 
@@ -36,6 +37,7 @@ bool modMain::start(QApplication& application, const QString& commandLine) {
     }
     chooseFolders();
     chooseLook(application);
+    keepLabelsPlain(application);
     session.dropDatabase = commandLine == "-d";
     session.diagnostics = getSetting("VWT", "Diagnostics", "Log", "") == "on";
     if (!logIn(commandLine)) return false;

@@ -45,7 +45,6 @@ uctNumbers::uctNumbers(const EditedReport& report, QWidget* parent)
     button->setToolTip("Edit the list of telephone numbers");
     button->setAutoDefault(false);
     m_numbers->setObjectName("lblNumbers");
-    m_numbers->setTextFormat(Qt::PlainText);
     m_numbers->setWordWrap(true);
     auto* row = new QHBoxLayout(this);
     row->addWidget(button);

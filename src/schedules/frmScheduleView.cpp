@@ -50,7 +50,6 @@ frmScheduleView::frmScheduleView(ScreenContext& screenContext, QWidget* parent)
         makeBold(*label);
     for (int line = 0; line < m_ui->layoutLabels->rowCount(); ++line) {
         auto* value = qobject_cast<QLabel*>(m_ui->layoutLabels->itemAtPosition(line, 1)->widget());
-        value->setTextFormat(Qt::PlainText);
         value->setTextInteractionFlags(Qt::TextSelectableByMouse);
         value->setWordWrap(true);
         for (const int column : {0, 1}) // a value may take several lines

@@ -9,7 +9,6 @@ namespace {
 
 QLabel* wrappedLabel(QWidget* parent, const QString& text, const QColor& colour) {
     auto* label = new QLabel(text, parent);
-    label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
     setTextColour(*label, colour);
     return label;

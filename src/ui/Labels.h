@@ -9,7 +9,7 @@ class QWidget;
 
 /// The colour of a label's or frame's own text.
 void setTextColour(QWidget& widget, const QColor& colour);
-/// Explains something in a quieter colour; wraps, and never shows text as markup.
+/// Explains something in a quieter colour; wraps.
 QLabel* hintLabel(QWidget* parent, const QString& text = {});
 /// Says what is wrong, see showProblem(); hidden while nothing is.
 QLabel* problemLabel(QWidget* parent);

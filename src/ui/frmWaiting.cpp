@@ -15,7 +15,6 @@ frmWaiting::frmWaiting(const QString& server, QWidget* parent)
     setObjectName("frmWaiting");
     setWindowTitle(QApplication::applicationDisplayName());
     setAttribute(Qt::WA_ShowWithoutActivating);
-    m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
     m_text->setMinimumWidth(fontMetrics().averageCharWidth() * 52);
     m_stop->setObjectName("cmdStop");

@@ -18,7 +18,6 @@ QLabel* whiteLabel(QWidget* parent, double size, bool bold) {
     font.setBold(bold);
     label->setFont(font);
     setTextColour(*label, Palette::headerText());
-    label->setTextFormat(Qt::PlainText);
     return label;
 }
 
