@@ -68,8 +68,9 @@ private slots:
         const int done = idOf(sql("SELECT MIN(ScheduleID) FROM tblSchedule WHERE Status = 4"));
         const int ordinary = idOf(sql("SELECT MIN(TemplateID) FROM tblTemplate_Report"));
         const int centres = idOf(sql("SELECT MIN(TemplateID) FROM tblTemplate WHERE TemplateType <> 0"));
-        office.db().execute(sql("UPDATE NorvaScheduler.dbo.tblSchedule SET ProjectRef = N'<img "
-                                "src=\"/dev/zero\">' WHERE Status > 2"));
+        office.db().execute(sql("UPDATE NorvaScheduler.dbo.tblSchedule SET ProjectRef = "
+                                "N'<img src=\"/dev/zero\">' WHERE ScheduleID <> {}",
+                                pending));
         checkScreen<frmMainScreen>(office, 1);
         checkScreen<frmSchedule>(office, 0, pending);
         checkScreen<frmScheduleView>(office, 3, done);
