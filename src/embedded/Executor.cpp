@@ -91,7 +91,7 @@ Executor::Flow Executor::execute(const Statement& statement) {
 
 void Executor::prepareStatement() {
     m_session.catalog.refresh();
-    if (!m_session.catalog.databases().contains(m_session.database)) m_session.database = 1;
+    if (!m_session.catalog.databases().contains(m_session.database)) m_session.enter(1);
     m_session.statementTime = QDateTime::currentDateTime();
     m_session.statementTime.setTimeSpec(Qt::UTC); // the server's clock as it reads, without a zone
 }
@@ -277,7 +277,7 @@ void Executor::rollbackTransaction() {
 }
 
 void Executor::run(const UseStatement& statement) {
-    m_session.database = m_session.databaseNamed(statement.database).id;
+    m_session.enter(m_session.databaseNamed(statement.database).id);
 }
 
 } // namespace embedded

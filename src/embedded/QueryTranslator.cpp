@@ -256,33 +256,33 @@ QString Translator::named(const TableRef& ref) {
     const bool aliased = !ref.alias.isEmpty();
     const Object* object = m_session.find(ref.name);
     if (object && object->kind == ObjectKind::View) throw notSupported("views");
-    const Database& database = m_session.databaseNamed(ref.name.database);
+    const Database* database = m_session.reach(ref.name.database);
     QString text;
     QList<Column> columns;
     if (object && object->kind == ObjectKind::Table) {
         text = object->sqlName();
         columns = object->columns;
-    } else if (const auto system = systemView(ref.name.schema, ref.name.name, database)) {
+    } else if (const auto system = systemView(ref.name, database)) {
         text = '(' + system->sql + ')';
         columns = system->columns;
     } else {
         throw noTable(ref.name);
     }
     Source& source = addSource(label, aliased, columns);
-    source.database = collation::fold(database.name);
+    source.database = collation::fold(database->name);
     return text + " AS " + source.alias;
 }
 
 const Object& Translator::target(const ObjectName& name) {
     const Object* object = m_session.find(name);
-    const Database& database = m_session.databaseNamed(name.database);
+    const Database* database = m_session.reach(name.database);
     if (!object || object->kind != ObjectKind::Table) {
-        if (systemView(name.schema, name.name, database))
+        if (systemView(name, database))
             throw DbError(259, "Ad hoc updates to system catalogs are not allowed.");
         throw noTable(name);
     }
     m_scopes.emplace_back();
-    addSource(name.name, false, object->columns).database = collation::fold(database.name);
+    addSource(name.name, false, object->columns).database = collation::fold(database->name);
     return *object;
 }
 

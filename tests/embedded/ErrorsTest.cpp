@@ -47,7 +47,10 @@ private slots:
         row(209, "select id from t a, t b");
         row(4104, "select b.id from t a");
         row(911, "use nothing");
-        row(911, "select * from nothing.dbo.t");
+        row(208, "select * from nothing.dbo.t");
+        row(208, "insert nothing..sysobjects (id) values (1)");
+        row(8115, "create table #w (i int identity(2147483647, 1)) insert #w default values "
+                  "insert #w default values");
         row(2812, "exec nothing");
         row(2812, "nothing 1");
         row(201, "exec p");
