@@ -42,6 +42,7 @@ Translation Translator::select(const Query& query) {
     if (m_readsAssigned && !query.orderBy.empty())
         throw notSupported("SELECT … ORDER BY that reads a variable while it assigns it");
     translation.variables = m_variables;
+    translation.isOrdered = !query.orderBy.empty();
     return translation;
 }
 
@@ -50,14 +51,14 @@ Translation Translator::single(const ExprPtr& expr, const Type& type) {
     const Typed typed = value(expr);
     m_scopes.pop_back();
     const Type target = type.kind == Type::Null ? typed.type : type;
-    return {"SELECT " + convert(typed, target), m_variables, {target}, {QString()}, {}};
+    return {"SELECT " + convert(typed, target), m_variables, {target}, {QString()}};
 }
 
 Translation Translator::test(const ExprPtr& condition) {
     m_scopes.emplace_back();
     const QString sql = "SELECT CASE WHEN " + this->condition(condition) + " THEN 1 ELSE 0 END";
     m_scopes.pop_back();
-    return {sql, m_variables, {Type::of(Type::Int)}, {QString()}, {}};
+    return {sql, m_variables, {Type::of(Type::Int)}, {QString()}};
 }
 
 QString Translator::subquery(const Query& query, QList<Type>& types) {
