@@ -1,6 +1,7 @@
 #include "embedded/Catalog.h"
 
 #include "embedded/Collation.h"
+#include "embedded/Conversion.h"
 
 #include <QDateTime>
 
@@ -12,6 +13,9 @@ namespace {
 constexpr int applicationId = 0x5a455654;
 constexpr int formerApplicationId = 0x5a455653;
 
+constexpr auto accessTable = R"("~access" (database INTEGER, login TEXT COLLATE T, allowed INTEGER,
+                 PRIMARY KEY (database, login)))";
+constexpr auto identity = " INTEGER PRIMARY KEY AUTOINCREMENT";
 constexpr auto untyped = " COLLATE T";
 
 QString now() {
@@ -33,7 +37,13 @@ const Column* Object::identityColumn() const {
 }
 
 QString declaration(const Column& column) {
-    if (column.identity) return sqliteName(column.name) + " INTEGER PRIMARY KEY AUTOINCREMENT";
+    if (column.identity) {
+        const QString range = " CONSTRAINT \"identity %1\" CHECK (%2 <= %3)";
+        const Type type = column.type.isInteger() ? column.type : Type::of(Type::BigInt);
+        return sqliteName(column.name) + identity
+               + range.arg(column.type.toString(), sqliteName(column.name))
+                     .arg(qint64(rangeOf(type.kind).high));
+    }
     return sqliteName(column.name) + (column.type.isInteger() ? " INTEGER" : "") + untyped;
 }
 
@@ -48,7 +58,7 @@ void Catalog::createIn(SqliteFile& file) {
             R"("~columns" (object INTEGER, place INTEGER, name TEXT COLLATE T, type TEXT, nullable INTEGER,
                  identity INTEGER, default_text TEXT, xtype INTEGER, length INTEGER, precision INTEGER,
                  scale INTEGER, PRIMARY KEY (object, place)))",
-            R"("~denied" (database INTEGER, login TEXT COLLATE T, PRIMARY KEY (database, login)))",
+            accessTable,
             R"("~logins" (id INTEGER PRIMARY KEY AUTOINCREMENT, name TEXT COLLATE T UNIQUE, hash TEXT,
                  default_database TEXT))",
             R"("~members" (role TEXT COLLATE T, login TEXT COLLATE T, PRIMARY KEY (role, login)))",
@@ -70,14 +80,24 @@ bool Catalog::isServerFile(SqliteFile& file) {
 }
 
 void Catalog::upgrade() {
-    if (std::get<qint64>(m_file.scalar("PRAGMA application_id")) == applicationId) return;
+    const auto isDone = [this] {
+        return std::get<qint64>(m_file.scalar("PRAGMA application_id")) == applicationId;
+    };
+    if (isDone()) return;
     Savepoint together(m_file);
+    if (isDone()) return; // by another session, meanwhile
+    // A login could enter every database that it was not kept out of.
+    m_file.run(QString("CREATE TABLE ") + accessTable);
+    m_file.run(R"(INSERT INTO "~access" SELECT d.id, l.name, NOT EXISTS (SELECT 1 FROM "~denied" x
+                  WHERE x.database = d.id AND x.login = l.name) FROM "~databases" d, "~logins" l)");
+    m_file.run(R"(DROP TABLE "~denied")");
     refresh();
     std::vector<SqliteFile::Redeclaration> changes;
     for (const Object& table : m_objects)
         for (const Column& column : table.columns)
-            if (column.type.isInteger() && !column.identity)
-                changes.push_back({table.storage, sqliteName(column.name) + untyped, declaration(column)});
+            changes.push_back({table.storage,
+                               sqliteName(column.name) + (column.identity ? identity : untyped),
+                               declaration(column)});
     m_file.redeclare(changes);
     m_file.run(QString("PRAGMA application_id = %1").arg(applicationId));
     together.release();
@@ -101,8 +121,9 @@ void Catalog::load() {
     m_objectIds.clear();
     SqliteStatement databases = m_file.prepare(R"(SELECT id, name FROM "~databases")");
     while (databases.step()) insert(Database{databases.integer(0), databases.text(1), {}});
-    SqliteStatement denied = m_file.prepare(R"(SELECT database, login FROM "~denied")");
-    while (denied.step()) m_databases[denied.integer(0)].denied.insert(collation::fold(denied.text(1)));
+    SqliteStatement access = m_file.prepare(R"(SELECT database, login, allowed FROM "~access")");
+    while (access.step())
+        m_databases[access.integer(0)].access[collation::fold(access.text(1))] = access.integer(2) != 0;
     SqliteStatement objects =
         m_file.prepare(R"(SELECT id, database, kind, name, parent, text FROM "~objects")");
     while (objects.step())
@@ -189,20 +210,22 @@ void Catalog::removeDatabase(qint64 id) {
     m_file.run(R"(DELETE FROM "~columns" WHERE object IN (SELECT id FROM "~objects" WHERE database = ?1))",
                {id});
     m_file.run(R"(DELETE FROM "~objects" WHERE database = ?1)", {id});
-    m_file.run(R"(DELETE FROM "~denied" WHERE database = ?1)", {id});
+    m_file.run(R"(DELETE FROM "~access" WHERE database = ?1)", {id});
     m_file.run(R"(DELETE FROM "~databases" WHERE id = ?1)", {id});
     for (const Object* object : objectsIn(id)) forget(Object(*object));
     m_databaseIds.remove(collation::fold(m_databases.take(id).name));
     changed();
 }
 
-void Catalog::setDenied(qint64 database, const QString& login, bool denied) {
-    m_file.run(R"(DELETE FROM "~denied" WHERE database = ?1 AND login = ?2)", {database, login});
-    if (denied) m_file.run(R"(INSERT INTO "~denied" VALUES (?1, ?2))", {database, login});
-    if (denied)
-        m_databases[database].denied.insert(collation::fold(login));
-    else
-        m_databases[database].denied.remove(collation::fold(login));
+void Catalog::setAccess(qint64 database, const QString& login, bool allowed) {
+    m_file.run(R"(INSERT OR REPLACE INTO "~access" VALUES (?1, ?2, ?3))", {database, login, qint64(allowed)});
+    m_databases[database].access[collation::fold(login)] = allowed;
+    changed();
+}
+
+void Catalog::removeLogin(const QString& login) {
+    m_file.run(R"(DELETE FROM "~access" WHERE login = ?1)", {login});
+    for (Database& database : m_databases) database.access.remove(collation::fold(login));
     changed();
 }
 

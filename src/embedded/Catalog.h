@@ -41,7 +41,7 @@ QString declaration(const Column& column);
 struct Database {
     qint64 id = 0;
     QString name;
-    QSet<QString> denied; ///< folded names of the logins kept out
+    QHash<QString, bool> access; ///< of the logins that have a user in it, by folded name: false is denied
 };
 
 /// What the server holds: databases and their objects, kept in tables of their own ("~…") in the file
@@ -72,7 +72,8 @@ public:
 
     qint64 addDatabase(const QString& name);
     void removeDatabase(qint64 id);
-    void setDenied(qint64 database, const QString& login, bool denied);
+    void setAccess(qint64 database, const QString& login, bool allowed);
+    void removeLogin(const QString& login);
     /// Returns its id.
     qint64 addObject(qint64 database, ObjectKind kind, const QString& name, qint64 parent,
                      const QString& text);

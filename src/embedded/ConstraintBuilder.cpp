@@ -139,6 +139,9 @@ void ConstraintBuilder::remove(Session& session, const Object& part) {
 DbError constraintError(const Session& session, const QString& message) {
     if (message.startsWith("constraint ")) // from a trigger that an earlier build made
         return DbError(547, "The statement conflicted with a FOREIGN KEY or CHECK constraint.");
+    if (const QString check = message.section(": ", 1); check.startsWith("identity "))
+        return serverError(8115, "Arithmetic overflow error converting IDENTITY to data type %1.",
+                           check.mid(9));
     const Object* key = keyNamed(session, message.section(": ", 1));
     const Object* table = key ? session.catalog.object(key->parent) : nullptr;
     if (key && key->kind == ObjectKind::Index)

@@ -28,7 +28,7 @@ private:
     const Object m_table;
 };
 
-/// The server's error (2627, 2601) for SQLite's message about a refused row.
+/// The server's error (2627, 2601, 8115) for SQLite's message about a refused row.
 DbError constraintError(const Session& session, const QString& message);
 
 } // namespace embedded

@@ -10,26 +10,6 @@ namespace embedded {
 
 namespace {
 
-struct Range {
-    double low;
-    double high;
-};
-
-Range rangeOf(Type::Kind kind) {
-    switch (kind) {
-    case Type::Bit:
-        return {0, 1};
-    case Type::TinyInt:
-        return {0, 255};
-    case Type::SmallInt:
-        return {-32768, 32767};
-    case Type::Int:
-        return {-2147483648.0, 2147483647.0};
-    default:
-        return {-9223372036854775808.0, 9223372036854774784.0};
-    }
-}
-
 DbError overflow(const Type& to) {
     return serverError(8115, "Arithmetic overflow error converting expression to data type %1.",
                        to.toString());
@@ -71,6 +51,21 @@ const QString& page1252() {
 }
 
 } // namespace
+
+Range rangeOf(Type::Kind kind) {
+    switch (kind) {
+    case Type::Bit:
+        return {0, 1};
+    case Type::TinyInt:
+        return {0, 255};
+    case Type::SmallInt:
+        return {-32768, 32767};
+    case Type::Int:
+        return {-2147483648.0, 2147483647.0};
+    default:
+        return {-9223372036854775808.0, 9223372036854774784.0};
+    }
+}
 
 QChar ofCodePage1252(uchar code) {
     return code < 0x80 || code >= 0xa0 ? QChar(char16_t(code)) : page1252()[code - 0x80];

@@ -28,6 +28,12 @@ private:
     [[noreturn]] void fail(const Value& value) const;
 };
 
+struct Range {
+    double low;
+    double high;
+};
+/// Of the values of an integer type.
+Range rangeOf(Type::Kind kind);
 QChar ofCodePage1252(uchar code);
 /// Letters that code page 1252 lacks become question marks.
 QString inCodePage1252(const QString& text);

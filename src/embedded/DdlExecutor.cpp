@@ -43,7 +43,7 @@ void DdlExecutor::run(const CreateDatabaseStatement& statement) {
     if (m_session.catalog.database(statement.name))
         throw serverError(1801, "Database '%1' already exists. Choose a different database name.",
                           statement.name);
-    m_session.catalog.addDatabase(statement.name);
+    m_session.catalog.setAccess(m_session.catalog.addDatabase(statement.name), m_session.login, true);
 }
 
 void DdlExecutor::run(const AlterDatabaseStatement& statement) {
@@ -254,7 +254,7 @@ void DdlExecutor::dropDatabase(const QString& name, bool ifExists) {
     const Database database = *found;
     if (database.id <= 4)
         throw serverError(3708, "Cannot drop the database '%1' because it is a system database.", name);
-    if (database.id == m_session.database)
+    if (m_session.isInUse(database.id))
         throw serverError(3702, "Cannot drop database \"%1\" because it is currently in use.", name);
     for (const Object* object : m_session.catalog.objectsIn(database.id))
         if (object->kind == ObjectKind::Table) m_session.file.run("DROP TABLE " + object->sqlName());

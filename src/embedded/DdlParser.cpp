@@ -31,12 +31,9 @@ void skipCollation(TokenReader& in) {
 
 void skipBrackets(TokenReader& in) {
     in.expect("(");
-    while (!in.accept(")")) {
+    for (int open = 1; open > 0; in.take()) {
         if (in.atEnd()) in.syntaxError();
-        if (in.is("("))
-            skipBrackets(in);
-        else
-            in.take();
+        open += int(in.is("(")) - int(in.is(")"));
     }
 }
 

@@ -64,7 +64,7 @@ Translation Translator::insert(const InsertStatement& statement, const Object*& 
     } else {
         sql += target.columnList() + rows(statement, target, *table);
     }
-    return {sql, m_variables, {}, {}, {}};
+    return {sql, m_variables};
 }
 
 QString Translator::rows(const InsertStatement& statement, const Target& target, const Object& table) {
@@ -116,14 +116,14 @@ Translation Translator::update(const UpdateStatement& statement) {
     }
     QString sql = "UPDATE " + table.sqlName() + " AS " + alias + " SET " + sets.join(u',');
     if (statement.where) sql += " WHERE " + condition(statement.where);
-    return {sql, m_variables, {}, {}, {}};
+    return {sql, m_variables};
 }
 
 Translation Translator::remove(const DeleteStatement& statement) {
     const Object& table = target(statement.target);
     QString sql = "DELETE FROM " + table.sqlName() + " AS " + m_scopes.back().sources.front().alias;
     if (statement.where) sql += " WHERE " + condition(statement.where);
-    return {sql, m_variables, {}, {}, {}};
+    return {sql, m_variables};
 }
 
 QString Translator::fill(const Object& table, const Column& column, const QString& current,

@@ -55,7 +55,7 @@ std::unique_ptr<EmbeddedServer> EmbeddedServer::open(const ConnectionString& con
             throw serverError(DbError::CannotOpenDatabase,
                               "Cannot open database \"%1\" requested by the login. The login failed.",
                               wanted);
-        session->database = database->id;
+        session->enter(database->id);
     }
     return std::unique_ptr<EmbeddedServer>(new EmbeddedServer(std::move(session)));
 }

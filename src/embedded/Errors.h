@@ -21,6 +21,12 @@ DbError serverError(int number, const char* text, const Args&... args) {
     return DbError(number, QString(text).arg(written(args)...));
 }
 
+inline DbError nestedTooDeeply() {
+    return DbError(191,
+                   "Some part of your SQL statement is nested too deeply. Rewrite the query or break it up "
+                   "into smaller queries.");
+}
+
 inline DbError invalidColumn(const QString& name) {
     return serverError(DbError::InvalidColumn, "Invalid column name '%1'.", name);
 }

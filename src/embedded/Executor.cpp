@@ -38,6 +38,23 @@ void setOption(Session& session, const QString& option, const QString& word) {
         throw notSupported("SET " + option + ' ' + word);
 }
 
+/// The rows in an order of their own, the same each time: nobody shall lean on one that was not asked for.
+RecordSet withoutOrder(const RecordSet& set) {
+    const int columns = int(set.columns().size());
+    std::vector<std::pair<std::size_t, qsizetype>> places; // of the rows, by a number made of their texts
+    for (qsizetype row = 0; row < set.rowCount(); ++row) {
+        std::size_t mixed = 0;
+        for (int column = 0; column < columns; ++column)
+            for (const QChar c : set.cell(row, column)) mixed = (mixed ^ c.unicode()) * 0x100000001b3;
+        places.emplace_back(mixed * 0x9e3779b97f4a7c15, row);
+    }
+    std::sort(places.begin(), places.end());
+    RecordSet mixed(set.columns());
+    for (const auto& place : places)
+        for (int column = 0; column < columns; ++column) mixed.append(set.cell(place.second, column));
+    return mixed;
+}
+
 } // namespace
 
 Executor::Executor(Session& session) : m_session(session), m_functions(session) {
@@ -92,7 +109,7 @@ Executor::Flow Executor::execute(const Statement& statement) {
 void Executor::prepareStatement() {
     m_session.file.requireNotCancelled();
     m_session.catalog.refresh();
-    if (!m_session.catalog.databases().contains(m_session.database)) m_session.database = 1;
+    if (!m_session.catalog.databases().contains(m_session.database)) m_session.enter(1);
     m_session.statementTime = QDateTime::currentDateTime();
     m_session.statementTime.setTimeSpec(Qt::UTC); // the server's clock as it reads, without a zone
 }
@@ -229,7 +246,7 @@ RecordSet Executor::read(const Translation& translation) {
                 set.append(shown(statement.value(column), translation.types[column]));
         }
     m_session.rowCount = rows;
-    return set;
+    return translation.isOrdered ? set : withoutOrder(set);
 }
 
 void Executor::run(const TransactionStatement& statement) {
@@ -278,7 +295,7 @@ void Executor::rollbackTransaction() {
 }
 
 void Executor::run(const UseStatement& statement) {
-    m_session.database = m_session.databaseNamed(statement.database).id;
+    m_session.enter(m_session.databaseNamed(statement.database).id);
 }
 
 } // namespace embedded

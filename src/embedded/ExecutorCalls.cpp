@@ -147,12 +147,13 @@ void Executor::runNested(const Batch& batch, const std::vector<Parameter>& param
     }
 
     m_session.frames.push_back(std::move(frame));
-    const qint64 formerDatabase = std::exchange(m_session.database, database);
+    const qint64 formerDatabase = m_session.database;
+    m_session.enter(database);
     const bool noCount = m_session.noCount, abortOnError = m_session.abortOnError,
                ansiNulls = m_session.ansiNulls;
     const auto leave = [&] {
         leaveFrame();
-        m_session.database = formerDatabase;
+        m_session.enter(formerDatabase);
         m_session.noCount = noCount;
         m_session.abortOnError = abortOnError;
         m_session.ansiNulls = ansiNulls;

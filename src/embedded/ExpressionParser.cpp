@@ -45,6 +45,7 @@ ExprPtr parseLiteral(TokenReader& in) {
 }
 
 ExprPtr parseBracket(TokenReader& in) {
+    const Level level(in.expressionLevels);
     in.expect("(");
     ExprPtr expr;
     if (in.is("select")) {
@@ -164,6 +165,7 @@ ExprPtr parsePrimary(TokenReader& in) {
 }
 
 ExprPtr parseUnary(TokenReader& in) {
+    const Level level(in.expressionLevels);
     in.refuse({"~"}, "operator ");
     if (in.is("-") || in.is("+")) {
         const QString op = in.take().text;
@@ -180,6 +182,7 @@ ExprPtr parseChain(TokenReader& in, Expr::Kind kind, std::initializer_list<const
     ExprPtr left = parseOperand(in);
     const auto isOperator = [&in](const char* op) { return in.is(op); };
     while (std::any_of(operators.begin(), operators.end(), isOperator)) {
+        if (++in.operators > 1000) throw nestedTooDeeply();
         const QString op = in.take().text;
         left = makeExpr(kind, op, {left, parseOperand(in)});
     }
@@ -256,6 +259,7 @@ ExprPtr parsePredicate(TokenReader& in) {
 }
 
 ExprPtr parseNot(TokenReader& in) {
+    const Level level(in.expressionLevels);
     if (in.accept("not")) return makeExpr(Expr::Not, {}, {parseNot(in)});
     return parsePredicate(in);
 }
@@ -292,6 +296,8 @@ ExprPtr parseAssigned(TokenReader& in, const ExprPtr& target) {
 }
 
 ExprPtr parseValue(TokenReader& in) {
+    if (in.expressionLevels == 0) in.operators = 0;
+    const Level level(in.expressionLevels);
     const Token start = in.peek();
     ExprPtr expr = parseSum(in);
     if (expr->isPredicate()) throw serverError(102, "Incorrect syntax near '%1'.", start.text);
@@ -299,6 +305,8 @@ ExprPtr parseValue(TokenReader& in) {
 }
 
 ExprPtr parseCondition(TokenReader& in) {
+    if (in.expressionLevels == 0) in.operators = 0;
+    const Level level(in.expressionLevels);
     ExprPtr expr = parseOr(in);
     if (!expr->isPredicate()) throw serverError(4145, "A condition is expected near '%1'.", in.peek().text);
     return expr;

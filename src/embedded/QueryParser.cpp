@@ -70,6 +70,7 @@ void parseHints(TokenReader& in) {
 }
 
 TableRefPtr parseTable(TokenReader& in) {
+    const Level level(in.statementLevels);
     if (in.is("(") && !in.is("select", 1)) {
         in.expect("(");
         TableRefPtr joined = parseJoined(in);
@@ -94,7 +95,9 @@ TableRefPtr parseTable(TokenReader& in) {
 
 TableRefPtr parseJoined(TokenReader& in) {
     TableRefPtr left = parseTable(in);
-    for (;;) {
+    for (int tables = 1;; ++tables) {
+        if (tables > 256)
+            throw DbError(106, "Too many table names in the query. The maximum allowable is 256.");
         QString join;
         if (in.accept("join") || in.accept("inner", "join"))
             join = "INNER";
@@ -150,6 +153,7 @@ ExprPtr parseWhere(TokenReader& in) {
 }
 
 SelectCore parseCore(TokenReader& in) {
+    const Level level(in.statementLevels);
     if (in.accept("(")) {
         SelectCore core = parseCore(in);
         in.expect(")");

@@ -42,6 +42,7 @@ Translation Translator::select(const Query& query) {
     if (m_readsAssigned && !query.orderBy.empty())
         throw notSupported("SELECT … ORDER BY that reads a variable while it assigns it");
     translation.variables = m_variables;
+    translation.isOrdered = !query.orderBy.empty();
     return translation;
 }
 
@@ -50,14 +51,14 @@ Translation Translator::single(const ExprPtr& expr, const Type& type) {
     const Typed typed = value(expr);
     m_scopes.pop_back();
     const Type target = type.kind == Type::Null ? typed.type : type;
-    return {"SELECT " + convert(typed, target), m_variables, {target}, {QString()}, {}};
+    return {"SELECT " + convert(typed, target), m_variables, {target}, {QString()}};
 }
 
 Translation Translator::test(const ExprPtr& condition) {
     m_scopes.emplace_back();
     const QString sql = "SELECT CASE WHEN " + this->condition(condition) + " THEN 1 ELSE 0 END";
     m_scopes.pop_back();
-    return {sql, m_variables, {Type::of(Type::Int)}, {QString()}, {}};
+    return {sql, m_variables, {Type::of(Type::Int)}, {QString()}};
 }
 
 QString Translator::subquery(const Query& query, QList<Type>& types) {
@@ -256,33 +257,33 @@ QString Translator::named(const TableRef& ref) {
     const bool aliased = !ref.alias.isEmpty();
     const Object* object = m_session.find(ref.name);
     if (object && object->kind == ObjectKind::View) throw notSupported("views");
-    const Database& database = m_session.databaseNamed(ref.name.database);
+    const Database* database = m_session.reach(ref.name.database);
     QString text;
     QList<Column> columns;
     if (object && object->kind == ObjectKind::Table) {
         text = object->sqlName();
         columns = object->columns;
-    } else if (const auto system = systemView(ref.name.schema, ref.name.name, database)) {
+    } else if (const auto system = systemView(ref.name, database)) {
         text = '(' + system->sql + ')';
         columns = system->columns;
     } else {
         throw noTable(ref.name);
     }
     Source& source = addSource(label, aliased, columns);
-    source.database = collation::fold(database.name);
+    source.database = collation::fold(database->name);
     return text + " AS " + source.alias;
 }
 
 const Object& Translator::target(const ObjectName& name) {
     const Object* object = m_session.find(name);
-    const Database& database = m_session.databaseNamed(name.database);
+    const Database* database = m_session.reach(name.database);
     if (!object || object->kind != ObjectKind::Table) {
-        if (systemView(name.schema, name.name, database))
+        if (systemView(name, database))
             throw DbError(259, "Ad hoc updates to system catalogs are not allowed.");
         throw noTable(name);
     }
     m_scopes.emplace_back();
-    addSource(name.name, false, object->columns).database = collation::fold(database.name);
+    addSource(name.name, false, object->columns).database = collation::fold(database->name);
     return *object;
 }
 

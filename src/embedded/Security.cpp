@@ -38,8 +38,15 @@ bool loginExists(SqliteFile& file, const QString& name) {
     return std::get<qint64>(file.scalar(R"(SELECT count(*) FROM "~logins" WHERE name = ?1)", {name})) > 0;
 }
 
-void requireLogin(SqliteFile& file, const QString& name) {
-    if (!loginExists(file, name)) throw serverError(15151, "Cannot find the login '%1'.", name);
+void createUser(Session& session, const SecurityStatement& statement) {
+    if (!loginExists(session.file, statement.role))
+        throw serverError(15007, "'%1' is not a valid login or you do not have permission.", statement.role);
+    if (!collation::equal(statement.name, statement.role))
+        throw notSupported("a user named unlike its login");
+    if (session.currentDatabase().access.contains(collation::fold(statement.name)))
+        throw serverError(15023, "User, group, or role '%1' already exists in the current database.",
+                          statement.name);
+    session.catalog.setAccess(session.database, statement.name, true);
 }
 
 void changeMember(Session& session, const SecurityStatement& statement, bool add) {
@@ -62,10 +69,12 @@ void createLogin(Session& session, const SecurityStatement& statement) {
 
 void dropLogin(Session& session, const SecurityStatement& statement) {
     require(session, "securityadmin");
-    requireLogin(session.file, statement.name);
+    if (!loginExists(session.file, statement.name))
+        throw serverError(15151, "Cannot find the login '%1'.", statement.name);
     if (collation::equal(session.login, statement.name))
         throw serverError(15434, "Could not drop login '%1' as the user is currently logged in.",
                           statement.name);
+    session.catalog.removeLogin(statement.name);
     session.file.run(R"(DELETE FROM "~members" WHERE login = ?1)", {statement.name});
     session.file.run(R"(DELETE FROM "~logins" WHERE name = ?1)", {statement.name});
 }
@@ -99,12 +108,12 @@ void run(Session& session, const SecurityStatement& statement) {
     case SecurityStatement::DropMember:
         return changeMember(session, statement, false);
     case SecurityStatement::CreateUser:
-        // A login that is not kept out may enter every database, so a user only lifts a DENY.
-        requireLogin(session.file, statement.role);
-        return session.catalog.setDenied(session.database, statement.role, false);
+        return createUser(session, statement);
     case SecurityStatement::Deny:
         require(session, "securityadmin");
-        return session.catalog.setDenied(session.database, statement.name, true);
+        if (!session.currentDatabase().access.contains(collation::fold(statement.name)))
+            throw serverError(15151, "Cannot find the user '%1'.", statement.name);
+        return session.catalog.setAccess(session.database, statement.name, false);
     }
 }
 

@@ -3,27 +3,61 @@
 #include "embedded/Collation.h"
 #include "embedded/Errors.h"
 
+#include <QDir>
+#include <QUuid>
+
 namespace embedded {
 
 bool Session::canEnter(const Database& target) const {
-    return roles.contains("sysadmin") || !target.denied.contains(collation::fold(login));
+    const bool hasGuests = target.id <= 4; // the system databases
+    return hasGuests || roles.contains("sysadmin") || target.access.value(collation::fold(login));
+}
+
+/// What the names of the lock files of the sessions in a database begin with.
+QString Session::presenceFiles(qint64 target) const {
+    return QString("%1-in-%2-").arg(file.path()).arg(target);
+}
+
+void Session::enter(qint64 target) {
+    if (target == database) return;
+    database = target;
+    m_presence =
+        std::make_unique<QLockFile>(presenceFiles(target) + QUuid::createUuid().toString(QUuid::Id128));
+    m_presence->setStaleLockTime(0);
+    m_presence->lock();
+}
+
+bool Session::isInUse(qint64 target) const {
+    const QFileInfo files(presenceFiles(target));
+    for (const QFileInfo& other : files.dir().entryInfoList(QDir::Files)) {
+        if (!other.fileName().startsWith(files.fileName())) continue;
+        QLockFile probe(other.filePath());
+        probe.setStaleLockTime(0);
+        if (!probe.tryLock(0)) return true; // and one that a dead program left is taken away
+    }
+    return false;
+}
+
+const Database* Session::reach(const QString& name) const {
+    const Database* found = name.isEmpty() ? &currentDatabase() : catalog.database(name);
+    if (found && found->id != database && !canEnter(*found))
+        throw serverError(916,
+                          "The server principal \"%1\" is not able to access the database \"%2\" under the "
+                          "current security context.",
+                          login, found->name);
+    return found;
 }
 
 const Database& Session::databaseNamed(const QString& name) const {
-    if (name.isEmpty()) return currentDatabase();
-    const Database* found = catalog.database(name);
-    if (!found) throw noSuchDatabase(name);
-    if (!canEnter(*found))
-        throw serverError(916, "The login \"%1\" is not able to access the database \"%2\".", login,
-                          found->name);
-    return *found;
+    if (const Database* found = reach(name)) return *found;
+    throw noSuchDatabase(name);
 }
 
 const Object* Session::find(const ObjectName& name) const {
     if (const Object* table = temporary(name.name)) return table;
-    const Database& owner = databaseNamed(name.database);
+    const Database* owner = reach(name.database);
     const bool known = name.schema.isEmpty() || collation::equal(name.schema, "dbo");
-    return known ? catalog.object(owner.id, name.name) : nullptr;
+    return owner && known ? catalog.object(owner->id, name.name) : nullptr;
 }
 
 const Object* Session::temporary(const QString& name) const {

@@ -4,6 +4,7 @@
 #include "embedded/DateText.h"
 
 #include <QDateTime>
+#include <QLockFile>
 #include <map>
 
 namespace embedded {
@@ -42,7 +43,7 @@ struct Session {
     Catalog catalog;
     QString login;
     QSet<QString> roles; ///< folded server roles of the login
-    qint64 database = 1; ///< the current one
+    qint64 database = 1; ///< the current one; see enter
 
     bool noCount = false;
     bool abortOnError = false;
@@ -62,13 +63,19 @@ struct Session {
     std::vector<Frame> frames;
     std::map<QString, Cursor> cursors; ///< by folded name
 
+    void enter(qint64 target);
+    /// Whether any session, of any program, has the database as its current one.
+    bool isInUse(qint64 target) const;
     bool isInRole(const char* role) const { return roles.contains("sysadmin") || roles.contains(role); }
     bool canEnter(const Database& target) const;
-    /// The database of that name, the current one for an empty name. Throws DbError 911 or 916.
+    /// The database of that name, the current one for an empty name; null when there is none. Throws DbError
+    /// 916.
+    const Database* reach(const QString& name) const;
+    /// Likewise, but throws DbError 911 when there is none.
     const Database& databaseNamed(const QString& name) const;
     const Database& currentDatabase() const { return *catalog.databases().constFind(database); }
     /// What a name means: a temporary table in reach, or an object of the named or current database; null
-    /// when there is none. Throws DbError 911 or 916.
+    /// when there is none. Throws DbError 916.
     const Object* find(const ObjectName& name) const;
     /// A table variable or #table in reach; null when there is none.
     const Object* temporary(const QString& name) const;
@@ -78,6 +85,11 @@ struct Session {
     Value valueOf(const QString& name);
     Type typeOf(const QString& name);
     Variable serverValue(const QString& name) const;
+
+private:
+    QString presenceFiles(qint64 target) const;
+    /// Shows other sessions that this one is in its database, as long as it lives.
+    std::unique_ptr<QLockFile> m_presence;
 };
 
 } // namespace embedded

@@ -1,6 +1,7 @@
 #include "embedded/Sqlite.h"
 
 #include "embedded/Collation.h"
+#include "embedded/Errors.h"
 
 #include <sqlite3.h>
 
@@ -146,6 +147,8 @@ void SqliteFile::fail(int code, const QString& message) {
         m_raised.reset();
         throw raised;
     }
+    if (message == "parser stack overflow" || message.startsWith("Expression tree is too large"))
+        throw nestedTooDeeply();
     switch (code & 0xff) {
     case SQLITE_INTERRUPT:
     case SQLITE_BUSY:

@@ -312,6 +312,7 @@ constexpr std::pair<const char*, StatementPtr (*)(TokenReader&)> rules[] = {
 } // namespace
 
 StatementPtr parseStatement(TokenReader& in) {
+    const Level level(in.statementLevels);
     if (in.is("select") || in.is("(")) return statement(QueryStatement{parseQuery(in)});
     for (const auto& [word, rule] : rules)
         if (in.accept(word)) return rule(in);

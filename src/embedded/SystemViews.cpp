@@ -15,6 +15,8 @@ struct Definition {
 };
 
 constexpr const char* objectsFrom = R"("~objects" WHERE database = %1 AND kind < 8)";
+// In the order in which they were made, not in that of their names.
+constexpr const char* databasesFrom = R"("~databases" NOT INDEXED)";
 constexpr const char* columnsFrom =
     R"("~columns" c JOIN "~objects" o ON o.id = c.object WHERE o.database = %1)";
 
@@ -29,10 +31,10 @@ constexpr Definition definitions[] = {
      "isnullable int c.nullable|status tinyint c.identity * 128 + c.nullable * 8",
      columnsFrom},
     {"", "sysdatabases", "name nvarchar(128) name|dbid smallint id|status int 0|crdate datetime created",
-     R"("~databases")"},
+     databasesFrom},
     {"", "syslogins", "name nvarchar(128) name|loginname nvarchar(128) name", R"("~logins")"},
     {"sys", "databases", "name nvarchar(128) name|database_id int id|create_date datetime created",
-     R"("~databases")"},
+     databasesFrom},
     {"sys", "objects",
      "name nvarchar(128) name|object_id int id|schema_id int 1|parent_object_id int parent|"
      "type char(2) %1|create_date datetime created",
@@ -56,10 +58,12 @@ bool schemaFits(const QString& asked, const QString& owner) {
 
 } // namespace
 
-std::optional<SystemView> systemView(const QString& schema, const QString& name, const Database& database) {
+std::optional<SystemView> systemView(const ObjectName& name, const Database* database) {
     static_assert(int(ObjectKind::Index) == 8, "the views above leave out indexes by this number");
+    if (!database) return std::nullopt;
     for (const Definition& definition : definitions) {
-        if (!collation::equal(name, definition.name) || !schemaFits(schema, definition.schema)) continue;
+        if (!collation::equal(name.name, definition.name) || !schemaFits(name.schema, definition.schema))
+            continue;
         SystemView view;
         QStringList columns;
         const QString code = QString("substr('%1', kind * 2 + 1, 2) COLLATE T").arg(typeCodes);
@@ -69,7 +73,7 @@ std::optional<SystemView> systemView(const QString& schema, const QString& name,
             view.columns.append({columnName, Type::parse(column.section(u' ', 1, 1)), true, false, {}});
         }
         view.sql = "SELECT " + columns.join(u',') + " FROM "
-                   + QString(definition.from).replace("%1", QString::number(database.id));
+                   + QString(definition.from).replace("%1", QString::number(database->id));
         return view;
     }
     return std::nullopt;

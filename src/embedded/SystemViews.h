@@ -12,7 +12,7 @@ struct SystemView {
 };
 
 /// sysobjects, syscolumns, sysdatabases and their newer namesakes, as a database sees them; nothing
-/// for a name that is no system view.
-std::optional<SystemView> systemView(const QString& schema, const QString& name, const Database& database);
+/// for a name that is no system view, and where there is no database.
+std::optional<SystemView> systemView(const ObjectName& name, const Database* database);
 
 } // namespace embedded

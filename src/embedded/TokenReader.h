@@ -1,6 +1,7 @@
 #pragma once
 
 #include "embedded/Ast.h"
+#include "embedded/Errors.h"
 
 namespace embedded {
 
@@ -27,6 +28,21 @@ struct Token {
 /// Splits a batch into tokens; comments and blanks are dropped. The last token is End.
 /// Throws DbError 105 for a text or name that is not closed, 113 for a comment that is not closed.
 QList<Token> tokenize(const QString& batch);
+
+/// One more of something that is counted, as long as it lives; DbError 191 beyond what the stack can take.
+class Level {
+public:
+    explicit Level(int& count) : m_count(count) {
+        if (count >= 250) throw nestedTooDeeply();
+        ++m_count;
+    }
+    Level(const Level&) = delete;
+    Level& operator=(const Level&) = delete;
+    ~Level() { --m_count; }
+
+private:
+    int& m_count;
+};
 
 /// The parser's place in its tokens, and the small steps that every rule of the grammar takes.
 class TokenReader {
@@ -64,6 +80,12 @@ public:
     static bool isReserved(const QString& word);
 
     const QString& text() const { return m_batch; }
+    /// What is open around the next token. Trees are walked by recursion, so too many levels are DbError 191,
+    /// long before the stack is used up.
+    int statementLevels = 0;
+    int expressionLevels = 0;
+    int operators = 0; ///< of the outermost expression: its tree may grow a level with each
+
     /// The variables declared so far, wherever in the batch.
     std::vector<VariableDef> declared;
 

@@ -25,10 +25,11 @@ struct Scope {
 /// A statement ready for SQLite.
 struct Translation {
     QString sql;
-    QStringList variables; ///< what ?1, ?2, … stand for
-    QList<Type> types;     ///< of the columns it yields
-    QStringList names;
-    QStringList targets; ///< variables that a SELECT assigns, by column; empty otherwise
+    QStringList variables = {}; ///< what ?1, ?2, … stand for
+    QList<Type> types = {};     ///< of the columns it yields
+    QStringList names = {};
+    QStringList targets = {}; ///< variables that a SELECT assigns, by column; empty otherwise
+    bool isOrdered = false;   ///< by an ORDER BY of its own
 };
 
 /// Turns one statement into SQLite's: names of any part count, TOP, system views, static types; every value

@@ -35,9 +35,13 @@ QString NumberTable::LeftOut::text(int maxLength) const {
 }
 
 QStringList NumberTable::numbers() {
-    QStringList numbers;
+    // The table keeps no order: those of this list come as they were given, behind the rest in their own.
+    std::vector<std::pair<int, QString>> placed;
     for (const Row row : connection().query(selectNumbers()))
-        if (!row.isNull(0)) numbers << row.text(0);
+        if (!row.isNull(0)) placed.emplace_back(m_places.value(numberKey(row.text(0))), row.text(0));
+    std::ranges::sort(placed);
+    QStringList numbers;
+    for (const auto& [place, number] : placed) numbers << number;
     return numbers;
 }
 
@@ -94,6 +98,7 @@ void NumberTable::replace(const QStringList& numbers, const Progress& progress) 
 
 void NumberTable::insert(const QStringList& numbers, const Progress& progress) {
     const int total = int(numbers.size());
+    for (const QString& number : numbers) m_places[numberKey(number)] = ++m_lastPlace;
     for (qsizetype first = 0; first < numbers.size(); first += RowsPerStatement) {
         progress(int(first), total);
         QList<Sql> rows;

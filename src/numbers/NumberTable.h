@@ -1,9 +1,9 @@
 #pragma once
 
 #include "db/Connection.h"
-
 #include "db/ServerText.h"
 
+#include <QHash>
 #include <QStringList>
 #include <functional>
 
@@ -35,7 +35,7 @@ public:
     virtual ~NumberTable() = default;
 
     int maxLength() const { return m_maxLength; }
-    /// In the server's order.
+    /// Those that were there before in their order as texts, then those added in the order of adding.
     QStringList numbers();
     /// Why a number cannot be entered, in words for the user; empty when it can. Does not look for
     /// duplicates.
@@ -63,6 +63,8 @@ private:
     void insert(const QStringList& numbers, const Progress& progress);
 
     int m_maxLength;
+    QHash<QString, int> m_places; ///< in which the numbers were given, from 1 on, by key
+    int m_lastPlace = 0;
 };
 
 /// Letters are no part of a telephone number; a list of an older version may hold some all the same.

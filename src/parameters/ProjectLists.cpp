@@ -94,10 +94,12 @@ QStringList ProjectLists::handsets() const {
 }
 
 QStringList ProjectLists::sourceBills() const {
-    return readTexts([&](const Name& project) {
+    QStringList bills = readTexts([&](const Name& project) {
         return sql("SELECT [SourceAccount] FROM {}.dbo.{} GROUP BY [SourceAccount]", project,
                    costCentreTable());
     });
+    bills.sort(Qt::CaseInsensitive); // the statement asks for no order
+    return bills;
 }
 
 QStringList ProjectLists::circuits() const {

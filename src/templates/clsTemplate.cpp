@@ -204,6 +204,7 @@ clsTemplate::StoredRows clsTemplate::readRows(int templateId) const {
                                     "(NOLOCK) WHERE ([TemplateID] = {})",
                                     templateId)))
             rows.costCentres << row.text(0);
+    rows.costCentres.sort(Qt::CaseInsensitive); // the statement asks for no order
     rows.reports = templateReportRow::read(m_connection, templateId);
     return rows;
 }

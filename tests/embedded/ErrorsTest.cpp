@@ -27,43 +27,51 @@ private slots:
     void number_data() {
         QTest::addColumn<QString>("batch");
         QTest::addColumn<int>("number");
-        const auto row = [](int number, const char* batch) {
-            QTest::addRow("%d %s", number, batch) << batch << number;
+        const auto row = [](int number, const QString& batch) {
+            QTest::addRow("%d %s", number, qPrintable(batch.left(60))) << batch << number;
         };
+        const auto deep = [](const char* part) { return QString(part).repeated(100'000); };
+        row(191, "select " + deep("(") + '1' + deep(")"));
+        row(191, "select " + deep("(select ") + '1' + deep(")"));
+        row(191, "select " + deep("case when 1 = 1 then ") + '1' + deep(" end"));
+        row(191, "select " + deep("1+") + '1');
+        row(191, "select " + deep("- ") + '1');
+        row(191, "if " + deep("not ") + "1 = 1 select 1");
+        row(191, deep("if 1 = 1 ") + "select 1");
+        row(191, deep("begin ") + "select 1" + deep(" end"));
+        row(191, "select * from " + deep("(") + 't' + deep(")"));
+        row(191, deep("(") + "select 1" + deep(")"));
         row(102, "select * frm t");
         row(102, "select 1 +");
-        row(102, "insert t values (1");
         row(156, "select from t");
-        row(156, "select * from table");
         row(102, "begin select 1");
         row(105, "select 'open");
         row(113, "select 1 /* open");
         row(4145, "select 1 where id");
         row(207, "select nothing from t");
-        row(207, "update t set nothing = 1");
         row(207, "insert t (nothing) values (1)");
         row(208, "select * from nothing");
         row(208, "delete other.t");
         row(209, "select id from t a, t b");
         row(4104, "select b.id from t a");
         row(911, "use nothing");
-        row(911, "select * from nothing.dbo.t");
+        row(208, "select * from nothing.dbo.t");
+        row(208, "insert nothing..sysobjects (id) values (1)");
+        row(8115, "create table #w (i int identity(2147483647, 1)) insert #w default values "
+                  "insert #w default values");
         row(2812, "exec nothing");
         row(2812, "nothing 1");
         row(201, "exec p");
         row(8144, "exec p 1, 2");
         row(8145, "exec p @b = 1");
         row(137, "select @nothing");
-        row(137, "set @nothing = 1");
         row(1087, "select * from @nothing");
         row(134, "declare @a int declare @a int");
         row(2714, "create table T (a int)");
-        row(2714, "create proc T as select 1");
         row(2705, "create table w (a int, A int)");
         row(2705, "alter table t add Name int");
         row(1801, "create database D");
         row(3701, "drop table nothing");
-        row(3701, "drop proc nothing");
         row(3701, "drop database nothing");
         row(3702, "drop database d");
         row(4902, "alter table nothing add a int");
@@ -73,15 +81,12 @@ private slots:
         row(0, "begin tran insert t (id, name) values (2, 'abcde   ') rollback");
         row(245, "insert t (id) values ('1.5')");
         row(245, "select * from t where id = 'x'");
-        row(245, "select 1 + 'x'");
         row(8114, "insert t (id, d) values (2, 'x')");
         row(8115, "insert t (id, d) values (2, 1000)");
         row(220, "insert t (id, tiny) values (2, 256)");
         row(8115, "select 2147483647 + 1");
         row(241, "insert t (id, day) values (2, 'tomorrow')");
-        row(241, "select * from t where day > 'x'");
         row(242, "insert t (id, day) values (2, '31 Feb 2008')");
-        row(242, "insert t (id, day) values (2, '17000101')");
         row(515, "insert t (name) values ('b')");
         row(515, "update t set name = null");
         row(544, "insert child (id) values (1)");
@@ -91,8 +96,6 @@ private slots:
         row(1505,
             "begin tran insert t (id, name) values (2, 'b') create unique index uy on t (tiny) rollback");
         row(8134, "select 1 / 0");
-        row(8134, "select 1.5 % 0");
-        row(8117, "select sum(name) from t");
         row(8120, "select id, count(*) from t");
         row(8120, "select id from t group by name");
         row(145, "select distinct name from t order by id");
@@ -145,16 +148,12 @@ private slots:
         row("select soundex('a')", "function SOUNDEX");
         row("select convert(varchar(10), getdate(), 99)", "date style 99");
         row("select convert(varchar(10), $1, 1)", "CONVERT of a number with a style");
-        row("select datepart(qq, getdate())", "date part qq");
         row("delete t from t a", "DELETE … FROM");
         row("select dbo.own(1)", "function dbo.own");
         row("merge t using t", "MERGE");
         row("with w as (select 1 a) select * from w", "WITH");
         row("select row_number() over (order by id) from t", "OVER");
-        row("select 1 except select 2", "EXCEPT");
         row("select * from t for xml auto", "FOR XML");
-        row("create trigger x on t for insert as select 1", "CREATE TRIGGER");
-        row("create function f() returns int as begin return 1 end", "CREATE FUNCTION");
         row("create table w (a as 1)", "computed columns");
         row("create table w (a int constraint c check (a > 1))", "CHECK constraints");
         row("alter table t add constraint c foreign key (id) references child", "FOREIGN KEY constraints");
@@ -162,21 +161,9 @@ private slots:
         row("create table w (a varchar(5) collate Latin1_General_BIN)", "collation Latin1_General_BIN");
         row("select * from linked.d.dbo.t", "a name with a server: linked.d.dbo.t");
         row("select id from t where id > all (select 1)", "a comparison with ALL");
-        row("backup database d to disk = 'x'", "BACKUP");
-        row("dbcc checkdb", "DBCC");
-        row("raiserror('late', 16, 1)", "RAISERROR");
-        row("throw 50001, 'out', 1", "THROW");
-        row("select id into u from t", "SELECT … INTO");
         row("insert t exec p 1", "INSERT … EXEC");
-        row("update t set name = 'x' from t a", "UPDATE … FROM");
-        row("create view v as select 1 a", "CREATE VIEW");
-        row("waitfor delay '00:00:01'", "WAITFOR");
-        row("grant select on t to x", "GRANT");
-        row("set rowcount 5", "SET ROWCOUNT 5");
         row("update t set name = 'x' where current of c", "WHERE CURRENT");
-        row("delete t output deleted.id", "DELETE … OUTPUT");
         row("select serverproperty('LicenseType')", "SERVERPROPERTY LicenseType");
-        row("select @@cpu_busy", "@@cpu_busy");
     }
 
     void refusal() {

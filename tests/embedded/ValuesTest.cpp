@@ -18,37 +18,26 @@ private slots:
             QTest::newRow(expression) << expression << expected;
         };
         // Written forms
-        row("cast(1 as bit)", "1");
         row("cast('true' as bit)", "1");
-        row("$12.3", "12.3000");
         row("cast(12.3 as decimal(15,2))", "12.30");
         row("cast(-0.001 as decimal(15,2))", "0.00");
         row("cast('2008/04/01' as datetime)", "2008-04-01 00:00:00.000");
         row("cast('20080401 09:05:31' as smalldatetime)", "2008-04-01 09:06:00");
         row("cast('2008-04-01T09:05:00.999' as datetime)", "2008-04-01 09:05:01.000");
         row("cast('20080401 13:05' as date)", "2008-04-01");
-        row("cast(0.1 as float)", "0.1");
-        row("cast(null as int)", "NULL");
-        row("''", "");
         // Arithmetic
-        row("7/2", "3");
         row("-7/2", "-3");
         row("7/2.0", "3.500000");
         row("2.0/3", "0.666666");
-        row("7 % 3", "1");
         row("1.10 + 2.205", "3.305");
-        row("1.5 * 1.25", "1.875");
         row("$10 / 3", "3.3333");
         row("1 + '2'", "3");
         row("'1' + '2'", "12");
         row("5 & 3 | 8", "9");
-        row("null + 1", "NULL");
         row("'a' + null", "NULL");
         row("cast(0.1 as money) * 3", "0.3000");
-        row("round(2.567, 2)", "2.570");
         row("round(1.005, 2)", "1.010");
         row("round(-15, -1)", "-20");
-        row("abs(-3)", "3");
         // Conversions
         row("cast(' 12 ' as int)", "12");
         row("cast('' as int)", "0");
@@ -76,7 +65,6 @@ private slots:
         // Date functions: days of the week are numbered from Sunday
         row("datepart(dw, '2008/04/01')", "3");
         row("datepart(dw, '2008/04/05')", "7");
-        row("datediff(mi, '20080331 23:59', '20080401')", "1");
         row("datediff(yy, '20071231', '20080101')", "1");
         row("datediff(wk, '20080405', '20080406')", "1");
         row("dateadd(mm, 1, '20080131')", "2008-02-29 00:00:00.000");
@@ -84,17 +72,14 @@ private slots:
         row("year('20080401') * 100 + month('20080401')", "200804");
         // Texts
         row("len('ab  ')", "2");
-        row("charindex('B', 'abc')", "2");
         row("charindex('b', 'abcb', 3)", "4");
         row("replace('aAb', 'A', 'x')", "xxb");
         row("substring('hello', 0, 3)", "he");
         row("left('hello', 2) + right('hello', 2)", "helo");
         row("upper('é') + lower('É')", "Éé");
-        row("ltrim(' a ') + '.'", "a .");
         row("char(65) + char(128)", "A€");
         row("'O''Brien'", "O'Brien");
         // Choices
-        row("isnull(null, 'x')", "x");
         row("isnull(cast(null as varchar(2)), 'xyz')", "xy");
         row("coalesce(null, 2, 3)", "2");
         row("nullif('a', 'A')", "NULL");
@@ -131,14 +116,11 @@ private slots:
             QTest::newRow(different) << QString("case when %1 then 'yes' else 'no' end").arg(different)
                                      << "no";
         // The server
-        row("db_name()", "master");
         row("suser_sname()", "sa");
         row("db_id('MASTER')", "1");
         row("has_dbaccess('tempdb')", "1");
         row("has_dbaccess('none')", "NULL");
         row("serverproperty('InstanceName')", "NULL");
-        row("object_id('none')", "NULL");
-        row("@@trancount", "0");
     }
 
     void expression() {

@@ -146,7 +146,8 @@ private slots:
         QVERIFY(!updateTimeBands(program.session, true, refuse, quiet));
         for (int run = 0; run < 2; ++run) {
             QVERIFY(updateTimeBands(program.session, true, agree, quiet));
-            const RecordSet calls = other.query(sql("SELECT * FROM Marchetti2007.dbo.TblCallRecords"));
+            const RecordSet calls =
+                other.query(sql("SELECT * FROM Marchetti2007.dbo.TblCallRecords ORDER BY RecID"));
             QCOMPARE(calls.row(0).text("TimeBand"), band);
             QCOMPARE(calls.row(0).text("TimeBandCopy"), band);
             QCOMPARE(calls.row(0).text("Timeband0818"), QString("X"));

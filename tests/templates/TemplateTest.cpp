@@ -89,7 +89,7 @@ private slots:
         QVERIFY(loaded.CSVReportDefs() && loaded.DefaultDates() && loaded.CCSubEmail()
                 && !loaded.PrintReportDefs());
         QVERIFY(loaded.TemplateType() == 1 && loaded.CCSubType() == 2 && loaded.CCSubLevel() == 5);
-        QCOMPARE(loaded.CCs().AsStringList("|", ""), "South|O'North|East");
+        QCOMPARE(loaded.CCs().AsStringList("|", ""), "East|O'North|South");
 
         QVERIFY(!loaded.LoadTemplate(original.ID() + 1));
         QCOMPARE(loaded.Title(), original.Title());

@@ -51,8 +51,9 @@ class TransferTest : public QObject {
                                id));
             if (rows.isEmpty()) return {};
             QStringList centres;
-            for (const Row row : db().query(sql(
-                     "SELECT CCName FROM NorvaScheduler.dbo.tblCCSubProject_CCs WHERE TemplateID = {}", id)))
+            for (const Row row : db().query(sql("SELECT CCName FROM NorvaScheduler.dbo.tblCCSubProject_CCs "
+                                                "WHERE TemplateID = {} ORDER BY CCName",
+                                                id)))
                 centres << row.text(0);
             const Row row = rows.row(0);
             return QStringList{row.text(0), row.text(1), row.text(2), row.text(3), row.text(4)}.join('|')
