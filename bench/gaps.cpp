@@ -15,7 +15,8 @@
 #include <vector>
 
 /// The longest gaps between two turns of the event loop over the whole walk, with a slow server:
-/// bench-gaps [milliseconds for each answer] [every how many batches it says nothing for five seconds, 0 never]
+/// bench-gaps [milliseconds for each answer] [every how many batches it says nothing for five seconds, 0
+/// never]
 ///            [blocking]
 namespace {
 
@@ -104,8 +105,9 @@ int main(int argc, char* argv[]) {
     };
     EventLoopWaiter waiter;
     Gaps gaps;
-    const bool passed = walkProgram(application, {"file:" + file, folder.filePath("app"), {}, DEMO_ENGINE, opener,
-                                                  argc > 3 ? nullptr : &waiter});
+    const bool passed = walkProgram(
+        application,
+        {"file:" + file, folder.filePath("app"), {}, DEMO_ENGINE, opener, argc > 3 ? nullptr : &waiter});
     std::printf("answers after %s ms, %d batches\n", argc > 1 ? argv[1] : "0", slowness.batches.load());
     gaps.print();
     return passed ? EXIT_SUCCESS : EXIT_FAILURE;

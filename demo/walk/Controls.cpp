@@ -55,10 +55,16 @@ void chooseLast(QWidget& screen, const QString& combo) {
     choose(screen, combo, box.itemText(box.count() - 1));
 }
 
-Walker::Ready statusIs(const QString& listName, const QString& title, const QString& status) {
+Walker::Ready statusIs(const QString& title, const QString& status) {
+    static const QStringList road{"Pending", "Processing", "Completed"};
     return on("frmMainScreen", [=](QWidget& screen) {
         control<frmMainScreen>(screen, "frmMainScreen").FillScheduleList();
-        const int id = idOf(screen, listName, title);
-        return id != -1 && list(screen, listName).textOf(id, 1).startsWith(status);
+        for (const QString& name : {QString("lstSchedules"), QString("lstFinished")}) {
+            const int id = idOf(screen, name, title);
+            if (id == -1) continue;
+            const QString shown = list(screen, name).textOf(id, 1).section(' ', 0, 0);
+            return road.indexOf(shown) >= road.indexOf(status);
+        }
+        return false;
     });
 }

@@ -19,6 +19,7 @@ void tickFirst(QWidget& screen, const QString& checkList);
 void choose(QWidget& screen, const QString& combo, const QString& entry);
 void chooseLast(QWidget& screen, const QString& combo);
 
-/// The main screen shows the schedule with a status that begins so. Rows are read at each tick of the
-/// screen's timer; a walker need not wait for it.
-Walker::Ready statusIs(const QString& listName, const QString& title, const QString& status);
+/// The main screen shows the schedule as "Pending", "Processing" or "Completed", or further than that: on a
+/// slow server a state may come and go between two looks. Rows are read at each tick of the screen's timer; a
+/// walker need not wait for it.
+Walker::Ready statusIs(const QString& title, const QString& status);

@@ -69,9 +69,10 @@ void Walker::tick() {
 void Walker::takePicture(QWidget& screen, const QString& text) {
     if (text != "failed") print(QString("ok      %1").arg(text));
     if (m_pictureFolder.isEmpty()) return;
-    const QString file = QDir(m_pictureFolder).filePath(QString("%1-%2.png")
-                                                 .arg(++m_picture, 2, 10, QChar('0'))
-                                                 .arg(QString(text).toLower().replace(' ', '-').left(40)));
+    const QString file = QDir(m_pictureFolder)
+                             .filePath(QString("%1-%2.png")
+                                           .arg(++m_picture, 2, 10, QChar('0'))
+                                           .arg(QString(text).toLower().replace(' ', '-').left(40)));
     screen.grab().save(file);
 }
 
