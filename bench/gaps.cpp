@@ -18,6 +18,7 @@
 /// bench-gaps [milliseconds for each answer] [every how many batches it says nothing for five seconds, 0
 /// never]
 ///            [blocking]
+/// Prints the round trips of each step as well.
 namespace {
 
 struct Slowness {
@@ -105,9 +106,20 @@ int main(int argc, char* argv[]) {
     };
     EventLoopWaiter waiter;
     Gaps gaps;
-    const bool passed = walkProgram(
-        application,
-        {"file:" + file, folder.filePath("app"), {}, DEMO_ENGINE, opener, argc > 3 ? nullptr : &waiter});
+    QElapsedTimer clock;
+    clock.start();
+    // What the step before it cost, with what the program does in the background meanwhile.
+    const auto note = [&, batches = 0]() mutable {
+        const int now = slowness.batches;
+        return QString("(%1 round trips, %2 ms)").arg(now - std::exchange(batches, now)).arg(clock.restart());
+    };
+    const bool passed = walkProgram(application, {"file:" + file,
+                                                  folder.filePath("app"),
+                                                  {},
+                                                  DEMO_ENGINE,
+                                                  opener,
+                                                  argc > 3 ? nullptr : &waiter,
+                                                  note});
     std::printf("answers after %s ms, %d batches\n", argc > 1 ? argv[1] : "0", slowness.batches.load());
     gaps.print();
     return passed ? EXIT_SUCCESS : EXIT_FAILURE;

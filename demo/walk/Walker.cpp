@@ -31,7 +31,8 @@ void print(const QString& line) {
 
 } // namespace
 
-Walker::Walker(const QString& pictureFolder) : m_pictureFolder(pictureFolder) {
+Walker::Walker(const QString& pictureFolder, std::function<QString()> note)
+    : m_pictureFolder(pictureFolder), m_note(std::move(note)) {
     if (!pictureFolder.isEmpty()) QDir().mkpath(pictureFolder);
 }
 
@@ -67,7 +68,7 @@ void Walker::tick() {
 }
 
 void Walker::takePicture(QWidget& screen, const QString& text) {
-    if (text != "failed") print(QString("ok      %1").arg(text));
+    if (text != "failed") print("ok      " + text + (m_note ? "   " + m_note() : QString()));
     if (m_pictureFolder.isEmpty()) return;
     const QString file = QDir(m_pictureFolder)
                              .filePath(QString("%1-%2.png")

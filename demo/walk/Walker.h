@@ -11,8 +11,8 @@ class Walker : public QObject {
     Q_OBJECT
 
 public:
-    /// An empty folder name: no pictures.
-    explicit Walker(const QString& pictureFolder);
+    /// An empty folder name: no pictures. `note`, where given, is printed behind each step.
+    explicit Walker(const QString& pictureFolder, std::function<QString()> note = {});
 
     /// One step: when `ready` is true of the topmost screen, the picture is taken and `act` runs. The
     /// walk fails after a minute in which the program took input and the screen did not come.
@@ -37,6 +37,7 @@ private:
     std::size_t m_next = 0;
     int m_picture = 0;
     QString m_pictureFolder;
+    std::function<QString()> m_note;
     int m_looks = 0; ///< since the last step
     std::function<void(bool)> m_done;
 };

@@ -36,7 +36,7 @@ bool walkProgram(QApplication& application, const Walk& walk) {
         engine.waitForFinished();
     });
 
-    Walker walker(walk.pictureFolder);
+    Walker walker(walk.pictureFolder, walk.note);
     planRoad(walker, walk.server);
     bool passed = false;
     modMain program(context);

@@ -3,6 +3,7 @@
 #include "db/Connection.h"
 
 #include <QString>
+#include <functional>
 
 class QApplication;
 class Waiter;
@@ -15,6 +16,7 @@ struct Walk {
     QString engine;        ///< the demo engine's program
     Connection::Opener opener;
     Waiter* waiter = nullptr;
+    std::function<QString()> note = {}; ///< is printed behind each step
 };
 
 /// Runs the program along its typical road with the demo engine beside it, and prints a line for each step.

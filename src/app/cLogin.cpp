@@ -43,8 +43,7 @@ void checkAdministrator(const QString& password, const QString& loginPassword) {
     if (password.compare(loginPassword, Qt::CaseInsensitive) != 0) stay(invalidLogin);
 }
 
-void checkRole(Connection& connection, const QString& role, const QString& words) {
-    const RecordSet members = connection.query(sql("exec sp_helpsrvrolemember @srvrolename = {}", role));
+void checkRole(const RecordSet& members, const QString& words) {
     for (const Row row : members)
         if (sameOnServer(row.text("MemberName"), Session::serverLoginName)) return;
     endProgram(
@@ -103,8 +102,11 @@ void cLogin::connectAndCheck(const QString& server, const QString& userName, con
         ConnectionString{Session::serverLoginName, *loginPassword, "NorvaTallymere", server},
         m_session.opener, m_session.waiter);
     m_session.connection->open();
-    checkRole(m_session.db(), "dbcreator", "Database Creator");
-    checkRole(m_session.db(), "bulkadmin", "Bulk Insert Administrators");
+    const std::vector<RecordSet> roles =
+        m_session.db().queryAll({sql("exec sp_helpsrvrolemember @srvrolename = {}", QString("dbcreator")),
+                                 sql("exec sp_helpsrvrolemember @srvrolename = {}", QString("bulkadmin"))});
+    checkRole(roles[0], "Database Creator");
+    checkRole(roles[1], "Bulk Insert Administrators");
     checkUser(userName, password);
     if (m_session.db().query(sql("SELECT * FROM [TblSQLSettings]")).isEmpty())
         endProgram("No SQL settings have been setup on the server. Please contact your administrator.  "
@@ -154,9 +156,16 @@ bool cLogin::openSchedulerDatabase() {
 }
 
 void cLogin::checkDatabases() {
-    for (const char* database :
-         {"QXCcts", "QXSpNum", "NorvaTallymere", "CostCentres", "TrendDB", "InterSite", "NorvaScheduler"})
-        m_session.db().setDefaultDatabase(database);
+    const QStringList databases{"QXCcts",  "QXSpNum",   "NorvaTallymere", "CostCentres",
+                                "TrendDB", "InterSite", "NorvaScheduler"};
+    QList<Sql> uses;
+    for (const QString& database : databases) uses << sql("USE {}", Name(database));
+    try {
+        return m_session.db().execute(Sql::join(uses, sql("\r\n")));
+    } catch (const DbError& error) {
+        if (error.connectionLost() || error.number() == DbError::Stopped) throw;
+    }
+    for (const QString& database : databases) m_session.db().setDefaultDatabase(database); // which one it is
 }
 
 QString lastServer() {

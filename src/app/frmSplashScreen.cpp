@@ -25,9 +25,17 @@ frmSplashScreen::frmSplashScreen(QWidget* parent) : QDialog(parent, Qt::SplashSc
     setMinimumWidth(fontMetrics().averageCharWidth() * 64);
 }
 
-void frmSplashScreen::showEvent(QShowEvent* event) {
-    QDialog::showEvent(event);
-    QTimer::singleShot(std::chrono::milliseconds(1500), this, &QDialog::accept);
+void frmSplashScreen::begin() {
+    m_shown.start();
+    open();
+}
+
+void frmSplashScreen::finish() {
+    constexpr qint64 seen = 1500; // milliseconds
+    const qint64 left = seen - m_shown.elapsed();
+    if (left <= 0 || !isVisible()) return accept();
+    QTimer::singleShot(std::chrono::milliseconds(left), this, &QDialog::accept);
+    exec();
 }
 
 void frmSplashScreen::mousePressEvent(QMouseEvent*) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 
 /// The program's name and version, shown for a moment at start-up; a key or a click closes it sooner.
 class frmSplashScreen : public QDialog {
@@ -9,8 +10,15 @@ class frmSplashScreen : public QDialog {
 public:
     explicit frmSplashScreen(QWidget* parent = nullptr);
 
+    /// Shows it and returns at once: the start goes on behind it.
+    void begin();
+    /// Returns when it has been seen long enough, or was closed.
+    void finish();
+
 protected:
-    void showEvent(QShowEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QElapsedTimer m_shown;
 };

@@ -41,9 +41,13 @@ bool modMain::start(QApplication& application, const QString& commandLine) {
     session.dropDatabase = commandLine == "-d";
     session.diagnostics = getSetting("VWT", "Diagnostics", "Log", "") == "on";
     if (!logIn(commandLine)) return false;
-    frmSplashScreen().exec();
+    frmSplashScreen splash;
+    splash.begin();
     runServerJobs();
-    return openMainScreen();
+    const bool loaded = loadMainScreen();
+    splash.finish();
+    if (loaded) showMainScreen();
+    return loaded;
 }
 
 void modMain::chooseFolders() {
@@ -76,29 +80,25 @@ void modMain::runServerJobs() {
     if (!failure.isEmpty()) m_context.session.log.write("modMain.RunJobs", 1, failure);
 }
 
-void modMain::checkOutputPath() {
-    const QString path =
-        m_context.session.db().scalar(sql("SELECT OutputPath FROM NorvaScheduler.dbo.tblOptions"));
-    if (path.isEmpty())
-        m_context.messages.notice(nullptr, "There is no default output path set on the server.  "
-                                           "Please inform your Administrator.");
-}
-
-bool modMain::openMainScreen() {
+bool modMain::loadMainScreen() {
     return guarded(
         m_context, nullptr,
         [this] {
-            checkOutputPath();
-            {
-                WaitCursor wait;
-                m_mainScreen = std::make_unique<frmMainScreen>(m_context);
-                m_mainScreen->restorePlacement();
-                QObject::connect(m_mainScreen.get(), &frmMainScreen::optionsRequested,
-                                 [this] { showOptions(); });
-            }
-            m_mainScreen->show();
+            WaitCursor wait;
+            m_outputPath =
+                m_context.session.db().scalar(sql("SELECT OutputPath FROM NorvaScheduler.dbo.tblOptions"));
+            m_mainScreen = std::make_unique<frmMainScreen>(m_context);
+            m_mainScreen->restorePlacement();
+            QObject::connect(m_mainScreen.get(), &frmMainScreen::optionsRequested, [this] { showOptions(); });
         },
         {}, "modMain.OpenMainScreen");
+}
+
+void modMain::showMainScreen() {
+    if (m_outputPath.isEmpty())
+        m_context.messages.notice(nullptr, "There is no default output path set on the server.  "
+                                           "Please inform your Administrator.");
+    m_mainScreen->show();
 }
 
 void modMain::showOptions() {
@@ -109,7 +109,7 @@ void modMain::showOptions() {
 }
 
 void modMain::endProgram() {
-    if (m_context.session.connection) m_context.session.connection->close();
+    QApplication::closeAllWindows(); // a server that does not answer is not to be seen as a dead window
     m_mainScreen.reset();
-    QApplication::closeAllWindows();
+    if (m_context.session.connection) m_context.session.connection->close();
 }

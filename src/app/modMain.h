@@ -26,10 +26,11 @@ private:
     void chooseLook(QApplication& application);
     bool logIn(const QString& commandLine);
     void runServerJobs();
-    void checkOutputPath();
-    bool openMainScreen();
+    bool loadMainScreen();
+    void showMainScreen();
     void showOptions();
 
     ScreenContext& m_context;
     std::unique_ptr<frmMainScreen> m_mainScreen;
+    QString m_outputPath;
 };

@@ -13,15 +13,6 @@ QString readOption(Connection& connection, const char* column) {
     return rows.isEmpty() || !there ? QString() : rows.row(0).text(column);
 }
 
-void addOptionColumn(Connection& connection, const QString& column, const Sql& type) {
-    addMissingColumn(connection,
-                     sql("SELECT count(*) as [RowCount] From NorvaScheduler.dbo.sysobjects o WITH (NOLOCK) "
-                         "INNER JOIN NorvaScheduler.dbo.syscolumns c WITH (NOLOCK) ON o.id = c.id "
-                         "WHERE c.name = {} AND o.name = 'tblOptions'",
-                         column),
-                     sql("ALTER TABLE NorvaScheduler.dbo.tblOptions ADD {} {} NULL ", Name(column), type));
-}
-
 } // namespace
 
 QString readDefaultEmail(Connection& connection) {
@@ -38,8 +29,18 @@ QString GetMaxFileSizeDesc(Connection& connection) {
 }
 
 void addMailOptionColumns(Connection& connection) {
-    addOptionColumn(connection, "DefaultEmail", sql("[varchar] (254) COLLATE Latin1_General_CI_AS"));
-    addOptionColumn(connection, "MaxFileSize", sql("[int]"));
+    const QStringList columns{"DefaultEmail", "MaxFileSize"};
+    QList<Sql> counts;
+    for (const QString& column : columns)
+        counts << sql("SELECT count(*) as [RowCount] From NorvaScheduler.dbo.sysobjects o WITH (NOLOCK) "
+                      "INNER JOIN NorvaScheduler.dbo.syscolumns c WITH (NOLOCK) ON o.id = c.id "
+                      "WHERE c.name = {} AND o.name = 'tblOptions'",
+                      column);
+    for (const QString& column : missingColumns(connection, columns, counts))
+        addColumn(connection,
+                  sql("ALTER TABLE NorvaScheduler.dbo.tblOptions ADD {} {} NULL ", Name(column),
+                      column == "DefaultEmail" ? sql("[varchar] (254) COLLATE Latin1_General_CI_AS")
+                                               : sql("[int]")));
 }
 
 void saveMailOptions(Connection& connection, const QString& defaultEmail, int maxFileSize) {

@@ -69,6 +69,23 @@ RecordSet Connection::query(const Sql& batch) {
     return results.sets.empty() ? RecordSet() : std::move(results.sets.front());
 }
 
+std::vector<RecordSet> Connection::queryAll(const QList<Sql>& readings, const QString& database) {
+    QList<Sql> batch = readings;
+    if (!database.isEmpty()) {
+        batch.prepend(sql("USE {}", Name(database)));
+        batch.append(sql("USE {}", Name(m_defaultDatabase)));
+    }
+    try {
+        Results results = repeatedWhenLost([&] { return run(Sql::join(batch, sql("\r\n"))); });
+        if (qsizetype(results.sets.size()) != readings.size())
+            throw DbError(0, "The server's answer is not whole.");
+        return std::move(results.sets);
+    } catch (const DbError&) {
+        if (!database.isEmpty()) close(); // wherever it stands, the next use opens one in its place
+        throw;
+    }
+}
+
 QString Connection::scalar(const Sql& batch) {
     const RecordSet set = query(batch);
     return set.isEmpty() ? QString() : set.cell(0, 0);
@@ -76,6 +93,11 @@ QString Connection::scalar(const Sql& batch) {
 
 qint64 Connection::changedRows(const Sql& batch) {
     const Results results = run(sql("{}\r\nSELECT @@ROWCOUNT", batch));
+    return results.sets.empty() ? 0 : results.sets.back().row(0).integer(0);
+}
+
+int Connection::insertedKey(const Sql& insert) {
+    const Results results = run(sql("{}\r\nSELECT @@IDentity", insert));
     return results.sets.empty() ? 0 : results.sets.back().row(0).integer(0);
 }
 

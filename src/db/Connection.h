@@ -29,6 +29,9 @@ public:
     /// For reading: the batch's first record set (without columns when there is none). A connection
     /// found lost is reopened and the batch run again, unless a transaction is open.
     RecordSet query(const Sql& batch);
+    /// Several readings in one round trip, which yield a record set each, in their order. Outside of
+    /// transactions they may run in another default database.
+    std::vector<RecordSet> queryAll(const QList<Sql>& readings, const QString& database = {});
     /// The first field of the first row of a query; null when there is no row.
     QString scalar(const Sql& batch);
     /// For writing. Never run twice; a connection known to be lost is reopened before.
@@ -36,6 +39,8 @@ public:
     /// The same, and how many rows its last statement changed: asked of the server, whose counts reach the
     /// driver only when the session's settings let them.
     qint64 changedRows(const Sql& batch);
+    /// Sends one INSERT; the key that the server gave its row.
+    int insertedKey(const Sql& insert);
     Results run(const Sql& batch);
     /// Writing statements, as many to a round trip as fit; `tell` hears how many are done.
     void executeAll(const QList<Sql>& statements, const std::function<void(qsizetype done)>& tell = {});

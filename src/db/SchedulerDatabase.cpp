@@ -6,49 +6,35 @@
 
 namespace {
 
-/// Counts the columns of that name in the reports' table; `hint` follows the names of the two catalogue
-/// tables.
-Sql countReportColumn(const QString& column, const Sql& hint = sql("")) {
-    return sql("SELECT count(*) as [RowCount] From sysobjects {}"
-               "INNER JOIN syscolumns {}ON sysobjects.id = syscolumns.id "
-               "WHERE syscolumns.name = {} AND sysobjects.name = 'tblTemplate_Report'",
-               hint, hint, column);
+/// Those of the columns that the reports' table lacks, in one round trip; `hint` follows the names of the two
+/// catalogue tables.
+QStringList missingReportColumns(Connection& connection, const QStringList& columns, const Sql& hint) {
+    QList<Sql> counts;
+    for (const QString& column : columns)
+        counts << sql("SELECT count(*) as [RowCount] From sysobjects {}"
+                      "INNER JOIN syscolumns {}ON sysobjects.id = syscolumns.id "
+                      "WHERE syscolumns.name = {} AND sysobjects.name = 'tblTemplate_Report'",
+                      hint, hint, column);
+    return missingColumns(connection, columns, counts);
 }
 
-bool isMissing(Connection& connection, const Sql& count) {
-    return connection.scalar(count).toInt() == 0;
-}
-
-bool addColumn(Connection& connection, const Sql& add) {
-    try {
-        connection.execute(add);
-        return true;
-    } catch (const DbError& error) {
-        if (error.number() != DbError::DuplicateColumn) throw;
-        return false;
-    }
-}
-
-void upgradeExcludedNumbers(Connection& connection, const QString& table) {
+void upgradeExcludedNumbers(Connection& connection) {
+    const QString table = "TblExcludedNumbers";
     connection.execute(
         sql("IF NOT Exists(SELECT [Name] FROM sysobjects WHERE [Name] = {}) CREATE TABLE [dbo].{} ( "
             " [ID] [int] IDENTITY(1,1) PRIMARY KEY, "
             " [TemplateID] [int] NOT NULL, "
             " [TelNo] [varchar] (25) COLLATE Latin1_General_CI_AS NULL , "
             " [Include] [bit] DEFAULT 0 "
-            ") ON [PRIMARY] ",
+            ") ON [PRIMARY] \r\n"
+            "DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID NOT IN "
+            "(SELECT DISTINCT TemplateID FROM [NorvaScheduler].dbo.tblTemplate) OR TemplateID IS NULL ",
             table, Name(table)));
-    connection.execute(
-        sql("DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID NOT IN "
-            "(SELECT DISTINCT TemplateID FROM [NorvaScheduler].dbo.tblTemplate) OR TemplateID IS NULL "));
 }
 
 /// Bands 15 to 17. The old fourteenth band becomes the seventeenth in the run that adds the fifteenth itself,
 /// never again; one transaction, so that a run that is cut off does not add columns without the move.
-void upgradeBandsTo17(Connection& connection) {
-    QStringList missing;
-    for (const char* column : {"Distance15", "Distance16", "Distance17"})
-        if (isMissing(connection, countReportColumn(column))) missing << column;
+void addBandsTo17(Connection& connection, const QStringList& missing) {
     if (missing.isEmpty()) return;
     Transaction transaction(connection);
     bool addedBand15 = false;
@@ -62,30 +48,69 @@ void upgradeBandsTo17(Connection& connection) {
     transaction.commit();
 }
 
-void upgradeBandsTo23(Connection& connection) {
-    for (int band = 18; band <= 23; ++band) {
-        const QString column = QString("Distance%1").arg(band);
-        addMissingColumn(
-            connection, countReportColumn(column),
-            sql("ALTER TABLE tblTemplate_Report ADD {} [Bit] NOT NULL DEFAULT 0 ", Name(column)));
-    }
+void upgradeBands(Connection& connection) {
+    QStringList columns;
+    for (int band = 15; band <= 23; ++band) columns << QString("Distance%1").arg(band);
+    QStringList to17;
+    QStringList to23;
+    for (const QString& column : missingReportColumns(connection, columns, sql("")))
+        (columns.indexOf(column) < 3 ? to17 : to23) << column;
+    addBandsTo17(connection, to17);
+    for (const QString& column : to23)
+        addColumn(connection,
+                  sql("ALTER TABLE tblTemplate_Report ADD {} [Bit] NOT NULL DEFAULT 0 ", Name(column)));
 }
 
 /// A column added with the value that every existing report gets, as one step: what is filled without
 /// having been added here would wipe what users have set since.
-void addReportColumn(Connection& connection, const QString& column, const Sql& add, const Sql& fill) {
-    const Sql count = countReportColumn(column, sql("WITH (NOLOCK) "));
-    if (!isMissing(connection, count)) return;
-    Transaction transaction(connection);
-    if (!addColumn(connection, add)) return;
-    connection.execute(fill);
-    transaction.commit();
+struct LaterColumn {
+    QString name;
+    Sql add;
+    Sql fill;
+};
+
+QList<LaterColumn> laterColumns() {
+    return {
+        {"UserId",
+         sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [UserID] [varchar] (30) "
+             "COLLATE Latin1_General_CI_AS NULL  "),
+         sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET UserId = '' ")},
+        {"CallClassParams",
+         sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CallClassParams] [varchar] (2000) "
+             "COLLATE Latin1_General_CI_AS NULL  "),
+         sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CallClassParams = '' ")},
+        {"LineSelection",
+         sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [LineSelection] [varchar] (100) "
+             "COLLATE Latin1_General_CI_AS NULL  "),
+         sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET LineSelection = '' ")},
+        {"BillIds",
+         sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [BillIds] [varchar] (200) "
+             "COLLATE Latin1_General_CI_AS NULL  "),
+         sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET BillIds = '' ")},
+        {"CostCentreLevel",
+         sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CostCentreLevel] [smallint] DEFAULT 1 "),
+         sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CostCentreLevel = 1 ")},
+    };
 }
 
 } // namespace
 
-bool addMissingColumn(Connection& connection, const Sql& count, const Sql& add) {
-    return isMissing(connection, count) && addColumn(connection, add);
+QStringList missingColumns(Connection& connection, const QStringList& columns, const QList<Sql>& counts) {
+    const std::vector<RecordSet> answers = connection.queryAll(counts);
+    QStringList missing;
+    for (qsizetype i = 0; i < columns.size(); ++i)
+        if (answers[std::size_t(i)].row(0).integer(0) == 0) missing << columns[i];
+    return missing;
+}
+
+bool addColumn(Connection& connection, const Sql& add) {
+    try {
+        connection.execute(add);
+        return true;
+    } catch (const DbError& error) {
+        if (error.number() != DbError::DuplicateColumn) throw;
+        return false;
+    }
 }
 
 bool schedulerDatabaseExists(Connection& connection) {
@@ -114,32 +139,20 @@ void dropSchedulerDatabase(Connection& connection) {
 }
 
 void upgradeAtLogin(Connection& connection) {
-    upgradeExcludedNumbers(connection, "TblExcludedNumbers");
-    upgradeBandsTo17(connection);
-    upgradeBandsTo23(connection);
+    upgradeExcludedNumbers(connection);
+    upgradeBands(connection);
 }
 
 void upgradeAtMainScreen(Connection& connection) {
-    addReportColumn(connection, "UserId",
-                    sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [UserID] [varchar] (30) "
-                        "COLLATE Latin1_General_CI_AS NULL  "),
-                    sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET UserId = '' "));
-    addReportColumn(
-        connection, "CallClassParams",
-        sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CallClassParams] [varchar] (2000) "
-            "COLLATE Latin1_General_CI_AS NULL  "),
-        sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CallClassParams = '' "));
-    addReportColumn(
-        connection, "LineSelection",
-        sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [LineSelection] [varchar] (100) "
-            "COLLATE Latin1_General_CI_AS NULL  "),
-        sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET LineSelection = '' "));
-    addReportColumn(connection, "BillIds",
-                    sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [BillIds] [varchar] (200) "
-                        "COLLATE Latin1_General_CI_AS NULL  "),
-                    sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET BillIds = '' "));
-    addReportColumn(
-        connection, "CostCentreLevel",
-        sql("ALTER TABLE NorvaScheduler.dbo.tblTemplate_Report ADD [CostCentreLevel] [smallint] DEFAULT 1 "),
-        sql("UPDATE NorvaScheduler.dbo.tblTemplate_Report SET CostCentreLevel = 1 "));
+    const QList<LaterColumn> columns = laterColumns();
+    QStringList names;
+    for (const LaterColumn& column : columns) names << column.name;
+    const QStringList missing = missingReportColumns(connection, names, sql("WITH (NOLOCK) "));
+    for (const LaterColumn& column : columns) {
+        if (!missing.contains(column.name)) continue;
+        Transaction transaction(connection);
+        if (!addColumn(connection, column.add)) continue;
+        connection.execute(column.fill);
+        transaction.commit();
+    }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include <QList>
+#include <QStringList>
 
 class Connection;
 struct ServerDefaults;
@@ -14,9 +15,11 @@ bool schedulerTablesExist(Connection& connection);
 void createSchedulerDatabase(Connection& connection, const ServerDefaults& defaults);
 void dropSchedulerDatabase(Connection& connection);
 
-/// Sends `add`, an ALTER TABLE … ADD, when `count` finds no such column. False when it was there, or another
-/// program has added it in this moment, which then fills it as well.
-bool addMissingColumn(Connection& connection, const Sql& count, const Sql& add);
+/// Those of the columns of which the statement at the same place of `counts` counts none; one round trip.
+QStringList missingColumns(Connection& connection, const QStringList& columns, const QList<Sql>& counts);
+/// Sends an ALTER TABLE … ADD. False when another program has added the column in this moment, which then
+/// fills it as well.
+bool addColumn(Connection& connection, const Sql& add);
 
 /// The upgrades that a login makes in the default database: the exclusion table and its orphans, then
 /// the distance bands. Safe to repeat; a database with any subset of the later columns comes out whole.

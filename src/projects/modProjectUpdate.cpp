@@ -1,6 +1,7 @@
 #include "projects/modProjectUpdate.h"
 
 #include "base/Session.h"
+#include "db/DbError.h"
 
 #include <QFile>
 
@@ -17,42 +18,58 @@ Sql bandOf(const Sql& date) {
                date, date);
 }
 
+Sql objectId(const QString& table) {
+    return sql("SELECT OBJECT_ID({})", "[dbo]." + Name(table).quoted());
+}
+
 /// Of the default database. Projects of some kinds lack whole tables.
 bool tableExists(Connection& db, const QString& table) {
-    return !db.scalar(sql("SELECT OBJECT_ID({})", "[dbo]." + Name(table).quoted())).isNull();
+    return !db.scalar(objectId(table)).isNull();
 }
 
-void addColumn(Connection& db, const QString& project, const QString& table, const QString& column) {
-    const bool there = db.scalar(sql("if exists (select * from syscolumns where id = object_id({}) and "
-                                     "lower([name]) = {}) select 1 else select 0",
-                                     "[dbo]." + Name(table).quoted(), column.toLower()))
-                           .toInt()
-                       == 1;
-    if (!there)
-        db.execute(sql("ALTER TABLE {}.dbo.{} ADD {} [varchar] (2) COLLATE Latin1_General_CI_AS NULL",
-                       Name(project), Name(table), Name(column)));
+Sql findColumn(const QString& table, const QString& column) {
+    return sql("if exists (select * from syscolumns where id = object_id({}) and "
+               "lower([name]) = {}) select 1 else select 0",
+               "[dbo]." + Name(table).quoted(), column.toLower());
 }
 
-/// Calls that are not updated yet. One that the rule does not reach and that has no band keeps none, so it
-/// never counts: it would bring the question back at every save.
-int callsToUpdate(Connection& db, const Name& project, const Sql& hint) {
+/// Calls that are not updated yet; none in a project without a table of them. One that the rule does not
+/// reach and that has no band keeps none, so it never counts: it would bring the question back at every save.
+int callsToUpdate(Connection& db, const Name& project, const Sql& hint) try {
     return db
         .scalar(sql(
             "Select count(*) from {}.DBO.tblCallrecords {}Where (TimeBandCopy = '' or TimeBandCopy is null) "
             "and not (([Date] < '2008/04/01' or [Date] is null) and (TimeBand = '' or TimeBand is null))",
             project, hint))
         .toInt();
+} catch (const DbError& error) {
+    if (error.number() != DbError::InvalidObject) throw;
+    return 0;
 }
 
 } // namespace
 
 void addTimeBandColumns(Session& session) {
     const QString& project = session.project.database;
-    DefaultDatabase inProject(session.db(), project); // syscolumns and object_id look there
-    for (const char* table : {"TblCallRecords", "TblMobCalls"}) {
-        if (!tableExists(session.db(), table)) continue;
-        for (const char* column : {"TimebandCopy", "Timeband0719", "Timeband0818"})
-            addColumn(session.db(), project, table, column);
+    const QStringList tables{"TblCallRecords", "TblMobCalls"};
+    const QStringList columns{"TimebandCopy", "Timeband0719", "Timeband0818"};
+    QList<Sql> readings;
+    for (const QString& table : tables) {
+        readings << objectId(table);
+        for (const QString& column : columns) readings << findColumn(table, column);
+    }
+    // Both catalogue functions look into the default database.
+    const std::vector<RecordSet> answers = session.db().queryAll(readings, project);
+    auto answer = answers.begin();
+    for (const QString& table : tables) {
+        const bool tableIsThere = !(answer++)->row(0).isNull(0);
+        for (const QString& column : columns) {
+            const bool columnIsThere = (answer++)->row(0).flag(0);
+            if (tableIsThere && !columnIsThere)
+                session.db().execute(
+                    sql("ALTER TABLE {}.dbo.{} ADD {} [varchar] (2) COLLATE Latin1_General_CI_AS NULL",
+                        Name(project), Name(table), Name(column)));
+        }
     }
 }
 
@@ -60,8 +77,6 @@ bool updateTimeBands(Session& session, bool askFirst, const std::function<bool(c
                      const std::function<void(int step, int steps)>& tell) {
     Connection& db = session.db();
     const Name project(session.project.database);
-    DefaultDatabase inProject(db, session.project.database); // tblMiscBill is named without its database
-    if (!tableExists(db, "TblCallRecords")) return true;
     if (callsToUpdate(db, project, sql("")) == 0) return true;
     if (askFirst && !QFile::exists(session.paths.appFile("MorvaneZelvan.exe"))
         && !ask(
@@ -69,6 +84,7 @@ bool updateTimeBands(Session& session, bool askFirst, const std::function<bool(c
             "Would you like to update now?"))
         return false;
 
+    DefaultDatabase inProject(db, session.project.database); // tblMiscBill is named without its database
     const Sql callBand = bandOf(sql("Date"));
     QList<Sql> steps{
         // Calls that an earlier update has reached keep the band that was kept then.

@@ -10,27 +10,47 @@ std::pair<QString, int> subProjectKey(const TemplateHeader& header) {
     return {serverKey(header.unitabAccount), header.subLevel};
 }
 
-/// Empty when the account's cost centres cannot be read or the level does not exist.
-QString countCostCentres(Connection& connection, const QString& account, int level) {
-    if (level < 1 || level > 5 || account.isEmpty()) return {};
-    const Name column(QString("CostCentre%1").arg(level));
-    try {
-        return connection.scalar(
-            sql("SELECT COUNT(*) FROM (SELECT Distinct {} FROM CostCentres.DBO.{} WITH (NOLOCK) "
-                "WHERE UnitabAccount = {}) AS Centres",
-                column, Name(account + "_TblCC"), account));
-    } catch (const DbError& error) {
-        if (error.connectionLost()) throw;
-        return {}; // one account's broken table must not keep all schedules from being shown
-    }
+using SubProjectKey = std::pair<QString, int>;
+
+Sql countingOf(const TemplateHeader& header) {
+    const Name column(QString("CostCentre%1").arg(header.subLevel));
+    return sql("SELECT COUNT(*) FROM (SELECT Distinct {} FROM CostCentres.DBO.{} WITH (NOLOCK) "
+               "WHERE UnitabAccount = {}) AS Centres",
+               column, Name(header.unitabAccount + "_TblCC"), header.unitabAccount);
 }
 
-RecordSet readRows(Connection& connection, const ScheduleUser& user) {
-    return connection.query(
-        user.isAdministrator
-            ? sql("SELECT * FROM NorvaScheduler.dbo.tblschedule WITH (NOLOCK)")
-            : sql("SELECT * FROM NorvaScheduler.dbo.tblschedule WITH (NOLOCK) Where Username = {}",
-                  user.name));
+/// The answers to the countings, in one round trip; empty ones for what cannot be counted: one account's
+/// broken table must not keep all schedules from being shown.
+QStringList counted(Connection& connection, const QList<Sql>& countings) {
+    const auto ask = [&](const QList<Sql>& each) {
+        QStringList counts;
+        for (const RecordSet& answer : connection.queryAll(each)) counts << answer.cell(0, 0);
+        return counts;
+    };
+    const auto isGrave = [](const DbError& error) {
+        return error.connectionLost() || error.number() == DbError::Stopped;
+    };
+    if (countings.isEmpty()) return {};
+    try {
+        return ask(countings);
+    } catch (const DbError& error) {
+        if (isGrave(error)) throw;
+    }
+    QStringList counts;
+    for (const Sql& each : countings) try {
+            counts << ask({each});
+        } catch (const DbError& error) {
+            if (isGrave(error)) throw;
+            counts << QString();
+        }
+    return counts;
+}
+
+Sql readingOf(const ScheduleUser& user) {
+    return user.isAdministrator
+               ? sql("SELECT * FROM NorvaScheduler.dbo.tblschedule WITH (NOLOCK)")
+               : sql("SELECT * FROM NorvaScheduler.dbo.tblschedule WITH (NOLOCK) Where Username = {}",
+                     user.name);
 }
 
 void describeTemplate(ScheduleListRow& row, const TemplateSummary& summary, const QString& subProjects) {
@@ -48,15 +68,22 @@ void describeTemplate(ScheduleListRow& row, const TemplateSummary& summary, cons
 } // namespace
 
 ScheduleReading readSchedules(Connection& connection, const ScheduleUser& user) {
-    ScheduleReading reading{readRows(connection, user), loadTemplateSummaries(connection), {}};
+    QList<Sql> readings = templateSummaryReadings();
+    readings.prepend(readingOf(user));
+    std::vector<RecordSet> answers = connection.queryAll(readings);
+    ScheduleReading reading{answers[0], templateSummaries(answers[1], answers[2]), {}};
+    QMap<SubProjectKey, Sql> countings;
     for (const Row schedule : reading.schedules) {
         const auto found = reading.templates.constFind(schedule.integer("TemplateID"));
         if (found == reading.templates.constEnd() || found->header.isOrdinary()) continue;
         const TemplateHeader& header = found->header;
-        if (!reading.subProjects.contains(subProjectKey(header)))
-            reading.subProjects.insert(subProjectKey(header),
-                                       countCostCentres(connection, header.unitabAccount, header.subLevel));
+        const bool countable =
+            header.subLevel >= 1 && header.subLevel <= 5 && !header.unitabAccount.isEmpty();
+        if (countable) countings.insert(subProjectKey(header), countingOf(header));
     }
+    const QStringList counts = counted(connection, countings.values());
+    for (qsizetype i = 0; const SubProjectKey& key : countings.keys())
+        reading.subProjects.insert(key, counts[i++]);
     return reading;
 }
 

@@ -54,6 +54,5 @@ private:
     bool describesAs(const ScheduleReading& earlier, int templateId) const;
 };
 
-/// The number of statements is three, and one more for each cost-centre table and level that the
-/// sub-project templates of these schedules use, however many schedules there are.
+/// One round trip, and one more where sub-project templates are scheduled, whose cost centres are counted.
 ScheduleReading readSchedules(Connection& connection, const ScheduleUser& user);

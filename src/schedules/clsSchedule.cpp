@@ -142,13 +142,11 @@ bool clsSchedule::titleIsUsed(const QString& storedTitle, bool insert) const {
 }
 
 void clsSchedule::insertRow(const QString& storedTitle) {
-    Connection& db = m_session.db();
-    db.execute(
+    m_id = m_session.db().insertedKey(
         sql("INSERT INTO NorvaScheduler.dbo.[tblSchedule] ([ScheduleTitle], [TemplateID], [ProjectRef], "
             "[RunDate], [Status], [RanDate], [Username]) VALUES ({}, {}, {}, {}, {}, {}, {})",
             storedTitle, Template().ID(), m_projectFile, m_runDate.stored(), ScheduleStatus::Pending,
             WallClock().stored(), m_session.userName));
-    m_id = int(db.scalar(sql("SELECT @@IDentity")).toDouble()); // a decimal on some servers
 }
 
 void clsSchedule::updateRow(const QString& storedTitle) {

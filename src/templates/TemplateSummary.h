@@ -12,5 +12,8 @@ struct TemplateSummary {
     bool operator==(const TemplateSummary&) const = default;
 };
 
-/// All templates by their keys, in two statements however many there are.
+/// What is read of all templates: their headers, and how many reports each has.
+QList<Sql> templateSummaryReadings();
+/// All templates by their keys, from the answers to these two.
+QHash<int, TemplateSummary> templateSummaries(const RecordSet& headers, const RecordSet& counts);
 QHash<int, TemplateSummary> loadTemplateSummaries(Connection& connection);

@@ -152,9 +152,8 @@ int clsTemplate::writeHeader(const TemplateHeader& header, const ColumnValues& c
                 "save it under a new title.");
         return header.id;
     }
-    m_connection.execute(sql("INSERT INTO NorvaScheduler.dbo.tblTemplate ({}) VALUES ({})", columns.names(),
-                             columns.values()));
-    return int(m_connection.scalar(sql("SELECT @@IDentity")).toDouble());
+    return m_connection.insertedKey(sql("INSERT INTO NorvaScheduler.dbo.tblTemplate ({}) VALUES ({})",
+                                        columns.names(), columns.values()));
 }
 
 /// Those that were entered before the template had a key.

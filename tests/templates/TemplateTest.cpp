@@ -313,7 +313,7 @@ private slots:
 
         const qint64 statements = m_connection->statementCount();
         const auto summaries = loadTemplateSummaries(*m_connection);
-        QCOMPARE(m_connection->statementCount() - statements, 2);
+        QCOMPARE(m_connection->statementCount() - statements, 1);
         QCOMPARE(summaries.size(), 3);
         for (auto it = summaries.begin(); it != summaries.end(); ++it) {
             const auto& [header, reportCount] = *it;
