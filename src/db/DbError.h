@@ -9,7 +9,6 @@ class DbError : public std::runtime_error {
 public:
     /// Numbers that the program tests; they are SQL Server's, or the driver's where noted.
     enum Number {
-        Stopped = -1, ///< no server's: the user did not want to wait any longer
         InvalidColumn = 207,
         InvalidObject = 208,
         NoSuchDatabase = 911,
@@ -23,6 +22,7 @@ public:
         TextTooLongNamed = 2628,
         LoginFailed = 18456,
         Unreachable = 20009, ///< driver: no server answers under that name
+        Stopped = 100'000,   ///< no server's: the user did not want to wait any longer
     };
 
     DbError(int number, const QString& text, const QString& statement = {}, bool connectionLost = false);

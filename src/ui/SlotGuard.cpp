@@ -26,7 +26,8 @@ const QString lockedQuestion = "Another program is changing the same data.\n\nDo
 
 void tell(const ScreenContext& context, QWidget* screen, const DbError& error, const QString& headline) {
     const QString words = inWords(error);
-    const QString serversWords = words == error.text() ? QString() : error.text();
+    const bool saysMore = words != error.text() && error.number() != DbError::Stopped;
+    const QString serversWords = saysMore ? error.text() : QString();
     if (headline.isEmpty())
         context.messages.notice(screen, words, Messages::Plain, {}, serversWords);
     else
