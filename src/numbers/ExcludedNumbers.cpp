@@ -115,6 +115,11 @@ Sql ExcludedNumbers::deleteAll() const {
     return sql("DELETE  FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID = {}", m_templateId);
 }
 
+Sql ExcludedNumbers::selectThese(const Sql& condition) const {
+    return sql("SELECT TelNo FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TelNo {} AND TemplateID = {}",
+               condition, m_templateId);
+}
+
 Sql ExcludedNumbers::deleteThese(const Sql& condition) const {
     return sql("DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TelNo {} AND TemplateID = {}",
                condition, m_templateId);

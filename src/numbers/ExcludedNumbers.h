@@ -30,6 +30,7 @@ protected:
     Connection& connection() override { return m_connection; }
     Sql selectNumbers() const override;
     Sql deleteAll() const override;
+    Sql selectThese(const Sql& condition) const override;
     Sql deleteThese(const Sql& condition) const override;
     Sql insertInto() const override;
     Sql values(const QString& number) const override;

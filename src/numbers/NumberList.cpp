@@ -65,6 +65,10 @@ Sql NumberList::deleteAll() const {
     return sql("DELETE FROM {}.dbo.{}", m_project, Name(m_table));
 }
 
+Sql NumberList::selectThese(const Sql& condition) const {
+    return sql("SELECT CalledNo FROM {}.dbo.{} WHERE CalledNo {}", m_project, Name(m_table), condition);
+}
+
 Sql NumberList::deleteThese(const Sql& condition) const {
     return sql("DELETE FROM {}.dbo.{} WHERE CalledNo {}", m_project, Name(m_table), condition);
 }

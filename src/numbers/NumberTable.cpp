@@ -14,6 +14,12 @@ QString storingProblem(const QString& number, int maxLength) {
     return fittingProblem("telephone number", number, maxLength, CodePage::Latin1252);
 }
 
+Sql isOneOf(const QStringList& numbers) {
+    QList<Sql> values;
+    for (const QString& number : numbers) values << Sql::value(number);
+    return values.size() == 1 ? sql("= {}", values.first()) : sql("IN ({})", Sql::join(values, sql(", ")));
+}
+
 } // namespace
 
 bool holdsLetters(const QString& number) {
@@ -45,6 +51,14 @@ QStringList NumberTable::numbers() {
     return numbers;
 }
 
+QSet<QString> NumberTable::keysAmong(const QStringList& numbers) {
+    QSet<QString> keys;
+    for (qsizetype first = 0; first < numbers.size(); first += RowsPerStatement)
+        for (const Row row : connection().query(selectThese(isOneOf(numbers.mid(first, RowsPerStatement)))))
+            keys.insert(numberKey(row.text(0)));
+    return keys;
+}
+
 QString NumberTable::problem(const QString& number) const {
     if (holdsLetters(number)) return "Letters cannot be part of a telephone number.";
     return storingProblem(number, m_maxLength);
@@ -63,10 +77,7 @@ void NumberTable::clear() {
 void NumberTable::removeAll(const QStringList& numbers) {
     Transaction transaction(connection());
     for (qsizetype first = 0; first < numbers.size(); first += RowsPerStatement) {
-        QList<Sql> values;
-        for (const QString& number : numbers.mid(first, RowsPerStatement)) values << Sql::value(number);
-        connection().execute(deleteThese(values.size() == 1 ? sql("= {}", values.first())
-                                                            : sql("IN ({})", Sql::join(values, sql(", ")))));
+        connection().execute(deleteThese(isOneOf(numbers.mid(first, RowsPerStatement))));
     }
     transaction.commit();
 }

@@ -4,6 +4,7 @@
 #include "db/ServerText.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 #include <functional>
 
@@ -37,6 +38,8 @@ public:
     int maxLength() const { return m_maxLength; }
     /// Those that were there before in their order as texts, then those added in the order of adding.
     QStringList numbers();
+    /// The keys of those numbers of a list that the table holds.
+    QSet<QString> keysAmong(const QStringList& numbers);
     /// Why a number cannot be entered, in words for the user; empty when it can. Does not look for
     /// duplicates.
     QString problem(const QString& number) const;
@@ -55,6 +58,7 @@ protected:
     virtual Sql selectNumbers() const = 0;
     virtual Sql deleteAll() const = 0;
     /// `condition` is "= N'…'" or "IN (…)", of the number's column.
+    virtual Sql selectThese(const Sql& condition) const = 0;
     virtual Sql deleteThese(const Sql& condition) const = 0;
     virtual Sql insertInto() const = 0;                  ///< "INSERT INTO … (…) VALUES "
     virtual Sql values(const QString& number) const = 0; ///< "(…)"

@@ -158,8 +158,7 @@ bool uctNumberGrid::addTyped() {
         return false;
     }
     const QStringList typed = numberFile::numbersIn(m_number->text());
-    QSet<QString> known;
-    for (const QString& number : m_table->numbers()) known.insert(numberKey(number));
+    QSet<QString> known = m_table->keysAmong(typed);
     QStringList usable, refused;
     QString reason;
     for (const QString& number : typed) {
