@@ -73,8 +73,9 @@ ScheduleReading readSchedules(Connection& connection, const ScheduleUser& user) 
     std::vector<RecordSet> answers = connection.queryAll(readings);
     ScheduleReading reading{answers[0], templateSummaries(answers[1], answers[2]), {}};
     QMap<SubProjectKey, Sql> countings;
+    const int templateId = reading.schedules.column("TemplateID");
     for (const Row schedule : reading.schedules) {
-        const auto found = reading.templates.constFind(schedule.integer("TemplateID"));
+        const auto found = reading.templates.constFind(schedule.integer(templateId));
         if (found == reading.templates.constEnd() || found->header.isOrdinary()) continue;
         const TemplateHeader& header = found->header;
         const bool countable =
