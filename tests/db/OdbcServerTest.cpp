@@ -3,6 +3,8 @@
 #include "support/TestClass.h"
 
 #include <QTemporaryDir>
+#include <atomic>
+#include <thread>
 
 namespace {
 
@@ -118,6 +120,22 @@ private slots:
         m_server.reset();
         m_server = connect(m_folder.filePath("test.db"));
         QCOMPARE(query(sql("SELECT a FROM t")).cell(0, 0), "kept");
+    }
+
+    void whatRunsCanBeCancelled() {
+        std::atomic<bool> over = false;
+        std::thread user([&] {
+            while (!over) { // the statement may not run yet
+                std::this_thread::sleep_for(std::chrono::milliseconds(20));
+                m_server->cancel();
+            }
+        });
+        const auto endless =
+            sql("WITH RECURSIVE c(x) AS (SELECT 1 UNION ALL SELECT x + 1 FROM c) SELECT count(*) FROM c");
+        QVERIFY(errorOf([&] { m_server->execute(endless); }));
+        over = true;
+        user.join();
+        QCOMPARE(query(sql("SELECT 7")).cell(0, 0), "7"); // the session goes on
     }
 
     void aMissingDriverIsNamed() {
