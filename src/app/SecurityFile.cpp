@@ -3,6 +3,7 @@
 #include "base/WholeFile.h"
 
 #include <QFile>
+#include <QScopeGuard>
 #include <array>
 #include <sodium.h>
 #include <stdexcept>
@@ -45,6 +46,10 @@ private:
     std::array<unsigned char, crypto_aead_xchacha20poly1305_ietf_KEYBYTES> m_key;
 };
 
+void wipe(QByteArray& secret) {
+    sodium_memzero(secret.data(), std::size_t(secret.size()));
+}
+
 QByteArray newHeader() {
     QByteArray header(HeaderLength, '\0');
     std::copy(std::begin(Mark), std::end(Mark), header.begin());
@@ -86,13 +91,15 @@ std::optional<QString> ReadPasswordFromEncryptedSSSfile(const QString& path) {
     QFile file(path);
     if (sodium_init() < 0 || !file.open(QIODevice::ReadOnly)) return {};
     // One byte more than the longest file is enough to tell that a file is too long.
-    const auto password = deciphered(file.read(HeaderLength + LongestPassword + SealLength + 1));
+    auto password = deciphered(file.read(HeaderLength + LongestPassword + SealLength + 1));
     if (!password) return {};
+    const auto used = qScopeGuard([&] { wipe(*password); });
     return QString::fromUtf8(*password);
 }
 
 void WriteEncryptedSSSfile(const QString& path, const QString& password) {
-    const QByteArray text = password.toUtf8();
+    QByteArray text = password.toUtf8();
+    const auto used = qScopeGuard([&] { wipe(text); });
     if (text.isEmpty()) fail("The password is empty.");
     if (text.size() > LongestPassword) fail("The password is too long.");
     if (sodium_init() < 0) fail("The encryption library cannot be started.");

@@ -1,6 +1,7 @@
 #include "app/cLogin.h"
 
 #include "app/SecurityFile.h"
+#include "app/openServer.h"
 #include "base/Session.h"
 #include "base/SettingsStore.h"
 #include "db/DbError.h"
@@ -77,6 +78,8 @@ LoginOutcome cLogin::logIn(const QString& server, const QString& userName, const
         connectAndCheck(server, userName, password);
         prepareSchedulerDatabase();
         checkDatabases();
+        if (const QString missing = missingProtection(server); !missing.isEmpty())
+            m_session.log.write(missing); // a box would come with every login
     } catch (const FailedCheck& check) {
         m_session.connection.reset();
         return check.outcome;
