@@ -55,7 +55,8 @@ void frmLogin::logIn() {
         if (outcome.result != LoginOutcome::Stay) m_ui->TxtPassword->setText({}); // its copy goes first
         wipe(password);
     }
-    if (!outcome.message.isEmpty()) m_context.messages.notice(this, outcome.message);
+    if (!outcome.message.isEmpty())
+        m_context.messages.notice(this, outcome.message, Messages::Plain, {}, outcome.details);
     switch (outcome.result) {
     case LoginOutcome::Done:
         if (session.dropDatabase) offerToDropDatabase();
