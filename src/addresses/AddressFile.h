@@ -21,7 +21,8 @@ struct AddressFile {
 };
 
 /// Reads a file (db/ForeignText.h). A field in double quotes may hold
-/// commas; an apostrophe before a formula is taken away. Throws std::runtime_error when the file cannot be read.
+/// commas; an apostrophe before a formula is taken away. Throws std::runtime_error when the file cannot be
+/// read.
 AddressFile readAddressFile(const QString& path);
 
 /// Whether the entry's line in a file reads back as the same entry: one that is not valid would be refused.
