@@ -33,11 +33,19 @@ QStringList fieldsOf(const MailEntry& entry) {
     return {entry.billAccount, entry.costCentre, entry.level, entry.emailAddress};
 }
 
+QStringList fieldsIn(const QString& line) {
+    QStringList fields = csvFields(line, Blanks::Trimmed);
+    for (QString& field : fields) field = unguardFormula(field);
+    return fields;
+}
+
 /// Plain fields as far as they read back so, the others in double quotes.
 QString lineOf(const MailEntry& entry) {
     QStringList fields = fieldsOf(entry);
-    for (QString& field : fields)
+    for (QString& field : fields) {
+        field = guardFormula(field);
         if (csvFields(field, Blanks::Trimmed) != QStringList{field}) field = csvLine({field});
+    }
     return fields.join(',');
 }
 
@@ -53,7 +61,7 @@ AddressFile readAddressFile(const QString& path) {
     int number = 0;
     for (const QString& line : foreignText(bytes).replace("\r\n", "\n").replace('\r', '\n').split('\n')) {
         ++number;
-        const QStringList fields = csvFields(line, Blanks::Trimmed);
+        const QStringList fields = fieldsIn(line);
         if (isBlank(fields)) continue;
         if (content.columns == 0) {
             content.columns = qMax<qsizetype>(1, fields.size());
@@ -69,7 +77,7 @@ AddressFile readAddressFile(const QString& path) {
 }
 
 bool survivesExport(const MailEntry& entry) {
-    return problemOf(entry).isEmpty() && csvFields(lineOf(entry), Blanks::Trimmed) == fieldsOf(entry);
+    return problemOf(entry).isEmpty() && fieldsIn(lineOf(entry)) == fieldsOf(entry);
 }
 
 void writeAddressFile(const QString& path, const QList<MailEntry>& entries) {

@@ -21,12 +21,13 @@ struct AddressFile {
 };
 
 /// Reads a file (db/ForeignText.h). A field in double quotes may hold
-/// commas. Throws std::runtime_error when the file cannot be read.
+/// commas; an apostrophe before a formula is taken away. Throws std::runtime_error when the file cannot be
+/// read.
 AddressFile readAddressFile(const QString& path);
 
 /// Whether the entry's line in a file reads back as the same entry: one that is not valid would be refused.
 bool survivesExport(const MailEntry& entry);
 /// Writes the whole file or leaves the former one: the fields in the order account, cost centre, level,
-/// address, with commas between; a field that would not read back so is put in double quotes. Throws
-/// std::runtime_error.
+/// address, with commas between; a field that would not read back so is put in double quotes, one that
+/// spreadsheets would take for a formula behind an apostrophe. Throws std::runtime_error.
 void writeAddressFile(const QString& path, const QList<MailEntry>& entries);

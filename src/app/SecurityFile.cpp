@@ -2,7 +2,9 @@
 
 #include "base/WholeFile.h"
 
+#include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <array>
 #include <sodium.h>
 #include <stdexcept>
@@ -18,6 +20,7 @@ constexpr qsizetype HeaderLength = NonceAt + crypto_aead_xchacha20poly1305_ietf_
 constexpr qsizetype SealLength = crypto_aead_xchacha20poly1305_ietf_ABYTES;
 constexpr qsizetype LongestPassword = 4096; ///< in bytes of UTF-8
 
+constexpr auto NoEncryption = "The encryption library cannot be started.";
 constexpr char ApplicationSecret[] = "zelvan-scheduler security file 7c1f0e5ab94d4f0c8a3b";
 
 const unsigned char* bytes(const QByteArray& array, qsizetype at = 0) {
@@ -44,6 +47,10 @@ public:
 private:
     std::array<unsigned char, crypto_aead_xchacha20poly1305_ietf_KEYBYTES> m_key;
 };
+
+void wipe(QByteArray& secret) {
+    sodium_memzero(secret.data(), std::size_t(secret.size()));
+}
 
 QByteArray newHeader() {
     QByteArray header(HeaderLength, '\0');
@@ -82,20 +89,28 @@ std::optional<QByteArray> deciphered(const QByteArray& contents) {
 
 } // namespace
 
-std::optional<QString> ReadPasswordFromEncryptedSSSfile(const QString& path) {
+std::optional<QString> ReadPasswordFromEncryptedSSSfile(const QString& path, QString* reason) {
+    const auto nothing = [&](const QString& why) {
+        if (reason) *reason = QString("%1: %2").arg(QDir::toNativeSeparators(path), why);
+        return std::nullopt;
+    };
+    if (sodium_init() < 0) return nothing(NoEncryption);
     QFile file(path);
-    if (sodium_init() < 0 || !file.open(QIODevice::ReadOnly)) return {};
+    if (!file.open(QIODevice::ReadOnly)) return nothing(file.errorString());
     // One byte more than the longest file is enough to tell that a file is too long.
-    const auto password = deciphered(file.read(HeaderLength + LongestPassword + SealLength + 1));
-    if (!password) return {};
+    auto password = deciphered(file.read(HeaderLength + LongestPassword + SealLength + 1));
+    if (file.error() != QFile::NoError) return nothing(file.errorString());
+    if (!password) return nothing("The file is damaged, was changed, or is no security file.");
+    const auto used = qScopeGuard([&] { wipe(*password); });
     return QString::fromUtf8(*password);
 }
 
 void WriteEncryptedSSSfile(const QString& path, const QString& password) {
-    const QByteArray text = password.toUtf8();
+    QByteArray text = password.toUtf8();
+    const auto used = qScopeGuard([&] { wipe(text); });
     if (text.isEmpty()) fail("The password is empty.");
     if (text.size() > LongestPassword) fail("The password is too long.");
-    if (sodium_init() < 0) fail("The encryption library cannot be started.");
+    if (sodium_init() < 0) fail(NoEncryption);
     std::optional<QFile::Permissions> access; // an administrator may have widened it
     if (!QFile::exists(path)) access = QFile::ReadOwner | QFile::WriteOwner;
     if (const QString problem = writeWhole(path, enciphered(text), access); !problem.isEmpty())

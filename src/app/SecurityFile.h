@@ -11,8 +11,9 @@
 
 inline constexpr auto SecurityFileName = "Zelvan.SSS";
 
-/// Nothing when the file is missing, cut short, damaged or changed.
-std::optional<QString> ReadPasswordFromEncryptedSSSfile(const QString& path);
+/// Nothing when the file is missing, cannot be read, is cut short, damaged or changed; then `reason` tells
+/// which, in words for the administrator.
+std::optional<QString> ReadPasswordFromEncryptedSSSfile(const QString& path, QString* reason = nullptr);
 
 /// Replaces the file as a whole or not at all. A new file may be read by its owner only; one that is
 /// replaced keeps the permissions that the administrator gave it. Throws std::runtime_error, in words

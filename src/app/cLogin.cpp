@@ -1,6 +1,7 @@
 #include "app/cLogin.h"
 
 #include "app/SecurityFile.h"
+#include "app/openServer.h"
 #include "base/Session.h"
 #include "base/SettingsStore.h"
 #include "db/DbError.h"
@@ -18,12 +19,13 @@ struct FailedCheck {
     LoginOutcome outcome;
 };
 
-[[noreturn]] void stay(const QString& message, LoginOutcome::Field focus = LoginOutcome::NoField) {
-    throw FailedCheck{{LoginOutcome::Stay, message, focus}};
+[[noreturn]] void stay(const QString& message, LoginOutcome::Field focus = LoginOutcome::NoField,
+                       const QString& details = {}) {
+    throw FailedCheck{{LoginOutcome::Stay, message, focus, details}};
 }
 
 [[noreturn]] void endProgram(const QString& message) {
-    throw FailedCheck{{LoginOutcome::EndProgram, message, LoginOutcome::NoField}};
+    throw FailedCheck{{LoginOutcome::EndProgram, message, LoginOutcome::NoField, {}}};
 }
 
 void checkTyped(const QString& server, const QString& userName, const QString& password) {
@@ -76,26 +78,34 @@ LoginOutcome cLogin::logIn(const QString& server, const QString& userName, const
         connectAndCheck(server, userName, password);
         prepareSchedulerDatabase();
         checkDatabases();
+        if (const QString missing = missingProtection(server); !missing.isEmpty())
+            m_session.log.write(missing); // a box would come with every login
     } catch (const FailedCheck& check) {
         m_session.connection.reset();
         return check.outcome;
     } catch (const Refusal& refusal) {
         m_session.connection.reset();
         m_session.log.write("frmLogin.cmdOk_Click", 1, refusal.text());
-        return {LoginOutcome::Stay, "The login failed: " + refusal.text(), LoginOutcome::NoField};
+        return {LoginOutcome::Stay, "The login failed: " + refusal.text(), LoginOutcome::NoField, {}};
     } catch (const DbError& error) {
         m_session.connection.reset();
         m_session.log.write("frmLogin.cmdOk_Click", error);
-        return {LoginOutcome::Stay, wordsFor(error, server), LoginOutcome::NoField};
+        return {LoginOutcome::Stay, wordsFor(error, server), LoginOutcome::NoField, {}};
     }
-    saveSetting("NorvaQuorraSQL", "Settings", "Server", server);
+    if (const QString problem = saveSetting("NorvaQuorraSQL", "Settings", "Server", server);
+        !problem.isEmpty())
+        m_session.log.write("frmLogin.cmdOk_Click", 1, "Settings cannot be kept: " + problem);
     m_session.serverName = server;
     return {};
 }
 
 void cLogin::connectAndCheck(const QString& server, const QString& userName, const QString& password) {
-    const auto loginPassword = ReadPasswordFromEncryptedSSSfile(m_session.paths.appFile("Zelvan.SSS"));
-    if (!loginPassword) stay("The Security file is invalid.  Please contact your Administrator.");
+    QString reason;
+    const auto loginPassword =
+        ReadPasswordFromEncryptedSSSfile(m_session.paths.appFile(SecurityFileName), &reason);
+    if (!loginPassword)
+        stay("The Security file is invalid.  Please contact your Administrator.", LoginOutcome::NoField,
+             reason);
     if (m_session.isAdministrator()) checkAdministrator(password, *loginPassword);
 
     m_session.connection = std::make_unique<Connection>(

@@ -17,6 +17,7 @@ struct LoginOutcome {
     Result result = Done;
     QString message;
     Field focus = NoField;
+    QString details; ///< what the administrator needs to know, below the message
 };
 
 /// Logs a user in: checks what was typed, opens the shared connection, checks the server and the

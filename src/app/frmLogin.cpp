@@ -5,6 +5,7 @@
 #include "base/Session.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
+#include "db/wipe.h"
 #include "ui/Cursors.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
@@ -49,10 +50,13 @@ void frmLogin::logIn() {
     LoginOutcome outcome;
     {
         WaitCursor wait;
-        outcome = login.logIn(m_ui->txtServer->text().trimmed(), m_ui->TxtUsername->text(),
-                              m_ui->TxtPassword->text());
+        QString password = m_ui->TxtPassword->text();
+        outcome = login.logIn(m_ui->txtServer->text().trimmed(), m_ui->TxtUsername->text(), password);
+        if (outcome.result != LoginOutcome::Stay) m_ui->TxtPassword->setText({}); // its copy goes first
+        wipe(password);
     }
-    if (!outcome.message.isEmpty()) m_context.messages.notice(this, outcome.message);
+    if (!outcome.message.isEmpty())
+        m_context.messages.notice(this, outcome.message, Messages::Plain, {}, outcome.details);
     switch (outcome.result) {
     case LoginOutcome::Done:
         if (session.dropDatabase) offerToDropDatabase();

@@ -19,12 +19,16 @@ OdbcSettings odbcSettings() {
     settings.driver = odbcSetting("Driver", "");
     settings.encrypt = odbcSetting("Encrypt", "yes") != "no";
     settings.trustServerCertificate = odbcSetting("TrustServerCertificate", "no") == "yes";
+    settings.freetdsConf = odbcSetting("FreetdsConf", "no") == "yes";
     return settings;
 }
 
+bool isEmbedded(const QString& dataSource) {
+    return dataSource.startsWith("file:", Qt::CaseInsensitive);
+}
+
 std::unique_ptr<Server> openUnrecorded(const ConnectionString& target) {
-    if (target.dataSource.startsWith("file:", Qt::CaseInsensitive))
-        return embedded::EmbeddedServer::open(target);
+    if (isEmbedded(target.dataSource)) return embedded::EmbeddedServer::open(target);
     return OdbcServer::open(target, odbcSettings());
 }
 
@@ -45,4 +49,8 @@ std::unique_ptr<Server> openServer(const ConnectionString& target) {
         return server;
     }
     return std::make_unique<RecordingServer>(std::move(server), std::move(record));
+}
+
+QString missingProtection(const QString& dataSource) {
+    return isEmbedded(dataSource) ? QString() : OdbcServer::shortcoming(odbcSettings());
 }

@@ -1,5 +1,6 @@
 #include "base/Csv.h"
 
+#include <QRegularExpression>
 #include <optional>
 
 namespace {
@@ -20,7 +21,21 @@ std::optional<QString> quotedField(const QString& line, qsizetype& at) {
     return {};
 }
 
+/// Apostrophes are counted in, so that a field that has one of its own comes back with it.
+bool beginsFormula(const QString& field) {
+    static const QRegularExpression beginning("^'*[=+\\-@\\t\\r\\n]");
+    return field.contains(beginning);
+}
+
 } // namespace
+
+QString guardFormula(const QString& field) {
+    return beginsFormula(field) ? '\'' + field : field;
+}
+
+QString unguardFormula(const QString& field) {
+    return field.startsWith('\'') && beginsFormula(field) ? field.mid(1) : field;
+}
 
 QString csvLine(QStringList fields) {
     for (QString& field : fields) field = '"' + field.replace('"', "\"\"") + '"';

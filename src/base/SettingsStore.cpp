@@ -1,5 +1,6 @@
 #include "base/SettingsStore.h"
 
+#include <QFile>
 #include <QSettings>
 
 namespace {
@@ -15,7 +16,14 @@ QString getSetting(const QString& application, const QString& section, const QSt
     return storeOf(application).value(section + '/' + key, defaultValue).toString();
 }
 
-void saveSetting(const QString& application, const QString& section, const QString& key,
-                 const QString& value) {
-    storeOf(application).setValue(section + '/' + key, value);
+QString saveSetting(const QString& application, const QString& section, const QString& key,
+                    const QString& value) {
+    QSettings store = storeOf(application);
+    store.setValue(section + '/' + key, value);
+    store.sync();
+    if (store.status() == QSettings::NoError) return {};
+    if (store.status() == QSettings::FormatError) return store.fileName() + " is damaged.";
+    QFile file(store.fileName()); // the store keeps the system's reason to itself
+    const QString reason = file.open(QIODevice::Append) ? "it cannot be replaced" : file.errorString();
+    return store.fileName() + ": " + reason;
 }

@@ -64,9 +64,24 @@ OdbcDriver OdbcDriver::choose(const QStringList& installed, const QString& wante
 
 QString OdbcDriver::connectionString(const ConnectionString& target, const OdbcSettings& settings) const {
     const QString dialect = m_kind == Kind::Microsoft ? microsoftString(target, settings)
-                            : m_kind == Kind::FreeTds ? freeTdsString(target)
+                            : m_kind == Kind::FreeTds ? freeTdsString(target, settings)
                                                       : plainString(target);
     return "DRIVER=" + braced(m_name) + u';' + dialect;
+}
+
+QString OdbcDriver::shortcoming(const OdbcSettings& settings) const {
+    if (m_kind == Kind::Other)
+        return QString(
+                   "The ODBC driver \"%1\" is not told to encrypt the connection or to check the server's "
+                   "certificate.")
+            .arg(m_name);
+    if (m_kind == Kind::Microsoft || !settings.encrypt || settings.trustServerCertificate
+        || settings.freetdsConf)
+        return {};
+    return QString(
+               "The connection is encrypted, but the ODBC driver \"%1\" checks the server's certificate only "
+               "when freetds.conf names it (see the setting FreetdsConf).")
+        .arg(m_name);
 }
 
 QString OdbcDriver::microsoftString(const ConnectionString& target, const OdbcSettings& settings) const {
@@ -84,14 +99,23 @@ QString OdbcDriver::microsoftString(const ConnectionString& target, const OdbcSe
            + ";PWD=" + braced(target.password) + ";DATABASE=" + braced(target.initialCatalog);
 }
 
-QString OdbcDriver::freeTdsString(const ConnectionString& target) const {
-    const ServerAddress address = ServerAddress::parse(plain(target.dataSource, "server name"));
+QString OdbcDriver::freeTdsServer(const QString& dataSource, const OdbcSettings& settings) const {
+    if (settings.freetdsConf) return "SERVERNAME=" + plain(dataSource.trimmed(), "server name");
+    const ServerAddress address = ServerAddress::parse(plain(dataSource, "server name"));
     QString server = "SERVER=" + address.host;
     if (address.instance.isEmpty() || address.port)
         server += ";PORT=" + QString::number(address.port ? address.port : DefaultPort);
     else
         server += '\\' + address.instance;
-    return server + ";TDS_Version=7.4;ClientCharset=UTF-8;" + plainCredentials(target);
+    return server;
+}
+
+QString OdbcDriver::freeTdsString(const ConnectionString& target, const OdbcSettings& settings) const {
+    // With "request", as with Microsoft's driver and Encrypt=no, the login alone is encrypted, where the
+    // server can do that; "off" would send the password as good as readable.
+    return freeTdsServer(target.dataSource, settings)
+           + ";Encryption=" + (settings.encrypt ? "require" : "request")
+           + ";TDS_Version=7.4;ClientCharset=UTF-8;" + plainCredentials(target);
 }
 
 QString OdbcDriver::plainString(const ConnectionString& target) const {

@@ -7,9 +7,11 @@
 /// What the administrator may choose about the way to the server.
 struct OdbcSettings {
     QString driver; ///< a registered driver's name or a driver library's path; empty takes the best one
-    /// These two are for Microsoft's driver; FreeTDS takes them from its own freetds.conf.
     bool encrypt = true;
-    bool trustServerCertificate = false;
+    bool trustServerCertificate = false; ///< for Microsoft's driver
+    /// For FreeTDS: the server's name is that of a section of freetds.conf, which alone can name the
+    /// certificates that are trusted.
+    bool freetdsConf = false;
 };
 
 /// An ODBC driver and the dialect of connection strings that it understands.
@@ -25,11 +27,14 @@ public:
     bool isSqlServer() const { return m_kind != Kind::Other; }
     /// Throws a Refusal for a value that this driver cannot be told, without repeating a password.
     QString connectionString(const ConnectionString& target, const OdbcSettings& settings) const;
+    /// What the settings ask for and this driver does not do, in words; empty when it does it all.
+    QString shortcoming(const OdbcSettings& settings) const;
 
 private:
     enum class Kind { Microsoft, FreeTds, Other };
     QString microsoftString(const ConnectionString& target, const OdbcSettings& settings) const;
-    QString freeTdsString(const ConnectionString& target) const;
+    QString freeTdsString(const ConnectionString& target, const OdbcSettings& settings) const;
+    QString freeTdsServer(const QString& dataSource, const OdbcSettings& settings) const;
     QString plainString(const ConnectionString& target) const;
     QString plainCredentials(const ConnectionString& target) const;
     QString plain(const QString& value, const QString& meaning) const;

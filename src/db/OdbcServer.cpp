@@ -1,6 +1,7 @@
 #include "db/OdbcServer.h"
 
 #include "db/OdbcResults.h"
+#include "db/wipe.h"
 
 #ifdef Q_OS_WIN
 #include <windows.h>
@@ -28,11 +29,17 @@ SQLPOINTER attribute(SQLULEN value) {
 std::unique_ptr<OdbcServer> OdbcServer::open(const ConnectionString& target, const OdbcSettings& settings) {
     std::unique_ptr<OdbcServer> server(new OdbcServer);
     const OdbcDriver driver = OdbcDriver::choose(server->installedDrivers(), settings.driver);
-    server->connect(driver, driver.connectionString(target, settings), target.loginTimeout);
+    QString text = driver.connectionString(target, settings);
+    const auto used = qScopeGuard([&] { wipe(text); });
+    server->connect(driver, text, target.loginTimeout);
     // Texts such as '2008/04/01' would be read as 4 January for a login whose language puts days first.
     // And another user's lock would be waited for without end.
     if (driver.isSqlServer()) server->execute(sql("SET DATEFORMAT mdy\r\nSET LOCK_TIMEOUT 10000"));
     return server;
+}
+
+QString OdbcServer::shortcoming(const OdbcSettings& settings) {
+    return OdbcDriver::choose(OdbcServer().installedDrivers(), settings.driver).shortcoming(settings);
 }
 
 OdbcServer::OdbcServer()

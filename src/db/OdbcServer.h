@@ -16,6 +16,8 @@ public:
     /// connectionLost) when nobody answers, 0 for a driver that is missing or cannot be told a value.
     static std::unique_ptr<OdbcServer> open(const ConnectionString& target,
                                             const OdbcSettings& settings = {});
+    /// See OdbcDriver::shortcoming().
+    static QString shortcoming(const OdbcSettings& settings);
     ~OdbcServer() override;
 
     Results execute(const Sql& batch) override;

@@ -6,19 +6,22 @@
 
 namespace {
 
-void refuseNul(const QString& text) {
+void refuseUnstorable(const QString& text) {
     if (text.contains(QChar(u'\0'))) throw Refusal("The text holds a character that cannot be stored (NUL).");
+    // Drivers would put another character in its place without a word.
+    if (!text.isValidUtf16())
+        throw Refusal("The text holds a character that cannot be stored (half of a UTF-16 pair).");
 }
 
 QString quotedText(QString text) {
-    refuseNul(text);
+    refuseUnstorable(text);
     return "N'" + text.replace('\'', "''") + '\'';
 }
 
 } // namespace
 
 QString Name::quoted() const {
-    refuseNul(m_name);
+    refuseUnstorable(m_name);
     if (m_name.isEmpty()) throw Refusal("A database or table name is empty.");
     return '[' + QString(m_name).replace(u']', "]]") + u']';
 }

@@ -12,7 +12,7 @@
 class Name {
 public:
     explicit Name(QString name) : m_name(std::move(name)) {}
-    /// "[name]"; throws a Refusal for an empty name or one with a NUL character.
+    /// "[name]"; throws a Refusal for an empty name and for what Sql::value() refuses.
     QString quoted() const;
 
 private:
@@ -33,7 +33,8 @@ public:
     static Sql script(const QString& text) { return Sql(text, text); }
     static Sql join(const QList<Sql>& parts, const Sql& separator);
 
-    static Sql value(const QString& text); ///< N'…', also for a null QString; a NUL character is refused
+    static Sql value(const QString& text); ///< N'…', also for a null QString; throws a Refusal for NUL and
+                                           ///< for half of a UTF-16 pair
     static Sql value(const char*) = delete;
     static Sql null() { return script("NULL"); }
     static Sql value(const Secret& secret);

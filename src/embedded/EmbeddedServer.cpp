@@ -26,6 +26,16 @@ DbError noServer(const QString& path, const QString& reason) {
     return DbError(DbError::Unreachable, QString("The server file \"%1\" %2.").arg(path, reason), {}, true);
 }
 
+void requireReachable(const QString& path) {
+    const QFileInfo file(path);
+    if (file.isDir()) throw noServer(path, "is a folder");
+    // Of what lies in a folder that may not be entered, the system says the same as of what is not there.
+    const QFileInfo folder(file.absolutePath());
+    if (folder.isDir() && !folder.isExecutable())
+        throw noServer(path, "lies in a folder that you may not enter");
+    if (!file.isFile()) throw noServer(path, "does not exist");
+}
+
 } // namespace
 
 EmbeddedServer::EmbeddedServer(std::unique_ptr<Session> session)
@@ -35,15 +45,12 @@ EmbeddedServer::~EmbeddedServer() = default;
 
 std::unique_ptr<EmbeddedServer> EmbeddedServer::open(const ConnectionString& connectionString) {
     const QString path = pathOf(connectionString.dataSource);
-    if (!QFileInfo(path).isFile()) throw noServer(path, "does not exist");
+    requireReachable(path);
     auto session = std::make_unique<Session>(path);
-    try {
-        prepareSession(session->file);
-        if (!Catalog::isServerFile(session->file)) throw noServer(path, "is no server file");
-    } catch (const DbError& error) {
-        if (error.number() == DbError::LockTimeout) throw;
-        throw noServer(path, "is no server file");
-    }
+    prepareSession(session->file);
+    if (!Catalog::isServerFile(session->file)) throw noServer(path, "is no server file");
+    if (session->file.isReadOnly())
+        throw noServer(path, "can be read but not written, which every session has to");
     session->catalog.upgrade();
     const QString ownDefault = security::logIn(*session, connectionString.userId, connectionString.password);
     session->catalog.refresh();

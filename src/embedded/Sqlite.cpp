@@ -54,6 +54,23 @@ bool losesConnection(int code) {
     }
 }
 
+/// SQLite's own words do not tell why the system refused, and call what is damaged or no database
+/// "malformed".
+QString reasonOf(sqlite3* database, int code, const QString& message) {
+    switch (code & 0xff) {
+    case SQLITE_NOTADB:
+        return "it is no server file, or its beginning is damaged";
+    case SQLITE_CORRUPT:
+        return "it is damaged (" + message + ')';
+    case SQLITE_CANTOPEN:
+    case SQLITE_IOERR:
+        if (const int why = sqlite3_system_errno(database)) return message + ": " + qt_error_string(why);
+        return message;
+    default:
+        return message;
+    }
+}
+
 } // namespace
 
 struct SqliteFile::Function {
@@ -128,9 +145,10 @@ SqliteFile::SqliteFile(const QString& path, Mode mode) : m_path(path) {
         SQLITE_OPEN_READWRITE | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
     const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &m_database, flags, nullptr);
     if (code != SQLITE_OK) {
+        const QString reason = reasonOf(m_database, code, QString::fromUtf8(sqlite3_errmsg(m_database)));
         sqlite3_close(m_database);
-        throw DbError(DbError::Unreachable, QString("The server file \"%1\" cannot be opened.").arg(path), {},
-                      true);
+        throw DbError(DbError::Unreachable,
+                      QString("The server file \"%1\" cannot be opened: %2.").arg(path, reason), {}, true);
     }
     sqlite3_extended_result_codes(m_database, 1);
     sqlite3_busy_handler(m_database, waitForLock, this);
@@ -139,6 +157,10 @@ SqliteFile::SqliteFile(const QString& path, Mode mode) : m_path(path) {
 
 SqliteFile::~SqliteFile() {
     sqlite3_close_v2(m_database);
+}
+
+bool SqliteFile::isReadOnly() const {
+    return sqlite3_db_readonly(m_database, "main") == 1;
 }
 
 void SqliteFile::fail(int code, const QString& message) {
@@ -160,9 +182,10 @@ void SqliteFile::fail(int code, const QString& message) {
     case SQLITE_FULL:
         throw DbError(1105, "Could not allocate space: the disk is full.");
     default:
-        throw DbError(losesConnection(code) ? int(DbError::Unreachable) : 0,
-                      QString("The server file \"%1\" failed: %2").arg(m_path, message), {},
-                      losesConnection(code));
+        throw DbError(
+            losesConnection(code) ? int(DbError::Unreachable) : 0,
+            QString("The server file \"%1\" failed: %2").arg(m_path, reasonOf(m_database, code, message)), {},
+            losesConnection(code));
     }
 }
 

@@ -89,6 +89,9 @@ public:
     SqliteFile& operator=(const SqliteFile&) = delete;
     ~SqliteFile();
 
+    /// Whether the system or the disk lets the file only be read.
+    bool isReadOnly() const;
+
     SqliteStatement prepare(const QString& sql, const std::vector<Value>& values = {});
     void run(const QString& sql, const std::vector<Value>& values = {});
     Value scalar(const QString& sql, const std::vector<Value>& values = {});

@@ -1,7 +1,9 @@
 #include "numbers/NumberFile.h"
 
+#include "base/Csv.h"
 #include "base/WholeFile.h"
 #include "db/ForeignText.h"
+#include "numbers/NumberTable.h"
 
 #include <QDir>
 #include <QFile>
@@ -28,6 +30,11 @@ bool isBinary(const QString& text) {
     });
 }
 
+/// A sign and no letters make at most a sum of a number; other programs have to read it as it stands.
+bool isDialled(const QString& number) {
+    return (number.startsWith('+') || number.startsWith('-')) && !holdsLetters(number);
+}
+
 } // namespace
 
 QStringList numbersIn(const QString& text) {
@@ -46,12 +53,15 @@ QStringList read(const QString& path) {
     if (file.size() > LargestFile) refuse(path, "is too large for a list of telephone numbers.");
     QString text = foreignText(file.readAll());
     if (isBinary(text)) refuse(path, "is not a list of telephone numbers: it holds no plain text.");
-    return numbersIn(text.remove(u'\x1a'));
+    QStringList numbers = numbersIn(text.remove(u'\x1a'));
+    for (QString& number : numbers) number = unguardFormula(number);
+    return numbers;
 }
 
 void write(const QString& path, const QStringList& numbers) {
     QByteArray content;
-    for (const QString& number : numbers) content += number.toUtf8() + "\r\n";
+    for (const QString& number : numbers)
+        content += (isDialled(number) ? number : guardFormula(number)).toUtf8() + "\r\n";
     if (const QString problem = writeWhole(path, content); !problem.isEmpty())
         refuse(path, "cannot be written: " + problem);
 }

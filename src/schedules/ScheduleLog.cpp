@@ -74,7 +74,9 @@ QString logSummary(const std::vector<LogEntry>& log) {
 QString logAsCsv(const std::vector<LogEntry>& log) {
     QString text = csvLine({"Schedule Report", "Error Code", "Description"}) + "\r\n";
     for (const LogEntry& entry : log)
-        text += csvLine({entry.reportName, QString::number(entry.errorCode), entry.description}) + "\r\n";
+        text += csvLine({guardFormula(entry.reportName), QString::number(entry.errorCode),
+                         guardFormula(entry.description)})
+                + "\r\n";
     return text;
 }
 

@@ -134,7 +134,8 @@ private slots:
                                        {"", "no account", "1", "it@example.com"},
                                        {"BW10023", " blank ", "1", "it@example.com"},
                                        {"BW10023", "no address", "1", "it"},
-                                       {"BÜ1", "Αθήνα", "1", "it@example.com"}};
+                                       {"BÜ1", "Αθήνα", "1", "it@example.com"},
+                                       {"=A1", "'=B1, C1", "1", "+it@example.com"}};
         QList<MailEntry> writable;
         QStringList centres;
         for (const MailEntry& entry : entries) {
@@ -143,10 +144,11 @@ private slots:
             centres << entry.costCentre;
         }
         QCOMPARE(centres, (QStringList{"Engineers' Yard", "O'Connell, \"Street\" 'Shop'", "IT \"Blue\" Team",
-                                       "\"Blue\"", "a comma, here", " blank ", "Αθήνα"}));
+                                       "\"Blue\"", "a comma, here", " blank ", "Αθήνα", "'=B1, C1"}));
         const QString path = m_folder.filePath("export.csv");
         writeAddressFile(path, writable);
         QVERIFY(readFile(path).contains("BW10023,Engineers' Yard,2,m.o'connor@example.ie\r\n"));
+        QVERIFY(readFile(path).endsWith("'=A1,\"''=B1, C1\",1,'+it@example.com\r\n"));
         const AddressFile file = readAddressFile(path);
         QList<MailEntry> read;
         for (const ImportRow& row : mapLines(file, layoutsFor(file).first(), {}, {}, [](qsizetype) {}))

@@ -137,6 +137,9 @@ private slots:
             QVERIFY(!login.logIn());
             QCOMPARE(login.shown(),
                      QStringList("The Security file is invalid.  Please contact your Administrator."));
+            const QString reason = content.isNull() ? "No such file" : "damaged";
+            QVERIFY(login.program.messages.lastDetails().contains(file + ": ")
+                    && login.program.messages.lastDetails().contains(reason));
         }
     }
 

@@ -35,6 +35,25 @@ private slots:
         }
     }
 
+    void errorLogStaysBoundedAndHasAFileForEveryName() {
+        const QTemporaryDir folder;
+        ErrorLog log;
+        log.setFolder(folder.path());
+        QSet<QString> files;
+        for (const QString& name : {QString(300, u'Ω'), QString(300, u'Ω') + 'x', QString("a\tb\n\x01")}) {
+            log.setUserName(name);
+            log.write("begun");
+            QVERIFY2(readFile(log.path()).startsWith("\"begun\""), qPrintable(log.path()));
+            files << log.path();
+        }
+        QCOMPARE(files.size(), 3);
+        QVERIFY(QDir().mkpath(log.backupPath() + "/occupied"));
+        writeFile(log.path(), QByteArray(1'000'001, 'x') + "\nlast\n");
+        log.write("one more");
+        QVERIFY(QFileInfo(log.path()).size() < 600'000);
+        QVERIFY(readFile(log.path()).endsWith("last\n\"one more\"\r\n"));
+    }
+
     void errorLogMarksFatalErrors() {
         const QTemporaryDir folder;
         ErrorLog log;

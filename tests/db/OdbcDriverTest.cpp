@@ -37,13 +37,16 @@ private slots:
         const Rows<QString, QString, QString, QString> row; // the last after DRIVER; empty: refused
         const char* tds = "FreeTDS";
         row("FreeTDS host", tds, "host", "p=' \"x",
-            "SERVER=host;PORT=1433;TDS_Version=7.4;ClientCharset=UTF-8;UID=u;PWD=p=' \"x;DATABASE=d");
+            "SERVER=host;PORT=1433;Encryption=require;TDS_Version=7.4;ClientCharset=UTF-8;UID=u;PWD=p=' "
+            "\"x;DATABASE=d");
         row("FreeTDS port", tds, " host , 1500 ", "p",
-            "SERVER=host;PORT=1500;TDS_Version=7.4;ClientCharset=UTF-8;UID=u;PWD=p;DATABASE=d");
+            "SERVER=host;PORT=1500;Encryption=require;TDS_Version=7.4;ClientCharset=UTF-8;UID=u;PWD=p;"
+            "DATABASE=d");
         row("FreeTDS instance", tds, "host\\i", "p",
-            "SERVER=host\\i;TDS_Version=7.4;ClientCharset=UTF-8;UID=u;PWD=p;DATABASE=d");
+            "SERVER=host\\i;Encryption=require;TDS_Version=7.4;ClientCharset=UTF-8;UID=u;PWD=p;DATABASE=d");
         row("FreeTDS instance and port", "/lib/libtdsodbc.so", "host\\i,1500", "p",
-            "SERVER=host;PORT=1500;TDS_Version=7.4;ClientCharset=UTF-8;UID=u;PWD=p;DATABASE=d");
+            "SERVER=host;PORT=1500;Encryption=require;TDS_Version=7.4;ClientCharset=UTF-8;UID=u;PWD=p;"
+            "DATABASE=d");
         row("Microsoft's host", Newest, "host", "p;{x}",
             "SERVER=host;Encrypt=yes;TrustServerCertificate=no;UID={u};PWD={p;{x}}};DATABASE={d}");
         row("Microsoft's port", Newest, "host,1500", "",
@@ -72,6 +75,25 @@ private slots:
     void encryptionFollowsTheSettings() {
         const QString text = OdbcDriver(Newest).connectionString({"u", "p", "d", "h"}, {"", false, true});
         QVERIFY2(text.contains(";Encrypt=no;TrustServerCertificate=yes;"), qPrintable(text));
+        const OdbcSettings section{"", false, false, true};
+        const QString tds = OdbcDriver("FreeTDS").connectionString({"u", "p", "d", " reports "}, section);
+        QVERIFY2(tds.contains("SERVERNAME=reports;Encryption=request;") && !tds.contains("PORT"),
+                 qPrintable(tds));
+    }
+
+    void whatADriverDoesNotDoIsTold_data() {
+        const Rows<QString, OdbcSettings, QString> row;
+        row("FreeTDS", "FreeTDS", {}, "only when freetds.conf names it");
+        row("FreeTDS with its file", "FreeTDS", {"", true, false, true}, "");
+        row("FreeTDS, any certificate", "FreeTDS", {"", true, true}, "");
+        row("Microsoft's", Newest, {}, "");
+        row("another", "SQLite3", {}, "not told to encrypt");
+    }
+
+    void whatADriverDoesNotDoIsTold() {
+        const auto [driver, settings, words] = thisRow<QString, OdbcSettings, QString>();
+        const QString told = OdbcDriver(driver).shortcoming(settings);
+        QVERIFY2(words.isEmpty() ? told.isEmpty() : told.contains(words), qPrintable(told));
     }
 };
 

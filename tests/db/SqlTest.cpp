@@ -34,10 +34,12 @@ private slots:
     }
 
     void whatCannotBeStoredIsRefused() {
-        const QString nul = QString("a") + QChar(u'\0') + "b";
-        QVERIFY(errorOf<Refusal>([&] { sql("{}", nul); }));
-        QVERIFY(errorOf<Refusal>([&] { sql("{}", Name(nul)); }));
-        QVERIFY(errorOf<Refusal>([&] { sql("{}", Secret{nul}); }));
+        for (const QChar sign : {QChar(u'\0'), QChar(0xd83d), QChar(0xde00)}) {
+            const QString text = QString("a") + sign + "b";
+            QVERIFY(errorOf<Refusal>([&] { sql("{}", text); }));
+            QVERIFY(errorOf<Refusal>([&] { sql("{}", Name(text)); }));
+            QVERIFY(errorOf<Refusal>([&] { sql("{}", Secret{text}); }));
+        }
         QVERIFY(errorOf<Refusal>([] { sql("{}", Name("")); }));
         QVERIFY(errorOf<Refusal>([] { sql("{}", std::numeric_limits<double>::infinity()); }));
     }

@@ -117,6 +117,14 @@ private slots:
         QVERIFY(file.remove());
         embedded::EmbeddedServer::create(path, "secret");
         QCOMPARE(rowsOf(*embedded::EmbeddedServer::open(target), "select 1"), "1");
+        QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(100)); // behind what tells SQLite's files
+        file.write(QByteArray(int(file.size()) - 100, 'x'));
+        file.close();
+        const DbError damaged = openError(target);
+        QCOMPARE(damaged.number(), int(DbError::Unreachable));
+        QVERIFY2(damaged.text().contains("damaged"), qPrintable(damaged.text()));
+        const DbError inFolder = openError({"sa", "secret", {}, "file:" + folder.path()});
+        QVERIFY2(inFolder.text().endsWith("is a folder."), qPrintable(inFolder.text()));
     }
 
     void theServerGoesAndComesBack() {

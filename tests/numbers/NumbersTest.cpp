@@ -182,7 +182,7 @@ private slots:
     void savedFileAndOverwriting() {
         Office office;
         frmRangeSel screen(office.program.context);
-        QCOMPARE(screen.SetupNumbers("01234, *9£", "Calls to"), 0);
+        QCOMPARE(screen.SetupNumbers("01234,*9£,+44,=1+1,=A1,-B1", "Calls to"), 0);
         const QString path = file("old");
         office.program.messages.pick(m_folder.filePath("numbers")); // becomes numbers.CSV
         press(screen, "cmdSave");
@@ -194,17 +194,18 @@ private slots:
         office.program.messages.pick(path);
         office.program.messages.answer(true);
         press(screen, "cmdSave");
+        QVERIFY(readFile(path).endsWith("\r\n+44\r\n'=1+1\r\n'=A1\r\n'-B1\r\n"));
         office.program.messages.pick(path);
         press(screen, "cmdDelete");
         press(screen, "cmdLoad");
-        QCOMPARE(grid(screen), (QStringList{"01234", "*9£"}));
+        QCOMPARE(grid(screen), (QStringList{"01234", "*9£", "+44", "=1+1"}));
         office.program.messages.pick(m_folder.filePath("none.csv"));
         press(screen, "cmdLoad");
         QVERIFY(office.shown().last().contains("cannot be read"));
         office.program.messages.pick(m_folder.filePath("no such folder/out.csv"));
         press(screen, "cmdSave");
         QVERIFY(office.shown().last().contains("cannot be written"));
-        QCOMPARE(grid(screen), (QStringList{"01234", "*9£"}));
+        QCOMPARE(grid(screen), (QStringList{"01234", "*9£", "+44", "=1+1"}));
     }
 
     /// Whichever statement of a load fails, the list on the server and in the grid is as before.

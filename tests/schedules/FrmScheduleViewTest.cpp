@@ -38,7 +38,7 @@ struct View : ScheduleScreen<frmScheduleView> {
         addLog(id, reportId(), 0);
         addLog(id, reportId(), 17, "No calls,\r\n\"none\" at all", "  Dear calls ");
         addLog(id, 999'999, 0);
-        addLog(id, -1, -1, "Status reset by user");
+        addLog(id, -1, -1, "=1+1 by user");
         return id;
     }
 };
@@ -64,7 +64,7 @@ private slots:
         QVERIFY2(entries[0].contains(" - ") && entries[0].endsWith("|ErrorCode #0:"), qPrintable(entries[0]));
         QCOMPARE(entries[1], QString("Dear calls|ErrorCode #17:No calls,  \"none\" at all"));
         QCOMPARE(entries[2], QString("(deleted Report)|ErrorCode #0:"));
-        QCOMPARE(entries[3], QString("Schedule|ErrorCode #-1:Status reset by user"));
+        QCOMPARE(entries[3], QString("Schedule|ErrorCode #-1:=1+1 by user"));
         // The first failure is selected and can be read in full.
         QVERIFY(view.control<QPlainTextEdit>("txtDetails")
                     .toPlainText()
@@ -85,7 +85,8 @@ private slots:
             view.press("cmdSaveLog");
         }
         const QString csv = QString::fromUtf8(readFile(path));
-        QVERIFY2(csv.contains("\"Dear calls\",\"17\",\"No calls,\r\n\"\"none\"\" at all\"\r\n"),
+        QVERIFY2(csv.contains("\"Dear calls\",\"17\",\"No calls,\r\n\"\"none\"\" at all\"\r\n")
+                     && csv.endsWith("\"Schedule\",\"-1\",\"'=1+1 by user\"\r\n"),
                  qPrintable(csv));
         view.shown();
         view.program.messages.pick("/nowhere/at/all.csv");
