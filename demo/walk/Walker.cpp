@@ -83,7 +83,7 @@ void Walker::finish(bool passed) {
 }
 
 Walker::Ready on(const QString& screenName, std::function<bool(QWidget&)> condition) {
-    return [=](QWidget& screen) {
+    return [screenName, condition = std::move(condition)](QWidget& screen) {
         return screen.objectName() == screenName && (!condition || condition(screen));
     };
 }

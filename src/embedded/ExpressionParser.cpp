@@ -199,7 +199,7 @@ ExprPtr parseSum(TokenReader& in) {
     return sum;
 }
 
-ExprPtr parseIn(TokenReader& in, ExprPtr left, bool negated) {
+ExprPtr parseIn(TokenReader& in, const ExprPtr& left, bool negated) {
     auto expr = makeExpr(Expr::In, {}, {left});
     expr->flag = negated;
     in.expect("(");
@@ -212,7 +212,7 @@ ExprPtr parseIn(TokenReader& in, ExprPtr left, bool negated) {
     return expr;
 }
 
-ExprPtr finishPredicate(TokenReader& in, ExprPtr left) {
+ExprPtr finishPredicate(TokenReader& in, const ExprPtr& left) {
     static const QHash<QString, QString> comparisons{{"=", "="},   {"<>", "<>"}, {"!=", "<>"},
                                                      {"<", "<"},   {">", ">"},   {"<=", "<="},
                                                      {">=", ">="}, {"!<", ">="}, {"!>", "<="}};
