@@ -62,7 +62,10 @@ public:
     public:
         Iterator(const RecordSet& set, qsizetype index) : m_set(&set), m_index(index) {}
         Row operator*() const { return {*m_set, m_index}; }
-        Iterator& operator++() { return ++m_index, *this; }
+        Iterator& operator++() {
+            ++m_index;
+            return *this;
+        }
         bool operator!=(const Iterator& other) const { return m_index != other.m_index; }
 
     private:

@@ -56,13 +56,22 @@ Results RecordingServer::execute(const Sql& batch) {
 }
 
 void RecordingServer::begin() {
-    recorded(sql("(begin)"), [&] { return m_server->begin(), Results(); });
+    recorded(sql("(begin)"), [&] {
+        m_server->begin();
+        return Results();
+    });
 }
 
 void RecordingServer::commit() {
-    recorded(sql("(commit)"), [&] { return m_server->commit(), Results(); });
+    recorded(sql("(commit)"), [&] {
+        m_server->commit();
+        return Results();
+    });
 }
 
 void RecordingServer::rollback() {
-    recorded(sql("(rollback)"), [&] { return m_server->rollback(), Results(); });
+    recorded(sql("(rollback)"), [&] {
+        m_server->rollback();
+        return Results();
+    });
 }

@@ -30,7 +30,10 @@ int fullYear(const QString& digits) {
 }
 
 bool parseDay(const QString& text, Order order, QDate& date) {
-    if (text.isEmpty()) return date = base, true;
+    if (text.isEmpty()) {
+        date = base;
+        return true;
+    }
     static const QRegularExpression compact("^\\d{8}$|^\\d{6}$");
     if (compact.match(text).hasMatch()) {
         date = QDate(fullYear(text.chopped(4)), text.right(4).left(2).toInt(), text.right(2).toInt());

@@ -85,17 +85,27 @@ bool parseColumnOption(TokenReader& in, Column& column, TableDef& table, const Q
     constraint.name = constraintName;
     constraint.columns = {column.name};
     refuseChecks(in);
-    if (in.accept("not", "null")) return column.nullable = false, true;
+    if (in.accept("not", "null")) {
+        column.nullable = false;
+        return true;
+    }
     if (in.accept("null")) return true;
-    if (in.accept("identity")) return parseIdentity(in, column), true;
+    if (in.accept("identity")) {
+        parseIdentity(in, column);
+        return true;
+    }
     in.refuse({"rowguidcol", "sparse"}, "columns that are ");
-    if (in.is("collate")) return skipCollation(in), true;
+    if (in.is("collate")) {
+        skipCollation(in);
+        return true;
+    }
     if (in.accept("default")) {
         column.defaultText = takeDefault(in);
         if (constraintName.isEmpty()) return true;
         constraint.kind = ObjectKind::Default;
         constraint.text = column.defaultText;
-        return table.constraints.push_back(constraint), true;
+        table.constraints.push_back(constraint);
+        return true;
     }
     if (in.accept("primary", "key")) {
         constraint.kind = ObjectKind::PrimaryKey;

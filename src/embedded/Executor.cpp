@@ -92,10 +92,12 @@ Executor::Flow Executor::execute(const Statement& statement) {
     try {
         return std::visit(
             [this](const auto& what) {
-                if constexpr (std::is_void_v<decltype(run(what))>)
-                    return run(what), Flow::Next;
-                else
+                if constexpr (std::is_void_v<decltype(run(what))>) {
+                    run(what);
+                    return Flow::Next;
+                } else {
                     return run(what);
+                }
             },
             statement.what);
     } catch (const ConstraintError& error) {

@@ -81,12 +81,14 @@ private:
     QString delimited(QChar close) {
         QString text;
         for (++m_at; m_at < m_batch.size(); ++m_at) {
-            if (peek() != close)
+            if (peek() != close) {
                 text += peek();
-            else if (peek(1) == close)
+            } else if (peek(1) == close) {
                 text += m_batch[m_at++];
-            else
-                return ++m_at, text;
+            } else {
+                ++m_at;
+                return text;
+            }
         }
         throw serverError(105, "Unclosed quotation mark after the character string '%1'.", text);
     }

@@ -38,7 +38,10 @@ public:
     public:
         explicit Iterator(std::vector<Keyed>::const_iterator at) : m_at(at) {}
         clsReport& operator*() const { return *m_at->report; }
-        Iterator& operator++() { return ++m_at, *this; }
+        Iterator& operator++() {
+            ++m_at;
+            return *this;
+        }
         bool operator!=(const Iterator& other) const { return m_at != other.m_at; }
 
     private:

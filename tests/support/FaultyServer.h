@@ -86,7 +86,10 @@ public:
     }
     void commit() override {
         try {
-            step([&] { return m_server->commit(), Results(); });
+            step([&] {
+                m_server->commit();
+                return Results();
+            });
         } catch (const DbError&) {
             if (!m_fault.after) m_server->rollback(); // as every server does with a commit that fails
             throw;
