@@ -43,14 +43,18 @@ public:
     /// Reports that are about one thing need to be told which.
     std::optional<Fault> missingValueFault() const {
         const int report = m_report.ReportSubType();
-        if (report == SelectedCircuitReport && m_parameters.SelectedCircuitID().isEmpty())
+        switch (missingValue(report, m_parameters)) {
+        case MissingValue::Circuit:
             return Fault{"You have not selected a circuit for the 'Selected Circuit' Report"};
-        if (report == CallsToNumberReport && m_parameters.CallsToNumber().isEmpty())
+        case MissingValue::CallsTo:
             return Fault{"You have not selected any call to for the 'Calls To' Report"};
-        if (report == CallsNotToNumberReport && m_parameters.CallsNotToNumber().isEmpty())
+        case MissingValue::CallsNotTo:
             return Fault{"You have not selected any calls not to for the 'Calls Not To' Report"};
-        if (report == CallsFromNumberReport && m_parameters.CallsFromNumber().isEmpty())
+        case MissingValue::CallsFrom:
             return Fault{"You have not selected any calls from for the 'Calls From' Report"};
+        case MissingValue::None:
+            break;
+        }
         if (report == RepeatCallerReport && m_parameters.RepeatCallerThreshold().isEmpty())
             return Fault{"You have not entered a threshold for the 'Repeat Caller' Report"};
         const bool needsNumber = offers(AccountsGroup) && m_parameters.AccountFilter() == OneServiceNumber;
@@ -112,6 +116,21 @@ private:
 };
 
 } // namespace
+
+MissingValue missingValue(int reportSubType, const clsReportParameters& parameters) {
+    switch (reportSubType) {
+    case SelectedCircuitReport:
+        return parameters.SelectedCircuitID().isEmpty() ? MissingValue::Circuit : MissingValue::None;
+    case CallsToNumberReport:
+        return parameters.CallsToNumber().isEmpty() ? MissingValue::CallsTo : MissingValue::None;
+    case CallsNotToNumberReport:
+        return parameters.CallsNotToNumber().isEmpty() ? MissingValue::CallsNotTo : MissingValue::None;
+    case CallsFromNumberReport:
+        return parameters.CallsFromNumber().isEmpty() ? MissingValue::CallsFrom : MissingValue::None;
+    default:
+        return MissingValue::None;
+    }
+}
 
 QString captionFault(const QString& caption) {
     if (caption.trimmed().isEmpty()) return "Report caption is blank - please enter a valid caption";

@@ -17,6 +17,10 @@ QString amountFault(const QString& text);
 /// that is no amount has words of its own.
 QString thresholdsFault(const QString& kind, const QString& lower, const QString& higher);
 
+/// What a report is about, and has not been told.
+enum class MissingValue { None, Circuit, CallsTo, CallsNotTo, CallsFrom };
+MissingValue missingValue(int reportSubType, const clsReportParameters& parameters);
+
 struct Fault {
     QString text;
     bool information = false; ///< shown with the information icon

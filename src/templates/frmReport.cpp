@@ -2,6 +2,7 @@
 
 #include "base/MailOptions.h"
 #include "base/Session.h"
+#include "parameters/ParameterChecks.h"
 #include "parameters/ParameterRows.h"
 #include "parameters/frmBillSelection.h"
 #include "parameters/frmSelectParameters.h"
@@ -269,14 +270,19 @@ QString frmReport::firstFault() const {
     const int report = m_report.ReportSubType();
     if (m_report.ReportType() == 0) return "Please select a report type";
     if (report == 0) return "You must select a report.";
-    if (report == CallsFromNumberReport && parameters.CallsFromNumber().isEmpty())
+    switch (parameterChecks::missingValue(report, parameters)) {
+        using enum parameterChecks::MissingValue;
+    case CallsFrom:
         return "You have not selected any numbers for the 'Calls From Number' Report";
-    if (report == CallsToNumberReport && parameters.CallsToNumber().isEmpty())
+    case CallsTo:
         return "You have not selected any numbers for the 'Calls To Number' Report";
-    if (report == CallsNotToNumberReport && parameters.CallsNotToNumber().isEmpty())
+    case CallsNotTo:
         return "You have not selected any numbers for the 'Calls Not To Number' Report";
-    if (report == SelectedCircuitReport && parameters.SelectedCircuitID().isEmpty())
+    case Circuit:
         return "You have not selected a circuit for the 'Selected Circuit' Report";
+    case None:
+        break;
+    }
     if (isHandsetReport(m_report.ReportType(), report) && parameters.ServiceNumber().isEmpty()
         && parameters.LineSelection().isEmpty())
         return "You have not selected a handset for the 'Selected Handset' Report";
