@@ -93,5 +93,6 @@ ProjectList loadProjectList(Session& session) {
             "Load Database List", 1,
             name + " appears to have no cost centres or is corrupt.  This project will not be listed");
     }
+    list.names.sort(Qt::CaseInsensitive); // the server promises no order
     return list;
 }

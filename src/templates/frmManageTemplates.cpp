@@ -20,6 +20,7 @@
 #include "ui_frmManageTemplates.h"
 
 #include <QToolButton>
+#include <algorithm>
 
 frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmManageTemplates>()) {
@@ -86,6 +87,8 @@ void frmManageTemplates::fillList() {
         row.icon = icons[clsTemplate::iconOf(header)];
         rows.push_back(std::move(row));
     }
+    // The server promises no order; a click on a header sorts otherwise.
+    std::ranges::sort(rows, {}, [](const ListRow& row) { return row.text(0).toCaseFolded(); });
     m_ui->header->setNote(rows.size() == 1 ? QString("1 template")
                                            : QString("%1 templates").arg(rows.size()));
     m_ui->lstTemplates->setRows(std::move(rows));
