@@ -43,7 +43,6 @@ void refresh(benchmark::State& state, bool changes) {
     screen.resize(1366, 768);
     screen.show();
     QApplication::processEvents();
-    const qint64 before = session.db().statementCount();
     for (auto _ : state) {
         if (changes) {
             state.PauseTiming();
@@ -55,8 +54,6 @@ void refresh(benchmark::State& state, bool changes) {
         screen.FillScheduleList();
         QApplication::processEvents();
     }
-    state.counters["statements"] =
-        double(session.db().statementCount() - before) / double(state.iterations());
     state.counters["peakMiB"] = peakMemory();
 }
 

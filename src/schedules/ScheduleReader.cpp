@@ -36,10 +36,6 @@ ScheduleReader::~ScheduleReader() {
     if (m_task) m_task->onDone({});
 }
 
-qint64 ScheduleReader::statementCount() const {
-    return m_worker->connection.statementCount();
-}
-
 void ScheduleReader::post() {
     m_result = std::make_shared<std::optional<ScheduleChanges>>();
     m_task = m_thread.post([worker = m_worker, result = m_result, anew = std::exchange(m_anew, false)] {
@@ -65,6 +61,9 @@ void ScheduleReader::deliver() {
         task->rethrow();
     } catch (const DbError& error) {
         emit failed(error);
+        return;
+    } catch (const std::exception& error) { // a driver that is gone, say: nothing may leave an event handler
+        emit failed(DbError(0, QString::fromUtf8(error.what())));
         return;
     }
     emit changed(**m_result);

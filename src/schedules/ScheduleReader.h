@@ -27,8 +27,6 @@ public:
     /// way. Throws DbError.
     ScheduleChanges read();
 
-    qint64 statementCount() const; ///< for tests and benchmarks, while nothing is under way
-
 signals:
     void changed(const ScheduleChanges& changes);
     void failed(const DbError& error);

@@ -53,8 +53,8 @@ SlotName::SlotName(const std::source_location& where) {
 
 bool guarded(const ScreenContext& context, QWidget* screen, const std::function<void()>& body,
              const QString& headline, const SlotName& slot) {
-    bool again = false;
-    do try {
+    for (;;) {
+        try {
             body();
             return true;
         } catch (const Refusal& refusal) {
@@ -64,14 +64,16 @@ bool guarded(const ScreenContext& context, QWidget* screen, const std::function<
             return false;
         } catch (const DbError& error) {
             context.session.log.write(slot.text(), error);
-            again = error.number() == DbError::LockTimeout && context.messages.ask(screen, lockedQuestion);
-            if (error.number() != DbError::LockTimeout) tell(context, screen, error, headline);
+            if (error.number() != DbError::LockTimeout) {
+                tell(context, screen, error, headline);
+                return false;
+            }
+            if (!context.messages.ask(screen, lockedQuestion)) return false;
         } catch (const std::exception& error) {
             context.session.log.write(slot.text(), 1, QString::fromUtf8(error.what()));
             context.messages.notice(screen,
                                     QString("The action could not be completed: %1").arg(error.what()));
             return false;
         }
-    while (again);
-    return false;
+    }
 }
