@@ -18,7 +18,7 @@
 /// bench-gaps [milliseconds for each answer] [every how many batches it says nothing for five seconds, 0
 /// never]
 ///            [blocking]
-/// Prints the round trips of each step as well.
+/// Prints the round trips, the time and the longest gap of each step as well.
 namespace {
 
 struct Slowness {
@@ -69,6 +69,8 @@ public:
             m_sinceTurn.invalidate();
         });
     }
+    /// Since the last call.
+    qint64 longest() { return std::exchange(m_longest, 0); }
     void print() {
         std::ranges::sort(m_gaps, std::greater());
         std::printf("longest gaps:");
@@ -79,12 +81,16 @@ public:
 
 private:
     void turn() {
-        if (m_sinceTurn.isValid()) m_gaps.push_back(m_sinceTurn.elapsed());
+        if (m_sinceTurn.isValid()) {
+            m_gaps.push_back(m_sinceTurn.elapsed());
+            m_longest = std::max(m_longest, m_gaps.back());
+        }
         m_sinceTurn.start();
     }
 
     QElapsedTimer m_sinceTurn;
     std::vector<qint64> m_gaps;
+    qint64 m_longest = 0;
 };
 
 } // namespace
@@ -111,7 +117,10 @@ int main(int argc, char* argv[]) {
     // What the step before it cost, with what the program does in the background meanwhile.
     const auto note = [&, batches = 0]() mutable {
         const int now = slowness.batches;
-        return QString("(%1 round trips, %2 ms)").arg(now - std::exchange(batches, now)).arg(clock.restart());
+        return QString("(%1 round trips, %2 ms, longest gap %3 ms)")
+            .arg(now - std::exchange(batches, now))
+            .arg(clock.restart())
+            .arg(gaps.longest());
     };
     const bool passed = walkProgram(application, {"file:" + file,
                                                   folder.filePath("app"),

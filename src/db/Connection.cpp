@@ -88,7 +88,7 @@ std::vector<RecordSet> Connection::queryAll(const QList<Sql>& readings, const QS
 
 QString Connection::scalar(const Sql& batch) {
     const RecordSet set = query(batch);
-    return set.isEmpty() ? QString() : set.cell(0, 0);
+    return set.isEmpty() ? QString() : set.cell(0, 0).toString();
 }
 
 qint64 Connection::changedRows(const Sql& batch) {

@@ -55,7 +55,7 @@ bool readRows(const OdbcHandle& statement, SQLSMALLINT columns, RecordSet& set) 
         for (SQLSMALLINT column = 1; column <= columns; ++column) {
             QString value;
             if (!readValue(statement, column, value)) return false;
-            set.append(std::move(value));
+            set.append(value);
         }
     }
     return code == SQL_NO_DATA;

@@ -8,7 +8,7 @@ bool Row::isNull(int column) const {
     return m_set->cell(m_index, column).isNull();
 }
 QString Row::text(int column) const {
-    return m_set->cell(m_index, column);
+    return m_set->cell(m_index, column).toString();
 }
 int Row::integer(int column) const {
     bool plain = false;
@@ -49,14 +49,26 @@ bool Row::operator==(const Row& other) const {
     const int columns = int(m_set->columns().size());
     if (columns != other.m_set->columns().size()) return false;
     for (int column = 0; column < columns; ++column)
-        if (m_set->cell(m_index, column) != other.m_set->cell(other.m_index, column)) return false;
+        if (m_set->cell(m_index, column) != other.m_set->cell(other.m_index, column)
+            || isNull(column) != other.isNull(column))
+            return false;
     return true;
 }
 
-const QString& RecordSet::cell(qsizetype row, int column) const {
+QStringView RecordSet::cell(qsizetype row, int column) const {
     if (column < 0 || column >= m_columns.size())
         throw DbError(DbError::InvalidColumn, QString("Invalid column number %1.").arg(column));
-    return m_cells.at(std::size_t(row * m_columns.size() + column));
+    const Cell& cell = m_cells.at(std::size_t(row * m_columns.size() + column));
+    return cell.length == nullLength ? QStringView() : QStringView(m_text).sliced(cell.from, cell.length);
+}
+
+RecordSet RecordSet::arranged(const std::vector<qsizetype>& places) const {
+    RecordSet set(m_columns);
+    set.m_text.reserve(m_text.size());
+    set.m_cells.reserve(m_cells.size());
+    for (const qsizetype place : places)
+        for (int column = 0; column < m_columns.size(); ++column) set.append(cell(place, column));
+    return set;
 }
 
 int RecordSet::column(const char* name) const {

@@ -27,7 +27,7 @@ public:
     QDate date(const char* column) const;
 
     qsizetype place() const { return m_index; } ///< in its record set, from 0
-    /// The same cells; NULL and '' are the same here.
+    /// The same cells.
     bool operator==(const Row& other) const;
 
 private:
@@ -37,6 +37,8 @@ private:
 
 /// Rows read whole into memory. Every value is text as the server writes it: bit '1', money
 /// '12.3400', datetime '2008-04-01 00:00:00.000'; NULL is the null QString, which differs from ''.
+/// The texts stand one behind another: reading, comparing and freeing a hundred thousand of them would else
+/// be a hundred thousand allocations.
 class RecordSet {
 public:
     RecordSet() = default;
@@ -48,15 +50,21 @@ public:
     }
     bool isEmpty() const { return m_cells.empty(); }
     Row row(qsizetype index) const { return {*this, index}; }
-    const QString& cell(qsizetype row, int column) const;
+    /// Null for NULL; valid until the next append.
+    QStringView cell(qsizetype row, int column) const;
     /// The place of a column; throws DbError (207) when there is none of that name.
     int column(const char* name) const;
 
-    /// The same columns and cells in the same order; NULL and '' are the same here.
+    /// The rows of the given places, in that order.
+    RecordSet arranged(const std::vector<qsizetype>& places) const;
+    /// The same columns and cells in the same order.
     bool operator==(const RecordSet&) const = default;
 
     /// Appends one value; rows fill from left to right.
-    void append(QString value) { m_cells.push_back(std::move(value)); }
+    void append(QStringView value) {
+        m_cells.push_back({m_text.size(), value.isNull() ? nullLength : value.size()});
+        m_text.append(value);
+    }
 
     class Iterator {
     public:
@@ -76,8 +84,16 @@ public:
     Iterator end() const { return {*this, rowCount()}; }
 
 private:
+    struct Cell {
+        qsizetype from = 0;
+        qsizetype length = 0;
+        bool operator==(const Cell&) const = default;
+    };
+    static constexpr qsizetype nullLength = -1;
+
     QStringList m_columns;
-    std::vector<QString> m_cells;
+    QString m_text; ///< of all cells
+    std::vector<Cell> m_cells;
 };
 
 /// All that one batch yields, in order.

@@ -48,11 +48,10 @@ RecordSet withoutOrder(const RecordSet& set) {
             for (const QChar c : set.cell(row, column)) mixed = (mixed ^ c.unicode()) * 0x100000001b3;
         places.emplace_back(mixed * 0x9e3779b97f4a7c15, row);
     }
-    std::sort(places.begin(), places.end());
-    RecordSet mixed(set.columns());
-    for (const auto& place : places)
-        for (int column = 0; column < columns; ++column) mixed.append(set.cell(place.second, column));
-    return mixed;
+    std::ranges::sort(places);
+    std::vector<qsizetype> order(places.size());
+    std::ranges::transform(places, order.begin(), &std::pair<std::size_t, qsizetype>::second);
+    return set.arranged(order);
 }
 
 } // namespace

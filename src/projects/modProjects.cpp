@@ -12,7 +12,7 @@ QString optional(const RecordSet& rows, const char* column, const QString& whenL
                                                                                    : whenLacking;
 }
 
-QDate dateOf(const QString& datetime) {
+QDate dateOf(QStringView datetime) {
     return QDate::fromString(datetime.left(10), Qt::ISODate);
 }
 
@@ -96,7 +96,7 @@ bool CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement) {
         return true;
     }
     const RecordSet bills = db.query(sql("select * from {}.dbo.Tbl50 ", project));
-    const QString account = bills.cell(0, 0);
+    const QString account = bills.cell(0, 0).toString();
     Transaction transaction(db);
     for (const Row bill : bills)
         db.execute(

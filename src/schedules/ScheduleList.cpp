@@ -24,7 +24,7 @@ Sql countingOf(const TemplateHeader& header) {
 QStringList counted(Connection& connection, const QList<Sql>& countings) {
     const auto ask = [&](const QList<Sql>& each) {
         QStringList counts;
-        for (const RecordSet& answer : connection.queryAll(each)) counts << answer.cell(0, 0);
+        for (const RecordSet& answer : connection.queryAll(each)) counts << answer.cell(0, 0).toString();
         return counts;
     };
     const auto isGrave = [](const DbError& error) {

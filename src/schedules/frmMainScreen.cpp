@@ -84,6 +84,7 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
         m_tmrScheduler.start();
     });
     FillScheduleList();
+    m_context.session.turn(); // filling and sorting take a while each when there are tens of thousands
     ListViewColumnSort(*m_ui->lstSchedules, DateColumn, true);
     ListViewColumnSort(*m_ui->lstFinished, DateColumn, true);
     m_ui->lstSchedules->setFocus();
@@ -229,7 +230,7 @@ void frmMainScreen::showChanges(const ScheduleChanges& changes) {
     // A schedule that finished meanwhile is found again in the other list.
     if (m_selectedScheduleId != selected && !m_ui->lstSchedules->selectId(selected))
         m_ui->lstFinished->selectId(selected);
-    PopulateScreen(true);
+    PopulateScreen(changes.complete); // rows that changed have their due text
     m_ui->lblServerState->clear();
 }
 

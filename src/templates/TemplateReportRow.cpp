@@ -66,10 +66,7 @@ RecordSet inOrderOfSaving(const RecordSet& rows) {
     std::vector<qsizetype> order(std::size_t(rows.rowCount()));
     std::iota(order.begin(), order.end(), 0);
     std::ranges::stable_sort(order, {}, [&](qsizetype row) { return rows.row(row).integer(key); });
-    RecordSet sorted(rows.columns());
-    for (const qsizetype row : order)
-        for (int column = 0; column < rows.columns().size(); ++column) sorted.append(rows.cell(row, column));
-    return sorted;
+    return rows.arranged(order);
 }
 
 clsReport readReport(const Row& row, const CurrentProject& project) {

@@ -31,6 +31,20 @@ void ListModel::setRows(std::vector<ListRow> rows) {
 
 void ListModel::update(std::vector<ListRow> rows, const std::vector<int>& gone) {
     const QSet<int> ids(gone.begin(), gone.end());
+    // Each row costs the views a search and a move of its own: beyond some, starting afresh is quicker.
+    if (rows.size() > 1'000) {
+        std::vector<ListRow> all = m_rows;
+        std::erase_if(all, [&](const ListRow& row) { return ids.contains(row.id); });
+        QHash<int, std::size_t> places;
+        for (std::size_t i = 0; i < all.size(); ++i) places.insert(all[i].id, i);
+        for (ListRow& row : rows) {
+            if (const auto place = places.constFind(row.id); place != places.constEnd())
+                all[*place] = std::move(row);
+            else
+                all.push_back(std::move(row));
+        }
+        return resetRows(std::move(all));
+    }
     if (!ids.isEmpty()) removeRanges(goneRanges([&](int id) { return ids.contains(id); }));
     takeRows(std::move(rows));
 }

@@ -30,7 +30,7 @@ public:
     Results execute(const Sql& batch) override {
         m_script.step(batch.text());
         RecordSet set({"a"});
-        set.append("1");
+        set.append(u"1");
         return {{set}, {3, 5}};
     }
     void begin() override { m_script.step("begin"); }

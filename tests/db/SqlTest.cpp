@@ -65,8 +65,8 @@ private slots:
 
     void anUnknownColumnIsAnError() {
         RecordSet set({"ID"});
-        set.append("1");
-        set.append("2");
+        set.append(u"1");
+        set.append(u"2");
         QCOMPARE(errorOf([&] { set.row(0).text("Title"); })->number(), DbError::InvalidColumn);
         QVERIFY(errorOf([&] { set.row(0).text(1); })); // not the next row's value
     }
