@@ -20,7 +20,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QToolButton>
 
 namespace {
 
@@ -89,12 +88,14 @@ frmEmailSettings::~frmEmailSettings() = default;
 
 void frmEmailSettings::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    footer.add("Add", "&Add", "list-add", "Add an address of a cost centre", this,
-               &frmEmailSettings::cmdAdd_Click);
-    QToolButton* remove =
-        footer.add("Delete", "&Delete", "edit-delete", "Delete the selected addresses (Delete)", this,
+    QAction* add = footer.add("Add", "&Add", "list-add", "Add an address of a cost centre", this,
+                              &frmEmailSettings::cmdAdd_Click);
+    add->setShortcut(QKeySequence::New);
+    QAction* remove =
+        footer.add("Delete", "&Delete", "edit-delete", "Delete the selected addresses", this,
                    &frmEmailSettings::cmdDelete_Click);
     footer.needSelection({m_ui->MSFlexGrid1}, {remove});
+    m_ui->MSFlexGrid1->offer({remove, add}, nullptr, remove);
     footer.add("Import", "&Import", "document-import", "Add the addresses of a CSV file", this,
                &frmEmailSettings::cmdImport_Click);
     footer.add("Export", "&Export", "document-export", "Write all addresses into a CSV file", this,

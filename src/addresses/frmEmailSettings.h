@@ -6,7 +6,7 @@
 #include <functional>
 #include <memory>
 
-class QToolButton;
+class QAction;
 namespace Ui {
 class frmEmailSettings;
 }
@@ -52,7 +52,7 @@ private:
     void showProgress(qsizetype entries);
 
     std::unique_ptr<Ui::frmEmailSettings> m_ui;
-    QToolButton* m_cmdSave = nullptr;
+    QAction* m_cmdSave = nullptr;
     AddressBook m_book;
     QList<MailEntry> m_asRead;
     QString m_defaultEmail; ///< as read, like the next

@@ -12,7 +12,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QToolButton>
 
 namespace {
 
@@ -77,10 +76,10 @@ void frmMailImport::buildFooter() {
     m_cmdImport =
         footer.add("Import", "&Import", "document-import", "Add the new addresses to the address book");
     m_ui->footer->setUsable(m_cmdImport, false);
-    connect(m_cmdImport, &QToolButton::clicked, this, &frmMailImport::cmdImport_Click);
+    connect(m_cmdImport, &QAction::triggered, this, &frmMailImport::cmdImport_Click);
     footer.addStretch();
     connect(footer.add("Cancel", "Ca&ncel", "dialog-cancel", "Close without adding anything"),
-            &QToolButton::clicked, this, &frmMailImport::reject);
+            &QAction::triggered, this, &frmMailImport::reject);
 }
 
 void frmMailImport::attempt(const std::function<void()>& body) {
@@ -108,7 +107,7 @@ void frmMailImport::readFile() {
         else if (const ImportRow* stopper = countRows(m_rows).stopper)
             tellStop(*stopper);
         else
-            m_cmdImport->setFocus();
+            m_ui->footer->button(m_cmdImport)->setFocus();
     });
 }
 

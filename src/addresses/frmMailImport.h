@@ -7,7 +7,7 @@
 #include <memory>
 
 class AddressBook;
-class QToolButton;
+class QAction;
 namespace Ui {
 class frmMailImport;
 }
@@ -42,7 +42,7 @@ private:
     void showProgress(qsizetype done);
 
     std::unique_ptr<Ui::frmMailImport> m_ui;
-    QToolButton* m_cmdImport = nullptr;
+    QAction* m_cmdImport = nullptr;
     AddressBook* m_book = nullptr;
     AddressFile m_file;
     QList<AddressLayout> m_layouts;

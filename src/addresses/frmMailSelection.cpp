@@ -12,7 +12,6 @@
 #include "ui/WindowSize.h"
 #include "ui_frmMailSelection.h"
 
-#include <QToolButton>
 
 frmMailSelection::frmMailSelection(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmMailSelection>()) {
@@ -25,12 +24,12 @@ frmMailSelection::frmMailSelection(ScreenContext& context, QWidget* parent)
     m_ui->lstCentres->setHeaderHidden(true);
 
     uctFooter& footer = *m_ui->footer;
-    QToolButton* cmdAdd = footer.add("Add", "&Add", "list-add", "Add the address to the address book");
-    connect(cmdAdd, &QToolButton::clicked, this, &frmMailSelection::cmdAdd_Click);
+    QAction* cmdAdd = footer.add("Add", "&Add", "list-add", "Add the address to the address book");
+    connect(cmdAdd, &QAction::triggered, this, &frmMailSelection::cmdAdd_Click);
     footer.needSelection({m_ui->lstCentres}, {cmdAdd});
     footer.addStretch();
     connect(footer.add("Close", "Clo&se", "dialog-close", "Return to the address book"),
-            &QToolButton::clicked, this, &frmMailSelection::reject);
+            &QAction::triggered, this, &frmMailSelection::reject);
     connect(m_ui->cmdOpen, &QPushButton::clicked, this, &frmMailSelection::cmdOpen_Click);
     connect(m_ui->cmbLevel, &QComboBox::activated, this, &frmMailSelection::cmbLevel_Click);
     m_ui->txtFind->attach(*m_ui->lstCentres);

@@ -92,6 +92,7 @@ LoginOutcome cLogin::logIn(const QString& server, const QString& userName, const
         m_session.log.write("frmLogin.cmdOk_Click", error);
         return {LoginOutcome::Stay, wordsFor(error, server), LoginOutcome::NoField, {}};
     }
+    saveSetting("VWT", "Login", "User", userName);
     if (const QString problem = saveSetting("NorvaQuorraSQL", "Settings", "Server", server);
         !problem.isEmpty())
         m_session.log.write("frmLogin.cmdOk_Click", 1, "Settings cannot be kept: " + problem);
@@ -176,6 +177,10 @@ void cLogin::checkDatabases() {
         if (error.connectionLost() || error.number() == DbError::Stopped) throw;
     }
     for (const QString& database : databases) m_session.db().setDefaultDatabase(database); // which one it is
+}
+
+QString lastUser() {
+    return getSetting("VWT", "Login", "User", "");
 }
 
 QString lastServer() {

@@ -44,3 +44,5 @@ private:
 
 /// The server that the last successful login of this desktop user named; empty when there was none.
 QString lastServer();
+/// The user who logged in last on this desk; empty when nobody did.
+QString lastUser();

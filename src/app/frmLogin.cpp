@@ -7,10 +7,13 @@
 #include "db/SchedulerDatabase.h"
 #include "db/wipe.h"
 #include "ui/Cursors.h"
+#include "ui/Labels.h"
 #include "ui/Messages.h"
+#include "ui/Palette.h"
 #include "ui/SlotGuard.h"
 #include "ui_frmLogin.h"
 
+#include <QKeyEvent>
 #include <QPushButton>
 
 frmLogin::frmLogin(ScreenContext& context, QWidget* parent)
@@ -23,7 +26,23 @@ frmLogin::frmLogin(ScreenContext& context, QWidget* parent)
     connect(cmdOk, &QPushButton::clicked, this, &frmLogin::cmdOk_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmLogin::reject);
     m_ui->txtServer->setText(lastServer());
-    m_ui->TxtUsername->setFocus();
+    m_ui->TxtUsername->setText(lastUser());
+    (m_ui->TxtUsername->text().isEmpty() ? m_ui->TxtUsername : m_ui->TxtPassword)->setFocus();
+    setTextColour(*m_ui->lblCapsLock, Palette::problem());
+    m_ui->lblCapsLock->hide();
+    m_ui->TxtPassword->installEventFilter(this);
+}
+
+/// Qt does not tell the state of the key, but what it does to a letter.
+bool frmLogin::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == m_ui->TxtPassword && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        const QString text = key->text();
+        const bool shift = key->modifiers() & Qt::ShiftModifier;
+        if (text.size() == 1 && text.front().toLower() != text.front().toUpper())
+            m_ui->lblCapsLock->setVisible(text.front().isUpper() != shift);
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 frmLogin::~frmLogin() = default;

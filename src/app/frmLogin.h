@@ -24,6 +24,9 @@ public:
     /// Whether a check that failed ends the program.
     bool endProgram() const { return m_endProgram; }
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private slots:
     void cmdOk_Click();
 

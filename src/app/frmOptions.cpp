@@ -11,7 +11,6 @@
 #include "ui_frmOptions.h"
 
 #include <QDir>
-#include <QToolButton>
 
 frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmOptions>()) {
@@ -21,13 +20,13 @@ frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
         "These settings are managed by the Administrator and are shown here for viewing only.");
     uctFooter& footer = *m_ui->footer;
     m_cmdSave = footer.add("Save", "&Save", "document-save", "Save the options");
-    QToolButton* cmdEmail =
+    QAction* cmdEmail =
         footer.add("Email", "E-&mail", "mail-message", "Edit the e-mail settings and address book");
     footer.addStretch();
-    QToolButton* cmdExit = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
-    connect(m_cmdSave, &QToolButton::clicked, this, &frmOptions::cmdSave_Click);
-    connect(cmdEmail, &QToolButton::clicked, this, &frmOptions::cmdEmail_Click);
-    connect(cmdExit, &QToolButton::clicked, this, &frmOptions::reject);
+    QAction* cmdExit = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
+    connect(m_cmdSave, &QAction::triggered, this, &frmOptions::cmdSave_Click);
+    connect(cmdEmail, &QAction::triggered, this, &frmOptions::cmdEmail_Click);
+    connect(cmdExit, &QAction::triggered, this, &frmOptions::reject);
 
     const auto clearNote = [this] { m_ui->header->setNote({}); };
     connect(m_ui->txtOutput, &QLineEdit::textEdited, this, clearNote);
@@ -37,7 +36,7 @@ frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
     setReadOnly(*m_ui->txtOutput, !mayChange);
     m_ui->chkExcel->setEnabled(mayChange);
     m_ui->chkCSV->setEnabled(mayChange);
-    footer.setOffered(m_cmdSave, mayChange);
+    m_cmdSave->setVisible(mayChange);
     setMinimumWidth(fontMetrics().averageCharWidth() * 90);
 }
 

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-class QToolButton;
+class QAction;
 namespace Ui {
 class frmOptions;
 }
@@ -32,5 +32,5 @@ private:
     bool hasChanges() const;
 
     std::unique_ptr<Ui::frmOptions> m_ui;
-    QToolButton* m_cmdSave;
+    QAction* m_cmdSave;
 };

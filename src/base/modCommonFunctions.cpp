@@ -1,5 +1,7 @@
 #include "base/modCommonFunctions.h"
 
+#include <QRegularExpression>
+
 namespace {
 
 QString counted(qint64 count, const QString& unit) {
@@ -19,4 +21,12 @@ QString durationText(qint64 seconds, bool showSeconds) {
     if (hours > 0) return counted(hours, "Hour") + ", " + counted(minutes, "Min");
     if (minutes > 0) return counted(minutes, "Min");
     return showSeconds && seconds >= 1 ? counted(seconds, "Sec") : QString("");
+}
+
+QString numberedTitle(const QString& title, int number, qsizetype longest) {
+    static const QRegularExpression formerNumber(" \\(\\d+\\)$");
+    const QString tail = QString(" (%1)").arg(number);
+    QString stem = QString(title).remove(formerNumber).left(longest - tail.size());
+    if (!stem.isEmpty() && stem.back().isHighSurrogate()) stem.chop(1);
+    return stem + tail;
 }

@@ -7,7 +7,6 @@
 #include "ui/WindowSize.h"
 #include "ui_frmExcludeNumbers.h"
 
-#include <QToolButton>
 
 frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmExcludeNumbers>()) {
@@ -21,7 +20,7 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
                &frmExcludeNumbers::cmdLoad_Click);
     footer.add("Save", "&Save", "document-save", "Write the numbers to a file", this,
                &frmExcludeNumbers::cmdSave_Click);
-    QToolButton* remove =
+    QAction* remove =
         footer.add("DeletedSelected", "&Delete", "edit-delete", "Delete the selected number", this,
                    &frmExcludeNumbers::cmdDeletedSelected_Click);
     footer.setUsable(remove, false);

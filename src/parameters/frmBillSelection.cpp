@@ -9,7 +9,6 @@
 #include "ui/WindowSize.h"
 #include "ui_frmBillSelection.h"
 
-#include <QToolButton>
 
 namespace {
 
@@ -35,10 +34,10 @@ frmBillSelection::frmBillSelection(ScreenContext& context, QWidget* parent)
     m_ui->lstBills->setEmptyText("This project holds no bills.");
     uctFooter& footer = *m_ui->footer;
     connect(footer.add("Ok", "&OK", "dialog-ok-apply", "Restrict the report to the ticked bills"),
-            &QToolButton::clicked, this, &frmBillSelection::cmdOk_Click);
+            &QAction::triggered, this, &frmBillSelection::cmdOk_Click);
     footer.addStretch();
     connect(footer.add("Cancel", "&Cancel", "dialog-cancel", "Close and keep the former choice"),
-            &QToolButton::clicked, this, &frmBillSelection::reject);
+            &QAction::triggered, this, &frmBillSelection::reject);
     resizeToText(*this, 110, 28);
 }
 

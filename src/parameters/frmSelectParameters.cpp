@@ -25,7 +25,6 @@
 #include "ui_frmSelectParameters.h"
 
 #include <QScrollBar>
-#include <QToolButton>
 
 frmSelectParameters::frmSelectParameters(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent),
@@ -53,7 +52,7 @@ void frmSelectParameters::buildFooter() {
     uctFooter& footer = *m_ui->footer;
     const auto button = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
                             auto slot) {
-        connect(footer.add(name, caption, icon, toolTip), &QToolButton::clicked, this, slot);
+        connect(footer.add(name, caption, icon, toolTip), &QAction::triggered, this, slot);
     };
     button("Save", "&Save", "document-save", "Use these parameters for the report",
            &frmSelectParameters::cmdSave_Click);

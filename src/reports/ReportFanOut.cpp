@@ -68,6 +68,11 @@ int putReport(clsReports_Collection& reports, clsReport edited, int position) {
     return first - 1;
 }
 
+void insertReport(clsReports_Collection& reports, clsReport report, int position) {
+    addReport(reports, report, report.Parameters());
+    reports.Move(reports.Count(), position);
+}
+
 void duplicateReport(clsReports_Collection& reports, int position) {
     clsReport& report = reports.Item(position);
     addReport(reports, report, report.Parameters()->Clone());

@@ -12,5 +12,7 @@ onePerValue(const std::shared_ptr<clsReportParameters>& parameters);
 /// values becomes one report for each at the end, which replace the edited one. Returns the position of
 /// the report, or of the first of them.
 int putReport(clsReports_Collection& reports, clsReport edited, int position);
+/// Puts a report to a position, before the one that has it now.
+void insertReport(clsReports_Collection& reports, clsReport report, int position);
 /// Adds a copy of the report at a position behind it.
 void duplicateReport(clsReports_Collection& reports, int position);

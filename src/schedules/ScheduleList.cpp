@@ -97,6 +97,9 @@ ScheduleListRow ScheduleReading::row(const Row& schedule) const {
     const QString date = schedule.text(isFinished(row.status) ? "RanDate" : "RunDate");
     row.shownDate = shownStoredDate(date);
     row.date = WallClock::fromStored(date);
+    row.owner = schedule.text("Username");
+    if (isFinished(row.status) && row.date && !row.date->isZeroDate())
+        if (const auto due = WallClock::fromStored(schedule.text("RunDate"))) row.delay = due->secsTo(*row.date);
     const auto summary = templates.constFind(schedule.integer("TemplateID"));
     if (summary != templates.constEnd())
         describeTemplate(row, *summary, subProjects.value(subProjectKey(summary->header)));

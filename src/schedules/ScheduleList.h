@@ -22,6 +22,8 @@ struct ScheduleListRow {
     QString contents;              ///< "Reports : 3", "Sub Projects : 12"
     QString templateTitle;
     bool subProjects = false;
+    QString owner;
+    std::optional<qint64> delay; ///< seconds from the time it was due to that of its run, when both are known
     QString problem; ///< why the schedule cannot be run or edited; empty when it can
 };
 

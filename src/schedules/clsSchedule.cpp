@@ -21,6 +21,15 @@ void clsSchedule::Clear() {
     m_loaded = {};
 }
 
+void clsSchedule::makeNew(const QString& title, const WallClock& runDate) {
+    m_id = notStored;
+    m_title = title;
+    m_runDate = runDate;
+    m_ranDate = {};
+    m_loaded = {};
+    m_outcomeUnknown = false;
+}
+
 clsTemplate& clsSchedule::Template() {
     if (!m_template) m_template = std::make_unique<clsTemplate>(m_session.db(), m_session.project);
     return *m_template;

@@ -28,6 +28,8 @@ public:
     explicit clsSchedule(Session& session);
 
     void Clear();
+    /// A loaded schedule becomes a new one that is not stored yet, with the same template and project.
+    void makeNew(const QString& title, const WallClock& runDate);
     /// Stores when the schedule was run, and reads it back.
     void SetRanDate(const WallClock& when);
     /// Inserts under `newTitle` when it is given or the schedule is not stored yet, else updates. With

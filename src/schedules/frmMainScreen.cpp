@@ -7,12 +7,12 @@
 #include "base/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
+#include "schedules/uctScheduleCells.h"
 #include "schedules/frmSchedule.h"
 #include "schedules/frmScheduleView.h"
 #include "schedules/modScheduler.h"
 #include "templates/frmManageTemplates.h"
 #include "ui/Cursors.h"
-#include "ui/DateCell.h"
 #include "ui/Labels.h"
 #include "ui/ListHabits.h"
 #include "ui/Messages.h"
@@ -27,32 +27,22 @@
 
 #include <QCloseEvent>
 #include <QScopeGuard>
+#include <QLabel>
 #include <QScreen>
-#include <QToolButton>
+#include <QStatusBar>
 #include <chrono>
 
 namespace {
 
-enum PendingColumn { TitleColumn, StatusColumn, DateColumn, ContentsColumn, TemplateColumn };
-
+const QString loadFailure = "Error loading schedule information";
 const QString sortHint = "(Click on a header to apply sorting)";
+constexpr std::chrono::seconds messageStays(15);
 
 QLabel* subtleLabel(const QString& name, const QString& text, QWidget* parent) {
     auto* label = new QLabel(text, parent);
     label->setObjectName(name);
     setTextColour(*label, Palette::subtleText());
     return label;
-}
-
-ListRow listRow(const ScheduleListRow& schedule) {
-    ListRow row{schedule.id,
-                {schedule.title, statusText(schedule.status), dateCell(schedule.shownDate, schedule.date)}};
-    row.toolTip = schedule.problem.isEmpty() ? "Project: " + schedule.project : schedule.problem;
-    row.keywords = schedule.project + '\n' + schedule.templateTitle;
-    if (isFinished(schedule.status)) return row;
-    row.cells << schedule.contents << schedule.templateTitle;
-    row.background = schedule.subProjects ? Palette::multiSelectCostCentre() : QColor();
-    return row;
 }
 
 } // namespace
@@ -70,6 +60,7 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     m_ui->header->setNote(QString("%1 on %2").arg(m_context.session.userName, m_context.session.serverName));
     buildLists();
     buildFooter();
+    buildStatusBar();
     m_ui->splitter->remember("MainScreen");
 
     m_tmrScheduler.setObjectName("tmrScheduler");
@@ -85,8 +76,8 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     });
     FillScheduleList();
     m_context.session.turn(); // filling and sorting take a while each when there are tens of thousands
-    ListViewColumnSort(*m_ui->lstSchedules, DateColumn, true);
-    ListViewColumnSort(*m_ui->lstFinished, DateColumn, true);
+    m_ui->lstSchedules->sortAtFirst(scheduleCells::Date);
+    m_ui->lstFinished->sortAtFirst(scheduleCells::Date);
     m_ui->lstSchedules->setFocus();
     if (m_ui->hdrSchedules->isOpen()) selectCurrentRow(*m_ui->lstSchedules);
 }
@@ -95,11 +86,19 @@ frmMainScreen::~frmMainScreen() = default;
 
 void frmMainScreen::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    footer.add("Add", "&Add Schedule", "list-add", "Add a schedule", this, &frmMainScreen::cmdAdd_Click);
-    QToolButton* edit = footer.add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule",
-                                   this, &frmMainScreen::cmdEdit_Click);
-    QToolButton* remove = footer.add("Delete", "&Delete Schedule", "edit-delete",
-                                     "Delete the selected schedule", this, &frmMainScreen::cmdDelete_Click);
+    QAction* add = footer.add("Add", "&Add Schedule", "list-add", "Add a schedule", this,
+                              &frmMainScreen::cmdAdd_Click);
+    add->setShortcut(QKeySequence::New);
+    m_cmdEdit = footer.add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule", this,
+                           &frmMainScreen::cmdEdit_Click);
+    QAction* remove = footer.add("Delete", "&Delete Schedule", "edit-delete",
+                                 "Delete the selected schedules", this, &frmMainScreen::cmdDelete_Click);
+    m_cmdRunNow = footer.add("RunNow", "Run &Now", "media-playback-start",
+                             "Run the selected schedule once more, as a new schedule that is due now", this,
+                             &frmMainScreen::cmdRunNow_Click);
+    m_cmdRunAgain = footer.add("RunAgain", "Run A&gain…", "view-refresh",
+                               "Make a new schedule from the selected one and look at it first", this,
+                               &frmMainScreen::cmdRunAgain_Click);
     footer.addStretch();
     footer.add("ManageTemplates", "Manage &Templates", "view-list-details", "Manage the report templates",
                this, &frmMainScreen::cmdManageTemplates_Click);
@@ -108,23 +107,32 @@ void frmMainScreen::buildFooter() {
     footer.addStretch();
     footer.add("Version", "&Version", "help-about", "View the version number for the Scheduler program", this,
                &frmMainScreen::cmdVersion_Click);
-    footer.add("Help", "&Help", "help-contents", "View Scheduler help", this, &frmMainScreen::cmdHelp_Click);
+    footer.add("Help", "&Help", "help-contents", "View Scheduler help", this, &frmMainScreen::cmdHelp_Click)
+        ->setShortcut(QKeySequence::HelpContents);
     footer.add("Exit", "E&xit", "application-exit", "Exit the application", this, &QWidget::close);
-    footer.needSelection({m_ui->lstSchedules, m_ui->lstFinished}, {edit, remove});
+    footer.needSelection({m_ui->lstSchedules, m_ui->lstFinished}, {remove});
+
+    auto* refresh = new QAction("Refresh", this);
+    refresh->setShortcut(QKeySequence::Refresh);
+    connect(refresh, &QAction::triggered, this, &frmMainScreen::CalledBack);
+    addAction(refresh);
+    for (uctListView* list : {m_ui->lstSchedules, m_ui->lstFinished})
+        list->offer({m_cmdEdit, m_cmdRunNow, m_cmdRunAgain, remove, add, refresh}, m_cmdEdit, remove);
+    updateActions();
+}
+
+void frmMainScreen::updateActions() {
+    const qsizetype selected = activeList().selectedIds().size();
+    const QString why = selected == 0 ? "Nothing is selected." : "Several schedules are selected.";
+    for (QAction* action : {m_cmdEdit, m_cmdRunNow, m_cmdRunAgain})
+        m_ui->footer->setUsable(action, selected == 1, why);
 }
 
 void frmMainScreen::buildLists() {
-    m_ui->lstSchedules->setColumns({{"Schedule Title", ListColumn::Text, 44},
-                                    {"Status", ListColumn::Text, 46},
-                                    {"Due To Run", ListColumn::Text, 24},
-                                    {"Reports/Sub Projects", ListColumn::Text, 26},
-                                    {"Template", ListColumn::Text, 30}},
-                                   "PendingSchedules");
+    const bool everybodys = m_context.session.isAdministrator();
+    m_ui->lstSchedules->setColumns(scheduleCells::pendingColumns(everybodys), "PendingSchedules");
     m_ui->lstSchedules->setEmptyText("No schedule is waiting. Add Schedule makes one.");
-    m_ui->lstFinished->setColumns({{"Schedule Title", ListColumn::Text, 44},
-                                   {"Status", ListColumn::Text, 46},
-                                   {"Date/Time Ran", ListColumn::Text, 24}},
-                                  "CompletedSchedules");
+    m_ui->lstFinished->setColumns(scheduleCells::finishedColumns(everybodys), "CompletedSchedules");
     m_ui->lstFinished->setEmptyText("No schedule has been run yet.");
 
     m_ui->hdrSchedules->addWidget(subtleLabel("lblSchedulesTitleSort", sortHint, this));
@@ -142,6 +150,13 @@ void frmMainScreen::buildLists() {
     connectList(*m_ui->lstFinished, true);
 }
 
+void frmMainScreen::buildStatusBar() {
+    statusBar()->setSizeGripEnabled(false);
+    statusBar()->setContentsMargins(6, 0, 12, 0); // as the screen above
+    statusBar()->addPermanentWidget(m_lblCounts = subtleLabel("lblCounts", {}, this));
+    statusBar()->addPermanentWidget(m_lblRefreshed = subtleLabel("lblRefreshed", {}, this));
+}
+
 uctFilterBox* frmMainScreen::filterBox(const QString& name, uctListView& list) {
     auto* box = new uctFilterBox(this);
     box->setObjectName(name);
@@ -151,26 +166,44 @@ uctFilterBox* frmMainScreen::filterBox(const QString& name, uctListView& list) {
     box->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
     box->setMaximumWidth(fontMetrics().averageCharWidth() * 28);
     box->attach(list);
-    connect(box, &QLineEdit::textChanged, &list, &uctListView::setFilterWords);
+    connect(box, &QLineEdit::textChanged, this, [this, &list](const QString& words) {
+        list.setFilterWords(words);
+        showCounts();
+    });
     return box;
 }
 
 void frmMainScreen::connectList(uctListView& list, bool finished) {
+    list.setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list.setColumnsMovable();
     connect(&list, &uctListView::selectedIdChanged, this, [this, finished] { selectRow(finished); });
     connect(&list, &uctListView::rowActivated, this, &frmMainScreen::cmdEdit_Click);
     connect(&list, &uctListView::deletePressed, this, &frmMainScreen::cmdDelete_Click);
 }
 
+uctListView& frmMainScreen::activeList() const {
+    return m_finishedListActive ? *m_ui->lstFinished : *m_ui->lstSchedules;
+}
+
+/// Rows are selected in one list at a time.
 void frmMainScreen::selectRow(bool finished) {
     uctListView& list = finished ? *m_ui->lstFinished : *m_ui->lstSchedules;
-    const std::optional<int> id = list.selectedId();
-    if (!id) {
-        if (finished == m_finishedListActive) m_selectedScheduleId = -1;
-        return;
+    if (list.selectedId()) {
+        m_finishedListActive = finished;
+        ListViewUnselect(finished ? *m_ui->lstSchedules : *m_ui->lstFinished);
+        for (const int id : list.selectedIds()) markAsSeen(id);
     }
-    m_selectedScheduleId = *id;
-    m_finishedListActive = finished;
-    ListViewUnselect(finished ? *m_ui->lstSchedules : *m_ui->lstFinished);
+    updateActions();
+}
+
+/// A result that was news until now.
+void frmMainScreen::markAsSeen(int id) {
+    if (!m_news.remove(id)) return;
+    ListModel& rows = m_ui->lstFinished->rows();
+    ListRow row = rows.rows()[std::size_t(rows.rowOf(id))];
+    row.emphasized = false;
+    row.toolTip.clear();
+    m_ui->lstFinished->updateRows({row}, {});
 }
 
 void frmMainScreen::FillScheduleList() {
@@ -202,21 +235,34 @@ void frmMainScreen::showChanges(const ScheduleChanges& changes) {
     std::vector<ListRow> pending;
     std::vector<ListRow> finished;
     std::vector<int> gone = changes.gone;
-    if (changes.complete) m_runDates.clear();
+    const auto former = changes.complete ? std::exchange(m_waiting, {}) : m_waiting;
     const WallClock now = WallClock::now();
+    std::optional<int> news;
     for (const ScheduleListRow& schedule : changes.rows) {
         gone.push_back(schedule.id); // from the list that it may have left
+        const auto before = former.constFind(schedule.id);
         if (isFinished(schedule.status)) {
-            finished.push_back(listRow(schedule));
-            m_runDates.remove(schedule.id);
-            continue;
+            m_waiting.remove(schedule.id);
+            if (before != former.constEnd() && schedule.owner == m_context.session.userName)
+                m_news.insert(*(news = schedule.id));
+            finished.push_back(scheduleCells::row(schedule, now, {}));
+            if (!m_news.contains(schedule.id)) continue;
+            finished.back().emphasized = true;
+            finished.back().toolTip = "This result has not been looked at yet.";
+        } else {
+            Waiting& waiting = m_waiting[schedule.id] = {schedule, {}};
+            if (schedule.status == ScheduleStatus::Processing && before != former.constEnd())
+                waiting.runningSince = before->schedule.status == ScheduleStatus::Processing
+                                           ? before->runningSince
+                                           : std::optional(now);
+            pending.push_back(scheduleCells::row(schedule, now, waiting.runningSince));
         }
-        pending.push_back(listRow(schedule));
-        if (schedule.status == ScheduleStatus::Pending)
-            pending.back().cells[StatusColumn] = dueText(schedule.date, now);
-        m_runDates.insert(schedule.id, schedule.date);
     }
-    const int selected = m_selectedScheduleId;
+    for (const int id : changes.gone) {
+        m_waiting.remove(id);
+        m_news.remove(id);
+    }
+    const QList<int> selected = activeList().selectedIds();
     const auto show = [&](uctListView& list, std::vector<ListRow> rows) {
         if (changes.complete) return list.setRows(std::move(rows));
         std::vector<int> left;
@@ -227,23 +273,51 @@ void frmMainScreen::showChanges(const ScheduleChanges& changes) {
     };
     show(*m_ui->lstSchedules, std::move(pending));
     show(*m_ui->lstFinished, std::move(finished));
+    if (news) m_ui->lstFinished->showId(*news);
     // A schedule that finished meanwhile is found again in the other list.
-    if (m_selectedScheduleId != selected && !m_ui->lstSchedules->selectId(selected))
-        m_ui->lstFinished->selectId(selected);
+    if (!selected.isEmpty() && activeList().selectedIds().isEmpty()
+        && !m_ui->lstSchedules->selectId(selected.first()))
+        m_ui->lstFinished->selectId(selected.first());
     PopulateScreen(changes.complete); // rows that changed have their due text
     m_ui->lblServerState->clear();
+    m_lblRefreshed->setText("Refreshed at " + now.time().toString("HH:mm:ss"));
+    showCounts();
 }
 
 void frmMainScreen::PopulateScreen(bool force) {
     const WallClock now = WallClock::now();
     const auto minute = [](const WallClock& time) { return time.order() / 60; };
     if (!force && minute(now) == minute(m_lastDueUpdate)) return;
-    const QString pending = statusText(ScheduleStatus::Pending);
-    m_ui->lstSchedules->rows().setTexts(StatusColumn, [&](const ListRow& row) -> std::optional<QString> {
-        if (!row.cells[StatusColumn].text.startsWith(pending)) return {};
-        return dueText(m_runDates.value(row.id), now);
-    });
+    m_ui->lstSchedules->rows().setCells(
+        scheduleCells::Status, [&](const ListRow& row) -> std::optional<ListCell> {
+            const auto waiting = m_waiting.constFind(row.id);
+            if (waiting == m_waiting.constEnd()) return {};
+            return scheduleCells::status(waiting->schedule, now, waiting->runningSince);
+        });
     m_lastDueUpdate = now;
+    showCounts();
+}
+
+void frmMainScreen::showCounts() {
+    const WallClock now = WallClock::now();
+    int running = 0;
+    int delayed = 0;
+    int disabled = 0;
+    for (const Waiting& waiting : std::as_const(m_waiting)) {
+        running += waiting.schedule.status == ScheduleStatus::Processing;
+        disabled += waiting.schedule.status == ScheduleStatus::Disabled;
+        delayed += scheduleCells::isDelayed(waiting.schedule, now);
+    }
+    const auto pending = m_waiting.size() - running - disabled;
+    QStringList counts{QString("%1 pending").arg(pending), QString("%1 running").arg(running)};
+    if (delayed > 0) counts << QString("%1 delayed").arg(delayed);
+    if (disabled > 0) counts << QString("%1 disabled").arg(disabled);
+    counts << QString("%1 completed").arg(m_ui->lstFinished->rows().rowCount());
+    QString text = counts.join(", ");
+    const int all = m_ui->lstSchedules->rows().rowCount() + m_ui->lstFinished->rows().rowCount();
+    const int shown = m_ui->lstSchedules->shownCount() + m_ui->lstFinished->shownCount();
+    if (shown < all) text += QString("; %1 of %2 shown").arg(shown).arg(all);
+    m_lblCounts->setText(text);
 }
 
 void frmMainScreen::CalledBack() {
@@ -262,21 +336,21 @@ void frmMainScreen::run(const std::function<void()>& body, const SlotName& slot)
 
 void frmMainScreen::cmdAdd_Click() {
     run([this] {
-        openScreen<frmSchedule>(m_context, this, "Error loading add schedule", clsSchedule::notStored);
+        showSaved(openScreen<frmSchedule>(m_context, this, "Error loading add schedule",
+                                          clsSchedule::notStored));
     });
 }
 
 void frmMainScreen::cmdEdit_Click() {
     run([this] {
-        if (m_selectedScheduleId == -1)
-            m_context.messages.notice(this, "You must select a schedule to edit.");
+        if (const std::optional<int> id = activeList().selectedId())
+            editSchedule(*id);
         else
-            editSchedule(m_selectedScheduleId);
+            m_context.messages.notice(this, "You must select a schedule to edit.");
     });
 }
 
 void frmMainScreen::editSchedule(int id) {
-    const QString loadFailure = "Error loading schedule information";
     switch (ReadScheduleStatus(m_context.session, id)) {
     case ScheduleStatus::Processing:
         resetSchedule(id);
@@ -286,19 +360,58 @@ void frmMainScreen::editSchedule(int id) {
         openScreen<frmScheduleView>(m_context, this, loadFailure, id);
         break;
     default:
-        openScreen<frmSchedule>(m_context, this, loadFailure, id);
+        showSaved(openScreen<frmSchedule>(m_context, this, loadFailure, id));
     }
+}
+
+/// Where something stands against the run, the editor stays open with it.
+void frmMainScreen::cmdRunNow_Click() {
+    runAgain([](frmSchedule& editor) {
+        if (!editor.saveAtOnce()) editor.exec();
+    });
+}
+
+void frmMainScreen::cmdRunAgain_Click() {
+    runAgain([](frmSchedule& editor) { editor.exec(); });
+}
+
+void frmMainScreen::runAgain(const std::function<void(frmSchedule& editor)>& save) {
+    run([&] {
+        const std::optional<int> id = activeList().selectedId();
+        if (!id) return;
+        auto editor = std::make_unique<frmSchedule>(m_context, this);
+        if (editor->SetupCopy(*id) != clsSchedule::Loaded)
+            return m_context.messages.notice(this, loadFailure, Messages::Plain, {}, editor->loadProblem());
+        editor->SetCallback(this, "Calledback");
+        save(*editor);
+        showSaved(std::move(editor));
+    });
+}
+
+/// Selected and in view, whatever the filter says.
+void frmMainScreen::showSaved(const std::unique_ptr<frmSchedule>& editor) {
+    if (!editor || !editor->savedId()) return;
+    const int id = *editor->savedId();
+    if (!m_ui->lstSchedules->selectId(id)) {
+        findChild<QLineEdit*>("txtFilterSchedules")->clear();
+        if (!m_ui->lstSchedules->selectId(id)) return; // the engine was quicker
+    }
+    m_ui->lstSchedules->setFocus();
+    tell(QString("The schedule '%1' was saved.").arg(editor->savedTitle()));
+}
+
+void frmMainScreen::tell(const QString& text) {
+    statusBar()->showMessage(text, int(std::chrono::milliseconds(messageStays).count()));
 }
 
 /// Empty for a schedule without a run date.
 QString frmMainScreen::processedSince(int id) const {
-    const auto due = m_runDates.value(id);
+    const std::optional<WallClock> due = m_waiting.value(id).schedule.date;
     return due ? QString(", since %1 at the earliest").arg(due->shown()) : QString();
 }
 
 void frmMainScreen::resetSchedule(int id) {
-    const QString title =
-        (m_finishedListActive ? m_ui->lstFinished : m_ui->lstSchedules)->textOf(id, TitleColumn);
+    const QString title = activeList().textOf(id, scheduleCells::Title);
     const QString question =
         "The schedule '%1' is being processed%2.\n\nDo you want to reset it? Do so only when "
         "the engine has stopped working on it.";
@@ -311,22 +424,66 @@ void frmMainScreen::resetSchedule(int id) {
 
 void frmMainScreen::cmdDelete_Click() {
     run([this] {
-        uctListView& list = m_finishedListActive ? *m_ui->lstFinished : *m_ui->lstSchedules;
-        const std::optional<int> id = list.selectedId();
-        if (!id) {
+        const QList<int> ids = activeList().selectedIds();
+        if (ids.isEmpty()) {
             m_context.messages.notice(this, "You must select a schedule to delete.");
             return;
         }
-        const QString question = "Are you sure you want to delete the schedule '%1' ?";
-        if (!m_context.messages.ask(this, question.arg(list.textOf(*id, TitleColumn)))) return;
-        WaitCursor wait;
-        DeleteSchedule(m_context.session, *id);
-        FillScheduleList();
+        const QString question =
+            ids.size() == 1 ? QString("Are you sure you want to delete the schedule '%1' ?")
+                                  .arg(activeList().textOf(ids.first(), scheduleCells::Title))
+                            : QString("Are you sure you want to delete the %1 selected schedules ?")
+                                  .arg(ids.size());
+        if (m_context.messages.ask(this, question)) deleteSchedules(ids);
     });
 }
 
+/// Each for itself: what cannot be deleted keeps no other from going. A server that is gone, or a user who
+/// stops, ends it.
+void frmMainScreen::deleteSchedules(const QList<int>& ids) {
+    const auto refresh = qScopeGuard([this] { FillScheduleList(); });
+    WaitCursor wait;
+    QStringList refused;
+    for (const int id : ids) try {
+            DeleteSchedule(m_context.session, id);
+            m_context.session.turn();
+        } catch (const DbError& error) {
+            if (ids.size() == 1 || error.connectionLost() || error.number() == DbError::Stopped) throw;
+            m_context.session.log.write("frmMainScreen.cmdDelete_Click", error);
+            refused << QString("%1: %2").arg(activeList().textOf(id, scheduleCells::Title), error.text());
+        }
+    const qsizetype deleted = ids.size() - refused.size();
+    tell(deleted == 1 ? QString("1 schedule was deleted.") : QString("%1 schedules were deleted.").arg(deleted));
+    if (!refused.isEmpty())
+        m_context.messages.notice(this,
+                                  QString("%1 of the %2 schedules could not be deleted.")
+                                      .arg(refused.size())
+                                      .arg(ids.size()),
+                                  Messages::Plain, {}, refused.join('\n'));
+}
+
 void frmMainScreen::cmdManageTemplates_Click() {
-    run([this] { openScreen<frmManageTemplates>(m_context, this, "Error loading templates"); });
+    run([this] {
+        const auto manager = setUpScreen<frmManageTemplates>(m_context, this, "Error loading templates");
+        if (!manager) return;
+        manager->SetCallback(this, "Calledback");
+        connect(manager.get(), &frmManageTemplates::scheduleRequested, this,
+                [this, caller = manager.get()](int templateId) { scheduleTemplate(*caller, templateId); });
+        manager->exec();
+    });
+}
+
+void frmMainScreen::scheduleTemplate(frmManageTemplates& caller, int templateId) {
+    run([&] {
+        frmSchedule editor(m_context, &caller);
+        if (editor.SetupFor(templateId) != 0)
+            return m_context.messages.notice(&caller, "Error loading add schedule", Messages::Plain, {},
+                                             editor.loadProblem());
+        editor.SetCallback(&caller, "Calledback");
+        editor.exec();
+        FillScheduleList();
+        if (editor.savedId()) tell(QString("The schedule '%1' was saved.").arg(editor.savedTitle()));
+    });
 }
 
 void frmMainScreen::cmdVersion_Click() {

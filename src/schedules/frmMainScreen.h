@@ -5,10 +5,14 @@
 #include "ui/SlotGuard.h"
 
 #include <QMainWindow>
+#include <QSet>
 #include <QTimer>
 #include <functional>
 #include <memory>
 
+class QLabel;
+class frmManageTemplates;
+class frmSchedule;
 class uctFilterBox;
 class uctListView;
 class DbError;
@@ -49,14 +53,32 @@ private slots:
     void cmdAdd_Click();
     void cmdEdit_Click();
     void cmdDelete_Click();
+    void cmdRunNow_Click();
+    void cmdRunAgain_Click();
     void cmdManageTemplates_Click();
     void cmdVersion_Click();
     void cmdHelp_Click();
     void tmrScheduler_Timer();
 
 private:
+    /// What a schedule that has not run yet was read as.
+    struct Waiting {
+        ScheduleListRow schedule;
+        std::optional<WallClock> runningSince; ///< of one that began to run under this program's eyes
+    };
+
     void buildFooter();
     void buildLists();
+    void buildStatusBar();
+    void updateActions();
+    uctListView& activeList() const;
+    void markAsSeen(int id);
+    void showCounts();
+    void tell(const QString& text);
+    void runAgain(const std::function<void(frmSchedule& editor)>& save);
+    void showSaved(const std::unique_ptr<frmSchedule>& editor);
+    void scheduleTemplate(frmManageTemplates& caller, int templateId);
+    void deleteSchedules(const QList<int>& ids);
     uctFilterBox* filterBox(const QString& name, uctListView& list);
     void connectList(uctListView& list, bool finished);
     void tellProblem(const DbError& error);
@@ -72,9 +94,14 @@ private:
     std::unique_ptr<Ui::frmMainScreen> m_ui;
     QTimer m_tmrScheduler;
     ScheduleReader m_reader;
-    WallClock m_problemSince;                        ///< while the status line tells one
-    QHash<int, std::optional<WallClock>> m_runDates; ///< of the pending list, by ScheduleID
-    int m_selectedScheduleId = -1;
+    WallClock m_problemSince; ///< while the status line tells one
+    QHash<int, Waiting> m_waiting;
+    QSet<int> m_news; ///< the user's own schedules that ran, and whose result he has not looked at
+    QAction* m_cmdEdit = nullptr;
+    QAction* m_cmdRunNow = nullptr;
+    QAction* m_cmdRunAgain = nullptr;
+    QLabel* m_lblCounts = nullptr;
+    QLabel* m_lblRefreshed = nullptr;
     bool m_finishedListActive = false;
     WallClock m_lastDueUpdate;
 };

@@ -2,6 +2,7 @@
 
 #include "base/Session.h"
 #include "db/DbError.h"
+#include "db/Refusal.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "projects/modProjectUpdate.h"
 #include "schedules/ProjectHistory.h"
@@ -22,7 +23,6 @@
 #include "ui_frmSchedule.h"
 
 #include <QScopedValueRollback>
-#include <QToolButton>
 
 namespace {
 
@@ -54,16 +54,16 @@ frmSchedule::~frmSchedule() = default;
 
 void frmSchedule::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    QToolButton* cmdSave = footer.add("Save", "&Save", "document-save", "Save the schedule");
+    QAction* cmdSave = footer.add("Save", "&Save", "document-save", "Save the schedule");
     m_cmdSaveAs =
         footer.add("SaveAs", "Sa&ve As", "document-save-as", "Save as a new schedule under another title");
     m_cmdDelete = footer.add("Delete", "De&lete Schedule", "edit-delete", "Delete this schedule and its log");
     footer.addStretch();
-    QToolButton* cmdExit = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
-    connect(cmdSave, &QToolButton::clicked, this, &frmSchedule::cmdSave_Click);
-    connect(m_cmdSaveAs, &QToolButton::clicked, this, &frmSchedule::cmdSaveAs_Click);
-    connect(m_cmdDelete, &QToolButton::clicked, this, &frmSchedule::cmdDelete_Click);
-    connect(cmdExit, &QToolButton::clicked, this, &frmSchedule::reject);
+    QAction* cmdExit = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
+    connect(cmdSave, &QAction::triggered, this, &frmSchedule::cmdSave_Click);
+    connect(m_cmdSaveAs, &QAction::triggered, this, &frmSchedule::cmdSaveAs_Click);
+    connect(m_cmdDelete, &QAction::triggered, this, &frmSchedule::cmdDelete_Click);
+    connect(cmdExit, &QAction::triggered, this, &frmSchedule::reject);
 }
 
 void frmSchedule::connectControls() {
@@ -83,6 +83,30 @@ void frmSchedule::connectControls() {
 }
 
 int frmSchedule::Setup(int scheduleId) {
+    return setUp(scheduleId, false);
+}
+
+int frmSchedule::SetupCopy(int scheduleId) {
+    return setUp(scheduleId, true);
+}
+
+int frmSchedule::SetupFor(int templateId) {
+    const int result = Setup(clsSchedule::notStored);
+    const bool done = result == 0 && load([&] {
+        auto chosen = std::make_unique<clsTemplate>(session().db(), session().project);
+        if (!chosen->LoadTemplate(templateId))
+            throw Refusal("This template has been deleted by somebody else in the meantime.");
+        m_schedule.setTitle(freeScheduleTitle(session(), chosen->Title().left(clsSchedule::longestTitle)));
+        const bool fits = session().project.isOfAccount(chosen->UnitabAccount());
+        m_schedule.setTemplate(std::move(chosen));
+        if (fits) m_schedule.setProjectFile(session().project.database);
+        RefreshForm();
+        m_schedule.setHasChanged(false);
+    });
+    return done ? 0 : -1;
+}
+
+int frmSchedule::setUp(int scheduleId, bool asCopy) {
     int result = 0;
     const bool done = load([&] {
         if (scheduleId != clsSchedule::notStored)
@@ -94,15 +118,16 @@ int frmSchedule::Setup(int scheduleId) {
                                 QString("Schedule %1 could not be loaded (%2).").arg(scheduleId).arg(result));
             return;
         }
+        if (scheduleId != clsSchedule::notStored) openStoredProject();
+        if (asCopy) m_schedule.makeNew(freeScheduleTitle(session(), m_schedule.Title()), WallClock::now());
         const bool stored = m_schedule.ID() != clsSchedule::notStored;
-        if (stored) openStoredProject();
         if (stored && !WallClock::fromStored(m_schedule.StoredRunDate()))
             messages().notice(parentWidget(),
                               QString("The stored run date '%1' is no date. Please check the date that "
                                       "is shown before you save.")
                                   .arg(m_schedule.StoredRunDate()));
-        m_ui->footer->setOffered(m_cmdSaveAs, stored);
-        m_ui->footer->setOffered(m_cmdDelete, stored);
+        m_cmdSaveAs->setVisible(stored);
+        m_cmdDelete->setVisible(stored);
         m_ui->header->setNote(stored ? "Edit a schedule" : "Add a schedule");
         RefreshForm();
         m_schedule.setHasChanged(false);
@@ -287,6 +312,11 @@ bool frmSchedule::checkRunDate() {
            || refused("The scheduled run date must be after todays date", m_ui->dtRunOn);
 }
 
+bool frmSchedule::saveAtOnce() {
+    cmdSave_Click();
+    return m_savedId.has_value();
+}
+
 void frmSchedule::cmdSave_Click() {
     run(
         [this] {
@@ -320,7 +350,9 @@ void frmSchedule::save(const QString& newTitle) {
         const bool keepsProject = newTitle.isEmpty() && m_schedule.KeepsProject();
         stored = prepareProject(keepsProject) && isTemplateThere() && store(newTitle);
     }
-    if (stored) callBackAndClose();
+    if (!stored) return;
+    m_savedId = m_schedule.ID();
+    callBackAndClose();
 }
 
 /// The project may have vanished since it was chosen, and an older one has to be brought up to date. A

@@ -5,8 +5,9 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
-class QToolButton;
+class QAction;
 namespace Ui {
 class frmSchedule;
 }
@@ -23,6 +24,17 @@ public:
     /// clsSchedule::notStored prepares a new schedule. 0 when the schedule could be loaded; a project
     /// that cannot be used any more is told and left to be chosen anew.
     int Setup(int scheduleId);
+    /// The same for a new schedule that runs as a stored one does, from now on, under a free title.
+    int SetupCopy(int scheduleId);
+    /// The same for a new schedule of a template. Its project is the current one where that is of the
+    /// template's account, else it is left to be chosen.
+    int SetupFor(int templateId);
+    /// Saves what the screen was set up with. False when it was refused, which was told: then the screen is
+    /// there to be shown.
+    bool saveAtOnce();
+    /// The schedule that was saved, and closed the screen by it.
+    std::optional<int> savedId() const { return m_savedId; }
+    const QString& savedTitle() const { return m_schedule.Title(); }
 
 public slots:
     /// For the template screens that close.
@@ -45,6 +57,7 @@ private slots:
     void dtRunOn_Change();
 
 private:
+    int setUp(int scheduleId, bool asCopy);
     void buildFooter();
     void connectControls();
     void RefreshForm();
@@ -75,11 +88,12 @@ private:
     void tellRunMeanwhile();
 
     std::unique_ptr<Ui::frmSchedule> m_ui;
-    QToolButton* m_cmdSaveAs = nullptr;
-    QToolButton* m_cmdDelete = nullptr;
+    QAction* m_cmdSaveAs = nullptr;
+    QAction* m_cmdDelete = nullptr;
     clsSchedule m_schedule;
     QString m_projectProblem; ///< why the schedule's project cannot be used; empty while it can
     QString m_newTitle;       ///< as typed for the last save-as, which was refused
     bool m_ready = false;     ///< changes of the controls are the user's
     bool m_saving = false;
+    std::optional<int> m_savedId;
 };

@@ -16,7 +16,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QToolButton>
 
 namespace {
 
@@ -132,7 +131,7 @@ void frmScheduleView::fillLog() {
     for (const LogEntry& entry : m_log) {
         if (errorsOnly && !entry.isError()) continue;
         ListRow row{entry.id, {inOneLine(entry.reportName), inOneLine(entry.details())}};
-        row.icon = entry.isError() ? errorIcon : successIcon;
+        row.cells.first().icon = entry.isError() ? errorIcon : successIcon;
         if (entry.isError()) row.background = errorBackground;
         rows.push_back(std::move(row));
     }

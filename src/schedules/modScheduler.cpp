@@ -3,11 +3,14 @@
 #include "base/Session.h"
 #include "base/modCommonFunctions.h"
 #include "db/Refusal.h"
+#include "db/ServerText.h"
+#include "db/StoredTitle.h"
 #include "schedules/clsSchedule.h"
 #include "templates/modTemplates.h"
 
 #include <QRegularExpression>
 #include <QScopeGuard>
+#include <QSet>
 #include <limits>
 
 ScheduleStatus ReadScheduleStatus(Session& session, int scheduleId) {
@@ -54,6 +57,17 @@ void DeleteSchedule(Session& session, int scheduleId) {
     session.db().execute(
         sql("DELETE FROM NorvaScheduler.dbo.[tblSchedule] WHERE ([ScheduleID] = {})", scheduleId));
     transaction.commit();
+}
+
+QString freeScheduleTitle(Session& session, const QString& title) {
+    QSet<QString> used;
+    for (const Row row :
+         session.db().query(sql("SELECT [ScheduleTitle] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK)")))
+        used << serverKey(shownTitle(row.text(0)));
+    QString free = title;
+    for (int number = 2; used.contains(serverKey(free)); ++number)
+        free = numberedTitle(title, number, clsSchedule::longestTitle);
+    return free;
 }
 
 QString scheduleTitleProblem(const QString& title) {

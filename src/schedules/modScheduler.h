@@ -19,6 +19,8 @@ bool ResetSchedule(Session& session, int scheduleId);
 /// The schedule and its log, both or neither.
 void DeleteSchedule(Session& session, int scheduleId);
 
+/// The title itself, or with a number behind it, "March (2)", so that no schedule of any user has it.
+QString freeScheduleTitle(Session& session, const QString& title);
 /// What is wrong with a schedule title, in words; empty when nothing is. Its length is not looked at.
 QString scheduleTitleProblem(const QString& title);
 /// The status text of a pending schedule at a moment: "Pending" until its time has come, then how

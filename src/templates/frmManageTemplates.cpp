@@ -1,6 +1,7 @@
 #include "templates/frmManageTemplates.h"
 
 #include "base/Session.h"
+#include "base/modCommonFunctions.h"
 #include "db/DbError.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "reports/BillType.h"
@@ -19,7 +20,6 @@
 #include "ui/openScreen.h"
 #include "ui_frmManageTemplates.h"
 
-#include <QToolButton>
 #include <algorithm>
 
 frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
@@ -46,14 +46,21 @@ frmManageTemplates::~frmManageTemplates() = default;
 
 void frmManageTemplates::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    footer.add("Add", "&Add Template", "list-add", "Make a new template for a project", this,
-               &frmManageTemplates::cmdAdd_Click);
-    QToolButton* edit = footer.add("Edit", "&Edit Template", "document-edit", "Edit the selected template",
+    QAction* add = footer.add("Add", "&Add Template", "list-add", "Make a new template for a project", this,
+                              &frmManageTemplates::cmdAdd_Click);
+    add->setShortcut(QKeySequence::New);
+    QAction* edit = footer.add("Edit", "&Edit Template", "document-edit", "Edit the selected template",
                                    this, &frmManageTemplates::cmdEdit_Click);
-    QToolButton* remove = footer.add("Delete", "&Delete Template", "edit-delete",
+    QAction* remove = footer.add("Delete", "&Delete Template", "edit-delete",
                                      "Delete the selected template and its schedules", this,
                                      &frmManageTemplates::cmdDelete_Click);
-    footer.needSelection({m_ui->lstTemplates}, {edit, remove});
+    QAction* duplicate = footer.add("Duplicate", "D&uplicate", "edit-copy", "Make a copy of the selected template",
+                                    this, &frmManageTemplates::cmdDuplicate_Click);
+    QAction* schedule =
+        footer.add("Schedule", "&Schedule…", "appointment-new", "Make a schedule for the selected template",
+                   this, [this] { emit scheduleRequested(m_ui->lstTemplates->selectedId().value()); });
+    footer.needSelection({m_ui->lstTemplates}, {edit, remove, duplicate, schedule});
+    m_ui->lstTemplates->offer({edit, duplicate, schedule, remove, add}, edit, remove);
     footer.addStretch();
     footer.add("Close", "&Close", "dialog-close", "Return to the previous screen", this, &QDialog::reject);
 }
@@ -84,7 +91,7 @@ void frmManageTemplates::fillList() {
                     {header.title, header.unitabAccount, billTypeName(header.billType),
                      ListCell::number(summary->reportCount), ListCell::number(usage.activeCount),
                      dateCell(usage.lastUsed, usage.lastRun)}};
-        row.icon = icons[clsTemplate::iconOf(header)];
+        row.cells.first().icon = icons[clsTemplate::iconOf(header)];
         rows.push_back(std::move(row));
     }
     // The server promises no order; a click on a header sorts otherwise.
@@ -109,11 +116,29 @@ void frmManageTemplates::cmdEdit_Click() {
     });
 }
 
+void frmManageTemplates::tellGone() {
+    messages().notice(this, "This template has been deleted by somebody else in the meantime.");
+    fillList();
+}
+
+void frmManageTemplates::cmdDuplicate_Click() {
+    run([this] {
+        WaitCursor wait;
+        clsTemplate copy(session().db(), session().project);
+        if (!copy.LoadTemplate(m_ui->lstTemplates->selectedId().value())) return tellGone();
+        const QString title = copy.Title();
+        for (int number = 2;
+             copy.SaveTemplate(numberedTitle(title, number, 50)) == clsTemplate::TitleUsed;)
+            ++number;
+        fillList();
+        m_ui->lstTemplates->selectId(copy.ID());
+    });
+}
+
 void frmManageTemplates::editTemplate(int templateId) {
     const std::optional<int> type = readTemplateType(session().db(), templateId);
     if (!type) {
-        messages().notice(this, "This template has been deleted by somebody else in the meantime.");
-        fillList();
+        tellGone();
     } else if (*type == 0) {
         openEditor(templateId);
     } else {

@@ -20,6 +20,10 @@ public:
     /// Fills the list; 0 on success.
     int Setup();
 
+signals:
+    /// Schedules stand on a higher floor: whoever opened this screen makes one.
+    void scheduleRequested(int templateId);
+
 public slots:
     /// For the screens that edit a template and close.
     void CalledBack();
@@ -28,10 +32,12 @@ private slots:
     void cmdAdd_Click();
     void cmdEdit_Click();
     void cmdDelete_Click();
+    void cmdDuplicate_Click();
 
 private:
     void buildFooter();
     void fillList();
+    void tellGone();
     void editTemplate(int templateId);
     void openEditor(int templateId);
 

@@ -23,7 +23,6 @@
 
 #include <QHeaderView>
 #include <QScopedValueRollback>
-#include <QToolButton>
 #include <algorithm>
 
 frmReport::frmReport(ScreenContext& context, QWidget* parent)
@@ -56,10 +55,10 @@ frmReport::~frmReport() = default;
 void frmReport::buildFooter() {
     uctFooter& footer = *m_ui->footer;
     connect(footer.add("Save", "&Save", "document-save", "Put the report into the template"),
-            &QToolButton::clicked, this, &frmReport::cmdSave_Click);
+            &QAction::triggered, this, &frmReport::cmdSave_Click);
     footer.addStretch();
     connect(footer.add("Cancel", "Ca&ncel", "dialog-cancel", "Close without changing the template"),
-            &QToolButton::clicked, this, &frmReport::reject);
+            &QAction::triggered, this, &frmReport::reject);
 }
 
 void frmReport::connectControls() {

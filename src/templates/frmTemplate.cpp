@@ -21,8 +21,6 @@
 
 #include <QHeaderView>
 #include <QScopedValueRollback>
-#include <QShortcut>
-#include <QToolButton>
 
 namespace {
 
@@ -67,19 +65,27 @@ frmTemplate::~frmTemplate() {
 
 void frmTemplate::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    footer.add("Add", "&Add Report", "list-add", "Add a report to the template", this,
-               &frmTemplate::cmdAdd_Click);
-    QToolButton* edit = footer.add("Edit", "&Edit Report", "document-edit", "Edit the selected report", this,
+    QAction* add = footer.add("Add", "&Add Report", "list-add", "Add a report to the template", this,
+                              &frmTemplate::cmdAdd_Click);
+    add->setShortcut(QKeySequence::New);
+    QAction* edit = footer.add("Edit", "&Edit Report", "document-edit", "Edit the selected report", this,
                                    &frmTemplate::cmdEdit_Click);
-    QToolButton* remove = footer.add("Delete", "&Delete Report", "edit-delete", "Remove the selected reports",
+    QAction* remove = footer.add("Delete", "&Delete Report", "edit-delete", "Remove the selected reports",
                                      this, &frmTemplate::cmdDelete_Click);
     footer.needSelection({m_ui->lstReports}, {edit, remove});
     m_cmdDuplicate = footer.add("Duplicate", "D&uplicate", "edit-copy", "Add a copy of the selected report",
                                 this, &frmTemplate::cmdDuplicate_Click);
-    m_cmdUp = footer.add("Up", "&Move Up", "go-up", "Move the selected report up (Alt+Up)", this,
+    m_cmdUp = footer.add("Up", "&Move Up", "go-up", "Move the selected report up", this,
                          [this] { moveReport(-1); });
-    m_cmdDown = footer.add("Down", "Move D&own", "go-down", "Move the selected report down (Alt+Down)", this,
+    m_cmdDown = footer.add("Down", "Move D&own", "go-down", "Move the selected report down", this,
                            [this] { moveReport(1); });
+    m_cmdUp->setShortcut(Qt::ALT | Qt::Key_Up);
+    m_cmdDown->setShortcut(Qt::ALT | Qt::Key_Down);
+    m_undo = new QAction("Undo Delete", this);
+    m_undo->setShortcut(QKeySequence::Undo);
+    m_undo->setShortcutContext(Qt::WidgetShortcut); // boxes of text have an undo of their own
+    connect(m_undo, &QAction::triggered, this, &frmTemplate::undoDelete);
+    m_ui->lstReports->offer({edit, m_cmdDuplicate, m_cmdUp, m_cmdDown, remove, m_undo, add}, edit, remove);
     footer.addStretch();
     footer.add("Save", "&Save", "document-save", "Save the template", this, &frmTemplate::cmdSave_Click);
     m_cmdSaveAs =
@@ -96,11 +102,6 @@ void frmTemplate::connectControls() {
     connect(m_ui->lstReports, &uctListView::rowActivated, this, &frmTemplate::cmdEdit_Click);
     connect(m_ui->lstReports, &uctListView::deletePressed, this, &frmTemplate::cmdDelete_Click);
     connect(m_ui->lstReports, &uctListView::selectedIdChanged, this, &frmTemplate::updateButtons);
-    const auto shortcut = [this](const QKeySequence& keys, QToolButton* button) {
-        connect(new QShortcut(keys, this), &QShortcut::activated, button, &QToolButton::click);
-    };
-    shortcut(Qt::ALT | Qt::Key_Up, m_cmdUp);
-    shortcut(Qt::ALT | Qt::Key_Down, m_cmdDown);
 }
 
 int frmTemplate::Setup(int templateId) {
@@ -114,7 +115,7 @@ int frmTemplate::Setup(int templateId) {
             startNewTemplate();
         if (!loaded) return;
         m_ui->cmdOpen->setVisible(templateId < 0);
-        m_ui->footer->setOffered(m_cmdSaveAs, templateId >= 0);
+        m_cmdSaveAs->setVisible(templateId >= 0);
         m_ui->header->setNote(templateId >= 0 ? "Edit a template" : "Add a template");
         showTemplate();
     });
@@ -164,9 +165,12 @@ void frmTemplate::updateButtons() {
     const QList<int> selected = m_ui->lstReports->selectedIds();
     const bool one = selected.size() == 1;
     m_ui->cmdOpen->setEnabled(m_template.Reports().Count() == 0);
-    m_ui->footer->setUsable(m_cmdDuplicate, one);
-    m_ui->footer->setUsable(m_cmdUp, one && selected.first() > 1);
-    m_ui->footer->setUsable(m_cmdDown, one && selected.first() < m_template.Reports().Count());
+    const QString why = "Select one report.";
+    m_ui->footer->setUsable(m_cmdDuplicate, one, why);
+    m_ui->footer->setUsable(m_cmdUp, one && selected.first() > 1, one ? "It is the first one." : why);
+    m_ui->footer->setUsable(m_cmdDown, one && selected.first() < m_template.Reports().Count(),
+                            one ? "It is the last one." : why);
+    m_undo->setEnabled(!m_removed.empty());
 }
 
 void frmTemplate::cmdOpen_Click() {
@@ -252,10 +256,26 @@ void frmTemplate::cmdDelete_Click() {
                                   ? QString("the selected report")
                                   : QString("the %1 selected reports").arg(positions.size());
         if (!confirm("Are you sure you want to delete " + which + "?")) return;
-        for (auto position = positions.rbegin(); position != positions.rend(); ++position)
+        std::map<int, clsReport> removed;
+        for (auto position = positions.rbegin(); position != positions.rend(); ++position) {
+            removed.emplace(*position, m_template.Reports().Item(*position));
             m_template.Reports().Remove(*position);
+        }
+        m_removed.push_back(std::move(removed));
         m_template.MarkChanged();
         showReports(positions.first());
+    });
+}
+
+/// The reports that were deleted last come back to their places, as far as there are so many now.
+void frmTemplate::undoDelete() {
+    run([this] {
+        const std::map<int, clsReport> removed = std::move(m_removed.back());
+        m_removed.pop_back();
+        for (const auto& [position, report] : removed)
+            insertReport(m_template.Reports(), report, qMin(position, m_template.Reports().Count() + 1));
+        m_template.MarkChanged();
+        showReports(removed.begin()->first);
     });
 }
 

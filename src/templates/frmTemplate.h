@@ -4,9 +4,11 @@
 #include "ui/ScreenDialog.h"
 
 #include <functional>
+#include <map>
 #include <memory>
+#include <vector>
 
-class QToolButton;
+class QAction;
 class frmReport;
 namespace Ui {
 class frmTemplate;
@@ -52,6 +54,7 @@ private:
     void showAccount();
     void startNewTemplate();
     /// Fills the list anew and selects the report at a position, when there is one.
+    void undoDelete();
     void showReports(int selected);
     void updateButtons();
     bool ensureProject();
@@ -66,10 +69,12 @@ private:
     void forgetExcludedNumbers();
 
     std::unique_ptr<Ui::frmTemplate> m_ui;
-    QToolButton* m_cmdDuplicate = nullptr;
-    QToolButton* m_cmdUp = nullptr;
-    QToolButton* m_cmdDown = nullptr;
-    QToolButton* m_cmdSaveAs = nullptr;
+    QAction* m_cmdDuplicate = nullptr;
+    QAction* m_cmdUp = nullptr;
+    QAction* m_cmdDown = nullptr;
+    QAction* m_cmdSaveAs = nullptr;
+    QAction* m_undo = nullptr;
+    std::vector<std::map<int, clsReport>> m_removed; ///< by their positions, for each deletion
     clsTemplate m_template;
     std::unique_ptr<frmReport> m_reportEditor; ///< while it is open
     int m_edited = 0;                          ///< the position of the report in it; 0 for a new one

@@ -51,12 +51,12 @@ frmTransfer::~frmTransfer() {
 
 void frmTransfer::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    connect(footer.add("Save", "&Save", "document-save", "Save the template"), &QToolButton::clicked, this,
+    connect(footer.add("Save", "&Save", "document-save", "Save the template"), &QAction::triggered, this,
             &frmTransfer::cmdSave_Click);
     footer.addStretch();
-    QToolButton* leave = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
-    leave->setObjectName("Command2");
-    connect(leave, &QToolButton::clicked, this, &frmTransfer::reject);
+    QAction* leave = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
+    footer.button(leave)->setObjectName("Command2");
+    connect(leave, &QAction::triggered, this, &frmTransfer::reject);
 }
 
 void frmTransfer::connectControls() {

@@ -1,5 +1,6 @@
 #include "ui/ListModel.h"
 
+#include <QFont>
 #include <QSet>
 #include <algorithm>
 
@@ -137,14 +138,14 @@ void ListModel::makeKeys(int row) {
     m_keys[std::size_t(row)] = std::move(keys);
 }
 
-void ListModel::setTexts(int column, const std::function<std::optional<QString>(const ListRow&)>& textOf) {
+void ListModel::setCells(int column, const std::function<std::optional<ListCell>(const ListRow&)>& cellOf) {
     int first = rowCount();
     int last = -1;
     for (int row = 0; row < rowCount(); ++row) {
         ListRow& shown = m_rows[std::size_t(row)];
-        const std::optional<QString> text = textOf(shown);
-        if (!text || *text == shown.text(column)) continue;
-        shown.cells[column].text = *text;
+        const std::optional<ListCell> cell = cellOf(shown);
+        if (!cell || *cell == shown.cells[column]) continue;
+        shown.cells[column] = *cell;
         makeKeys(row);
         first = qMin(first, row);
         last = row;
@@ -171,10 +172,19 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
         return row.text(index.column());
     case Qt::ToolTipRole:
         return row.toolTip.isEmpty() ? row.text(index.column()) : row.toolTip;
-    case Qt::DecorationRole:
-        return index.column() == 0 && !row.icon.isNull() ? QVariant(row.icon) : QVariant();
+    case Qt::DecorationRole: {
+        const QIcon icon = row.cells.value(index.column()).icon;
+        return icon.isNull() ? QVariant() : QVariant(icon);
+    }
+    case Qt::TextAlignmentRole:
+        return alignment(index.column());
     case Qt::BackgroundRole:
         return row.background.isValid() ? QVariant(row.background) : QVariant();
+    case Qt::FontRole: {
+        QFont bold;
+        bold.setBold(true);
+        return row.emphasized ? QVariant(bold) : QVariant();
+    }
     case IdRole:
         return row.id;
     case KeyRole:
@@ -184,8 +194,15 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+QVariant ListModel::alignment(int column) const {
+    const bool isNumber = m_columns[std::size_t(column)].kind == ListColumn::Number;
+    return int((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+}
+
 QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+    if (orientation != Qt::Horizontal) return {};
+    if (role == Qt::TextAlignmentRole) return alignment(section);
+    if (role != Qt::DisplayRole) return {};
     return m_columns[std::size_t(section)].caption;
 }
 

@@ -25,6 +25,7 @@ struct ListColumn {
 struct ListCell {
     QString text;
     std::optional<double> order;
+    QIcon icon{};
 
     ListCell() = default;
     ListCell(const QString& shown) : text(shown) {}
@@ -35,7 +36,9 @@ struct ListCell {
         : text(shown), order(sortedBy.value_or(-std::numeric_limits<double>::infinity())) {}
     static ListCell number(int value) { return {QString::number(value), double(value)}; }
 
-    bool operator==(const ListCell&) const = default;
+    bool operator==(const ListCell& other) const {
+        return text == other.text && order == other.order && icon.cacheKey() == other.icon.cacheKey();
+    }
 };
 
 /// A row of a list, keyed by its record's ID.
@@ -43,7 +46,7 @@ struct ListRow {
     int id = 0;
     QList<ListCell> cells; ///< one for each column
     QColor background{};   ///< invalid: the list's own
-    QIcon icon{};
+    bool emphasized = false; ///< in bold
     QString toolTip{};
     QString keywords{}; ///< found by the filter, not shown
 
@@ -51,8 +54,7 @@ struct ListRow {
 
     bool operator==(const ListRow& other) const {
         return id == other.id && cells == other.cells && background == other.background
-               && toolTip == other.toolTip && keywords == other.keywords
-               && icon.cacheKey() == other.icon.cacheKey();
+               && emphasized == other.emphasized && toolTip == other.toolTip && keywords == other.keywords;
     }
 };
 
@@ -73,8 +75,8 @@ public:
     const std::vector<ListColumn>& columnList() const { return m_columns; }
     /// The row of an ID; -1 when there is none.
     int rowOf(int id) const { return m_rowOf.value(id, -1); }
-    /// New texts for a column; `textOf` gives that of a row, or nothing for one that stays as it is.
-    void setTexts(int column, const std::function<std::optional<QString>(const ListRow&)>& textOf);
+    /// New cells for a column; `cellOf` gives that of a row, or nothing for one that stays as it is.
+    void setCells(int column, const std::function<std::optional<ListCell>(const ListRow&)>& cellOf);
 
     /// What a cell sorts by: its value, or its text folded.
     using SortKey = std::variant<double, QString>;
@@ -92,6 +94,7 @@ private:
     void takeRows(std::vector<ListRow> rows);
     void arrange(const std::vector<int>& order);
     void resetRows(std::vector<ListRow> rows);
+    QVariant alignment(int column) const;
     void makeKeysFrom(int first);
     void makeKeys(int row);
     void indexRows();

@@ -11,6 +11,8 @@
 
 namespace {
 
+const QString shortTitle = "Zelvan Scheduler";
+
 /// The box takes its width from the text alone, and has no format for what stands below it.
 void addDetails(QMessageBox& box, const QString& details) {
     box.setInformativeText(details);
@@ -24,8 +26,8 @@ void addDetails(QMessageBox& box, const QString& details) {
 int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, const QString& title,
          QMessageBox::StandardButtons buttons, const QString& details = {}) {
     const QString lines = QString(text).replace("\r\n", "\n").replace('\r', '\n');
-    QMessageBox box(icon, title.isEmpty() ? QApplication::applicationDisplayName() : title, lines, buttons,
-                    parent);
+    QMessageBox box(icon, title.isEmpty() ? shortTitle : title, lines, buttons, parent);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse); // for a mail to whoever can help
     if (buttons & QMessageBox::No)
         box.setDefaultButton(QMessageBox::No); // Enter alone must not delete anything
     box.setTextFormat(Qt::PlainText);          // titles that users typed are no markup
@@ -50,8 +52,10 @@ QString asPatterns(const QString& filter) {
 
 void MessageBoxes::notice(QWidget* parent, const QString& text, Icon icon, const QString& title,
                           const QString& details) {
-    show(parent, text, icon == Information ? QMessageBox::Information : QMessageBox::NoIcon, title,
-         QMessageBox::Ok, details);
+    // What has details went wrong.
+    const bool failed = icon == Plain && !details.isEmpty();
+    show(parent, text, failed ? QMessageBox::Warning : QMessageBox::Information, title, QMessageBox::Ok,
+         details);
 }
 
 bool MessageBoxes::ask(QWidget* parent, const QString& text, Icon icon, const QString& title) {
@@ -63,7 +67,7 @@ bool MessageBoxes::ask(QWidget* parent, const QString& text, Icon icon, const QS
 std::optional<QString> MessageBoxes::input(QWidget* parent, const QString& prompt, const QString& text) {
     QInputDialog dialog(parent);
     dialog.setObjectName("QInputDialog");
-    dialog.setWindowTitle(QApplication::applicationDisplayName());
+    dialog.setWindowTitle(shortTitle);
     dialog.setLabelText(prompt);
     dialog.setTextValue(text);
     dialog.setMinimumWidth(dialog.fontMetrics().averageCharWidth() * 60);

@@ -3,10 +3,15 @@
 #include "base/Session.h"
 #include "db/DbError.h"
 #include "ui/SlotGuard.h"
+#include "ui/frmHelp.h"
+
+#include <QShortcut>
 
 ScreenDialog::ScreenDialog(ScreenContext& context, QWidget* parent) : QDialog(parent), m_context(context) {
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            [this] { showHelp(session().paths.AppFolder(), this); });
 }
 
 bool ScreenDialog::load(const std::function<void()>& body, const SlotName& setup) {

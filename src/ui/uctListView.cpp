@@ -4,6 +4,7 @@
 #include "ui/ListHabits.h"
 #include "ui/Palette.h"
 
+#include <QAction>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -11,12 +12,13 @@
 #include <QScreen>
 #include <QScrollBar>
 #include <algorithm>
-#include <numeric>
 
 namespace {
 
-/// Its own name: the widths that earlier versions stored under "Columns" may be none that a user chose.
-constexpr const char* widthsSection = "ColumnWidths";
+constexpr const char* layoutSection = "ListLayout";
+/// The first character of a stored layout: whether the columns share the list's width.
+constexpr QChar sharedWidths = '*';
+constexpr QChar ownWidths = '=';
 
 } // namespace
 
@@ -33,7 +35,10 @@ uctListView::uctListView(QWidget* parent) : QTreeView(parent) {
     header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header()->viewport()->installEventFilter(this);
     giveListHabits(*this);
-    connect(header(), &QHeaderView::sectionClicked, this, [this](int column) { sortBy(column, false); });
+    connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
+        sortBy(column, false);
+        storeLayout();
+    });
 }
 
 void uctListView::setColumns(std::vector<ListColumn> columns, const QString& key) {
@@ -41,31 +46,66 @@ void uctListView::setColumns(std::vector<ListColumn> columns, const QString& key
     m_order = new ListOrder(m_model, this);
     setModel(m_order);
     m_key = key;
-    restoreWidths();
+    header()->setSectionsMovable(false);
+    restoreLayout();
     connect(header(), &QHeaderView::sectionResized, this, [this] { m_widthsSet = m_headerHeld; });
+    connect(header(), &QHeaderView::sectionMoved, this, &uctListView::storeLayout);
 }
 
-void uctListView::restoreWidths() {
-    const QStringList widths = getSetting("VWT", widthsSection, m_key, "").split(',');
-    m_fitColumns = !areUsable(widths);
-    if (m_fitColumns) return fitColumns();
-    for (int i = 0; i < widths.size(); ++i) header()->resizeSection(i, widths[i].toInt());
+void uctListView::restoreLayout() {
+    const QString stored = getSetting("VWT", layoutSection, m_key, "");
+    const QByteArray standard = header()->saveState();
+    const bool usable =
+        header()->restoreState(QByteArray::fromBase64(stored.mid(1).toLatin1())) && isLayoutUsable();
+    if (!usable) header()->restoreState(standard);
+    m_fitColumns = !usable || stored.front() == sharedWidths;
+    if (m_fitColumns) fitColumns();
+    const int sorted = header()->sortIndicatorSection();
+    if (usable && sorted < header()->count()) m_order->sort(sorted, header()->sortIndicatorOrder());
 }
 
-/// Whether a user can have set the widths: every column can be seen, and none is wider than the desktop.
-bool uctListView::areUsable(const QStringList& widths) const {
+/// Whether a user can have made the layout: there is a column to be seen, and none is wider than the desktop.
+bool uctListView::isLayoutUsable() const {
     const int widest = QGuiApplication::primaryScreen()->virtualSize().width();
-    const auto isUsable = [&](const QString& width) {
-        return width.toInt() >= header()->minimumSectionSize() && width.toInt() <= widest;
-    };
-    return widths.size() == header()->count() && std::ranges::all_of(widths, isUsable);
+    int shown = 0;
+    for (int column = 0; column < header()->count(); ++column) {
+        if (header()->isSectionHidden(column)) continue;
+        const int width = header()->sectionSize(column);
+        if (width < header()->minimumSectionSize() || width > widest) return false;
+        ++shown;
+    }
+    return shown > 0 && header()->count() == m_model->columnCount();
 }
 
-void uctListView::storeWidths() {
-    m_fitColumns = false;
-    QStringList widths;
-    for (int i = 0; i < header()->count(); ++i) widths << QString::number(header()->sectionSize(i));
-    saveSetting("VWT", widthsSection, m_key, widths.join(','));
+void uctListView::storeLayout() {
+    saveSetting("VWT", layoutSection, m_key,
+                (m_fitColumns ? sharedWidths : ownWidths)
+                    + QString::fromLatin1(header()->saveState().toBase64()));
+}
+
+void uctListView::setColumnsMovable() {
+    header()->setSectionsMovable(true);
+    header()->setContextMenuPolicy(Qt::ActionsContextMenu);
+    fillHeaderMenu();
+}
+
+void uctListView::fillHeaderMenu() {
+    for (int column = 0; column < m_model->columnCount(); ++column) {
+        auto* shown = new QAction(m_model->columnList()[std::size_t(column)].caption, this);
+        shown->setCheckable(true);
+        shown->setChecked(!header()->isSectionHidden(column));
+        connect(shown, &QAction::triggered, this, [this, column](bool on) { offerColumn(column, on); });
+        header()->addAction(shown);
+    }
+}
+
+/// The last column stays: a list without a header could not be mended.
+void uctListView::offerColumn(int column, bool shown) {
+    if (!shown && header()->hiddenSectionCount() + 1 == header()->count())
+        return header()->actions()[column]->setChecked(true);
+    header()->setSectionHidden(column, !shown);
+    if (m_fitColumns) fitColumns();
+    storeLayout();
 }
 
 /// A mouse button that is down says nothing: a double-click that opens the screen still holds it. The user
@@ -73,10 +113,14 @@ void uctListView::storeWidths() {
 bool uctListView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == header()->viewport()) {
         const QEvent::Type type = event->type();
-        if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick) m_headerHeld = true;
+        if (type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick)
+            m_headerHeld = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
         if (type == QEvent::MouseButtonRelease) {
             m_headerHeld = false;
-            if (std::exchange(m_widthsSet, false)) storeWidths();
+            if (std::exchange(m_widthsSet, false)) {
+                m_fitColumns = false;
+                storeLayout();
+            }
         }
     }
     return QTreeView::eventFilter(watched, event);
@@ -84,11 +128,12 @@ bool uctListView::eventFilter(QObject* watched, QEvent* event) {
 
 void uctListView::fitColumns() {
     const std::vector<ListColumn>& columns = m_model->columnList();
-    const int characters =
-        std::accumulate(columns.begin(), columns.end(), 0,
-                        [](int sum, const ListColumn& column) { return sum + column.width; });
-    for (int i = 0; i + 1 < int(columns.size()); ++i) // the last one takes what is left
-        header()->resizeSection(i, columns[std::size_t(i)].width * viewport()->width() / characters);
+    int characters = 0;
+    for (int i = 0; i < int(columns.size()); ++i)
+        if (!header()->isSectionHidden(i)) characters += columns[std::size_t(i)].width;
+    for (int i = 0; i < int(columns.size()); ++i) // the last one shown takes what is left
+        if (!header()->isSectionHidden(i))
+            header()->resizeSection(i, columns[std::size_t(i)].width * viewport()->width() / characters);
 }
 
 void uctListView::resizeEvent(QResizeEvent* event) {
@@ -125,6 +170,20 @@ void uctListView::setFilterWords(const QString& words) {
     viewport()->update();
 }
 
+void uctListView::offer(const QList<QAction*>& actions, QAction* main, QAction* removing) {
+    if (main) {
+        main->setShortcuts({Qt::Key_Return, Qt::Key_Enter});
+        main->setShortcutContext(Qt::WidgetShortcut);
+    }
+    if (removing) {
+        removing->setShortcut(QKeySequence::Delete);
+        removing->setShortcutContext(Qt::WidgetShortcut);
+    }
+    auto* line = new QAction(this);
+    line->setSeparator(true);
+    insertActions(QWidget::actions().first(), actions + QList<QAction*>{line});
+}
+
 std::optional<int> uctListView::selectedId() const {
     const QList<int> ids = selectedIds();
     return ids.isEmpty() ? std::nullopt : std::optional(ids.first());
@@ -141,9 +200,7 @@ QList<int> uctListView::selectedIds() const {
 void uctListView::select(const QList<int>& ids) {
     std::vector<int> shown;
     for (const int id : ids)
-        if (const int row = m_model->rowOf(id); row >= 0)
-            if (const QModelIndex index = m_order->mapFromSource(m_model->index(row, 0)); index.isValid())
-                shown.push_back(index.row());
+        if (const QModelIndex index = indexOf(id); index.isValid()) shown.push_back(index.row());
     std::ranges::sort(shown);
     // Neighbours become one range: the time that a selection takes grows with the square of its ranges.
     QItemSelection selection;
@@ -158,9 +215,18 @@ void uctListView::select(const QList<int>& ids) {
         selectionModel()->setCurrentIndex(m_order->index(shown.front(), 0), QItemSelectionModel::NoUpdate);
 }
 
-bool uctListView::selectId(int id) {
+/// As shown; invalid when it is not.
+QModelIndex uctListView::indexOf(int id) const {
     const int row = m_model->rowOf(id);
-    const QModelIndex index = row < 0 ? QModelIndex() : m_order->mapFromSource(m_model->index(row, 0));
+    return row < 0 ? QModelIndex() : m_order->mapFromSource(m_model->index(row, 0));
+}
+
+void uctListView::showId(int id) {
+    if (const QModelIndex index = indexOf(id); index.isValid()) scrollTo(index);
+}
+
+bool uctListView::selectId(int id) {
+    const QModelIndex index = indexOf(id);
     if (!index.isValid()) return false;
     setCurrentIndex(index);
     return true;
@@ -178,7 +244,13 @@ void uctListView::sortBy(int column, bool keepOrder) {
         if (!keepOrder) order = order == Qt::AscendingOrder ? Qt::DescendingOrder : Qt::AscendingOrder;
     }
     m_order->sort(column, order);
+    header()->setSortIndicator(column, order); // kept with the layout
+    header()->setSortIndicatorShown(true);
     header()->viewport()->update();
+}
+
+void uctListView::sortAtFirst(int column) {
+    if (sortedColumn() < 0) sortBy(column, true);
 }
 
 void uctListView::keyPressEvent(QKeyEvent* event) {

@@ -193,7 +193,8 @@ private slots:
         QTest::keyClick(editor.screen.get(), Qt::Key_Escape);
         QVERIFY(editor.shown().isEmpty() && editor.closedWithCallback());
         editor.show(id);
-        editor.control<QTimeEdit>("dtRunOnTime").stepUp();
+        auto& time = editor.control<QTimeEdit>("dtRunOnTime");
+        time.setTime(time.time().addSecs(3600));
         editor.program.messages.answer(false);
         editor.press("cmdExit");
         QVERIFY(editor.screen->isVisible());
@@ -283,7 +284,8 @@ private slots:
     void aStoredLongTitleMayStay() {
         Editor editor;
         editor.show(editor.add(QString(60, 'a'), Pending, tomorrow));
-        editor.control<QTimeEdit>("dtRunOnTime").stepUp();
+        auto& time = editor.control<QTimeEdit>("dtRunOnTime");
+        time.setTime(time.time().addSecs(3600));
         editor.press("cmdSave");
         QVERIFY(editor.shown().isEmpty() && editor.closedWithCallback());
     }
