@@ -1,6 +1,8 @@
 #include "Screens.h"
 #include "schedules/frmMainScreen.h"
+#include "schedules/frmSchedule.h"
 #include "schedules/modScheduler.h"
+#include "support/Modal.h"
 #include "support/Rows.h"
 #include "support/TestClass.h"
 #include "ui/uctListView.h"
@@ -8,6 +10,7 @@
 #include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTextBrowser>
 #include <QToolButton>
 
 /// The main screen over schedules in every state.
@@ -179,6 +182,111 @@ private slots:
         filter->setText("BRIGHTWATER pending"); // the project, which no column shows
         QCOMPARE(hub.pending().model()->rowCount(), 3);
         QVERIFY(hub.pending().selectId(shown));
+    }
+
+    void severalAreDeletedAtOnce() {
+        Hub hub;
+        for (const QString title : {"a", "b", "c"}) hub.addIn(title, Pending, 3600);
+        hub.show();
+        hub.pending().selectAll();
+        QVERIFY(!child<QToolButton>(*hub.screen, "cmdEdit").isEnabled());
+        hub.program.messages.answer(true);
+        hub.program.fault.arm(3); // in the middle of the first one
+        QTest::keyClick(&hub.pending(), Qt::Key_Delete);
+        hub.program.fault.arm(0);
+        const QStringList shown = hub.shown();
+        QCOMPARE(shown.first(), QString("Are you sure you want to delete the 3 selected schedules ?"));
+        QVERIFY2(shown.mid(1).join('|').startsWith("1 of the 3 schedules could not be deleted."),
+                 qPrintable(shown.join('|')));
+        QCOMPARE(hub.rows().size(), 1);
+        QCOMPARE(hub.pending().model()->rowCount(), 1);
+    }
+
+    void aScheduleIsRunOnceMore() {
+        Hub hub;
+        const QString longest(50, 'x');
+        hub.add("Monthly", Completed, "2026-Jan-01 08:00:00", "2026-Jan-02 09:05:00");
+        hub.add("monthly (2)", Disabled, "2030-Jan-01 08:00:00");
+        const int full = hub.add(longest, Pending, "2030-Jan-01 08:00:00");
+        hub.show();
+        hub.finished().selectId(hub.finished().rows().rows()[0].id);
+        child<QLineEdit>(*hub.screen, "txtFilterSchedules").setText("no such words");
+        hub.press("cmdRunNow");
+        QVERIFY(hub.shown().isEmpty());
+        QCOMPARE(hub.rows().last(), QString("Monthly (3)|Brightwater|0|QuorraAdmin"));
+        const int made = hub.pending().selectedId().value_or(0); // in view, whatever the filter said
+        QCOMPARE(hub.pending().textOf(made, 0), QString("Monthly (3)"));
+        const auto due = WallClock::fromStored(
+            hub.db().scalar(sql("SELECT RunDate FROM NorvaScheduler.dbo.tblSchedule WHERE ScheduleID = {}", made)));
+        QVERIFY(due && qAbs(due->secsTo(WallClock::now())) < 60);
+
+        hub.pending().selectId(full);
+        inNextModal<frmSchedule>([&](frmSchedule& editor) {
+            QCOMPARE(child<QLineEdit>(editor, "txtTitle").text(), QString(46, 'x') + " (2)");
+            press(editor, "cmdExit"); // nothing was changed, so nothing is asked
+        });
+        hub.press("cmdRunAgain");
+        QCOMPARE(hub.rows().size(), 4);
+        // What stands against it is told in the editor, which stays open.
+        hub.db().execute(sql("UPDATE NorvaScheduler.dbo.tblSchedule SET ProjectRef = 'NoSuchProject'"));
+        inNextModal<frmSchedule>([&](frmSchedule& editor) { press(editor, "cmdExit"); });
+        hub.press("cmdRunNow");
+        QVERIFY(hub.shown().join('|').contains("NoSuchProject"));
+        QCOMPARE(hub.rows().size(), 4);
+    }
+
+    void aResultIsNewsUntilItIsLookedAt() {
+        Hub hub;
+        const int mine = hub.add("mine", Processing, "2026-Jan-01 08:00:00", "", "QuorraAdmin");
+        const int theirs = hub.add("theirs", Processing, "2026-Jan-01 08:00:00", "", "Amelia.Hart");
+        hub.show();
+        const auto isBold = [&](int id) {
+            return hub.finished().rows().rows()[std::size_t(hub.finished().rows().rowOf(id))].emphasized;
+        };
+        ListViewUnselect(hub.pending());
+        for (const int id : {mine, theirs}) SetScheduleStatus(hub.program.session, id, Completed);
+        hub.screen->FillScheduleList();
+        QVERIFY(isBold(mine) && !isBold(theirs));
+        hub.finished().selectId(mine);
+        QVERIFY(!isBold(mine));
+        hub.screen->FillScheduleList();
+        QVERIFY(!isBold(mine));
+    }
+
+    void countsTellWhatIsThere() {
+        Hub hub;
+        hub.addIn("later", Pending, 3600);
+        hub.addIn("overdue", Pending, -7200);
+        hub.addIn("running", Processing, -60);
+        hub.addIn("off", Disabled, 60);
+        hub.addIn("done", Completed, -60);
+        hub.show();
+        const auto& counts = child<QLabel>(*hub.screen, "lblCounts");
+        QCOMPARE(counts.text(), QString("2 pending, 1 running, 1 delayed, 1 disabled, 1 completed"));
+        child<QLineEdit>(*hub.screen, "txtFilterSchedules").setText("overdue");
+        QVERIFY2(counts.text().endsWith("; 2 of 5 shown"), qPrintable(counts.text()));
+    }
+
+    void helpOpensAtTheScreensOwnPage() {
+        Hub hub;
+        hub.show();
+        inNextModal<frmSchedule>([&](frmSchedule& editor) {
+            QTest::keyClick(&editor, Qt::Key_F1);
+            auto* help = editor.findChild<QDialog*>("frmHelp");
+            auto& manual = child<QTextBrowser>(*help, "txtManual");
+            QCOMPARE(manual.source().fileName(), QString("schedule-editor.md"));
+            QVERIFY(!help->isModal());
+            auto& find = child<QLineEdit>(*help, "txtFind");
+            find.setText("quotation");
+            QTest::keyClick(&find, Qt::Key_Return);
+            QVERIFY2(manual.source().fileName() == "email.md", qPrintable(manual.source().toString()));
+            QCOMPARE(manual.textCursor().selectedText().toLower(), QString("quotation"));
+            find.setText("no such words");
+            QTest::keyClick(&find, Qt::Key_Return);
+            QCOMPARE(child<QLabel>(*help, "lblAnswer").text(), QString("Not found"));
+            press(editor, "cmdExit");
+        });
+        hub.press("cmdAdd");
     }
 
     void aScheduleThatTheEngineFinishedIsNotReset() {

@@ -79,6 +79,20 @@ private slots:
         QCOMPARE(statements[0], statements[1]);
     }
 
+    void aCopyIsATemplateOfItsOwn() {
+        Manager manager;
+        const int id = manager.idOf("Weekly call review");
+        manager.show();
+        for (const QString title : {"Weekly call review (2)", "Weekly call review (3)"}) {
+            manager.list().selectId(id);
+            press(*manager.screen, "cmdDuplicate");
+            const int copy = manager.list().selectedId().value();
+            QCOMPARE(manager.list().textOf(copy, 0), title);
+            QCOMPARE(manager.list().textOf(copy, 3), manager.list().textOf(id, 3));
+        }
+        QVERIFY(manager.shown().isEmpty());
+    }
+
     void deleting_data() {
         const Rows<QList<int>, QString> row;
         const QString sure = "Are you sure you want to delete this template";

@@ -196,6 +196,14 @@ private slots:
         editor.messages.answer(true);
         QTest::keyClick(&editor.list(), Qt::Key_Delete); // 214 211 211
         QCOMPARE(editor.shown(), QStringList{"Are you sure you want to delete the 2 selected reports?"});
+        editor.list().setFocus();
+        QTest::keyClick(&editor.list(), Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(editor.list().model()->rowCount(), 5);
+        QTest::keyClick(&editor.list(), Qt::Key_End);
+        QTest::keyClick(&editor.list(), Qt::Key_Up, Qt::ShiftModifier);
+        editor.messages.answer(true);
+        QTest::keyClick(&editor.list(), Qt::Key_Delete); // once more
+        editor.shown();
         editor.messages.answer(false);
         press(*editor.screen, "cmdDelete");
         QCOMPARE(editor.shown(), QStringList{"Are you sure you want to delete the selected report?"});

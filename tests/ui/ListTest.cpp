@@ -16,6 +16,7 @@
 #include <QListView>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QStandardItemModel>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
 
@@ -37,7 +38,7 @@ class ListTest : public QObject {
             list.setSelectionMode(QAbstractItemView::ExtendedSelection);
             list.setColumns({{"Title"}, {"Count", ListColumn::Number}, {"Note"}}, "Test");
             list.setRows({{1, {"b", "10", "two\nlines"}}, {2, {"a", "9", "tab\there"}}, {3, {"c", "8", ""}}});
-            list.sortBy(0, true);
+            list.sortAtFirst(0);
             box.attach(list);
             connect(&box, &QLineEdit::textChanged, &list, &uctListView::setFilterWords);
             ticks.setTexts({"x", "y"}, {});
@@ -85,11 +86,37 @@ private slots:
         QCOMPARE(screen.width(0), fitted + 30);
     }
 
-    void absurdWidthsAreIgnored() {
+    void aListOpensAsItsUserLeftIt() {
+        {
+            Screen screen;
+            screen.list.setColumnsMovable();
+            screen.list.header()->moveSection(2, 0);
+            screen.list.header()->actions()[0]->trigger(); // hides the title
+            QTest::mouseClick(&screen.header(), Qt::LeftButton, {}, {screen.edge(0).x() + 40, 5});
+        }
+        Screen screen;
+        QVERIFY(screen.list.isColumnHidden(0));
+        QCOMPARE(screen.list.header()->visualIndex(2), 0);
+        QCOMPARE(screen.list.sortedColumn(), 1);
+        screen.list.setColumnsMovable();
+        for (QAction* shown : screen.list.header()->actions())
+            if (shown->isChecked()) shown->trigger();
+        QCOMPARE(screen.list.header()->hiddenSectionCount(), 2); // one always stays
+    }
+
+    void absurdLayoutsAreIgnored() {
         const int fitted = Screen().width(1);
-        // Not to be seen, beyond every desktop, none, of another list.
-        for (const QString stored : {"200,2,200", "200,100000,200", "200,,200", "200,300"}) {
-            saveSetting("VWT", "ColumnWidths", "Test", stored);
+        QHeaderView wide(Qt::Horizontal);
+        QStandardItemModel model(1, 3);
+        wide.setModel(&model);
+        wide.resizeSection(1, 100'000);
+        QStringList layouts{"", "=", "=no base64", "*" + QString("AAAA").repeated(50)};
+        for (const int columns : {3, 4}) { // beyond every desktop; of another list
+            model.setColumnCount(columns);
+            layouts << '=' + QString::fromLatin1(wide.saveState().toBase64());
+        }
+        for (const QString& stored : layouts) {
+            saveSetting("VWT", "ListLayout", "Test", stored);
             QVERIFY2(Screen().width(1) == fitted, qPrintable(stored));
         }
     }
