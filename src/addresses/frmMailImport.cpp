@@ -73,13 +73,13 @@ int frmMailImport::Setup(AddressBook& book) {
 
 void frmMailImport::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    m_cmdImport =
-        footer.add("Import", "&Import", "document-import", "Add the new addresses to the address book");
-    m_ui->footer->setUsable(m_cmdImport, false);
-    connect(m_cmdImport, &QAction::triggered, this, &frmMailImport::cmdImport_Click);
     footer.addStretch();
-    connect(footer.add("Cancel", "Ca&ncel", "dialog-cancel", "Close without adding anything"),
-            &QAction::triggered, this, &frmMailImport::reject);
+    m_cmdImport =
+        footer.add("Import", "&Import", "document-import", "Add the new addresses to the address book", this,
+                   &frmMailImport::cmdImport_Click);
+    footer.setUsable(m_cmdImport, false, "No addresses have been read.");
+    footer.add("Cancel", "Ca&ncel", "dialog-cancel", "Close without adding anything", this,
+               &frmMailImport::reject);
 }
 
 void frmMailImport::attempt(const std::function<void()>& body) {

@@ -24,12 +24,12 @@ frmMailSelection::frmMailSelection(ScreenContext& context, QWidget* parent)
     m_ui->lstCentres->setHeaderHidden(true);
 
     uctFooter& footer = *m_ui->footer;
-    QAction* cmdAdd = footer.add("Add", "&Add", "list-add", "Add the address to the address book");
-    connect(cmdAdd, &QAction::triggered, this, &frmMailSelection::cmdAdd_Click);
+    QAction* cmdAdd = footer.add("Add", "&Add", "list-add", "Add the address to the address book", this,
+                                 &frmMailSelection::cmdAdd_Click);
     footer.needSelection({m_ui->lstCentres}, {cmdAdd});
     footer.addStretch();
-    connect(footer.add("Close", "Clo&se", "dialog-close", "Return to the address book"),
-            &QAction::triggered, this, &frmMailSelection::reject);
+    footer.add("Close", "Clo&se", "dialog-close", "Return to the address book", this,
+               &frmMailSelection::reject);
     connect(m_ui->cmdOpen, &QPushButton::clicked, this, &frmMailSelection::cmdOpen_Click);
     connect(m_ui->cmbLevel, &QComboBox::activated, this, &frmMailSelection::cmbLevel_Click);
     m_ui->txtFind->attach(*m_ui->lstCentres);

@@ -19,14 +19,12 @@ frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
         "The output path is the path as seen by the server.\r\n"
         "These settings are managed by the Administrator and are shown here for viewing only.");
     uctFooter& footer = *m_ui->footer;
-    m_cmdSave = footer.add("Save", "&Save", "document-save", "Save the options");
-    QAction* cmdEmail =
-        footer.add("Email", "E-&mail", "mail-message", "Edit the e-mail settings and address book");
+    footer.add("Email", "E-&mail", "mail-message", "Edit the e-mail settings and address book", this,
+               &frmOptions::cmdEmail_Click);
     footer.addStretch();
-    QAction* cmdExit = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
-    connect(m_cmdSave, &QAction::triggered, this, &frmOptions::cmdSave_Click);
-    connect(cmdEmail, &QAction::triggered, this, &frmOptions::cmdEmail_Click);
-    connect(cmdExit, &QAction::triggered, this, &frmOptions::reject);
+    m_cmdSave =
+        footer.add("Save", "&Save", "document-save", "Save the options", this, &frmOptions::cmdSave_Click);
+    footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen", this, &frmOptions::reject);
 
     const auto clearNote = [this] { m_ui->header->setNote({}); };
     connect(m_ui->txtOutput, &QLineEdit::textEdited, this, clearNote);

@@ -14,8 +14,6 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
     m_ui->grid->setHint("Non Alphabetic characters are accepted ");
     m_ui->lblElsewhere->hide();
     uctFooter& footer = *m_ui->footer;
-    footer.add("Ok", "&OK", "dialog-ok-apply", "Close and keep the list", this,
-               &frmExcludeNumbers::cmdOk_Click);
     footer.add("Load", "&Load", "document-open", "Replace the list by the numbers in a file", this,
                &frmExcludeNumbers::cmdLoad_Click);
     footer.add("Save", "&Save", "document-save", "Write the numbers to a file", this,
@@ -29,6 +27,8 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
     footer.add("Delete", "Delet&e all", "edit-clear-all", "Delete all numbers of the list", this,
                &frmExcludeNumbers::cmdDelete_Click);
     footer.addStretch();
+    footer.add("Ok", "&OK", "dialog-ok-apply", "Close and keep the list", this,
+               &frmExcludeNumbers::cmdOk_Click);
     footer.add("Cancel", "&Cancel", "dialog-cancel", "Close and undo what was changed here", this,
                &frmExcludeNumbers::reject);
     connect(m_ui->grid, &uctNumberGrid::deletePressed, this, &frmExcludeNumbers::cmdDeletedSelected_Click);

@@ -12,7 +12,6 @@ frmRangeSel::frmRangeSel(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmRangeSel>()) {
     m_ui->setupUi(this);
     uctFooter& footer = *m_ui->footer;
-    footer.add("Ok", "&OK", "dialog-ok-apply", "Use these numbers", this, &frmRangeSel::cmdOk_Click);
     footer.add("Load", "&Load", "document-open", "Replace the list by the numbers in a file", this,
                &frmRangeSel::cmdLoad_Click);
     footer.add("Save", "&Save", "document-save", "Write the numbers to a file", this,
@@ -20,6 +19,7 @@ frmRangeSel::frmRangeSel(ScreenContext& context, QWidget* parent)
     footer.add("Delete", "&Delete all", "edit-clear-all", "Empty the list", this,
                &frmRangeSel::cmdDelete_Click);
     footer.addStretch();
+    footer.add("Ok", "&OK", "dialog-ok-apply", "Use these numbers", this, &frmRangeSel::cmdOk_Click);
     footer.add("Cancel", "&Cancel", "dialog-cancel", "Close and keep the former list", this,
                &frmRangeSel::reject);
     connect(m_ui->grid, &uctNumberGrid::deletePressed, this,

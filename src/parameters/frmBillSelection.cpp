@@ -33,11 +33,11 @@ frmBillSelection::frmBillSelection(ScreenContext& context, QWidget* parent)
         "Please note that deselecting all bills will default to all bills being included.");
     m_ui->lstBills->setEmptyText("This project holds no bills.");
     uctFooter& footer = *m_ui->footer;
-    connect(footer.add("Ok", "&OK", "dialog-ok-apply", "Restrict the report to the ticked bills"),
-            &QAction::triggered, this, &frmBillSelection::cmdOk_Click);
     footer.addStretch();
-    connect(footer.add("Cancel", "&Cancel", "dialog-cancel", "Close and keep the former choice"),
-            &QAction::triggered, this, &frmBillSelection::reject);
+    footer.add("Ok", "&OK", "dialog-ok-apply", "Restrict the report to the ticked bills", this,
+               &frmBillSelection::cmdOk_Click);
+    footer.add("Cancel", "&Cancel", "dialog-cancel", "Close and keep the former choice", this,
+               &frmBillSelection::reject);
     resizeToText(*this, 110, 28);
 }
 

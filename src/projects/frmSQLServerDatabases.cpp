@@ -16,15 +16,14 @@ frmSQLServerDatabases::frmSQLServerDatabases(ScreenContext& context, QWidget* pa
     m_ui->header->setNote("Select a project");
     m_ui->List1->setColumns({{"Project"}}, "Projects");
     m_ui->List1->setEmptyText("No project on this server can be opened.");
-    QAction* cmdOpen = m_ui->footer->add("Open", "&Open", "document-open", "Open the selected project");
     m_ui->footer->addStretch();
-    QAction* cmdCancel =
-        m_ui->footer->add("Cancel", "&Cancel", "dialog-cancel", "Close without choosing a project");
+    QAction* cmdOpen = m_ui->footer->add("Open", "&Open", "document-open", "Open the selected project", this,
+                                         &frmSQLServerDatabases::lblOpen_Click);
+    m_ui->footer->add("Cancel", "&Cancel", "dialog-cancel", "Close without choosing a project", this,
+                      &QDialog::reject);
     m_ui->txtSearch->attach(*m_ui->List1);
     m_ui->footer->needSelection({m_ui->List1}, {cmdOpen});
     m_ui->List1->offer({cmdOpen}, cmdOpen);
-    connect(cmdOpen, &QAction::triggered, this, &frmSQLServerDatabases::lblOpen_Click);
-    connect(cmdCancel, &QAction::triggered, this, &QDialog::reject);
     connect(m_ui->List1, &uctListView::rowActivated, this, &frmSQLServerDatabases::lblOpen_Click);
     connect(m_ui->txtSearch, &QLineEdit::textChanged, this, &frmSQLServerDatabases::txtSearch_Change);
     connect(m_ui->txtSearch, &QLineEdit::returnPressed, this, &frmSQLServerDatabases::lblOpen_Click);

@@ -54,16 +54,14 @@ frmSchedule::~frmSchedule() = default;
 
 void frmSchedule::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    QAction* cmdSave = footer.add("Save", "&Save", "document-save", "Save the schedule");
-    m_cmdSaveAs =
-        footer.add("SaveAs", "Sa&ve As", "document-save-as", "Save as a new schedule under another title");
-    m_cmdDelete = footer.add("Delete", "De&lete Schedule", "edit-delete", "Delete this schedule and its log");
+    m_cmdDelete = footer.add("Delete", "De&lete Schedule", "edit-delete", "Delete this schedule and its log",
+                             this, &frmSchedule::cmdDelete_Click);
     footer.addStretch();
-    QAction* cmdExit = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
-    connect(cmdSave, &QAction::triggered, this, &frmSchedule::cmdSave_Click);
-    connect(m_cmdSaveAs, &QAction::triggered, this, &frmSchedule::cmdSaveAs_Click);
-    connect(m_cmdDelete, &QAction::triggered, this, &frmSchedule::cmdDelete_Click);
-    connect(cmdExit, &QAction::triggered, this, &frmSchedule::reject);
+    footer.add("Save", "&Save", "document-save", "Save the schedule", this, &frmSchedule::cmdSave_Click);
+    m_cmdSaveAs =
+        footer.add("SaveAs", "Sa&ve As", "document-save-as", "Save as a new schedule under another title",
+                   this, &frmSchedule::cmdSaveAs_Click);
+    footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen", this, &frmSchedule::reject);
 }
 
 void frmSchedule::connectControls() {

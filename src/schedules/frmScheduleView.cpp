@@ -64,13 +64,13 @@ frmScheduleView::~frmScheduleView() = default;
 
 void frmScheduleView::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    footer.add("SaveAs", "Save &As", "document-save-as", "Save this schedule as a new schedule", this,
-               &frmScheduleView::cmdSaveAs_Click);
     footer.add("Delete", "&Delete Schedule", "edit-delete", "Delete this schedule", this,
                &frmScheduleView::cmdDelete_Click);
     footer.add("SaveLog", "Save &Log", "document-export", "Save the log as a CSV file", this,
                &frmScheduleView::cmdSaveLog_Click);
     footer.addStretch();
+    footer.add("SaveAs", "Save &As", "document-save-as", "Save this schedule as a new schedule", this,
+               &frmScheduleView::cmdSaveAs_Click);
     footer.add("Exit", "&Back", "go-previous", "Return to the previous screen", this,
                &frmScheduleView::reject);
 }

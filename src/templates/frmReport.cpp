@@ -54,11 +54,11 @@ frmReport::~frmReport() = default;
 
 void frmReport::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    connect(footer.add("Save", "&Save", "document-save", "Put the report into the template"),
-            &QAction::triggered, this, &frmReport::cmdSave_Click);
     footer.addStretch();
-    connect(footer.add("Cancel", "Ca&ncel", "dialog-cancel", "Close without changing the template"),
-            &QAction::triggered, this, &frmReport::reject);
+    footer.add("Save", "&Save", "document-save", "Put the report into the template", this,
+               &frmReport::cmdSave_Click);
+    footer.add("Cancel", "Ca&ncel", "dialog-cancel", "Close without changing the template", this,
+               &frmReport::reject);
 }
 
 void frmReport::connectControls() {

@@ -45,13 +45,13 @@ frmSelectReports::frmSelectReports(ScreenContext& context, QWidget* parent)
     m_ui->lstReports->setColumns({{"Report"}}, "SelectReports");
     m_ui->lblDescription->document()->setDocumentMargin(10);
     uctFooter& footer = *m_ui->footer;
-    QAction* cmdSelect = footer.add("Select", "&Select", "dialog-ok-apply", "Use the selected report");
-    connect(cmdSelect, &QAction::triggered, this, &frmSelectReports::cmdSelect_Click);
+    footer.addStretch();
+    QAction* cmdSelect = footer.add("Select", "&Select", "dialog-ok-apply", "Use the selected report", this,
+                                    &frmSelectReports::cmdSelect_Click);
     footer.needSelection({m_ui->lstReports}, {cmdSelect});
     m_ui->lstReports->offer({cmdSelect}, cmdSelect);
-    footer.addStretch();
-    connect(footer.add("Cancel", "&Cancel", "dialog-cancel", "Close without choosing a report"),
-            &QAction::triggered, this, &frmSelectReports::reject);
+    footer.add("Cancel", "&Cancel", "dialog-cancel", "Close without choosing a report", this,
+               &frmSelectReports::reject);
     m_ui->txtFilter->attach(*m_ui->lstReports);
     connect(m_ui->txtFilter, &QLineEdit::textChanged, this, &frmSelectReports::txtFilter_Change);
     connect(m_ui->txtFilter, &QLineEdit::returnPressed, this, &frmSelectReports::cmdSelect_Click);

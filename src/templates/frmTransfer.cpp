@@ -51,12 +51,11 @@ frmTransfer::~frmTransfer() {
 
 void frmTransfer::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    connect(footer.add("Save", "&Save", "document-save", "Save the template"), &QAction::triggered, this,
-            &frmTransfer::cmdSave_Click);
     footer.addStretch();
-    QAction* leave = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen");
+    footer.add("Save", "&Save", "document-save", "Save the template", this, &frmTransfer::cmdSave_Click);
+    QAction* leave = footer.add("Exit", "E&xit", "dialog-close", "Return to the previous screen", this,
+                                &frmTransfer::reject);
     footer.button(leave)->setObjectName("Command2");
-    connect(leave, &QAction::triggered, this, &frmTransfer::reject);
 }
 
 void frmTransfer::connectControls() {

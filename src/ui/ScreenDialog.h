@@ -24,6 +24,7 @@ public:
     const QString& loadProblem() const { return m_loadProblem; }
 
 protected:
+    void showEvent(QShowEvent* event) override;
     /// Reads what the screen shows. A failure is written to the error log under the name of the Setup and
     /// left to the caller to tell, who has the words for it.
     bool load(const std::function<void()>& body, const SlotName& setup = std::source_location::current());
@@ -46,4 +47,5 @@ private:
     ScreenContext& m_context;
     Callback m_callback;
     QString m_loadProblem;
+    QSize m_shownSize; ///< when it was opened
 };

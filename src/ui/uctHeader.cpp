@@ -23,15 +23,20 @@ QLabel* whiteLabel(QWidget* parent, double size, bool bold) {
 
 } // namespace
 
+/// A screen over another one has a slim band: the logo says what program it is on the first one.
 uctHeader::uctHeader(QWidget* parent)
     : QFrame(parent),
-      m_title(whiteLabel(this, 1.5, true)),
+      m_slim(window()->parentWidget() != nullptr),
+      m_title(whiteLabel(this, m_slim ? 1.15 : 1.5, true)),
       m_note(whiteLabel(this, 0.95, false)),
       m_wave(new QVariantAnimation(this)) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     auto* layout = new QHBoxLayout(this);
     const int line = fontMetrics().height();
-    layout->setContentsMargins(line * 3, line / 2, line, line / 2);
+    if (m_slim)
+        layout->setContentsMargins(12, line / 4, 12, line / 4);
+    else
+        layout->setContentsMargins(line * 3, line / 2, line, line / 2);
     layout->addWidget(m_title);
     layout->addStretch();
     layout->addWidget(m_note);
@@ -54,7 +59,7 @@ void uctHeader::setNote(const QString& note) {
 }
 
 void uctHeader::showEvent(QShowEvent* event) {
-    m_wave->start();
+    if (!m_slim) m_wave->start();
     QFrame::showEvent(event);
 }
 
@@ -65,6 +70,7 @@ void uctHeader::paintEvent(QPaintEvent*) {
     band.setColorAt(0, Palette::headerFrom());
     band.setColorAt(1, Palette::headerTo());
     painter.fillRect(rect(), band);
+    if (m_slim) return;
     const double side = qMin(height() * 0.62, fontMetrics().height() * 2.2);
     const bool running = m_wave->state() == QAbstractAnimation::Running;
     paintLogo(painter, {(m_title->x() - side) / 2, (height() - side) / 2, side, side},

@@ -23,6 +23,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    bool m_slim;
     QLabel* m_title;
     QLabel* m_note;
     QVariantAnimation* m_wave;
