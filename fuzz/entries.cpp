@@ -32,7 +32,8 @@ QString inFolder(const char* name) {
 QString written(const QByteArray& content) {
     const QString path = inFolder("input");
     QFile file(path);
-    require(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(), "no room for the input");
+    require(file.open(QIODevice::WriteOnly) && file.write(content) == content.size(),
+            "no room for the input");
     return path;
 }
 
@@ -52,7 +53,8 @@ const QString& pristineServer() {
               "amount money, day datetime, d decimal(5,2), done bit)",
               "insert t (name, amount, day, d) values ('one', 1.5, '20080401', 1), ('Two', 2, null, null)",
               "create table u (a int, n nvarchar(max)) create index ix on u (a) insert u values (1, '007')",
-              "create proc p @a int = 1, @b varchar(5) = 'b', @c int output as set @c = @a select @b return 7"})
+              "create proc p @a int = 1, @b varchar(5) = 'b', @c int output as set @c = @a select @b return "
+              "7"})
             server->execute(Sql::script(batch));
         return made;
     }();
@@ -107,7 +109,8 @@ void sql(const QByteArray& script) {
         runBatches(*server, QString::fromUtf8(script));
         server->begin(); // takes the cancelling back
         server->rollback();
-        require(server->execute(Sql::script("select 1")).sets.at(0).cell(0, 0) == "1", "the session is spoilt");
+        require(server->execute(Sql::script("select 1")).sets.at(0).cell(0, 0) == "1",
+                "the session is spoilt");
         opened(path)->execute(Sql::script("select * from master..sysdatabases select * from sysobjects"));
     } catch (const DbError& error) {
         throw std::logic_error("the server is spoilt: " + error.text().toStdString());
@@ -132,14 +135,16 @@ void addresses(const QByteArray& content) {
     if (!file.hasUsableColumns()) return;
     for (const AddressLayout& layout : layoutsFor(file)) {
         QList<MailEntry> taken;
-        for (const ImportRow& row : mapLines(file, layout, {"ACC", "CC", "1", "a@example.com"}, {}, [](qsizetype) {}))
+        for (const ImportRow& row :
+             mapLines(file, layout, {"ACC", "CC", "1", "a@example.com"}, {}, [](qsizetype) {}))
             if (row.status == ImportRow::New) taken << row.entry;
         const QString output = inFolder("output");
         writeAddressFile(output, taken);
         const AddressFile back = readAddressFile(output);
         QList<MailEntry> read;
         for (const AddressLine& line : back.lines)
-            read << MailEntry{line.fields.value(0), line.fields.value(1), line.fields.value(2), line.fields.value(3)};
+            read << MailEntry{line.fields.value(0), line.fields.value(1), line.fields.value(2),
+                              line.fields.value(3)};
         require(read == taken, "written addresses do not read back");
     }
 }
