@@ -14,7 +14,8 @@ cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz --target "${targets[@]/#/fuzz-}"
 
 [ -w /dev/shm ] && export TMPDIR=/dev/shm # each input makes files
-export ASAN_OPTIONS=detect_leaks=1 ASAN_SYMBOLIZER_PATH=/usr/bin/llvm-symbolizer-16
+# Short traces and little memory kept back: most of the time goes there.
+export ASAN_OPTIONS=detect_leaks=1:malloc_context_size=8:quarantine_size_mb=32 ASAN_SYMBOLIZER_PATH=/usr/bin/llvm-symbolizer-16
 export LSAN_OPTIONS=suppressions=$PWD/tests/leaks.supp:print_suppressions=0 UBSAN_OPTIONS=print_stacktrace=1
 
 fuzz() {
