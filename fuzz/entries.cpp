@@ -67,7 +67,7 @@ public:
     explicit Impatience(Server& server)
         : m_thread([this, &server] {
               std::unique_lock lock(m_mutex);
-              if (!m_over.wait_for(lock, std::chrono::milliseconds(100), [this] { return m_isOver; }))
+              if (!m_over.wait_for(lock, std::chrono::milliseconds(30), [this] { return m_isOver; }))
                   server.cancel();
           }) {}
     ~Impatience() {

@@ -85,9 +85,11 @@ void Soak::look() {
             program.process.reset();
             continue;
         }
-        const double resident = pages.readAll().split(' ').value(1).toDouble();
+        const QList<QByteArray> counts = pages.readAll().split(' ');
+        const double own =
+            counts.value(1).toDouble() - counts.value(2).toDouble(); // resident, less pages of files
         const auto descriptors = QDir(place + "fd").entryList(QDir::Files | QDir::System).size();
-        program.sizes.push_back({resident * double(sysconf(_SC_PAGESIZE)) / 1e6, double(descriptors)});
+        program.sizes.push_back({own * double(sysconf(_SC_PAGESIZE)) / 1e6, double(descriptors)});
     }
 }
 

@@ -29,7 +29,7 @@ int main(int argc, char* argv[]) {
     try {
         soak::Soak soak(folder.path(), QApplication::applicationFilePath(), DEMO_ENGINE);
         QElapsedTimer clock;
-        for (clock.start(); clock.elapsed() < minutes * 60'000;) soak.killOnce();
+        for (clock.start(); clock.elapsed() < qint64(minutes * 60'000);) soak.killOnce();
         soak.end();
         soak.report();
         return soak.problems().isEmpty() ? EXIT_SUCCESS : EXIT_FAILURE;

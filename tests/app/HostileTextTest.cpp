@@ -15,6 +15,7 @@
 #include <QDirIterator>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QToolTip>
 
 namespace {
 
