@@ -211,6 +211,7 @@ private slots:
     void noRowIsLostWhenSeveralWrite() {
         constexpr int perWriter = 200;
         std::vector<std::thread> writers;
+        writers.reserve(3);
         for (int writer = 0; writer < 3; ++writer)
             writers.emplace_back([this] {
                 const auto server = m_file->open("d");
