@@ -6,6 +6,8 @@
 #include <algorithm>
 
 QString fittingProblem(const QString& fieldLabel, const QString& text, int maxLength, CodePage codePage) {
+    if (!text.isValidUtf16())
+        return "The " + fieldLabel + " holds half of a character, which the database cannot store.";
     if (codePage == CodePage::Latin1252) {
         const auto foreign = std::find_if_not(text.begin(), text.end(), CodePage1252::holds);
         if (foreign != text.end()) {

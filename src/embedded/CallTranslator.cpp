@@ -29,7 +29,7 @@ Type typeOfLetter(QChar letter, const Type& given) {
     case u'f':
         return Type::of(Type::Float);
     case u'n':
-        return given.isText() ? Type::of(Type::Float) : given;
+        return given.isNumber() ? given : Type::of(Type::Float);
     case u'd':
         return given.isDate() ? given : Type::of(Type::DateTime);
     default:

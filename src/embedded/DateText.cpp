@@ -13,6 +13,10 @@ namespace {
 
 const QDate base(1900, 1, 1);
 
+DbError outOfRange() {
+    return DbError(242, "The date is out of range.");
+}
+
 /// 1 to 12 for an English month name, whole or its first three letters; 0 otherwise.
 int monthOf(const QString& word) {
     static const QStringList names{"january", "february", "march",     "april",   "may",      "june",
@@ -102,7 +106,7 @@ QDateTime parse(const QString& text, Order order) {
     QDateTime result;
     if (!parseParts(text, order, result))
         throw DbError(241, "Conversion failed when converting a text to a date.");
-    if (!result.isValid() || result.date().year() > 9999) throw DbError(242, "The date is out of range.");
+    if (!result.isValid() || result.date().year() > 9999) throw outOfRange();
     return result;
 }
 
@@ -132,8 +136,7 @@ QString toStored(const QDateTime& date, const Type& type) {
         rounded = date.addMSecs(int(std::lround(ticks / 0.3)) - milliseconds);
     }
     const QDate day = rounded.date();
-    if (!rounded.isValid() || day.year() < firstYear || day.year() > lastYear)
-        throw DbError(242, "The date is out of range.");
+    if (!rounded.isValid() || day.year() < firstYear || day.year() > lastYear) throw outOfRange();
     const QTime time = rounded.time();
     return pad(day.year(), 4) + '-' + pad(day.month(), 2) + '-' + pad(day.day(), 2) + ' '
            + pad(time.hour(), 2) + ':' + pad(time.minute(), 2) + ':' + pad(time.second(), 2) + '.'
@@ -141,9 +144,13 @@ QString toStored(const QDateTime& date, const Type& type) {
 }
 
 QDateTime fromDays(double days) {
-    const double whole = std::floor(days);
-    return QDateTime(base.addDays(qint64(whole)), QTime(0, 0), Qt::UTC)
-        .addMSecs(qint64(std::llround((days - whole) * 86400000.0)));
+    return plusDays(QDateTime(base, QTime(0, 0), Qt::UTC), days);
+}
+
+QDateTime plusDays(const QDateTime& date, double days) {
+    constexpr double beyondAllDates = 1e7;
+    if (!(std::fabs(days) < beyondAllDates)) throw outOfRange();
+    return date.addMSecs(std::llround(days * 86400000.0));
 }
 
 double toDays(const QDateTime& date) {

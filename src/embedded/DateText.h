@@ -17,8 +17,9 @@ QDateTime parse(const QString& text, Order order);
 QDateTime fromStored(const QString& stored);
 /// The stored form, rounded as the type rounds (3.33 ms, minutes or days); DbError 242 out of range.
 QString toStored(const QDateTime& date, const Type& type);
-/// Days since 1 January 1900, as numbers become dates.
+/// Days since 1 January 1900, as numbers become dates; DbError 242 beyond all dates.
 QDateTime fromDays(double days);
+QDateTime plusDays(const QDateTime& date, double days); ///< likewise
 double toDays(const QDateTime& date);
 
 /// The text of CONVERT with a style; throws notSupported for a style it does not know.

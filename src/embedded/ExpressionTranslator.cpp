@@ -163,7 +163,10 @@ Typed Translator::unary(const Expr& expr) {
     if (expr.text == "+") return typed;
     if (typed.type.isText()) typed = {convert(typed, Type::of(Type::Int)), Type::of(Type::Int)};
     if (typed.type.kind == Type::Bit) typed.type = Type::of(Type::Int);
-    return {"(-" + typed.sql + ')', typed.type};
+    if (typed.type.kind == Type::TinyInt) typed.type = Type::of(Type::SmallInt);
+    const QString negative = "(-" + typed.sql + ')';
+    const bool fits = !typed.type.isInteger() || expr.args[0]->kind == Expr::Number;
+    return {fits ? negative : QString("ts_range(%1,%2)").arg(negative).arg(typed.type.packed()), typed.type};
 }
 
 Typed Translator::arithmetic(const QString& op, const Typed& a, const Typed& b) const {

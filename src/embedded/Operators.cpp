@@ -3,6 +3,7 @@
 #include "embedded/FunctionTable.h"
 
 #include <cmath>
+#include <limits>
 
 namespace embedded {
 
@@ -12,10 +13,20 @@ DbError divisionByZero() {
     return DbError(8134, "Divide by zero error encountered.");
 }
 
+/// The smallest integer has no positive counterpart, and dividing it by -1 ends the process.
+qint64 negated(qint64 number) {
+    if (number == std::numeric_limits<qint64>::min())
+        throw DbError(8115, "Arithmetic overflow error converting expression to data type bigint.");
+    return -number;
+}
+
 /// a / b in the result's type: integers and decimals drop what lies beyond their last place.
 Value divide(const Value& a, const Value& b, const Type& type) {
     if (asReal(b) == 0) throw divisionByZero();
-    if (type.isInteger()) return std::get<qint64>(a) / std::get<qint64>(b);
+    if (type.isInteger()) {
+        const qint64 divisor = std::get<qint64>(b);
+        return divisor == -1 ? negated(std::get<qint64>(a)) : std::get<qint64>(a) / divisor;
+    }
     const double quotient = asReal(a) / asReal(b);
     if (type.kind == Type::Money) return roundTo(quotient, 4);
     if (type.kind != Type::Decimal) return quotient;
@@ -28,7 +39,10 @@ Value divide(const Value& a, const Value& b, const Type& type) {
 
 Value modulo(const Value& a, const Value& b, const Type& type) {
     if (asReal(b) == 0) throw divisionByZero();
-    if (type.isInteger()) return std::get<qint64>(a) % std::get<qint64>(b);
+    if (type.isInteger()) {
+        const qint64 divisor = std::get<qint64>(b);
+        return divisor == -1 ? 0 : std::get<qint64>(a) % divisor;
+    }
     return roundTo(std::fmod(asReal(a), asReal(b)), type.scale);
 }
 
@@ -37,18 +51,25 @@ Type likeFirstNumber(const QList<Typed>& arguments) {
     return first.isNumber() && first.kind != Type::Bit ? first : Type::of(Type::Float);
 }
 
-Value same(const Arguments& a, double result) {
-    if (std::holds_alternative<qint64>(a.value(0))) return qint64(result);
-    return result;
+Value absolute(const Value& number) {
+    const auto* integer = std::get_if<qint64>(&number);
+    if (!integer) return std::fabs(asReal(number));
+    return *integer < 0 ? negated(*integer) : *integer;
+}
+
+Value rounded(const Value& number, int places) {
+    const bool isInteger = std::holds_alternative<qint64>(number);
+    if (isInteger && places >= 0) return number;
+    const double result = roundTo(asReal(number), places);
+    return isInteger ? Conversion{Type::of(Type::Float), Type::of(Type::BigInt)}(result) : Value(result);
 }
 
 } // namespace
 
 void addNumberFunctions(FunctionTable& table) {
-    table.add("abs",
-              {"n", likeFirstNumber, [](const Arguments& a) { return same(a, std::fabs(a.real(0))); }});
+    table.add("abs", {"n", likeFirstNumber, [](const Arguments& a) { return absolute(a.value(0)); }});
     table.add("round", {"ni", likeFirstNumber,
-                        [](const Arguments& a) { return same(a, roundTo(a.real(0), int(a.integer(1)))); }});
+                        [](const Arguments& a) { return rounded(a.value(0), int(a.integer(1))); }});
 }
 
 void addOperators(Session& session) {
@@ -71,8 +92,7 @@ void addOperators(Session& session) {
     });
     add("ts_places", 2, [](const Arguments& a) { return roundTo(a.real(0), int(a.integer(1))); });
     add("ts_days", 3, [](const Arguments& a) {
-        const auto milliseconds = qint64(std::llround(a.real(1) * 86400000.0));
-        const QDateTime date = dateText::fromStored(a.text(0)).addMSecs(milliseconds);
+        const QDateTime date = dateText::plusDays(dateText::fromStored(a.text(0)), a.real(1));
         return dateText::toStored(date, Type::unpacked(a.integer(2)));
     });
     file.addFunction("ts_notnull", 3, true, [](const Arguments& a) -> Value {

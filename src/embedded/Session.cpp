@@ -13,13 +13,15 @@ bool Session::canEnter(const Database& target) const {
     return hasGuests || roles.contains("sysadmin") || target.access.value(collation::fold(login));
 }
 
-/// What the names of the lock files of the sessions in a database begin with.
-QString Session::presenceFiles(qint64 target) const {
-    return QString("%1-in-%2-").arg(file.path()).arg(target);
+/// What the names of the lock files of sessions begin with, of those in one database or in any.
+QString Session::presenceFiles(std::optional<qint64> target) const {
+    const QString all = file.path() + "-in-";
+    return target ? all + QString::number(*target) + '-' : all;
 }
 
 void Session::enter(qint64 target) {
     if (target == database) return;
+    if (!m_presence) anyoneAlive(presenceFiles({})); // or the files of killed programs would pile up
     database = target;
     m_presence =
         std::make_unique<QLockFile>(presenceFiles(target) + QUuid::createUuid().toString(QUuid::Id128));
@@ -28,14 +30,20 @@ void Session::enter(qint64 target) {
 }
 
 bool Session::isInUse(qint64 target) const {
-    const QFileInfo files(presenceFiles(target));
+    return anyoneAlive(presenceFiles(target));
+}
+
+/// Whether a session lives whose lock file's name begins so. Those that dead programs left are taken away.
+bool Session::anyoneAlive(const QString& beginning) {
+    const QFileInfo files(beginning);
+    bool alive = false;
     for (const QFileInfo& other : files.dir().entryInfoList(QDir::Files)) {
         if (!other.fileName().startsWith(files.fileName())) continue;
         QLockFile probe(other.filePath());
         probe.setStaleLockTime(0);
-        if (!probe.tryLock(0)) return true; // and one that a dead program left is taken away
+        if (!probe.tryLock(0)) alive = true;
     }
-    return false;
+    return alive;
 }
 
 const Database* Session::reach(const QString& name) const {

@@ -87,7 +87,8 @@ struct Session {
     Variable serverValue(const QString& name) const;
 
 private:
-    QString presenceFiles(qint64 target) const;
+    QString presenceFiles(std::optional<qint64> target) const;
+    static bool anyoneAlive(const QString& beginning);
     /// Shows other sessions that this one is in its database, as long as it lives.
     std::unique_ptr<QLockFile> m_presence;
 };

@@ -1,7 +1,9 @@
 #include "addresses/frmEmailSettings.h"
+#include "fuzz/entries.h"
 #include "schedules/frmMainScreen.h"
 #include "schedules/frmSchedule.h"
 #include "schedules/frmScheduleView.h"
+#include "support/Files.h"
 #include "support/Office.h"
 #include "support/TestClass.h"
 #include "templates/frmManageTemplates.h"
@@ -10,8 +12,10 @@
 #include "ui/PlainLabels.h"
 #include "ui/uctListView.h"
 
+#include <QDirIterator>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QToolTip>
 
 namespace {
 
@@ -28,8 +32,6 @@ void checkScreen(Office& office, int texts, Arguments... arguments) {
         const QPoint place = list->visualRect(first).center();
         QHelpEvent hovers(QEvent::ToolTip, place, list->viewport()->mapToGlobal(place));
         QCoreApplication::sendEvent(list->viewport(), &hovers);
-        qDebug() << list->objectName() << QToolTip::isVisible() << QToolTip::text()
-                 << first.data(Qt::ToolTipRole);
     }
     for (QWidget* widget : QApplication::allWidgets()) {
         auto* label = qobject_cast<QLabel*>(widget);
@@ -78,6 +80,24 @@ private slots:
         checkScreen<frmTemplate>(office, 0, ordinary);
         checkScreen<frmTransfer>(office, 0, centres);
         checkScreen<frmEmailSettings>(office, 0);
+    }
+
+    /// The seeds of the fuzz targets, with every input that once did harm.
+    void filesOfAnybody_data() {
+        QTest::addColumn<QString>("path");
+        for (QDirIterator file(FUZZ_CORPUS, QDir::Files, QDirIterator::Subdirectories); file.hasNext();) {
+            const QString path = file.next();
+            QTest::newRow(qPrintable(path.section('/', -2))) << path;
+        }
+    }
+
+    void filesOfAnybody() {
+        QFETCH(QString, path);
+        static const QHash<QString, void (*)(const QByteArray&)> entries{{"sql", fuzz::sql},
+                                                                         {"numbers", fuzz::numbers},
+                                                                         {"addresses", fuzz::addresses},
+                                                                         {"security", fuzz::security}};
+        QVERIFY_THROWS_NO_EXCEPTION(entries[path.section('/', -2, -2)](readFile(path)));
     }
 };
 

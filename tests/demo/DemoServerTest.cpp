@@ -7,7 +7,6 @@
 #include "projects/ProjectList.h"
 #include "projects/modProjects.h"
 #include "schedules/ScheduleList.h"
-#include "templates/clsTemplate.h"
 
 #include <QDir>
 
@@ -51,26 +50,6 @@ private slots:
         QCOMPARE(states,
                  (QSet<ScheduleStatus>{Pending, Disabled, Processing, CompletedWithErrors, Completed}));
         QCOMPARE(broken, 1);
-    }
-
-    void storedReportsAreInTheCatalogue() {
-        TestProgram program;
-        program.logIn();
-        const RecordSet templates = program.session.db().query(
-            sql("SELECT TemplateID, UnitabAccount FROM NorvaScheduler.dbo.tblTemplate"));
-        for (const Row row : templates) {
-            for (const DemoProject& project : demoProjects::all())
-                if (project.account == row.text(1) && project.isListed())
-                    openProject(program.session, project.database);
-            clsTemplate stored(program.session.db(), program.session.project);
-            QVERIFY(stored.LoadTemplate(row.integer(0)));
-            for (const clsReport& report : stored.Reports()) {
-                const auto choice = ListChoice::forProject(
-                    report.ReportType(), program.session.project.billType, program.session.project.wispera);
-                QVERIFY2(catalogueEntry(report.ReportType(), report.ReportSubType(), choice),
-                         qPrintable(stored.Title() + ": " + report.GetReportTitle()));
-            }
-        }
     }
 
     void anUnfinishedServerIsReplaced() {

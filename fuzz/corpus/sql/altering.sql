@@ -1,0 +1,1 @@
+alter table t add lvl smallint not null default 1, e nvarchar(5) null alter table t alter column name varchar(20) null alter table t add constraint uq unique (name) alter table t drop constraint uq alter table t drop column amount exec sp_rename 't.lvl', 'level', 'COLUMN' select * from t

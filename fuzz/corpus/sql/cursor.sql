@@ -1,0 +1,1 @@
+declare @n varchar(10) declare c cursor local fast_forward for select name from t order by id desc for read only open c fetch next from c into @n while @@fetch_status = 0 begin print @n fetch next from c into @n end close c deallocate c declare @k cursor set @k = cursor for select 1 open @k deallocate @k

@@ -1,0 +1,1 @@
+set dateformat dmy select convert(varchar(30), cast('20080401 13:05' as datetime), 103), datepart(dw, '1-4-2008'), datediff(wk, '20080405', getdate()), dateadd(mm, -1, '31 Mar 2008'), cast('9:05PM' as smalldatetime), convert(datetime, '2008-04-01T00:00:00.123', 126), year('April 1, 2008'), cast(39537.5 as datetime) + 1

@@ -1,0 +1,1 @@
+while 1 = 1 select count(*) from t a, t b, t c

@@ -1,0 +1,1 @@
+create login w with password = N'x', default_database = d, check_policy = off alter server role dbcreator add member w create user w for login w deny connect to visitor exec sp_helpsrvrolemember 'dbcreator' exec master.dbo.xp_regwrite 'H', 'k', 'n', 'REG_SZ', 'v' declare @v varchar(9) exec master.dbo.xp_regread 'H', 'k', 'n', @v output drop login w

@@ -1,0 +1,1 @@
+select -7/2, 7%3, 2.0/3, $10 / 3, 1e10 * 2, 5 & 3 | 8 ^ ~1, round(-15.55, -1), abs(-3), cast(12345 as varchar(3)), cast('1.5e3' as float), cast(9223372036854775807 as bigint), cast(0.1 as money) * 3, cast(1.9 as int), - - 1

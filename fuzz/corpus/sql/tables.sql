@@ -1,0 +1,1 @@
+create table [s]]e'l "x] ([a b'] int primary key, [from] varchar(max) collate Latin1_General_CI_AS null, c decimal(9,4) default -1.5, constraint q unique (c)) on [PRIMARY] create unique index i on [s]]e'l "x] ([from], c desc) drop index i on [s]]e'l "x] drop table [s]]e'l "x]

@@ -1,0 +1,1 @@
+select len(N'Ω😀'), ltrim(rtrim('  a ')), upper('é'), substring('hello', 0, 3), right('hello', 2), replace('aAb', 'A', 'x'), charindex('b', 'abcb', 3), char(128), 'O''Brien' + null, isnull(null, 'x'), coalesce(null, 2, 3), nullif('a', 'A'), case 'B' when 'b' then 1 else 2.5 end, case when 1 = 2 or not (2 > 1) then 'a' end

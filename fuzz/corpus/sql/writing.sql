@@ -1,0 +1,1 @@
+insert t (name) values ('x') insert into t (name, amount) select name, amount + $1 from t where id < 3 update t set name = amount, amount += 1 where id in (1, 2) delete from t where id between 1 and 2 truncate table u select @@identity, scope_identity(), @@rowcount
