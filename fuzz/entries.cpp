@@ -109,7 +109,7 @@ void sql(const QByteArray& script) {
         runBatches(*server, QString::fromUtf8(script));
         server->begin(); // takes the cancelling back
         server->rollback();
-        require(server->execute(Sql::script("select 1")).sets.at(0).cell(0, 0) == "1",
+        require(server->execute(Sql::script("select 1")).sets.at(0).row(0).text(0) == "1",
                 "the session is spoilt");
         opened(path)->execute(Sql::script("select * from master..sysdatabases select * from sysobjects"));
     } catch (const DbError& error) {

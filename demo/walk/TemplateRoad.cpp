@@ -107,10 +107,12 @@ QList<WalkedReport> mobileReports() {
 
 } // namespace
 
-void planProject(Walker& walker, const QString& button, const QString& screenName, const QString& project) {
+void planProject(Walker& walker, const QString& button, const QString& screenName, const QString& project,
+                 Hearing hearing) {
     walker.add("go to choose a project", on(screenName), press(button));
-    // Projects without cost centres are left out, which is told once each time.
-    walker.add("hear of projects left out", onMessage("Some imported projects"), answer("OK"));
+    // Projects without cost centres are left out, which is told in a box once.
+    if (hearing == FirstTime)
+        walker.add("hear of projects left out", onMessage("Some imported projects"), answer("OK"));
     walker.add("choose the project", on("frmSQLServerDatabases"), [=](QWidget& screen) {
         type(screen, "txtSearch", project);
         press("cmdOpen")(screen);
@@ -119,7 +121,7 @@ void planProject(Walker& walker, const QString& button, const QString& screenNam
 
 void planTemplates(Walker& walker) {
     walker.add("manage the templates", on("frmMainScreen"), press("cmdManageTemplates"));
-    planProject(walker, "cmdAdd", "frmManageTemplates", "brightw");
+    planProject(walker, "cmdAdd", "frmManageTemplates", "brightw", FirstTime);
     planTemplate(walker, walkedTemplate, unitabReports());
     walker.add("add one for invoices", on("frmManageTemplates"), press("cmdAdd"));
     planProject(walker, "cmdOpen", "frmTemplate", "harcourt");

@@ -215,7 +215,7 @@ void frmEmailSettings::cmdExport_Click() {
         }
         const QList<MailEntry> entries = exportable();
         if (entries.isEmpty()) return;
-        QString path = messages().saveFile(this, {}, "Comma Separated Files (*.CSV);;View All Files (*.*)");
+        QString path = messages().saveFile(this, QDir::home().filePath("addresses.csv"), "Comma Separated Files (*.CSV);;View All Files (*.*)");
         if (path.isEmpty()) {
             messages().notice(this, "Export cancelled.");
             return;

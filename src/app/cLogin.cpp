@@ -89,6 +89,7 @@ LoginOutcome cLogin::logIn(const QString& server, const QString& userName, const
         return {LoginOutcome::Stay, "The login failed: " + refusal.text(), LoginOutcome::NoField, {}};
     } catch (const DbError& error) {
         m_session.connection.reset();
+        if (error.number() == DbError::Stopped) return {LoginOutcome::Stay, {}, LoginOutcome::NoField, {}};
         m_session.log.write("frmLogin.cmdOk_Click", error);
         return {LoginOutcome::Stay, wordsFor(error, server), LoginOutcome::NoField, {}};
     }

@@ -1,8 +1,9 @@
 #include "base/ErrorLog.h"
 
+#include "base/WholeFile.h"
+
 #include "db/DbError.h"
 
-#include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -12,7 +13,6 @@
 namespace {
 
 constexpr qint64 largestLog = 1'000'000; // bytes
-constexpr qsizetype longestName = 60;    // letters, of three bytes each at most; file names end at 255
 
 bool isFatal(int number) {
     return number < 0 || number == 7 || number == 61 || number == 68;
@@ -20,18 +20,6 @@ bool isFatal(int number) {
 
 QString quoted(QString text) {
     return '"' + text.replace('"', "\"\"") + '"';
-}
-
-/// The user name becomes part of a file name. What no file system takes is left out, and a name that would
-/// grow too long is cut; its mark tells it from others that begin alike.
-QString safeFileName(QString name) {
-    const QByteArray mark =
-        QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Sha256).toHex().left(8);
-    name.removeIf([](QChar letter) {
-        return letter.category() == QChar::Other_Control || letter.isSurrogate()
-               || QStringView(u"/\\:*?\"<>|").contains(letter);
-    });
-    return name.size() <= longestName ? name : name.left(longestName) + '~' + mark;
 }
 
 /// What is left of a log that cannot be moved away: its newer half.

@@ -64,6 +64,7 @@ struct Session {
     CurrentProject project;
     /// Numbers that the user excluded for a template that is not saved yet: nobody else's.
     QStringList newExclusions;
+    QStringList leftOutProjects; ///< those of which the user was told
     LogSubject logSubject;
     bool diagnostics = false; ///< the log view tells the keys behind a log entry
 };

@@ -86,6 +86,26 @@ std::vector<RecordSet> Connection::queryAll(const QList<Sql>& readings, const QS
     }
 }
 
+std::vector<RecordSet> Connection::queryEach(const QList<Sql>& readings) {
+    const auto rethrowGrave = [](const DbError& error) {
+        if (error.connectionLost() || error.number() == DbError::Stopped) throw error;
+    };
+    if (readings.isEmpty()) return {};
+    try {
+        return queryAll(readings);
+    } catch (const DbError& error) {
+        rethrowGrave(error);
+    }
+    std::vector<RecordSet> answers;
+    for (const Sql& reading : readings) try {
+            answers.push_back(query(reading));
+        } catch (const DbError& error) {
+            rethrowGrave(error);
+            answers.emplace_back();
+        }
+    return answers;
+}
+
 QString Connection::scalar(const Sql& batch) {
     const RecordSet set = query(batch);
     return set.isEmpty() ? QString() : set.cell(0, 0).toString();
@@ -164,7 +184,12 @@ void Transaction::commit() {
     m_open = false; // a commit that fails has undone everything itself
     if (!m_outermost) return;
     m_connection.m_inTransaction = false;
-    m_connection.onServer([](Server& server) { server.commit(); });
+    try {
+        m_connection.onServer([](Server& server) { server.commit(); });
+    } catch (const DbError& error) {
+        if (error.number() != DbError::Stopped) throw;
+        throw DbError(DbError::StoppedCommit, error.text(), {}, error.connectionLost());
+    }
 }
 
 DefaultDatabase::DefaultDatabase(Connection& connection, const QString& database)

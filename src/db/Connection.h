@@ -32,6 +32,9 @@ public:
     /// Several readings in one round trip, which yield a record set each, in their order. Outside of
     /// transactions they may run in another default database.
     std::vector<RecordSet> queryAll(const QList<Sql>& readings, const QString& database = {});
+    /// The same, but a reading that fails answers without columns and keeps no other from being read; unless
+    /// the session is lost or the user stops.
+    std::vector<RecordSet> queryEach(const QList<Sql>& readings);
     /// The first field of the first row of a query; null when there is no row.
     QString scalar(const Sql& batch);
     /// For writing. Never run twice; a connection known to be lost is reopened before.

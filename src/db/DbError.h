@@ -12,6 +12,7 @@ public:
         InvalidColumn = 207,
         InvalidObject = 208,
         NoSuchDatabase = 911,
+        Deadlock = 1205,
         LockTimeout = 1222,
         DuplicateColumn = 2705,
         AlreadyExists = 2714,
@@ -23,6 +24,7 @@ public:
         LoginFailed = 18456,
         Unreachable = 20009, ///< driver: no server answers under that name
         Stopped = 100'000,   ///< no server's: the user did not want to wait any longer
+        StoppedCommit,       ///< the same in the middle of a commit, whose outcome nobody knows
     };
 
     DbError(int number, const QString& text, const QString& statement = {}, bool connectionLost = false);

@@ -8,6 +8,7 @@
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
 
+#include <QDir>
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -223,7 +224,7 @@ void uctNumberGrid::ReadCalledNos(const QString& path) {
 
 void uctNumberGrid::saveFile() {
     QString path =
-        m_context->messages.saveFile(window(), m_context->session.paths.ProjectFolder(), fileFilter);
+        m_context->messages.saveFile(window(), QDir(m_context->session.paths.ProjectFolder()).filePath("numbers.CSV"), fileFilter);
     if (path.isEmpty()) return;
     if (QFileInfo(path).suffix().isEmpty()) path += path.endsWith('.') ? "CSV" : ".CSV";
     if (QFile::exists(path)

@@ -9,7 +9,6 @@
 #include "ui/WindowSize.h"
 #include "ui_frmBillSelection.h"
 
-
 namespace {
 
 std::vector<ListColumn> columns(bool withReference) {
@@ -38,6 +37,7 @@ frmBillSelection::frmBillSelection(ScreenContext& context, QWidget* parent)
                &frmBillSelection::cmdOk_Click);
     footer.add("Cancel", "&Cancel", "dialog-cancel", "Close and keep the former choice", this,
                &frmBillSelection::reject);
+    connect(m_ui->lstBills, &uctCheckList::changed, this, &frmBillSelection::tellMeaning);
     resizeToText(*this, 110, 28);
 }
 
@@ -60,9 +60,22 @@ int frmBillSelection::Setup(const QString& billIds) {
         m_ui->lstBills->setColumns(columns(found.hasImports));
         m_ui->lstBills->setEntries(std::move(entries), ticked);
         m_before = chosen();
+        tellMeaning();
     })
                ? 0
                : -1;
+}
+
+/// Of the ticks for bills that are imported later.
+void frmBillSelection::tellMeaning() {
+    const qsizetype ticked = m_ui->lstBills->tickedKeys().size();
+    const int all = m_ui->lstBills->count();
+    const QString which =
+        ticked == all ? QString("All %1 ticked").arg(all) : QString("%1 of %2 ticked").arg(ticked).arg(all);
+    m_ui->lblMeaning->setText(
+        ticked == 0 ? "None ticked: every bill is taken, also those that come later."
+                    : which + ": bills that come later are left out. Untick all to take every bill.");
+    m_ui->lblMeaning->setVisible(all > 0);
 }
 
 QString frmBillSelection::chosen() const {

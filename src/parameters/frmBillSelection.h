@@ -31,6 +31,7 @@ private slots:
 
 private:
     QString chosen() const;
+    void tellMeaning();
     void takeChoice();
 
     std::unique_ptr<Ui::frmBillSelection> m_ui;

@@ -17,6 +17,7 @@
 #include "reports/CallTagging.h"
 #include "ui/Cursors.h"
 #include "ui/FollowFocus.h"
+#include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
 #include "ui/WheelGuard.h"
@@ -51,16 +52,18 @@ frmSelectParameters::~frmSelectParameters() = default;
 void frmSelectParameters::buildFooter() {
     uctFooter& footer = *m_ui->footer;
     const auto button = [&](const char* name, const char* caption, const char* icon, const char* toolTip,
-                            auto slot) {
-        connect(footer.add(name, caption, icon, toolTip), &QAction::triggered, this, slot);
-    };
+                            auto slot) { return footer.add(name, caption, icon, toolTip, this, slot); };
+    QAction* caption = button("ReportCaption", "Ca&ption", "draw-text", "Enter the caption of the report",
+                              &frmSelectParameters::cmdReportCaption_Click);
+    QAction* header = button("ReportHeader", "H&eader", "format-text-bold", "Enter the header of the report",
+                             &frmSelectParameters::cmdReportHeader_Click);
+    for (QLabel* shown : {m_ui->lblCaptionWord, m_ui->lblReportCaption})
+        onClick(*shown, [caption] { caption->trigger(); });
+    for (QLabel* shown : {m_ui->lblHeaderWord, m_ui->lblReportHeader})
+        onClick(*shown, [header] { header->trigger(); });
+    footer.addStretch();
     button("Save", "&Save", "document-save", "Use these parameters for the report",
            &frmSelectParameters::cmdSave_Click);
-    button("ReportCaption", "Ca&ption", "draw-text", "Enter the caption of the report",
-           &frmSelectParameters::cmdReportCaption_Click);
-    button("ReportHeader", "H&eader", "format-text-bold", "Enter the header of the report",
-           &frmSelectParameters::cmdReportHeader_Click);
-    footer.addStretch();
     button("Cancel", "Ca&ncel", "dialog-cancel", "Close and keep the former parameters",
            &frmSelectParameters::reject);
 }

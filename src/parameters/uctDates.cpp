@@ -4,12 +4,15 @@
 #include "reports/ParameterSummary.h"
 #include "ui/Labels.h"
 #include "ui/Messages.h"
+#include "ui/SlotGuard.h"
 
 #include <QCheckBox>
 #include <QDateEdit>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLocale>
+#include <QMenu>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -48,6 +51,7 @@ uctDates::uctDates(const EditedReport& report, QWidget* parent)
     for (QWidget* each : {static_cast<QWidget*>(from), static_cast<QWidget*>(m_start),
                           static_cast<QWidget*>(to), static_cast<QWidget*>(m_end)})
         dates->addWidget(each);
+    dates->addWidget(presetButton());
     dates->addStretch();
 
     auto* days = new QHBoxLayout;
@@ -73,12 +77,62 @@ uctDates::uctDates(const EditedReport& report, QWidget* parent)
         });
 }
 
+QWidget* uctDates::presetButton() {
+    m_presets = new QToolButton(this);
+    m_presets->setObjectName("cmdPresets");
+    m_presets->setText("Set to");
+    m_presets->setAccessibleName("Set both dates to a period");
+    m_presets->setToolTip("Set both dates to a period");
+    m_presets->setPopupMode(QToolButton::InstantPopup);
+    m_presets->setFocusPolicy(Qt::StrongFocus);
+    auto* menu = new QMenu(m_presets);
+    const auto offer = [&](const QString& caption, auto periodOf) {
+        connect(menu->addAction(caption), &QAction::triggered, this,
+                [this, periodOf] { set(periodOf(QDate::currentDate())); });
+    };
+    connect(menu->addAction("Last bill"), &QAction::triggered, this, &uctDates::setToLastBill);
+    offer("Last month", [](QDate today) {
+        const QDate first = QDate(today.year(), today.month(), 1).addMonths(-1);
+        return Period{first, first.addMonths(1).addDays(-1)};
+    });
+    offer("Last quarter", [](QDate today) {
+        const QDate first = QDate(today.year(), (today.month() - 1) / 3 * 3 + 1, 1).addMonths(-3);
+        return Period{first, first.addMonths(3).addDays(-1)};
+    });
+    offer("This year", [](QDate today) {
+        return Period{QDate(today.year(), 1, 1), QDate(today.year(), 12, 31)};
+    });
+    m_presets->setMenu(menu);
+    return m_presets;
+}
+
+void uctDates::set(const Period& period) {
+    m_start->setDate(period.first);
+    m_end->setDate(period.second);
+}
+
+void uctDates::setToLastBill() {
+    const ScreenContext& context = editedReport().context;
+    guarded(context, window(), [&] {
+        const QString& project = context.session.project.database;
+        const RecordSet bills = context.session.db().query(
+            sql("SELECT TOP 1 BillStart, BillEnd FROM {}.dbo.Tbl50 WITH (NOLOCK) WHERE BillStart IS NOT NULL "
+                "AND BillEnd IS NOT NULL ORDER BY BillEnd DESC",
+                Name(project)));
+        if (bills.isEmpty())
+            context.messages.notice(window(), "The project's bills do not say when they begin and end.");
+        else
+            set({bills.row(0).date("BillStart"), bills.row(0).date("BillEnd")});
+    });
+}
+
 void uctDates::load(const clsReportParameters& parameters) {
     m_start->setDate(parameters.DateRangeStart());
     m_end->setDate(parameters.DateRangeEnd());
     const bool ownDates = !editedReport().context.session.project.edited.useDefaultDates;
     m_start->setEnabled(ownDates);
     m_end->setEnabled(ownDates);
+    m_presets->setEnabled(ownDates);
     for (int day = 1; day <= 7; ++day) m_days[std::size_t(day) - 1]->setChecked(parameters.DaySelected(day));
     showHint();
 }

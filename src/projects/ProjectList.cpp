@@ -96,3 +96,28 @@ ProjectList loadProjectList(Session& session) {
     list.names.sort(Qt::CaseInsensitive); // the server promises no order
     return list;
 }
+
+QList<ProjectDetails> readProjectDetails(Session& session, const QStringList& names) {
+    QList<Sql> readings;
+    for (const QString& name : names)
+        readings << sql("SELECT TOP 1 * FROM {}.dbo.Tbl50 WITH (NOLOCK) ORDER BY BillID", Name(name))
+                 << sql("SELECT MIN(BillStart) AS FirstBill, MAX(BillEnd) AS LastBill FROM {}.dbo.Tbl50 WITH "
+                        "(NOLOCK)",
+                        Name(name));
+    const std::vector<RecordSet> answers = session.db().queryEach(readings);
+    QList<ProjectDetails> details;
+    for (std::size_t i = 0; i + 1 < answers.size(); i += 2) {
+        ProjectDetails project;
+        if (const RecordSet& bill = answers[i]; !bill.isEmpty()) {
+            project.account = bill.row(0).text("UnitabAccount");
+            if (bill.columns().contains("BillType", Qt::CaseInsensitive))
+                project.billType = bill.row(0).integer("BillType");
+        }
+        if (const RecordSet& dates = answers[i + 1]; !dates.isEmpty()) {
+            project.firstBill = dates.row(0).date("FirstBill");
+            project.lastBill = dates.row(0).date("LastBill");
+        }
+        details << project;
+    }
+    return details;
+}

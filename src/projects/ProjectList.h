@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QDate>
+#include <QList>
 #include <QStringList>
 
 struct Session;
@@ -14,3 +16,14 @@ struct ProjectList {
 /// statements does not depend on the number of databases. Projects that are left out are written to
 /// the error log. The default database is restored. Throws DbError.
 ProjectList loadProjectList(Session& session);
+
+/// What tells projects apart; empty, 0 and invalid where a project does not say.
+struct ProjectDetails {
+    QString account;
+    int billType = 0;
+    QDate firstBill;
+    QDate lastBill;
+};
+
+/// Beside the names, in one round trip.
+QList<ProjectDetails> readProjectDetails(Session& session, const QStringList& names);

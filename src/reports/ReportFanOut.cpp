@@ -43,6 +43,14 @@ void replaceReport(clsReport& report, clsReport& edited) {
 
 } // namespace
 
+qsizetype reportsMadeOf(const clsReportParameters& parameters) {
+    return qMax(1, selection(parameters).split('|', Qt::SkipEmptyParts).size());
+}
+
+QString distinctValue(const clsReportParameters& parameters) {
+    return reportsMadeOf(parameters) == 1 ? selection(parameters) : QString();
+}
+
 QList<std::shared_ptr<clsReportParameters>>
 onePerValue(const std::shared_ptr<clsReportParameters>& parameters) {
     const QStringList values = selection(*parameters).split('|', Qt::SkipEmptyParts);

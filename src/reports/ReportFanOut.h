@@ -8,6 +8,11 @@
 QList<std::shared_ptr<clsReportParameters>>
 onePerValue(const std::shared_ptr<clsReportParameters>& parameters);
 
+/// How many reports are made of `parameters`.
+qsizetype reportsMadeOf(const clsReportParameters& parameters);
+/// The service number or cost centre that tells a report from its twins; empty without one.
+QString distinctValue(const clsReportParameters& parameters);
+
 /// Puts an edited report to its place, counted from 1, or at the end for the place 0. A report of several
 /// values becomes one report for each at the end, which replace the edited one. Returns the position of
 /// the report, or of the first of them.

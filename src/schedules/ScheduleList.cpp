@@ -1,6 +1,5 @@
 #include "schedules/ScheduleList.h"
 
-#include "db/DbError.h"
 #include "db/ServerText.h"
 #include "db/StoredTitle.h"
 
@@ -17,33 +16,6 @@ Sql countingOf(const TemplateHeader& header) {
     return sql("SELECT COUNT(*) FROM (SELECT Distinct {} FROM CostCentres.DBO.{} WITH (NOLOCK) "
                "WHERE UnitabAccount = {}) AS Centres",
                column, Name(header.unitabAccount + "_TblCC"), header.unitabAccount);
-}
-
-/// The answers to the countings, in one round trip; empty ones for what cannot be counted: one account's
-/// broken table must not keep all schedules from being shown.
-QStringList counted(Connection& connection, const QList<Sql>& countings) {
-    const auto ask = [&](const QList<Sql>& each) {
-        QStringList counts;
-        for (const RecordSet& answer : connection.queryAll(each)) counts << answer.cell(0, 0).toString();
-        return counts;
-    };
-    const auto isGrave = [](const DbError& error) {
-        return error.connectionLost() || error.number() == DbError::Stopped;
-    };
-    if (countings.isEmpty()) return {};
-    try {
-        return ask(countings);
-    } catch (const DbError& error) {
-        if (isGrave(error)) throw;
-    }
-    QStringList counts;
-    for (const Sql& each : countings) try {
-            counts << ask({each});
-        } catch (const DbError& error) {
-            if (isGrave(error)) throw;
-            counts << QString();
-        }
-    return counts;
 }
 
 Sql readingOf(const ScheduleUser& user) {
@@ -82,9 +54,12 @@ ScheduleReading readSchedules(Connection& connection, const ScheduleUser& user) 
             header.subLevel >= 1 && header.subLevel <= 5 && !header.unitabAccount.isEmpty();
         if (countable) countings.insert(subProjectKey(header), countingOf(header));
     }
-    const QStringList counts = counted(connection, countings.values());
-    for (qsizetype i = 0; const SubProjectKey& key : countings.keys())
-        reading.subProjects.insert(key, counts[i++]);
+    // One account's broken table must not keep all schedules from being shown.
+    const std::vector<RecordSet> counts = connection.queryEach(countings.values());
+    for (std::size_t i = 0; const SubProjectKey& key : countings.keys()) {
+        const RecordSet& count = counts[i++];
+        reading.subProjects.insert(key, count.isEmpty() ? QString() : count.cell(0, 0).toString());
+    }
     return reading;
 }
 

@@ -71,8 +71,10 @@ QString logSummary(const std::vector<LogEntry>& log) {
     return summary;
 }
 
-QString logAsCsv(const std::vector<LogEntry>& log) {
-    QString text = csvLine({"Schedule Report", "Error Code", "Description"}) + "\r\n";
+QString logAsCsv(const QList<std::pair<QString, QString>>& heading, const std::vector<LogEntry>& log) {
+    QString text;
+    for (const auto& [what, value] : heading) text += csvLine({what, guardFormula(value)}) + "\r\n";
+    text += "\r\n" + csvLine({"Schedule Report", "Error Code", "Description"}) + "\r\n";
     for (const LogEntry& entry : log)
         text += csvLine({guardFormula(entry.reportName), QString::number(entry.errorCode),
                          guardFormula(entry.description)})

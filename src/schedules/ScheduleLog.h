@@ -29,7 +29,8 @@ std::vector<LogEntry> readScheduleLog(Session& session, int scheduleId, const cl
 /// "2 of 7 reports failed", and what the schedule itself reported.
 QString logSummary(const std::vector<LogEntry>& log);
 /// All of a log as a CSV file's text, with captions.
-QString logAsCsv(const std::vector<LogEntry>& log);
+/// The heading, "Schedule,March", stands in lines of its own before the table.
+QString logAsCsv(const QList<std::pair<QString, QString>>& heading, const std::vector<LogEntry>& log);
 /// The keys behind a log entry, for those who look for faults.
 QString diagnosticLine(Session& session, int reportId);
 

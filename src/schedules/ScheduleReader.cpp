@@ -45,13 +45,28 @@ void ScheduleReader::post() {
     });
 }
 
-void ScheduleReader::request() {
-    if (m_task) return;
+/// What the reading found will not be heard.
+void ScheduleReader::interrupt() {
+    const auto interrupted = std::exchange(m_task, nullptr);
+    if (!interrupted) return;
+    interrupted->onDone({});
+    m_worker->waiter.stop();
+    m_anew = true;
+}
+
+std::optional<WallClock> ScheduleReader::request() {
+    constexpr qint64 longest = 60; // seconds
+    const bool open = m_task != nullptr;
+    if (open && m_requested.secsTo(WallClock::now()) < longest) return m_requested;
+    const std::optional<WallClock> since = open ? std::optional(m_requested) : std::nullopt;
+    interrupt();
+    if (!open) m_requested = WallClock::now();
     post();
     // By a timer, which waits until nothing else is in the middle of its work.
     m_task->onDone([this] {
         QMetaObject::invokeMethod(&m_delivers, qOverload<>(&QTimer::start), Qt::QueuedConnection);
     });
+    return since;
 }
 
 void ScheduleReader::deliver() {
@@ -70,11 +85,7 @@ void ScheduleReader::deliver() {
 }
 
 ScheduleChanges ScheduleReader::read() {
-    if (const auto interrupted = std::exchange(m_task, nullptr)) {
-        interrupted->onDone({});
-        m_worker->waiter.stop();
-        m_anew = true;
-    }
+    interrupt();
     post();
     const auto task = std::exchange(m_task, nullptr);
     if (!m_session.waiter) {

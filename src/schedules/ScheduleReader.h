@@ -21,8 +21,10 @@ public:
     explicit ScheduleReader(const Session& session);
     ~ScheduleReader() override;
 
-    /// In the background: changed() or failed() tells the end. Nothing while a reading is under way.
-    void request();
+    /// In the background: changed() or failed() tells the end. A reading that is under way goes on, unless
+    /// it has taken so long that the server may have forgotten it. Since when it goes on; nothing when it
+    /// begins now.
+    std::optional<WallClock> request();
     /// Now, for whoever waits for it: what changed since the last answer. Interrupts a reading that is under
     /// way. Throws DbError.
     ScheduleChanges read();
@@ -34,6 +36,7 @@ signals:
 private:
     struct Worker;
 
+    void interrupt();
     void post();
     void deliver();
 
@@ -42,6 +45,7 @@ private:
     std::shared_ptr<Task> m_task; ///< null while nothing is under way
     std::shared_ptr<std::optional<ScheduleChanges>> m_result;
     bool m_anew = false; ///< what the last reading found was not heard
+    WallClock m_requested;
     QTimer m_delivers;
     WorkThread m_thread;
 };

@@ -325,8 +325,10 @@ void frmMainScreen::CalledBack() {
 }
 
 void frmMainScreen::tmrScheduler_Timer() {
-    m_tmrScheduler.stop(); // until the answer is there
-    m_reader.request();
+    if (const std::optional<WallClock> since = m_reader.request())
+        m_ui->lblServerState->setText(QString("The server has not answered since %1. The lists show its last "
+                                              "state; trying again…")
+                                          .arg(since->time().toString("HH:mm")));
     PopulateScreen(false);
 }
 

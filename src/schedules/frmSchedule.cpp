@@ -217,7 +217,7 @@ bool frmSchedule::makeProjectCurrent() {
 
 void frmSchedule::cmdOpen_Click() {
     run([this] {
-        if (chooseProject(context(), this)) takeCurrentProject();
+        if (chooseProject(context(), this, m_schedule.Template().UnitabAccount())) takeCurrentProject();
     });
 }
 

@@ -164,7 +164,8 @@ void frmScheduleView::lstLog_Click() {
 
 void frmScheduleView::cmdSaveLog_Click() {
     run([this] {
-        QString path = messages().saveFile(this, QDir::homePath(), "CSV files (*.csv)");
+        const QString name = safeFileName(m_schedule.Title()) + " log.csv";
+        QString path = messages().saveFile(this, QDir::home().filePath(name), "CSV files (*.csv)");
         if (path.isEmpty()) return;
         if (QFileInfo(path).suffix().isEmpty()) path += ".csv";
         if (QFile::exists(path)
@@ -172,7 +173,14 @@ void frmScheduleView::cmdSaveLog_Click() {
                                QString("The file '%1' exists already. Do you want to replace it?").arg(path)))
             return;
         // The mark at the beginning tells spreadsheet programs that the text is UTF-8.
-        const QByteArray content = "\xEF\xBB\xBF" + logAsCsv(m_log).toUtf8();
+        const QByteArray content = "\xEF\xBB\xBF"
+                                   + logAsCsv({{"Schedule", m_schedule.Title()},
+                                               {"Project", m_schedule.ProjectFile()},
+                                               {"Template", m_schedule.Template().Title()},
+                                               {"Run", m_ui->lblDate->text()},
+                                               {"Status", m_ui->lblStatus->text()}},
+                                              m_log)
+                                         .toUtf8();
         if (const QString problem = writeWhole(path, content); !problem.isEmpty())
             messages().notice(this, QString("The file '%1' could not be written.").arg(path), Messages::Plain,
                               {}, problem);

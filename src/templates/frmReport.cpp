@@ -7,6 +7,7 @@
 #include "parameters/frmBillSelection.h"
 #include "parameters/frmSelectParameters.h"
 #include "projects/modProjects.h"
+#include "reports/ReportFanOut.h"
 #include "reports/ReportTypes.h"
 #include "templates/NewReport.h"
 #include "templates/frmSelectReports.h"
@@ -143,6 +144,8 @@ void frmReport::showParameters() {
             rows.push_back(std::move(shown));
         }
     }
+    const qsizetype made = reportsMadeOf(*m_report.Parameters());
+    m_ui->header->setNote(made > 1 ? QString("This makes %1 reports, one for each value").arg(made) : QString());
     m_ui->lstReports->setRows(std::move(title));
     m_ui->lstParameters->setRows({}); // the rows of another report have another order
     m_ui->lstParameters->setRows(std::move(rows));

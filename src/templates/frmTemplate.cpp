@@ -150,9 +150,12 @@ void frmTemplate::showReports(int selected) {
     for (clsReport& report : m_template.Reports()) {
         // The titles of invoice charges tell enough; their type has no name of its own here.
         const int type = report.ReportType();
+        const QString summary = reportSummary(report);
+        const QString distinct = distinctValue(*report.Parameters());
         rows.push_back({int(rows.size()) + 1,
                         {report.ShownTitle(), type == InvoiceReport ? QString() : reportTypeName(type),
-                         reportSummary(report)}});
+                         distinct.isEmpty() ? summary : distinct + " \u2013 " + summary}});
+        rows.back().toolTip = summary;
     }
     const int count = int(rows.size());
     m_ui->hdrReports->setTitle(count == 1 ? "1 Report" : QString("%1 Reports").arg(count));
@@ -202,7 +205,7 @@ void frmTemplate::chkCSVRepDefs_Click(bool ticked) {
 bool frmTemplate::ensureProject() {
     const QString& account = m_template.UnitabAccount();
     const auto fits = [&] { return session().project.isOfAccount(account); };
-    if (fits() || (chooseProject(context(), this) && fits())) {
+    if (fits() || (chooseProject(context(), this, account) && fits())) {
         showAccount(); // the project may know the kind of bills
         return true;
     }

@@ -152,7 +152,8 @@ frmTransfer::Choices frmTransfer::choices() const {
 void frmTransfer::cmdOpen_Click() {
     run([this] {
         const CurrentProject former = session().project;
-        if (!chooseProject(context(), this)) return;
+        const bool stored = m_template.ID() != -1;
+        if (!chooseProject(context(), this, stored ? m_template.UnitabAccount() : QString())) return;
         const bool otherAccount = !session().project.isOfAccount(m_template.UnitabAccount());
         if (otherAccount && m_template.ID() != -1) {
             session().project = former;

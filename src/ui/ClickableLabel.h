@@ -12,6 +12,7 @@ public:
     ClickableLabel(const QString& text, QAbstractButton* button, QWidget* parent);
 
 protected:
+    bool event(QEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:

@@ -160,9 +160,12 @@ bool EventLoopWaiter::eventFilter(QObject* receiver, QEvent* event) {
 
 bool EventLoopWaiter::hold(QObject* receiver, QEvent* event) {
     const QEvent::Type type = event->type();
-    if (type == QEvent::ShortcutOverride) return true;
-    if (type != QEvent::KeyPress && type != QEvent::KeyRelease) return false;
-    if (m_window && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
+    if (type == QEvent::ShortcutOverride) {
+        event->accept(); // or Qt takes the key for a shortcut, which would run now
+        return true;
+    }
+    if (type != QEvent::KeyPress && type != QEvent::KeyRelease && type != QEvent::InputMethod) return false;
+    if (m_window && type != QEvent::InputMethod && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape)
         m_stopAsked = true;
     else
         m_held.push_back(

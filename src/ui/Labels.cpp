@@ -4,6 +4,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 
 namespace {
 
@@ -14,7 +15,27 @@ QLabel* wrappedLabel(QWidget* parent, const QString& text, const QColor& colour)
     return label;
 }
 
+class ClickFilter : public QObject {
+public:
+    ClickFilter(QLabel& label, std::function<void()> act) : QObject(&label), m_act(std::move(act)) {
+        label.installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() != QEvent::MouseButtonRelease) return false;
+        if (static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) m_act();
+        return true;
+    }
+
+private:
+    std::function<void()> m_act;
+};
+
 } // namespace
+
+void onClick(QLabel& label, const std::function<void()>& act) {
+    label.setCursor(Qt::PointingHandCursor);
+    new ClickFilter(label, act);
+}
 
 void setTextColour(QWidget& widget, const QColor& colour) {
     QPalette colours = widget.palette();

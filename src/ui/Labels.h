@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QString>
+#include <functional>
 
 class QLabel;
 class QLineEdit;
@@ -9,6 +10,8 @@ class QWidget;
 
 /// The colour of a label's or frame's own text.
 void setTextColour(QWidget& widget, const QColor& colour);
+/// Does something when the label is clicked; the pointer says so.
+void onClick(QLabel& label, const std::function<void()>& act);
 /// Explains something in a quieter colour; wraps.
 QLabel* hintLabel(QWidget* parent, const QString& text = {});
 /// Says what is wrong, see showProblem(); hidden while nothing is.

@@ -25,6 +25,7 @@ void addDetails(QMessageBox& box, const QString& details) {
 
 int show(QWidget* parent, const QString& text, QMessageBox::Icon icon, const QString& title,
          QMessageBox::StandardButtons buttons, const QString& details = {}) {
+    while (parent && !parent->isVisible()) parent = parent->parentWidget(); // the box would stand in a corner
     const QString lines = QString(text).replace("\r\n", "\n").replace('\r', '\n');
     QMessageBox box(icon, title.isEmpty() ? shortTitle : title, lines, buttons, parent);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse); // for a mail to whoever can help
@@ -80,8 +81,8 @@ QString MessageBoxes::openFile(QWidget* parent, const QString& folder, const QSt
                                         QFileDialog::HideNameFilterDetails);
 }
 
-QString MessageBoxes::saveFile(QWidget* parent, const QString& folder, const QString& filter) {
-    return QFileDialog::getSaveFileName(parent, {}, folder, asPatterns(filter), nullptr,
+QString MessageBoxes::saveFile(QWidget* parent, const QString& suggested, const QString& filter) {
+    return QFileDialog::getSaveFileName(parent, {}, suggested, asPatterns(filter), nullptr,
                                         QFileDialog::DontConfirmOverwrite
                                             | QFileDialog::HideNameFilterDetails);
 }

@@ -8,14 +8,26 @@
 #include <QLabel>
 #include <QRegularExpression>
 
+namespace {
+
+/// The server has undone what was begun, because of what others do at the same moment.
+bool isOthersLock(const DbError& error) {
+    return error.number() == DbError::LockTimeout || error.number() == DbError::Deadlock;
+}
+
+} // namespace
+
 QString inWords(const DbError& error) {
     if (error.number() == DbError::Stopped)
         return "You have stopped waiting for the server. What was begun there is undone; nothing that you "
                "entered is lost.";
+    if (error.number() == DbError::StoppedCommit)
+        return "You have stopped waiting for the server while it was saving. Whether the change was carried "
+               "out is not known: please look before you try again. Nothing that you entered is lost.";
     if (error.connectionLost())
         return "The connection to the server was lost. Nothing that you entered is lost: "
                "please try again when the server can be reached.";
-    if (error.number() == DbError::LockTimeout)
+    if (isOthersLock(error))
         return "Another program is changing the same data. Please try again in a moment.";
     return error.text();
 }
@@ -26,7 +38,8 @@ const QString lockedQuestion = "Another program is changing the same data.\n\nDo
 
 void tell(const ScreenContext& context, QWidget* screen, const DbError& error, const QString& headline) {
     const QString words = inWords(error);
-    const bool saysMore = words != error.text() && error.number() != DbError::Stopped;
+    const bool stopped = error.number() == DbError::Stopped || error.number() == DbError::StoppedCommit;
+    const bool saysMore = words != error.text() && !stopped;
     const QString serversWords = saysMore ? error.text() : QString();
     if (headline.isEmpty())
         context.messages.notice(screen, words, Messages::Plain, {}, serversWords);
@@ -64,7 +77,7 @@ bool guarded(const ScreenContext& context, QWidget* screen, const std::function<
             return false;
         } catch (const DbError& error) {
             context.session.log.write(slot.text(), error);
-            if (error.number() != DbError::LockTimeout) {
+            if (!isOthersLock(error)) {
                 tell(context, screen, error, headline);
                 return false;
             }

@@ -3,6 +3,7 @@
 #include "projects/frmSQLServerDatabases.h"
 #include "projects/modProjectUpdate.h"
 #include "projects/modProjects.h"
+#include "support/Controls.h"
 #include "support/Files.h"
 #include "support/Rows.h"
 #include "support/TestClass.h"
@@ -10,6 +11,7 @@
 #include "support/failing.h"
 #include "ui/uctListView.h"
 
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QToolButton>
 
@@ -99,6 +101,16 @@ private slots:
         }
         QTest::keyClick(search, Qt::Key_Return);
         QCOMPARE(screen.result(), int(QDialog::Accepted));
+        search->setText("nowhere bw10"); // holds nothing
+        search->setText("unitab bw10");
+        QCOMPARE(screen.selectedProject(), QString("Brightwater"));
+
+        frmSQLServerDatabases narrowed(program.context);
+        QCOMPARE(narrowed.Setup("hl20417"), 0); // as the server compares accounts
+        QVERIFY(program.messages.takeShown().isEmpty()); // what is left out was told
+        QCOMPARE(texts(child<uctListView>(narrowed, "List1")), QStringList("Harcourt-Lisle"));
+        child<QCheckBox>(narrowed, "chkAccount").setChecked(false);
+        QCOMPARE(child<uctListView>(narrowed, "List1").model()->rowCount(), 5);
     }
 
     void aProjectThatCannotBeUsedLeavesTheFormerOne() {

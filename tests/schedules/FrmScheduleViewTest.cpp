@@ -85,7 +85,8 @@ private slots:
             view.press("cmdSaveLog");
         }
         const QString csv = QString::fromUtf8(readFile(path));
-        QVERIFY2(csv.contains("\"Dear calls\",\"17\",\"No calls,\r\n\"\"none\"\" at all\"\r\n")
+        QVERIFY2(csv.startsWith("\uFEFF\"Schedule\",\"") && csv.contains("\r\n\"Status\",\"")
+                     && csv.contains("\"Dear calls\",\"17\",\"No calls,\r\n\"\"none\"\" at all\"\r\n")
                      && csv.endsWith("\"Schedule\",\"-1\",\"'=1+1 by user\"\r\n"),
                  qPrintable(csv));
         view.shown();

@@ -29,6 +29,7 @@ inline void chooseReport(const frmReport& editor, int type, const QString& words
 /// In the project chooser that a button is about to open: picks a project, or none.
 inline void chooseProject(const QString& name) {
     inNextModal<frmSQLServerDatabases>([name](frmSQLServerDatabases& chooser) {
+        child<QCheckBox>(chooser, "chkAccount").setChecked(false); // other accounts' projects as well
         child<QLineEdit>(chooser, "txtSearch").setText(name);
         press(chooser, name.isEmpty() ? "cmdCancel" : "cmdOpen");
     });

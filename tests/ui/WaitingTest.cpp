@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <atomic>
 #include <thread>
 
@@ -59,6 +60,10 @@ private slots:
         const QString before = program.other().scalar(Sql::script(count));
         QLineEdit box;
         QPushButton button;
+        QShortcut save(QKeySequence::Save, &box);
+        int saves = 0;
+        int savesMeanwhile = 0;
+        connect(&save, &QShortcut::activated, [&] { ++saves; });
         int presses = 0;
         int ticks = 0;
         int ticksMeanwhile = 0;
@@ -76,6 +81,8 @@ private slots:
                 QTest::mouseClick(&button, Qt::LeftButton);
                 QCoreApplication::postEvent(&box, new QKeyEvent(QEvent::KeyPress, Qt::Key_X, {}, "x"));
                 QCoreApplication::sendPostedEvents(&box);
+                QTest::keyClick(box.windowHandle(), Qt::Key_S, Qt::ControlModifier);
+                savesMeanwhile = saves;
                 QVERIFY_EXCEPTION_THROWN(db.query(sql("SELECT 1")), DbError); // nothing comes in between
                 ticksMeanwhile = ticks;
                 QTest::mouseClick(waiting.findChild<QPushButton*>("cmdStop"), Qt::LeftButton);
@@ -90,6 +97,7 @@ private slots:
                 },
                 {}, "WaitingTest.aSilentServer"));
             QCOMPARE(ticksMeanwhile, 0);
+            QCOMPARE(savesMeanwhile, 0);
         }
         QVERIFY(program.messages.takeShown().value(0).startsWith("You have stopped waiting"));
         program.fault.silence->end();
