@@ -42,6 +42,10 @@ void planMainScreen(Walker& walker) {
     });
     walker.add("see the version", onMessage("Scheduler v"), answer("OK"));
     walker.add("open the help", on("frmMainScreen"), press("cmdHelp"));
+    walker.add("find in the manual", on("frmHelp"), [](QWidget& screen) {
+        type(screen, "txtFind", "caption");
+        emit control<QLineEdit>(screen, "txtFind").returnPressed();
+    });
     walker.add("read the manual", on("frmHelp"), [](QWidget& screen) { screen.close(); });
     walker.add("sort by title and filter", on("frmMainScreen"), [](QWidget& screen) {
         ListViewColumnSort(list(screen, "lstSchedules"), 0, false);
@@ -83,11 +87,18 @@ void planSchedule(Walker& walker) {
     });
     walker.add("hear that it runs at once", onMessage("The new schedule will run immediately"), answer("OK"));
     walker.add("see the copy completed", statusIs("Walked: once more", "Completed"), [=](QWidget& screen) {
-        select("lstFinished", "Walked: once more")(screen);
+        select("lstFinished", title)(screen);
+        press("cmdRunNow")(screen);
+    });
+    walker.add("see it run once more", statusIs(title + " (2)", "Completed"), [](QWidget& screen) {
+        type(screen, "txtFilterFinished", "walked");
+        list(screen, "lstFinished").selectAll();
         press("cmdDelete")(screen);
     });
-    walker.add("delete the copy", onMessage("Are you sure you want to delete the schedule"), answer("&Yes"));
-    walker.add("see it gone", on("frmMainScreen"), [](QWidget&) {});
+    walker.add("delete all of them", onMessage("Are you sure you want to delete the 3 selected schedules"),
+               answer("&Yes"));
+    walker.add("see them gone", on("frmMainScreen"),
+               [](QWidget& screen) { type(screen, "txtFilterFinished", ""); });
 }
 
 } // namespace

@@ -129,5 +129,8 @@ void planTemplates(Walker& walker) {
     walker.add("add one for mobiles", on("frmManageTemplates"), press("cmdAdd"));
     planProject(walker, "cmdOpen", "frmTemplate", "o'dowd");
     planTemplate(walker, "Walked: tagged calls", mobileReports());
+    walker.add("duplicate it", on("frmManageTemplates"), press("cmdDuplicate"));
+    walker.add("make a schedule for the copy", on("frmManageTemplates"), press("cmdSchedule"));
+    walker.add("leave the schedule", on("frmSchedule"), press("cmdExit"));
     walker.add("leave the templates", on("frmManageTemplates"), press("cmdClose"));
 }
