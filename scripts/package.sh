@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 
 say() { echo "== $*"; }
 
-scripts/install.sh appstream desktop-file-utils dpkg-dev file man-db mmdebstrap
+scripts/install.sh appstream desktop-file-utils dpkg-dev file man-db mmdebstrap uidmap
 say "Building"
 rm -f build/release/*.deb
 cmake --preset release >/dev/null
