@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 
 base=${1:-origin/main}
 scripts/install.sh
-find src demo tests bench fuzz soak \( -name '*.cpp' -o -name '*.h' \) -print0 | xargs -0 clang-format --dry-run -Werror
+find src demo tests bench fuzz soak packaging \( -name '*.cpp' -o -name '*.h' \) -print0 | xargs -0 clang-format --dry-run -Werror
 [ "$base" = --format ] && exit 0
 
 scripts/install.sh clang-tidy-16 # an older one does not know source_location
@@ -16,7 +16,7 @@ from=$(git merge-base "$base" HEAD)
 # A header is read with the source of its name; bench/ and the fuzz targets are not in the compile database.
 mapfile -t sources < <(
     { git diff --name-only "$from"; git ls-files --others --exclude-standard; } |
-        grep -E '^(src|demo|tests|soak|fuzz/entries).*\.(cpp|h)$' | sed 's/\.h$/.cpp/' | sort -u | xargs -r ls -d 2>/dev/null
+        grep -E '^(src|demo|tests|soak|packaging|fuzz/entries).*\.(cpp|h)$' | sed 's/\.h$/.cpp/' | sort -u | xargs -r ls -d 2>/dev/null
 )
 [ ${#sources[@]} -eq 0 ] && { echo "No source has changed since $base."; exit 0; }
 

@@ -14,9 +14,11 @@ namespace {
 constexpr std::chrono::milliseconds pace(40);
 constexpr int patience = 1500; // looks
 
-/// What the user would see on top: the modal screen, else the visible window.
+/// What the user would see on top: the modal screen, else the window that has the keyboard, such as the help,
+/// which leaves its screen usable, else the visible one.
 QWidget* topScreen() {
     if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+    if (QWidget* active = QApplication::activeWindow()) return active;
     for (QWidget* window : QApplication::topLevelWidgets())
         if (window->isVisible() && !window->objectName().isEmpty() && window->isWindow()
             && window->windowType() != Qt::ToolTip)

@@ -26,18 +26,22 @@ void paintLogo(QPainter& painter, const QRectF& place, double phase) {
     }
 }
 
+void paintProgramIcon(QPainter& painter, int side) {
+    painter.scale(side / 32.0, side / 32.0);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Palette::headerFrom());
+    painter.drawRoundedRect(QRectF(0, 0, 32, 32), 5.5, 5.5);
+    paintLogo(painter, QRectF(6.4, 3, 24, 25));
+}
+
 QIcon programIcon() {
     QIcon icon;
-    for (const int side : {16, 24, 32, 48, 64, 128}) {
+    for (const int side : {16, 22, 24, 32, 48, 64, 128}) {
         QPixmap picture(side, side);
         picture.fill(Qt::transparent);
         QPainter painter(&picture);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(Palette::headerFrom());
-        painter.drawRoundedRect(picture.rect(), side / 6.0, side / 6.0);
-        paintLogo(painter,
-                  QRectF(picture.rect()).adjusted(side * 0.16, side * 0.08, -side * 0.12, -side * 0.16));
+        paintProgramIcon(painter, side);
         painter.end();
         icon.addPixmap(picture);
     }
