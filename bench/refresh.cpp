@@ -92,7 +92,8 @@ void sorting(benchmark::State& state) {
     inList(state, [](frmMainScreen&, uctListView& list, bool) { list.sortBy(0, false); });
 }
 void filtering(benchmark::State& state) {
-    inList(state, [](frmMainScreen&, uctListView& list, bool again) { list.setFilterWords(again ? "" : "7"); });
+    inList(state,
+           [](frmMainScreen&, uctListView& list, bool again) { list.setFilterWords(again ? "" : "7"); });
 }
 void newMinute(benchmark::State& state) {
     inList(state, [](frmMainScreen& screen, uctListView&, bool) { screen.PopulateScreen(true); });

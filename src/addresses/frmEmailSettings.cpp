@@ -91,11 +91,13 @@ void frmEmailSettings::buildFooter() {
     QAction* add = footer.add("Add", "&Add", "list-add", "Add an address of a cost centre", this,
                               &frmEmailSettings::cmdAdd_Click);
     add->setShortcut(QKeySequence::New);
-    QAction* remove =
-        footer.add("Delete", "&Delete", "edit-delete", "Delete the selected addresses", this,
-                   &frmEmailSettings::cmdDelete_Click);
-    footer.needSelection({m_ui->MSFlexGrid1}, {remove});
-    m_ui->MSFlexGrid1->offer({remove, add}, nullptr, remove);
+    QAction* edit = footer.add("Edit", "E&dit", "document-edit", "Change the selected address", this,
+                               &frmEmailSettings::cmdEdit_Click);
+    QAction* remove = footer.add("Delete", "&Delete", "edit-delete", "Delete the selected addresses", this,
+                                 &frmEmailSettings::cmdDelete_Click);
+    footer.needSelection({m_ui->MSFlexGrid1}, {edit, remove});
+    m_ui->MSFlexGrid1->offer({edit, remove, add}, edit, remove);
+    connect(m_ui->MSFlexGrid1, &uctListView::rowActivated, this, &frmEmailSettings::cmdEdit_Click);
     footer.add("Import", "&Import", "document-import", "Add the addresses of a CSV file", this,
                &frmEmailSettings::cmdImport_Click);
     footer.add("Export", "&Export", "document-export", "Write all addresses into a CSV file", this,
@@ -169,6 +171,33 @@ void frmEmailSettings::cmdImport_Click() {
     run([this] { openScreen<frmMailImport>(context(), this, {}, m_book); });
 }
 
+void frmEmailSettings::cmdEdit_Click() {
+    run([this] {
+        const int id = m_ui->MSFlexGrid1->selectedId().value();
+        MailEntry entry = m_book.entries().value(id);
+        const QString prompt = QString("The e-mail address of the cost centre %1").arg(entry.costCentre);
+        const std::optional<QString> typed = messages().input(this, prompt, entry.emailAddress);
+        if (!typed || typed->trimmed() == entry.emailAddress) return;
+        entry.emailAddress = typed->trimmed();
+        if (const QString problem = changeProblem(entry, id); !problem.isEmpty())
+            return messages().notice(this, problem);
+        m_book.remove(id);
+        const int changed = m_book.AddEntrytoGrid(entry);
+        m_bookChanged = true;
+        showBook();
+        m_ui->MSFlexGrid1->selectId(changed);
+    });
+}
+
+/// What stands against an entry in place of another.
+QString frmEmailSettings::changeProblem(const MailEntry& entry, int former) const {
+    if (!isValidEmailAddress(entry.emailAddress)) return "You must enter a valid Email Address.";
+    if (m_book.EntryAlreadyExists(entry) && entry.key() != m_book.entries().value(former).key())
+        return QString("This cost centre already has the e-mail address %1 assigned to it.")
+            .arg(entry.emailAddress);
+    return problemOf(entry);
+}
+
 QString frmEmailSettings::deleteQuestion(const QList<int>& ids) const {
     if (ids.size() > 1) return QString("Do you wish to delete the %1 selected addresses?").arg(ids.size());
     const MailEntry entry = m_book.entries().value(ids.first());
@@ -215,7 +244,8 @@ void frmEmailSettings::cmdExport_Click() {
         }
         const QList<MailEntry> entries = exportable();
         if (entries.isEmpty()) return;
-        QString path = messages().saveFile(this, QDir::home().filePath("addresses.csv"), "Comma Separated Files (*.CSV);;View All Files (*.*)");
+        QString path = messages().saveFile(this, QDir::home().filePath("addresses.csv"),
+                                           "Comma Separated Files (*.CSV);;View All Files (*.*)");
         if (path.isEmpty()) {
             messages().notice(this, "Export cancelled.");
             return;

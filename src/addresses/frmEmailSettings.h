@@ -35,6 +35,7 @@ protected:
 private slots:
     void cmdAdd_Click();
     void cmdDelete_Click();
+    void cmdEdit_Click();
     void cmdImport_Click();
     void cmdExport_Click();
     void cmdSave_Click();
@@ -46,6 +47,7 @@ private:
     void updateControls();
     bool optionsChanged() const;
 
+    QString changeProblem(const MailEntry& entry, int former) const;
     QString deleteQuestion(const QList<int>& ids) const;
     QList<MailEntry> exportable();
     bool store();

@@ -12,7 +12,6 @@
 #include "ui/WindowSize.h"
 #include "ui_frmMailSelection.h"
 
-
 frmMailSelection::frmMailSelection(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmMailSelection>()) {
     m_ui->setupUi(this);

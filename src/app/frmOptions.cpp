@@ -4,6 +4,7 @@
 #include "base/Session.h"
 #include "base/modOptions.h"
 #include "ui/Cursors.h"
+#include "ui/DesktopNotices.h"
 #include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
@@ -35,6 +36,8 @@ frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
     m_ui->chkExcel->setEnabled(mayChange);
     m_ui->chkCSV->setEnabled(mayChange);
     m_cmdSave->setVisible(mayChange);
+    m_ui->chkNotices->setChecked(DesktopNotices::areWanted());
+    connect(m_ui->chkNotices, &QCheckBox::clicked, this, &DesktopNotices::setWanted);
     setMinimumWidth(fontMetrics().averageCharWidth() * 90);
 }
 
@@ -80,7 +83,11 @@ void frmOptions::save() {
 }
 
 void frmOptions::cmdEmail_Click() {
-    run([this] { openScreen<frmEmailSettings>(context(), this, "Error loading the e-mail settings"); });
+    run([this] {
+        if (const auto screen =
+                setUpScreen<frmEmailSettings>(context(), this, "Error loading the e-mail settings"))
+            screen->exec(); // what changes there does not show here
+    });
 }
 
 bool frmOptions::mayClose() {

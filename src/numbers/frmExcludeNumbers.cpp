@@ -7,7 +7,6 @@
 #include "ui/WindowSize.h"
 #include "ui_frmExcludeNumbers.h"
 
-
 frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmExcludeNumbers>()) {
     m_ui->setupUi(this);
@@ -18,9 +17,8 @@ frmExcludeNumbers::frmExcludeNumbers(ScreenContext& context, QWidget* parent)
                &frmExcludeNumbers::cmdLoad_Click);
     footer.add("Save", "&Save", "document-save", "Write the numbers to a file", this,
                &frmExcludeNumbers::cmdSave_Click);
-    QAction* remove =
-        footer.add("DeletedSelected", "&Delete", "edit-delete", "Delete the selected number", this,
-                   &frmExcludeNumbers::cmdDeletedSelected_Click);
+    QAction* remove = footer.add("DeletedSelected", "&Delete", "edit-delete", "Delete the selected number",
+                                 this, &frmExcludeNumbers::cmdDeletedSelected_Click);
     footer.setUsable(remove, false);
     connect(m_ui->grid, &uctNumberGrid::selectionChanged, this,
             [this, remove] { m_ui->footer->setUsable(remove, !m_ui->grid->selectedNumbers().isEmpty()); });

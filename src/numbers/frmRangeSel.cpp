@@ -7,7 +7,6 @@
 #include "ui/WindowSize.h"
 #include "ui_frmRangeSel.h"
 
-
 frmRangeSel::frmRangeSel(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmRangeSel>()) {
     m_ui->setupUi(this);

@@ -8,8 +8,8 @@
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
 
-#include <QDir>
 #include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QHBoxLayout>
@@ -223,8 +223,8 @@ void uctNumberGrid::ReadCalledNos(const QString& path) {
 }
 
 void uctNumberGrid::saveFile() {
-    QString path =
-        m_context->messages.saveFile(window(), QDir(m_context->session.paths.ProjectFolder()).filePath("numbers.CSV"), fileFilter);
+    QString path = m_context->messages.saveFile(
+        window(), QDir(m_context->session.paths.ProjectFolder()).filePath("numbers.CSV"), fileFilter);
     if (path.isEmpty()) return;
     if (QFileInfo(path).suffix().isEmpty()) path += path.endsWith('.') ? "CSV" : ".CSV";
     if (QFile::exists(path)

@@ -119,7 +119,8 @@ void frmSQLServerDatabases::txtSearch_Change(const QString& text) {
         QString texts;
         for (int column = 0; column < shown.columnCount(); ++column)
             texts += shown.index(row, column).data().toString() + '\n';
-        if (!std::ranges::all_of(words, [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); }))
+        if (!std::ranges::all_of(
+                words, [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); }))
             continue;
         m_ui->List1->setCurrentIndex(shown.index(row, 0));
         return;

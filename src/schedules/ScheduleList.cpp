@@ -74,7 +74,8 @@ ScheduleListRow ScheduleReading::row(const Row& schedule) const {
     row.date = WallClock::fromStored(date);
     row.owner = schedule.text("Username");
     if (isFinished(row.status) && row.date && !row.date->isZeroDate())
-        if (const auto due = WallClock::fromStored(schedule.text("RunDate"))) row.delay = due->secsTo(*row.date);
+        if (const auto due = WallClock::fromStored(schedule.text("RunDate")))
+            row.delay = due->secsTo(*row.date);
     const auto summary = templates.constFind(schedule.integer("TemplateID"));
     if (summary != templates.constEnd())
         describeTemplate(row, *summary, subProjects.value(subProjectKey(summary->header)));

@@ -24,7 +24,7 @@ struct ScheduleListRow {
     bool subProjects = false;
     QString owner;
     std::optional<qint64> delay; ///< seconds from the time it was due to that of its run, when both are known
-    QString problem; ///< why the schedule cannot be run or edited; empty when it can
+    QString problem;             ///< why the schedule cannot be run or edited; empty when it can
 };
 
 /// Who reads: a user sees his own schedules, the administrator everybody's.

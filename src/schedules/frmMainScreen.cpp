@@ -7,12 +7,13 @@
 #include "base/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
-#include "schedules/uctScheduleCells.h"
 #include "schedules/frmSchedule.h"
 #include "schedules/frmScheduleView.h"
 #include "schedules/modScheduler.h"
+#include "schedules/uctScheduleCells.h"
 #include "templates/frmManageTemplates.h"
 #include "ui/Cursors.h"
+#include "ui/DesktopNotices.h"
 #include "ui/Labels.h"
 #include "ui/ListHabits.h"
 #include "ui/Messages.h"
@@ -25,9 +26,11 @@
 #include "ui/uctFilterBox.h"
 #include "ui_frmMainScreen.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QScopeGuard>
+#include <QHeaderView>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QStatusBar>
 #include <chrono>
@@ -86,13 +89,13 @@ frmMainScreen::~frmMainScreen() = default;
 
 void frmMainScreen::buildFooter() {
     uctFooter& footer = *m_ui->footer;
-    QAction* add = footer.add("Add", "&Add Schedule", "list-add", "Add a schedule", this,
-                              &frmMainScreen::cmdAdd_Click);
+    QAction* add =
+        footer.add("Add", "&Add Schedule", "list-add", "Add a schedule", this, &frmMainScreen::cmdAdd_Click);
     add->setShortcut(QKeySequence::New);
     m_cmdEdit = footer.add("Edit", "&Edit Schedule", "document-edit", "Edit the selected schedule", this,
                            &frmMainScreen::cmdEdit_Click);
-    QAction* remove = footer.add("Delete", "&Delete Schedule", "edit-delete",
-                                 "Delete the selected schedules", this, &frmMainScreen::cmdDelete_Click);
+    QAction* remove = footer.add("Delete", "&Delete Schedule", "edit-delete", "Delete the selected schedules",
+                                 this, &frmMainScreen::cmdDelete_Click);
     m_cmdRunNow = footer.add("RunNow", "Run &Now", "media-playback-start",
                              "Run the selected schedule once more, as a new schedule that is due now", this,
                              &frmMainScreen::cmdRunNow_Click);
@@ -116,8 +119,11 @@ void frmMainScreen::buildFooter() {
     refresh->setShortcut(QKeySequence::Refresh);
     connect(refresh, &QAction::triggered, this, &frmMainScreen::CalledBack);
     addAction(refresh);
-    for (uctListView* list : {m_ui->lstSchedules, m_ui->lstFinished})
-        list->offer({m_cmdEdit, m_cmdRunNow, m_cmdRunAgain, remove, add, refresh}, m_cmdEdit, remove);
+    m_showLog = new QAction("Show &Log", this);
+    connect(m_showLog, &QAction::triggered, this, &frmMainScreen::cmdEdit_Click);
+    const QList<QAction*> others{m_cmdRunNow, m_cmdRunAgain, remove, add, refresh};
+    m_ui->lstSchedules->offer(QList{m_cmdEdit} + others, m_cmdEdit, remove);
+    m_ui->lstFinished->offer(QList{m_showLog} + others, m_showLog, remove);
     updateActions();
 }
 
@@ -126,6 +132,7 @@ void frmMainScreen::updateActions() {
     const QString why = selected == 0 ? "Nothing is selected." : "Several schedules are selected.";
     for (QAction* action : {m_cmdEdit, m_cmdRunNow, m_cmdRunAgain})
         m_ui->footer->setUsable(action, selected == 1, why);
+    m_showLog->setEnabled(selected == 1);
 }
 
 void frmMainScreen::buildLists() {
@@ -176,6 +183,7 @@ uctFilterBox* frmMainScreen::filterBox(const QString& name, uctListView& list) {
 void frmMainScreen::connectList(uctListView& list, bool finished) {
     list.setSelectionMode(QAbstractItemView::ExtendedSelection);
     list.setColumnsMovable();
+    list.header()->setToolTip(sortHint);
     connect(&list, &uctListView::selectedIdChanged, this, [this, finished] { selectRow(finished); });
     connect(&list, &uctListView::rowActivated, this, &frmMainScreen::cmdEdit_Click);
     connect(&list, &uctListView::deletePressed, this, &frmMainScreen::cmdDelete_Click);
@@ -273,7 +281,7 @@ void frmMainScreen::showChanges(const ScheduleChanges& changes) {
     };
     show(*m_ui->lstSchedules, std::move(pending));
     show(*m_ui->lstFinished, std::move(finished));
-    if (news) m_ui->lstFinished->showId(*news);
+    if (news) tellNews(*news);
     // A schedule that finished meanwhile is found again in the other list.
     if (!selected.isEmpty() && activeList().selectedIds().isEmpty()
         && !m_ui->lstSchedules->selectId(selected.first()))
@@ -282,6 +290,16 @@ void frmMainScreen::showChanges(const ScheduleChanges& changes) {
     m_ui->lblServerState->clear();
     m_lblRefreshed->setText("Refreshed at " + now.time().toString("HH:mm:ss"));
     showCounts();
+}
+
+/// A run of the user's own has ended.
+void frmMainScreen::tellNews(int id) {
+    m_ui->lstFinished->showId(id);
+    QApplication::alert(this);
+    if (!DesktopNotices::areWanted() || isActiveWindow()) return;
+    if (!m_notices) m_notices = std::make_unique<DesktopNotices>(*this);
+    m_notices->tell(m_ui->lstFinished->textOf(id, scheduleCells::Title),
+                    m_ui->lstFinished->textOf(id, scheduleCells::Status));
 }
 
 void frmMainScreen::PopulateScreen(bool force) {
@@ -338,8 +356,8 @@ void frmMainScreen::run(const std::function<void()>& body, const SlotName& slot)
 
 void frmMainScreen::cmdAdd_Click() {
     run([this] {
-        showSaved(openScreen<frmSchedule>(m_context, this, "Error loading add schedule",
-                                          clsSchedule::notStored));
+        showSaved(
+            openScreen<frmSchedule>(m_context, this, "Error loading add schedule", clsSchedule::notStored));
     });
 }
 
@@ -432,10 +450,10 @@ void frmMainScreen::cmdDelete_Click() {
             return;
         }
         const QString question =
-            ids.size() == 1 ? QString("Are you sure you want to delete the schedule '%1' ?")
-                                  .arg(activeList().textOf(ids.first(), scheduleCells::Title))
-                            : QString("Are you sure you want to delete the %1 selected schedules ?")
-                                  .arg(ids.size());
+            ids.size() == 1
+                ? QString("Are you sure you want to delete the schedule '%1' ?")
+                      .arg(activeList().textOf(ids.first(), scheduleCells::Title))
+                : QString("Are you sure you want to delete the %1 selected schedules ?").arg(ids.size());
         if (m_context.messages.ask(this, question)) deleteSchedules(ids);
     });
 }
@@ -455,13 +473,12 @@ void frmMainScreen::deleteSchedules(const QList<int>& ids) {
             refused << QString("%1: %2").arg(activeList().textOf(id, scheduleCells::Title), error.text());
         }
     const qsizetype deleted = ids.size() - refused.size();
-    tell(deleted == 1 ? QString("1 schedule was deleted.") : QString("%1 schedules were deleted.").arg(deleted));
+    tell(deleted == 1 ? QString("1 schedule was deleted.")
+                      : QString("%1 schedules were deleted.").arg(deleted));
     if (!refused.isEmpty())
-        m_context.messages.notice(this,
-                                  QString("%1 of the %2 schedules could not be deleted.")
-                                      .arg(refused.size())
-                                      .arg(ids.size()),
-                                  Messages::Plain, {}, refused.join('\n'));
+        m_context.messages.notice(
+            this, QString("%1 of the %2 schedules could not be deleted.").arg(refused.size()).arg(ids.size()),
+            Messages::Plain, {}, refused.join('\n'));
 }
 
 void frmMainScreen::cmdManageTemplates_Click() {

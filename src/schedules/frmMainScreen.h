@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 
+class DesktopNotices;
 class QLabel;
 class frmManageTemplates;
 class frmSchedule;
@@ -73,6 +74,7 @@ private:
     void updateActions();
     uctListView& activeList() const;
     void markAsSeen(int id);
+    void tellNews(int id);
     void showCounts();
     void tell(const QString& text);
     void runAgain(const std::function<void(frmSchedule& editor)>& save);
@@ -97,7 +99,9 @@ private:
     WallClock m_problemSince; ///< while the status line tells one
     QHash<int, Waiting> m_waiting;
     QSet<int> m_news; ///< the user's own schedules that ran, and whose result he has not looked at
+    std::unique_ptr<DesktopNotices> m_notices; ///< once there was one to tell
     QAction* m_cmdEdit = nullptr;
+    QAction* m_showLog = nullptr;
     QAction* m_cmdRunNow = nullptr;
     QAction* m_cmdRunAgain = nullptr;
     QLabel* m_lblCounts = nullptr;

@@ -90,17 +90,19 @@ int frmSchedule::SetupCopy(int scheduleId) {
 
 int frmSchedule::SetupFor(int templateId) {
     const int result = Setup(clsSchedule::notStored);
-    const bool done = result == 0 && load([&] {
-        auto chosen = std::make_unique<clsTemplate>(session().db(), session().project);
-        if (!chosen->LoadTemplate(templateId))
-            throw Refusal("This template has been deleted by somebody else in the meantime.");
-        m_schedule.setTitle(freeScheduleTitle(session(), chosen->Title().left(clsSchedule::longestTitle)));
-        const bool fits = session().project.isOfAccount(chosen->UnitabAccount());
-        m_schedule.setTemplate(std::move(chosen));
-        if (fits) m_schedule.setProjectFile(session().project.database);
-        RefreshForm();
-        m_schedule.setHasChanged(false);
-    });
+    const bool done =
+        result == 0 && load([&] {
+            auto chosen = std::make_unique<clsTemplate>(session().db(), session().project);
+            if (!chosen->LoadTemplate(templateId))
+                throw Refusal("This template has been deleted by somebody else in the meantime.");
+            m_schedule.setTitle(
+                freeScheduleTitle(session(), chosen->Title().left(clsSchedule::longestTitle)));
+            const bool fits = session().project.isOfAccount(chosen->UnitabAccount());
+            m_schedule.setTemplate(std::move(chosen));
+            if (fits) m_schedule.setProjectFile(session().project.database);
+            RefreshForm();
+            m_schedule.setHasChanged(false);
+        });
     return done ? 0 : -1;
 }
 

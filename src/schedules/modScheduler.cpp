@@ -61,8 +61,8 @@ void DeleteSchedule(Session& session, int scheduleId) {
 
 QString freeScheduleTitle(Session& session, const QString& title) {
     QSet<QString> used;
-    for (const Row row :
-         session.db().query(sql("SELECT [ScheduleTitle] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK)")))
+    for (const Row row : session.db().query(
+             sql("SELECT [ScheduleTitle] FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK)")))
         used << serverKey(shownTitle(row.text(0)));
     QString free = title;
     for (int number = 2; used.contains(serverKey(free)); ++number)

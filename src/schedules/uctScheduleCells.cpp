@@ -1,8 +1,8 @@
 #include "schedules/uctScheduleCells.h"
 
 #include "base/modCommonFunctions.h"
-#include "schedules/uctStatusIcon.h"
 #include "schedules/modScheduler.h"
+#include "schedules/uctStatusIcon.h"
 #include "ui/DateCell.h"
 #include "ui/Palette.h"
 

@@ -49,13 +49,14 @@ void frmManageTemplates::buildFooter() {
     QAction* add = footer.add("Add", "&Add Template", "list-add", "Make a new template for a project", this,
                               &frmManageTemplates::cmdAdd_Click);
     add->setShortcut(QKeySequence::New);
-    QAction* edit = footer.add("Edit", "&Edit Template", "document-edit", "Edit the selected template",
-                                   this, &frmManageTemplates::cmdEdit_Click);
+    QAction* edit = footer.add("Edit", "&Edit Template", "document-edit", "Edit the selected template", this,
+                               &frmManageTemplates::cmdEdit_Click);
     QAction* remove = footer.add("Delete", "&Delete Template", "edit-delete",
-                                     "Delete the selected template and its schedules", this,
-                                     &frmManageTemplates::cmdDelete_Click);
-    QAction* duplicate = footer.add("Duplicate", "D&uplicate", "edit-copy", "Make a copy of the selected template",
-                                    this, &frmManageTemplates::cmdDuplicate_Click);
+                                 "Delete the selected template and its schedules", this,
+                                 &frmManageTemplates::cmdDelete_Click);
+    QAction* duplicate =
+        footer.add("Duplicate", "D&uplicate", "edit-copy", "Make a copy of the selected template", this,
+                   &frmManageTemplates::cmdDuplicate_Click);
     QAction* schedule =
         footer.add("Schedule", "&Schedule…", "appointment-new", "Make a schedule for the selected template",
                    this, [this] { emit scheduleRequested(m_ui->lstTemplates->selectedId().value()); });
@@ -127,8 +128,7 @@ void frmManageTemplates::cmdDuplicate_Click() {
         clsTemplate copy(session().db(), session().project);
         if (!copy.LoadTemplate(m_ui->lstTemplates->selectedId().value())) return tellGone();
         const QString title = copy.Title();
-        for (int number = 2;
-             copy.SaveTemplate(numberedTitle(title, number, 50)) == clsTemplate::TitleUsed;)
+        for (int number = 2; copy.SaveTemplate(numberedTitle(title, number, 50)) == clsTemplate::TitleUsed;)
             ++number;
         fillList();
         m_ui->lstTemplates->selectId(copy.ID());

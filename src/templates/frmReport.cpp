@@ -145,7 +145,8 @@ void frmReport::showParameters() {
         }
     }
     const qsizetype made = reportsMadeOf(*m_report.Parameters());
-    m_ui->header->setNote(made > 1 ? QString("This makes %1 reports, one for each value").arg(made) : QString());
+    m_ui->header->setNote(made > 1 ? QString("This makes %1 reports, one for each value").arg(made)
+                                   : QString());
     m_ui->lstReports->setRows(std::move(title));
     m_ui->lstParameters->setRows({}); // the rows of another report have another order
     m_ui->lstParameters->setRows(std::move(rows));

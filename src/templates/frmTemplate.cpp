@@ -69,9 +69,9 @@ void frmTemplate::buildFooter() {
                               &frmTemplate::cmdAdd_Click);
     add->setShortcut(QKeySequence::New);
     QAction* edit = footer.add("Edit", "&Edit Report", "document-edit", "Edit the selected report", this,
-                                   &frmTemplate::cmdEdit_Click);
+                               &frmTemplate::cmdEdit_Click);
     QAction* remove = footer.add("Delete", "&Delete Report", "edit-delete", "Remove the selected reports",
-                                     this, &frmTemplate::cmdDelete_Click);
+                                 this, &frmTemplate::cmdDelete_Click);
     footer.needSelection({m_ui->lstReports}, {edit, remove});
     m_cmdDuplicate = footer.add("Duplicate", "D&uplicate", "edit-copy", "Add a copy of the selected report",
                                 this, &frmTemplate::cmdDuplicate_Click);

@@ -44,8 +44,8 @@ struct ListCell {
 /// A row of a list, keyed by its record's ID.
 struct ListRow {
     int id = 0;
-    QList<ListCell> cells; ///< one for each column
-    QColor background{};   ///< invalid: the list's own
+    QList<ListCell> cells;   ///< one for each column
+    QColor background{};     ///< invalid: the list's own
     bool emphasized = false; ///< in bold
     QString toolTip{};
     QString keywords{}; ///< found by the filter, not shown

@@ -21,8 +21,8 @@ public:
     /// One line of text; nothing when the box is cancelled.
     virtual std::optional<QString> input(QWidget* parent, const QString& prompt,
                                          const QString& text = {}) = 0;
-    /// A file to read, or to write, for which a path is suggested; empty when the dialog is cancelled. The filter has the form
-    /// "Name (*.ext);;Name (*.ext)". An existing file to write is not asked about here.
+    /// A file to read, or to write, for which a path is suggested; empty when the dialog is cancelled. The
+    /// filter has the form "Name (*.ext);;Name (*.ext)". An existing file to write is not asked about here.
     virtual QString openFile(QWidget* parent, const QString& folder, const QString& filter) = 0;
     virtual QString saveFile(QWidget* parent, const QString& suggested, const QString& filter) = 0;
 };

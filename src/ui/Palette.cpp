@@ -26,9 +26,22 @@ QColor either(const char* light, const char* dark) {
     return QColor(QLatin1StringView(isDark(QGuiApplication::palette()) ? dark : light));
 }
 
+/// Black, white and yellow, for who sees little.
+void sharpen(QPalette& palette) {
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::AlternateBase, QPalette::Button,
+                            QPalette::ToolTipBase, QPalette::HighlightedText})
+        palette.setColor(role, Qt::black);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText,
+                            QPalette::PlaceholderText})
+        palette.setColor(role, Qt::white);
+    for (const auto role : {QPalette::Highlight, QPalette::Link}) palette.setColor(role, Qt::yellow);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(170, 170, 170));
+}
+
 QPalette colours(Palette::Scheme scheme) {
     const auto either = [scheme](const char* light, const char* dark) {
-        return QColor(QLatin1StringView(scheme == Palette::Dark ? dark : light));
+        return QColor(QLatin1StringView(scheme == Palette::Light ? light : dark));
     };
     QPalette palette;
     palette.setColor(QPalette::Window, either("#f3f5f7", "#23282d"));
@@ -47,6 +60,7 @@ QPalette colours(Palette::Scheme scheme) {
     palette.setColor(QPalette::Link, either("#1f6f8b", "#6cc3de"));
     for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
         palette.setColor(QPalette::Disabled, role, either("#97a1a9", "#6d7780"));
+    if (scheme == Palette::HighContrast) sharpen(palette);
     return palette;
 }
 
@@ -153,6 +167,7 @@ Scheme wantedScheme() {
     const QString wanted = getSetting("VWT", "Appearance", "Palette", "");
     if (wanted == "light") return Light;
     if (wanted == "dark") return Dark;
+    if (wanted == "contrast") return HighContrast;
     return isDark(QGuiApplication::palette()) ? Dark : Light;
 }
 

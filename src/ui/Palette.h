@@ -8,9 +8,9 @@ class QApplication;
 /// The program's colours, light and dark, and its font: applied once at start-up.
 namespace Palette {
 
-enum Scheme { Light, Dark };
+enum Scheme { Light, Dark, HighContrast };
 
-/// What this user set ("light" or "dark" in the settings store), else what the desktop shows.
+/// What this user set ("light", "dark" or "contrast" in the settings store), else what the desktop shows.
 Scheme wantedScheme();
 /// Style, colours and icon theme for the whole program.
 void apply(QApplication& application, Scheme scheme);

@@ -15,7 +15,6 @@ uctFrameHeader::uctFrameHeader(QWidget* parent)
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_arrow->setAutoRaise(true);
     m_arrow->setArrowType(Qt::DownArrow);
-    m_arrow->setToolTip("Hide or show this part");
     QFont font = m_title->font();
     font.setBold(true);
     m_title->setFont(font);
@@ -32,7 +31,7 @@ QString uctFrameHeader::title() const {
 
 void uctFrameHeader::setTitle(const QString& title) {
     m_title->setText(title);
-    m_arrow->setAccessibleName(title);
+    tellState();
 }
 
 void uctFrameHeader::attach(QWidget* content, const QString& key, QWidget* pane) {
@@ -49,8 +48,15 @@ void uctFrameHeader::addWidget(QWidget* widget) {
 void uctFrameHeader::setOpen(bool open) {
     m_open = open;
     m_arrow->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
+    tellState();
     m_content->setVisible(open);
     if (m_pane) m_pane->setMaximumHeight(open ? QWIDGETSIZE_MAX : sizeHint().height());
+}
+
+/// For those who do not see the arrow.
+void uctFrameHeader::tellState() {
+    m_arrow->setToolTip(m_open ? "Hide this part" : "Show this part");
+    m_arrow->setAccessibleName(m_title->text() + (m_open ? ", shown" : ", hidden"));
 }
 
 void uctFrameHeader::toggle() {

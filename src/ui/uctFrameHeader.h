@@ -30,6 +30,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    void tellState();
     void toggle();
 
     QToolButton* m_arrow;

@@ -246,6 +246,8 @@ void uctListView::sortBy(int column, bool keepOrder) {
     m_order->sort(column, order);
     header()->setSortIndicator(column, order); // kept with the layout
     header()->setSortIndicatorShown(true);
+    setAccessibleDescription("Sorted by " + m_model->columnList()[std::size_t(column)].caption
+                             + (order == Qt::AscendingOrder ? ", upwards" : ", downwards"));
     header()->viewport()->update();
 }
 

@@ -106,7 +106,7 @@ private slots:
         QCOMPARE(screen.selectedProject(), QString("Brightwater"));
 
         frmSQLServerDatabases narrowed(program.context);
-        QCOMPARE(narrowed.Setup("hl20417"), 0); // as the server compares accounts
+        QCOMPARE(narrowed.Setup("hl20417"), 0);          // as the server compares accounts
         QVERIFY(program.messages.takeShown().isEmpty()); // what is left out was told
         QCOMPARE(texts(child<uctListView>(narrowed, "List1")), QStringList("Harcourt-Lisle"));
         child<QCheckBox>(narrowed, "chkAccount").setChecked(false);

@@ -89,7 +89,8 @@ private slots:
         QCOMPARE(rows["never heard of"][0], QString("Pending"));
         QCOMPARE(rows["empty date"][1], QString("not specified"));
         QVERIFY(rows["no date"][1].contains("next week"));
-        QCOMPARE(rows["done"].first(3), QStringList({"Completed", "02 Jan 2026 09:05", "1 Day, 1 Hour, 5 Mins"}));
+        QCOMPARE(rows["done"].first(3),
+                 QStringList({"Completed", "02 Jan 2026 09:05", "1 Day, 1 Hour, 5 Mins"}));
         QCOMPARE(rows["failed"].first(2), QStringList({"Completed with Errors", "03 Jan 2026 10:00"}));
         QCOMPARE(rows["reset, never ran"][1], QString("not specified"));
         QVERIFY(rows["later"][2].startsWith("Reports : "));
@@ -216,8 +217,8 @@ private slots:
         QCOMPARE(hub.rows().last(), QString("Monthly (3)|Brightwater|0|QuorraAdmin"));
         const int made = hub.pending().selectedId().value_or(0); // in view, whatever the filter said
         QCOMPARE(hub.pending().textOf(made, 0), QString("Monthly (3)"));
-        const auto due = WallClock::fromStored(
-            hub.db().scalar(sql("SELECT RunDate FROM NorvaScheduler.dbo.tblSchedule WHERE ScheduleID = {}", made)));
+        const auto due = WallClock::fromStored(hub.db().scalar(
+            sql("SELECT RunDate FROM NorvaScheduler.dbo.tblSchedule WHERE ScheduleID = {}", made)));
         QVERIFY(due && qAbs(due->secsTo(WallClock::now())) < 60);
 
         hub.pending().selectId(full);
