@@ -25,9 +25,9 @@
 frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmManageTemplates>()) {
     m_ui->setupUi(this);
-    m_ui->lstTemplates->setColumns({{"Template Name", ListColumn::Text, 40},
-                                    {"Account Reference", ListColumn::Text, 26},
-                                    {"Bill Type", ListColumn::Text, 22},
+    m_ui->lstTemplates->setColumns({{"Template Name", ListColumn::Text, 44},
+                                    {"Account Reference", ListColumn::Text, 24},
+                                    {"Bill Type", ListColumn::Text, 20},
                                     {"No of Reports", ListColumn::Number, 20},
                                     {"Active Schedules Count", ListColumn::Number, 32},
                                     {"Last Used", ListColumn::Text, 24}},
@@ -39,7 +39,7 @@ frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
     m_ui->txtFilter->attach(*m_ui->lstTemplates);
     connect(m_ui->txtFilter, &QLineEdit::textChanged, m_ui->lstTemplates, &uctListView::setFilterWords);
     connect(m_ui->txtFilter, &QLineEdit::returnPressed, m_ui->txtFilter, &uctFilterBox::goToList);
-    resizeToText(*this, 150, 34);
+    resizeToText(*this, 170, 34);
 }
 
 frmManageTemplates::~frmManageTemplates() = default;

@@ -11,6 +11,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
 #include <algorithm>
 
 namespace {
@@ -19,6 +20,18 @@ constexpr const char* layoutSection = "ListLayout";
 /// The first character of a stored layout: whether the columns share the list's width.
 constexpr QChar sharedWidths = '*';
 constexpr QChar ownWidths = '=';
+
+/// Numbers at the right would touch the texts of the next column.
+class ListDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (option->displayAlignment & Qt::AlignRight) option->text += "   ";
+    }
+};
 
 } // namespace
 
@@ -35,6 +48,7 @@ uctListView::uctListView(QWidget* parent) : QTreeView(parent) {
     header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header()->viewport()->installEventFilter(this);
     giveListHabits(*this);
+    setItemDelegate(new ListDelegate(this));
     connect(header(), &QHeaderView::sectionClicked, this, [this](int column) {
         sortBy(column, false);
         storeLayout();
