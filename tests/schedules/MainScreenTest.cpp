@@ -272,8 +272,10 @@ private slots:
         Hub hub;
         hub.show();
         inNextModal<frmSchedule>([&](frmSchedule& editor) {
+            if (!QTest::qWaitForWindowActive(&editor))
+                qFatal("the editor is not active"); // no key reaches it
             QTest::keyClick(&editor, Qt::Key_F1);
-            auto* help = editor.findChild<QDialog*>("frmHelp");
+            auto* help = &child<QDialog>(editor, "frmHelp");
             auto& manual = child<QTextBrowser>(*help, "txtManual");
             QCOMPARE(manual.source().fileName(), QString("schedule-editor.md"));
             QVERIFY(!help->isModal());
