@@ -15,13 +15,13 @@ ListCell delayCell(const std::optional<qint64>& seconds) {
 }
 
 std::vector<ListColumn> columns(const QString& date, const QString& fourth, bool withOwner) {
-    std::vector<ListColumn> columns{{"Schedule Title", ListColumn::Text, 40},
-                                    {"Status", ListColumn::Text, 44},
-                                    {date, ListColumn::Text, 20},
-                                    {fourth, ListColumn::Text, 24},
-                                    {"Template", ListColumn::Text, 28},
-                                    {"Project", ListColumn::Text, 20}};
-    if (withOwner) columns.push_back({"Owner", ListColumn::Text, 16});
+    std::vector<ListColumn> columns{{"Schedule Title", ListColumn::Text, 36},
+                                    {"Status", ListColumn::Text, 42},
+                                    {date, ListColumn::Text, 26},
+                                    {fourth, ListColumn::Text, 22},
+                                    {"Template", ListColumn::Text, 26},
+                                    {"Project", ListColumn::Text, 18}};
+    if (withOwner) columns.push_back({"Owner", ListColumn::Text, 15});
     return columns;
 }
 

@@ -1,6 +1,8 @@
 #include "schedules/uctStatusIcon.h"
 
+#include <QGuiApplication>
 #include <QPainter>
+#include <QPalette>
 
 namespace {
 
@@ -49,7 +51,7 @@ QIcon drawn(const char* colour, void (*draw)(QPainter&)) {
         return mark;
     };
     QIcon icon(pixmap(QColor(QLatin1StringView(colour))));
-    icon.addPixmap(pixmap(Qt::white), QIcon::Selected);
+    icon.addPixmap(pixmap(QGuiApplication::palette().color(QPalette::HighlightedText)), QIcon::Selected);
     return icon;
 }
 

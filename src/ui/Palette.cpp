@@ -176,7 +176,7 @@ void apply(QApplication& application, Scheme scheme) {
     application.setPalette(colours(scheme));
     if (!QIcon::themeSearchPaths().contains("/usr/share/icons"))
         QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << "/usr/share/icons");
-    QIcon::setThemeName(scheme == Dark ? "breeze-dark" : "breeze");
+    QIcon::setThemeName(scheme == Light ? "breeze" : "breeze-dark");
 }
 
 void applyFont(QApplication& application, const QString& family) {
