@@ -24,6 +24,17 @@ BenchServer& serverWith(int schedules) {
     return *server;
 }
 
+struct Hub {
+    MessageBoxes messages;
+    ScreenContext context;
+    frmMainScreen screen;
+
+    explicit Hub(Session& session) : context{session, messages}, screen(context) {
+        screen.resize(1366, 768);
+        screen.show();
+    }
+};
+
 void bareReading(benchmark::State& state) {
     Connection& db = serverWith(int(state.range(0))).session.db();
     for (auto _ : state) {
@@ -38,11 +49,8 @@ void bareReading(benchmark::State& state) {
 /// With `changes`, the engine has written one row since the last refresh.
 void refresh(benchmark::State& state, bool changes) {
     Session& session = serverWith(int(state.range(0))).session;
-    MessageBoxes messages;
-    ScreenContext context{session, messages};
-    frmMainScreen screen(context);
-    screen.resize(1366, 768);
-    screen.show();
+    Hub hub(session);
+    frmMainScreen& screen = hub.screen;
     QApplication::processEvents();
     for (auto _ : state) {
         if (changes) {
@@ -61,12 +69,8 @@ void refresh(benchmark::State& state, bool changes) {
 /// The main screen from nothing to its first paint. The window's own share, "CPU", is one gap at most.
 void firstFill(benchmark::State& state) {
     Session& session = serverWith(int(state.range(0))).session;
-    MessageBoxes messages;
-    ScreenContext context{session, messages};
     for (auto _ : state) {
-        frmMainScreen screen(context);
-        screen.resize(1366, 768);
-        screen.show();
+        const Hub hub(session);
         QApplication::processEvents();
     }
 }
@@ -74,12 +78,8 @@ void firstFill(benchmark::State& state) {
 /// What a user does with the list of all pending schedules; each is one gap.
 template <class Use>
 void inList(benchmark::State& state, Use use) {
-    Session& session = serverWith(int(state.range(0))).session;
-    MessageBoxes messages;
-    ScreenContext context{session, messages};
-    frmMainScreen screen(context);
-    screen.resize(1366, 768);
-    screen.show();
+    Hub hub(serverWith(int(state.range(0))).session);
+    frmMainScreen& screen = hub.screen;
     auto& list = *screen.findChild<uctListView*>("lstSchedules");
     bool again = false;
     for (auto _ : state) {

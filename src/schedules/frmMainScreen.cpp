@@ -2,7 +2,6 @@
 
 #include "base/MailOptions.h"
 #include "base/Session.h"
-#include "base/SettingsStore.h"
 #include "base/Version.h"
 #include "base/modOptions.h"
 #include "db/DbError.h"
@@ -19,6 +18,7 @@
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/WindowPlacement.h"
 #include "ui/WindowSize.h"
 #include "ui/frmHelp.h"
 #include "ui/openScreen.h"
@@ -31,7 +31,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QScopeGuard>
-#include <QScreen>
 #include <QStatusBar>
 #include <chrono>
 
@@ -514,30 +513,10 @@ void frmMainScreen::cmdHelp_Click() {
 }
 
 void frmMainScreen::restorePlacement() {
-    const auto setting = [](const char* key, int standard) {
-        return getSetting("VWT", "Position", key, QString::number(standard)).toInt();
-    };
-    QRect place(setting("X", x()), setting("Y", y()), setting("W", width()), setting("H", height()));
-    if (!QGuiApplication::screenAt(place.center())) // its monitor is gone
-        place.moveCenter(QGuiApplication::primaryScreen()->availableGeometry().center());
-    setGeometry(place);
-    constexpr int maximized = 2;
-    if (setting("Type", maximized) == maximized) setWindowState(windowState() | Qt::WindowMaximized);
-}
-
-void frmMainScreen::savePlacement() const {
-    const auto keep = [](const char* key, int value) {
-        saveSetting("VWT", "Position", key, QString::number(value));
-    };
-    const QRect place = normalGeometry();
-    keep("Type", isMaximized() ? 2 : 0);
-    keep("X", place.x());
-    keep("Y", place.y());
-    keep("W", place.width());
-    keep("H", place.height());
+    restoreWindowPlacement(*this);
 }
 
 void frmMainScreen::closeEvent(QCloseEvent* event) {
-    savePlacement();
+    saveWindowPlacement(*this);
     event->accept();
 }

@@ -89,7 +89,6 @@ private:
     void editSchedule(int id);
     QString processedSince(int id) const;
     void resetSchedule(int id);
-    void savePlacement() const;
     void run(const std::function<void()>& body, const SlotName& slot = std::source_location::current());
 
     ScreenContext& m_context;
