@@ -81,6 +81,7 @@ private slots:
                 QTest::mouseClick(&button, Qt::LeftButton);
                 QCoreApplication::postEvent(&box, new QKeyEvent(QEvent::KeyPress, Qt::Key_X, {}, "x"));
                 QCoreApplication::sendPostedEvents(&box);
+                QApplication::setActiveWindow(&box); // as a desktop leaves it
                 QTest::keyClick(box.windowHandle(), Qt::Key_S, Qt::ControlModifier);
                 savesMeanwhile = saves;
                 QVERIFY_EXCEPTION_THROWN(db.query(sql("SELECT 1")), DbError); // nothing comes in between
