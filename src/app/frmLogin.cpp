@@ -11,10 +11,12 @@
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/frmHelp.h"
 #include "ui_frmLogin.h"
 
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QShortcut>
 
 frmLogin::frmLogin(ScreenContext& context, QWidget* parent)
     : QDialog(parent), m_context(context), m_ui(std::make_unique<Ui::frmLogin>()) {
@@ -31,6 +33,8 @@ frmLogin::frmLogin(ScreenContext& context, QWidget* parent)
     setTextColour(*m_ui->lblCapsLock, Palette::problem());
     m_ui->lblCapsLock->hide();
     m_ui->TxtPassword->installEventFilter(this);
+    connect(new QShortcut(QKeySequence::HelpContents, this), &QShortcut::activated, this,
+            [this] { showHelp(m_context.session.paths.AppFolder(), this); });
 }
 
 /// Qt does not tell the state of the key, but what it does to a letter.

@@ -23,10 +23,14 @@ QString durationText(qint64 seconds, bool showSeconds) {
     return showSeconds && seconds >= 1 ? counted(seconds, "Sec") : QString("");
 }
 
+QString cutText(const QString& text, qsizetype longest) {
+    QString cut = text.left(longest);
+    if (cut.size() < text.size() && !cut.isEmpty() && cut.back().isHighSurrogate()) cut.chop(1);
+    return cut;
+}
+
 QString numberedTitle(const QString& title, int number, qsizetype longest) {
     static const QRegularExpression formerNumber(" \\(\\d+\\)$");
     const QString tail = QString(" (%1)").arg(number);
-    QString stem = QString(title).remove(formerNumber).left(longest - tail.size());
-    if (!stem.isEmpty() && stem.back().isHighSurrogate()) stem.chop(1);
-    return stem + tail;
+    return cutText(QString(title).remove(formerNumber), longest - tail.size()) + tail;
 }

@@ -98,26 +98,34 @@ ProjectList loadProjectList(Session& session) {
 }
 
 QList<ProjectDetails> readProjectDetails(Session& session, const QStringList& names) {
-    QList<Sql> readings;
+    QList<Sql> firstBills;
     for (const QString& name : names)
-        readings << sql("SELECT TOP 1 * FROM {}.dbo.Tbl50 WITH (NOLOCK) ORDER BY BillID", Name(name))
-                 << sql("SELECT MIN(BillStart) AS FirstBill, MAX(BillEnd) AS LastBill FROM {}.dbo.Tbl50 WITH "
-                        "(NOLOCK)",
-                        Name(name));
-    const std::vector<RecordSet> answers = session.db().queryEach(readings);
-    QList<ProjectDetails> details;
-    for (std::size_t i = 0; i + 1 < answers.size(); i += 2) {
-        ProjectDetails project;
-        if (const RecordSet& bill = answers[i]; !bill.isEmpty()) {
-            project.account = bill.row(0).text("UnitabAccount");
-            if (bill.columns().contains("BillType", Qt::CaseInsensitive))
-                project.billType = bill.row(0).integer("BillType");
+        firstBills << sql("SELECT TOP 1 * FROM {}.dbo.Tbl50 WITH (NOLOCK) ORDER BY BillID", Name(name));
+    QList<ProjectDetails> details(names.size());
+    QList<Sql> spans; // where the columns are there: older projects lack them
+    QList<qsizetype> places;
+    for (qsizetype i = 0; const RecordSet& bill : session.db().queryEach(firstBills)) {
+        const auto has = [&](const char* column) {
+            return bill.columns().contains(QLatin1StringView(column), Qt::CaseInsensitive);
+        };
+        if (!bill.isEmpty()) {
+            details[i].account = bill.row(0).text("UnitabAccount");
+            if (has("BillType")) details[i].billType = bill.row(0).integer("BillType");
         }
-        if (const RecordSet& dates = answers[i + 1]; !dates.isEmpty()) {
-            project.firstBill = dates.row(0).date("FirstBill");
-            project.lastBill = dates.row(0).date("LastBill");
+        if (has("BillStart") && has("BillEnd")) {
+            spans << sql(
+                "SELECT MIN(BillStart) AS FirstBill, MAX(BillEnd) AS LastBill FROM {}.dbo.Tbl50 WITH "
+                "(NOLOCK)",
+                Name(names[i]));
+            places << i;
         }
-        details << project;
+        ++i;
+    }
+    for (qsizetype i = 0; const RecordSet& dates : session.db().queryEach(spans)) {
+        ProjectDetails& project = details[places[i++]];
+        if (dates.isEmpty()) continue;
+        project.firstBill = dates.row(0).date("FirstBill");
+        project.lastBill = dates.row(0).date("LastBill");
     }
     return details;
 }

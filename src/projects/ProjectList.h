@@ -25,5 +25,5 @@ struct ProjectDetails {
     QDate lastBill;
 };
 
-/// Beside the names, in one round trip.
+/// Beside the names, in two round trips.
 QList<ProjectDetails> readProjectDetails(Session& session, const QStringList& names);

@@ -56,11 +56,12 @@ void ScheduleReader::interrupt() {
 
 std::optional<WallClock> ScheduleReader::request() {
     constexpr qint64 longest = 60; // seconds
-    const bool open = m_task != nullptr;
-    if (open && m_requested.secsTo(WallClock::now()) < longest) return m_requested;
-    const std::optional<WallClock> since = open ? std::optional(m_requested) : std::nullopt;
+    const WallClock now = WallClock::now();
+    if (m_task && m_begun.secsTo(now) < longest) return m_unansweredSince;
+    const std::optional<WallClock> since = m_task ? m_unansweredSince : std::nullopt;
     interrupt();
-    if (!open) m_requested = WallClock::now();
+    m_begun = now;
+    m_unansweredSince = since.value_or(now);
     post();
     // By a timer, which waits until nothing else is in the middle of its work.
     m_task->onDone([this] {

@@ -22,8 +22,8 @@ public:
     ~ScheduleReader() override;
 
     /// In the background: changed() or failed() tells the end. A reading that is under way goes on, unless
-    /// it has taken so long that the server may have forgotten it. Since when it goes on; nothing when it
-    /// begins now.
+    /// it has taken so long that the server may have forgotten it. Since when there was no answer;
+    /// nothing for a first request.
     std::optional<WallClock> request();
     /// Now, for whoever waits for it: what changed since the last answer. Interrupts a reading that is under
     /// way. Throws DbError.
@@ -44,8 +44,9 @@ private:
     std::shared_ptr<Worker> m_worker;
     std::shared_ptr<Task> m_task; ///< null while nothing is under way
     std::shared_ptr<std::optional<ScheduleChanges>> m_result;
-    bool m_anew = false; ///< what the last reading found was not heard
-    WallClock m_requested;
+    bool m_anew = false;                        ///< what the last reading found was not heard
+    std::optional<WallClock> m_unansweredSince; ///< the first request without an answer
+    WallClock m_begun;                          ///< the reading that is under way
     QTimer m_delivers;
     WorkThread m_thread;
 };

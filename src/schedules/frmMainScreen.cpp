@@ -9,7 +9,6 @@
 #include "schedules/frmSchedule.h"
 #include "schedules/frmScheduleView.h"
 #include "schedules/modScheduler.h"
-#include "schedules/uctScheduleCells.h"
 #include "templates/frmManageTemplates.h"
 #include "ui/Cursors.h"
 #include "ui/DesktopNotices.h"
@@ -36,6 +35,7 @@
 
 namespace {
 
+const QString addFailure = "Error loading add schedule";
 const QString loadFailure = "Error loading schedule information";
 const QString sortHint = "(Click on a header to apply sorting)";
 constexpr std::chrono::seconds messageStays(15);
@@ -53,7 +53,8 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     : QMainWindow(parent),
       m_context(context),
       m_ui(std::make_unique<Ui::frmMainScreen>()),
-      m_reader(context.session) {
+      m_reader(context.session),
+      m_shown(context.session.userName) {
     m_ui->setupUi(this);
     upgradeAtMainScreen(m_context.session.db());
     addMailOptionColumns(m_context.session.db());
@@ -78,8 +79,8 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     });
     FillScheduleList();
     m_context.session.turn(); // filling and sorting take a while each when there are tens of thousands
-    m_ui->lstSchedules->sortAtFirst(scheduleCells::Date);
-    m_ui->lstFinished->sortAtFirst(scheduleCells::Date);
+    m_ui->lstSchedules->sortAtFirst(ShownSchedules::Date);
+    m_ui->lstFinished->sortAtFirst(ShownSchedules::Date);
     m_ui->lstSchedules->setFocus();
     if (m_ui->hdrSchedules->isOpen()) selectCurrentRow(*m_ui->lstSchedules);
 }
@@ -136,9 +137,9 @@ void frmMainScreen::updateActions() {
 
 void frmMainScreen::buildLists() {
     const bool everybodys = m_context.session.isAdministrator();
-    m_ui->lstSchedules->setColumns(scheduleCells::pendingColumns(everybodys), "PendingSchedules");
+    m_ui->lstSchedules->setColumns(ShownSchedules::pendingColumns(everybodys), "PendingSchedules");
     m_ui->lstSchedules->setEmptyText("No schedule is waiting. Add Schedule makes one.");
-    m_ui->lstFinished->setColumns(scheduleCells::finishedColumns(everybodys), "CompletedSchedules");
+    m_ui->lstFinished->setColumns(ShownSchedules::finishedColumns(everybodys), "CompletedSchedules");
     m_ui->lstFinished->setEmptyText("No schedule has been run yet.");
 
     m_ui->hdrSchedules->addWidget(subtleLabel("lblSchedulesTitleSort", sortHint, this));
@@ -168,7 +169,7 @@ uctFilterBox* frmMainScreen::filterBox(const QString& name, uctListView& list) {
     box->setObjectName(name);
     box->setPlaceholderText("Filter");
     box->setAccessibleName("Filter " + list.accessibleName());
-    box->setToolTip("Shows only schedules that hold these words in title, status, template or project");
+    box->setToolTip("Shows only schedules that hold these words in any of their columns");
     box->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
     box->setMaximumWidth(fontMetrics().averageCharWidth() * 28);
     box->attach(list);
@@ -205,8 +206,8 @@ void frmMainScreen::selectRow(bool finished) {
 
 /// A result that was news until now.
 void frmMainScreen::markAsSeen(int id) {
-    if (!m_news.remove(id)) return;
-    ListModel& rows = m_ui->lstFinished->rows();
+    const ListModel& rows = m_ui->lstFinished->rows();
+    if (!m_shown.see(id) || rows.rowOf(id) < 0) return;
     ListRow row = rows.rows()[std::size_t(rows.rowOf(id))];
     row.emphasized = false;
     row.toolTip.clear();
@@ -239,48 +240,23 @@ void frmMainScreen::tellProblem(const DbError& error) {
 }
 
 void frmMainScreen::showChanges(const ScheduleChanges& changes) {
-    std::vector<ListRow> pending;
-    std::vector<ListRow> finished;
-    std::vector<int> gone = changes.gone;
-    const auto former = changes.complete ? std::exchange(m_waiting, {}) : m_waiting;
     const WallClock now = WallClock::now();
-    std::optional<int> news;
-    for (const ScheduleListRow& schedule : changes.rows) {
+    ShownSchedules::Rows rows = m_shown.take(changes, now);
+    std::vector<int> gone = changes.gone;
+    for (const ScheduleListRow& schedule : changes.rows)
         gone.push_back(schedule.id); // from the list that it may have left
-        const auto before = former.constFind(schedule.id);
-        if (isFinished(schedule.status)) {
-            m_waiting.remove(schedule.id);
-            if (before != former.constEnd() && schedule.owner == m_context.session.userName)
-                m_news.insert(*(news = schedule.id));
-            finished.push_back(scheduleCells::row(schedule, now, {}));
-            if (!m_news.contains(schedule.id)) continue;
-            finished.back().emphasized = true;
-            finished.back().toolTip = "This result has not been looked at yet.";
-        } else {
-            Waiting& waiting = m_waiting[schedule.id] = {schedule, {}};
-            if (schedule.status == ScheduleStatus::Processing && before != former.constEnd())
-                waiting.runningSince = before->schedule.status == ScheduleStatus::Processing
-                                           ? before->runningSince
-                                           : std::optional(now);
-            pending.push_back(scheduleCells::row(schedule, now, waiting.runningSince));
-        }
-    }
-    for (const int id : changes.gone) {
-        m_waiting.remove(id);
-        m_news.remove(id);
-    }
     const QList<int> selected = activeList().selectedIds();
-    const auto show = [&](uctListView& list, std::vector<ListRow> rows) {
-        if (changes.complete) return list.setRows(std::move(rows));
+    const auto show = [&](uctListView& list, std::vector<ListRow> those) {
+        if (changes.complete) return list.setRows(std::move(those));
         std::vector<int> left;
         for (const int id : gone)
-            if (list.rows().rowOf(id) >= 0 && std::ranges::find(rows, id, &ListRow::id) == rows.end())
+            if (list.rows().rowOf(id) >= 0 && std::ranges::find(those, id, &ListRow::id) == those.end())
                 left.push_back(id);
-        list.updateRows(std::move(rows), left);
+        list.updateRows(std::move(those), left);
     };
-    show(*m_ui->lstSchedules, std::move(pending));
-    show(*m_ui->lstFinished, std::move(finished));
-    if (news) tellNews(*news);
+    show(*m_ui->lstSchedules, std::move(rows.pending));
+    show(*m_ui->lstFinished, std::move(rows.finished));
+    if (rows.news) tellNews(*rows.news);
     // A schedule that finished meanwhile is found again in the other list.
     if (!selected.isEmpty() && activeList().selectedIds().isEmpty()
         && !m_ui->lstSchedules->selectId(selected.first()))
@@ -297,41 +273,24 @@ void frmMainScreen::tellNews(int id) {
     QApplication::alert(this);
     if (!DesktopNotices::areWanted() || isActiveWindow()) return;
     if (!m_notices) m_notices = std::make_unique<DesktopNotices>(*this);
-    m_notices->tell(m_ui->lstFinished->textOf(id, scheduleCells::Title),
-                    m_ui->lstFinished->textOf(id, scheduleCells::Status));
+    m_notices->tell(m_ui->lstFinished->textOf(id, ShownSchedules::Title),
+                    m_ui->lstFinished->textOf(id, ShownSchedules::Status));
 }
 
 void frmMainScreen::PopulateScreen(bool force) {
     const WallClock now = WallClock::now();
     const auto minute = [](const WallClock& time) { return time.order() / 60; };
     if (!force && minute(now) == minute(m_lastDueUpdate)) return;
-    m_ui->lstSchedules->rows().setCells(
-        scheduleCells::Status, [&](const ListRow& row) -> std::optional<ListCell> {
-            const auto waiting = m_waiting.constFind(row.id);
-            if (waiting == m_waiting.constEnd()) return {};
-            return scheduleCells::status(waiting->schedule, now, waiting->runningSince);
-        });
+    m_ui->lstSchedules->rows().setCells(ShownSchedules::Status,
+                                        [&](const ListRow& row) { return m_shown.status(row.id, now); });
     m_lastDueUpdate = now;
     showCounts();
 }
 
 void frmMainScreen::showCounts() {
-    const WallClock now = WallClock::now();
-    int running = 0;
-    int delayed = 0;
-    int disabled = 0;
-    for (const Waiting& waiting : std::as_const(m_waiting)) {
-        running += waiting.schedule.status == ScheduleStatus::Processing;
-        disabled += waiting.schedule.status == ScheduleStatus::Disabled;
-        delayed += scheduleCells::isDelayed(waiting.schedule, now);
-    }
-    const auto pending = m_waiting.size() - running - disabled;
-    QStringList counts{QString("%1 pending").arg(pending), QString("%1 running").arg(running)};
-    if (delayed > 0) counts << QString("%1 delayed").arg(delayed);
-    if (disabled > 0) counts << QString("%1 disabled").arg(disabled);
-    counts << QString("%1 completed").arg(m_ui->lstFinished->rows().rowCount());
-    QString text = counts.join(", ");
-    const int all = m_ui->lstSchedules->rows().rowCount() + m_ui->lstFinished->rows().rowCount();
+    const int finished = m_ui->lstFinished->rows().rowCount();
+    QString text = m_shown.counts(WallClock::now()) + QString(", %1 completed").arg(finished);
+    const int all = m_ui->lstSchedules->rows().rowCount() + finished;
     const int shown = m_ui->lstSchedules->shownCount() + m_ui->lstFinished->shownCount();
     if (shown < all) text += QString("; %1 of %2 shown").arg(shown).arg(all);
     m_lblCounts->setText(text);
@@ -342,10 +301,12 @@ void frmMainScreen::CalledBack() {
 }
 
 void frmMainScreen::tmrScheduler_Timer() {
-    if (const std::optional<WallClock> since = m_reader.request())
+    if (const std::optional<WallClock> since = m_reader.request()) {
+        m_problemSince = *since;
         m_ui->lblServerState->setText(QString("The server has not answered since %1. The lists show its last "
                                               "state; trying again…")
                                           .arg(since->time().toString("HH:mm")));
+    }
     PopulateScreen(false);
 }
 
@@ -354,10 +315,7 @@ void frmMainScreen::run(const std::function<void()>& body, const SlotName& slot)
 }
 
 void frmMainScreen::cmdAdd_Click() {
-    run([this] {
-        showSaved(
-            openScreen<frmSchedule>(m_context, this, "Error loading add schedule", clsSchedule::notStored));
-    });
+    run([this] { showSaved(openScreen<frmSchedule>(m_context, this, addFailure, clsSchedule::notStored)); });
 }
 
 void frmMainScreen::cmdEdit_Click() {
@@ -398,12 +356,12 @@ void frmMainScreen::runAgain(const std::function<void(frmSchedule& editor)>& sav
     run([&] {
         const std::optional<int> id = activeList().selectedId();
         if (!id) return;
-        auto editor = std::make_unique<frmSchedule>(m_context, this);
-        if (editor->SetupCopy(*id) != clsSchedule::Loaded)
-            return m_context.messages.notice(this, loadFailure, Messages::Plain, {}, editor->loadProblem());
+        const auto editor =
+            setUpScreen<frmSchedule>(m_context, this, loadFailure, *id, frmSchedule::CopyOfSchedule);
+        if (!editor) return;
         editor->SetCallback(this, "Calledback");
         save(*editor);
-        showSaved(std::move(editor));
+        showSaved(editor);
     });
 }
 
@@ -416,7 +374,11 @@ void frmMainScreen::showSaved(const std::unique_ptr<frmSchedule>& editor) {
         if (!m_ui->lstSchedules->selectId(id)) return; // the engine was quicker
     }
     m_ui->lstSchedules->setFocus();
-    tell(QString("The schedule '%1' was saved.").arg(editor->savedTitle()));
+    tellSaved(*editor);
+}
+
+void frmMainScreen::tellSaved(const frmSchedule& editor) {
+    tell(QString("The schedule '%1' was saved.").arg(editor.savedTitle()));
 }
 
 void frmMainScreen::tell(const QString& text) {
@@ -425,12 +387,12 @@ void frmMainScreen::tell(const QString& text) {
 
 /// Empty for a schedule without a run date.
 QString frmMainScreen::processedSince(int id) const {
-    const std::optional<WallClock> due = m_waiting.value(id).schedule.date;
+    const std::optional<WallClock> due = m_shown.dueDate(id);
     return due ? QString(", since %1 at the earliest").arg(due->shown()) : QString();
 }
 
 void frmMainScreen::resetSchedule(int id) {
-    const QString title = activeList().textOf(id, scheduleCells::Title);
+    const QString title = activeList().textOf(id, ShownSchedules::Title);
     const QString question =
         "The schedule '%1' is being processed%2.\n\nDo you want to reset it? Do so only when "
         "the engine has stopped working on it.";
@@ -451,7 +413,7 @@ void frmMainScreen::cmdDelete_Click() {
         const QString question =
             ids.size() == 1
                 ? QString("Are you sure you want to delete the schedule '%1' ?")
-                      .arg(activeList().textOf(ids.first(), scheduleCells::Title))
+                      .arg(activeList().textOf(ids.first(), ShownSchedules::Title))
                 : QString("Are you sure you want to delete the %1 selected schedules ?").arg(ids.size());
         if (m_context.messages.ask(this, question)) deleteSchedules(ids);
     });
@@ -460,17 +422,22 @@ void frmMainScreen::cmdDelete_Click() {
 /// Each for itself: what cannot be deleted keeps no other from going. A server that is gone, or a user who
 /// stops, ends it.
 void frmMainScreen::deleteSchedules(const QList<int>& ids) {
-    const auto refresh = qScopeGuard([this] { FillScheduleList(); });
     WaitCursor wait;
     QStringList refused;
     for (const int id : ids) try {
             DeleteSchedule(m_context.session, id);
             m_context.session.turn();
         } catch (const DbError& error) {
-            if (ids.size() == 1 || error.connectionLost() || error.number() == DbError::Stopped) throw;
+            const bool stopped =
+                error.number() == DbError::Stopped || error.number() == DbError::StoppedCommit;
+            if (ids.size() == 1 || error.connectionLost() || stopped) {
+                FillScheduleList();
+                throw;
+            }
             m_context.session.log.write("frmMainScreen.cmdDelete_Click", error);
-            refused << QString("%1: %2").arg(activeList().textOf(id, scheduleCells::Title), error.text());
+            refused << QString("%1: %2").arg(activeList().textOf(id, ShownSchedules::Title), error.text());
         }
+    FillScheduleList();
     const qsizetype deleted = ids.size() - refused.size();
     tell(deleted == 1 ? QString("1 schedule was deleted.")
                       : QString("%1 schedules were deleted.").arg(deleted));
@@ -493,14 +460,10 @@ void frmMainScreen::cmdManageTemplates_Click() {
 
 void frmMainScreen::scheduleTemplate(frmManageTemplates& caller, int templateId) {
     run([&] {
-        frmSchedule editor(m_context, &caller);
-        if (editor.SetupFor(templateId) != 0)
-            return m_context.messages.notice(&caller, "Error loading add schedule", Messages::Plain, {},
-                                             editor.loadProblem());
-        editor.SetCallback(&caller, "Calledback");
-        editor.exec();
+        const auto editor =
+            openScreen<frmSchedule>(m_context, &caller, addFailure, templateId, frmSchedule::ForTemplate);
         FillScheduleList();
-        if (editor.savedId()) tell(QString("The schedule '%1' was saved.").arg(editor.savedTitle()));
+        if (editor && editor->savedId()) tellSaved(*editor);
     });
 }
 

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "schedules/ScheduleReader.h"
+#include "schedules/uctShownSchedules.h"
 #include "ui/ScreenContext.h"
 #include "ui/SlotGuard.h"
 
 #include <QMainWindow>
-#include <QSet>
 #include <QTimer>
 #include <functional>
 #include <memory>
@@ -62,12 +62,6 @@ private slots:
     void tmrScheduler_Timer();
 
 private:
-    /// What a schedule that has not run yet was read as.
-    struct Waiting {
-        ScheduleListRow schedule;
-        std::optional<WallClock> runningSince; ///< of one that began to run under this program's eyes
-    };
-
     void buildFooter();
     void buildLists();
     void buildStatusBar();
@@ -77,6 +71,7 @@ private:
     void tellNews(int id);
     void showCounts();
     void tell(const QString& text);
+    void tellSaved(const frmSchedule& editor);
     void runAgain(const std::function<void(frmSchedule& editor)>& save);
     void showSaved(const std::unique_ptr<frmSchedule>& editor);
     void scheduleTemplate(frmManageTemplates& caller, int templateId);
@@ -95,9 +90,8 @@ private:
     std::unique_ptr<Ui::frmMainScreen> m_ui;
     QTimer m_tmrScheduler;
     ScheduleReader m_reader;
-    WallClock m_problemSince; ///< while the status line tells one
-    QHash<int, Waiting> m_waiting;
-    QSet<int> m_news; ///< the user's own schedules that ran, and whose result he has not looked at
+    ShownSchedules m_shown;
+    WallClock m_problemSince;                  ///< while the status line tells one
     std::unique_ptr<DesktopNotices> m_notices; ///< once there was one to tell
     QAction* m_cmdEdit = nullptr;
     QAction* m_showLog = nullptr;

@@ -1,6 +1,7 @@
 #include "schedules/frmSchedule.h"
 
 #include "base/Session.h"
+#include "base/modCommonFunctions.h"
 #include "db/DbError.h"
 #include "db/Refusal.h"
 #include "projects/frmSQLServerDatabases.h"
@@ -80,46 +81,15 @@ void frmSchedule::connectControls() {
     connect(m_ui->dtRunOnTime, &QTimeEdit::timeChanged, this, &frmSchedule::dtRunOn_Change);
 }
 
-int frmSchedule::Setup(int scheduleId) {
-    return setUp(scheduleId, false);
-}
-
-int frmSchedule::SetupCopy(int scheduleId) {
-    return setUp(scheduleId, true);
-}
-
-int frmSchedule::SetupFor(int templateId) {
-    const int result = Setup(clsSchedule::notStored);
-    const bool done =
-        result == 0 && load([&] {
-            auto chosen = std::make_unique<clsTemplate>(session().db(), session().project);
-            if (!chosen->LoadTemplate(templateId))
-                throw Refusal("This template has been deleted by somebody else in the meantime.");
-            m_schedule.setTitle(
-                freeScheduleTitle(session(), chosen->Title().left(clsSchedule::longestTitle)));
-            const bool fits = session().project.isOfAccount(chosen->UnitabAccount());
-            m_schedule.setTemplate(std::move(chosen));
-            if (fits) m_schedule.setProjectFile(session().project.database);
-            RefreshForm();
-            m_schedule.setHasChanged(false);
-        });
-    return done ? 0 : -1;
-}
-
-int frmSchedule::setUp(int scheduleId, bool asCopy) {
+int frmSchedule::Setup(int id, Purpose purpose) {
     int result = 0;
     const bool done = load([&] {
-        if (scheduleId != clsSchedule::notStored)
-            result = m_schedule.LoadSchedule(scheduleId);
-        else
-            m_schedule.Clear();
+        result = prepare(id, purpose);
         if (result != clsSchedule::Loaded) {
             session().log.write("frmSchedule.Setup", 1,
-                                QString("Schedule %1 could not be loaded (%2).").arg(scheduleId).arg(result));
+                                QString("Schedule %1 could not be loaded (%2).").arg(id).arg(result));
             return;
         }
-        if (scheduleId != clsSchedule::notStored) openStoredProject();
-        if (asCopy) m_schedule.makeNew(freeScheduleTitle(session(), m_schedule.Title()), WallClock::now());
         const bool stored = m_schedule.ID() != clsSchedule::notStored;
         if (stored && !WallClock::fromStored(m_schedule.StoredRunDate()))
             messages().notice(parentWidget(),
@@ -133,6 +103,30 @@ int frmSchedule::setUp(int scheduleId, bool asCopy) {
         m_schedule.setHasChanged(false);
     });
     return done ? result : -1;
+}
+
+clsSchedule::LoadResult frmSchedule::prepare(int id, Purpose purpose) {
+    if (purpose == ForTemplate || id == clsSchedule::notStored) {
+        m_schedule.Clear();
+        if (purpose == ForTemplate) takeNewTemplate(id);
+        return clsSchedule::Loaded;
+    }
+    const clsSchedule::LoadResult result = m_schedule.LoadSchedule(id);
+    if (result != clsSchedule::Loaded) return result;
+    openStoredProject();
+    if (purpose == CopyOfSchedule)
+        m_schedule.makeNew(freeScheduleTitle(session(), m_schedule.Title()), WallClock::now());
+    return result;
+}
+
+void frmSchedule::takeNewTemplate(int templateId) {
+    auto chosen = std::make_unique<clsTemplate>(session().db(), session().project);
+    if (!chosen->LoadTemplate(templateId))
+        throw Refusal("This template has been deleted by somebody else in the meantime.");
+    m_schedule.setTitle(freeScheduleTitle(session(), cutText(chosen->Title(), clsSchedule::longestTitle)));
+    if (session().project.isOfAccount(chosen->UnitabAccount()))
+        m_schedule.setProjectFile(session().project.database);
+    m_schedule.setTemplate(std::move(chosen));
 }
 
 /// The account of the project decides which templates are offered.

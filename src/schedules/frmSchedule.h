@@ -21,14 +21,15 @@ public:
     explicit frmSchedule(ScreenContext& context, QWidget* parent = nullptr);
     ~frmSchedule() override;
 
-    /// clsSchedule::notStored prepares a new schedule. 0 when the schedule could be loaded; a project
+    /// What the number given to Setup names.
+    enum Purpose {
+        EditSchedule,   ///< a schedule to be edited, or clsSchedule::notStored for a new one
+        CopyOfSchedule, ///< one that a new one is to run like, from now on, under a free title
+        ForTemplate,    ///< a template for which a new one is made, for the current project if that fits
+    };
+    /// 0 when the schedule could be loaded; a project
     /// that cannot be used any more is told and left to be chosen anew.
-    int Setup(int scheduleId);
-    /// The same for a new schedule that runs as a stored one does, from now on, under a free title.
-    int SetupCopy(int scheduleId);
-    /// The same for a new schedule of a template. Its project is the current one where that is of the
-    /// template's account, else it is left to be chosen.
-    int SetupFor(int templateId);
+    int Setup(int id, Purpose purpose = EditSchedule);
     /// Saves what the screen was set up with. False when it was refused, which was told: then the screen is
     /// there to be shown.
     bool saveAtOnce();
@@ -57,7 +58,8 @@ private slots:
     void dtRunOn_Change();
 
 private:
-    int setUp(int scheduleId, bool asCopy);
+    clsSchedule::LoadResult prepare(int id, Purpose purpose);
+    void takeNewTemplate(int templateId);
     void buildFooter();
     void connectControls();
     void RefreshForm();

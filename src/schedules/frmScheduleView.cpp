@@ -2,6 +2,7 @@
 
 #include "base/Session.h"
 #include "base/WholeFile.h"
+#include "base/modCommonFunctions.h"
 #include "db/DbError.h"
 #include "schedules/modScheduler.h"
 #include "ui/Cursors.h"
@@ -22,13 +23,6 @@ namespace {
 /// One line of the list.
 QString inOneLine(QString text) {
     return text.replace('\r', ' ').replace('\n', ' ').replace('\t', ' ');
-}
-
-/// The first 50 characters, without half a letter at the end.
-QString asCopyTitle(const QString& typed) {
-    QString title = typed.trimmed().left(clsSchedule::longestTitle);
-    if (!title.isEmpty() && title.back().isHighSurrogate()) title.chop(1);
-    return title;
 }
 
 void makeBold(QLabel& label) {
@@ -195,7 +189,7 @@ void frmScheduleView::cmdSaveAs_Click() {
                        "Please enter a new schedule title (note: this will create a new active schedule)",
                        m_newTitle)
                 .value_or(QString());
-        const QString title = m_newTitle = asCopyTitle(typed);
+        const QString title = m_newTitle = cutText(typed.trimmed(), clsSchedule::longestTitle);
         if (title.isEmpty() || !saveCopy(title)) return;
         warnOfImmediateRun();
         callBackAndClose();

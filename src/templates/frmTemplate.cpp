@@ -1,6 +1,7 @@
 #include "templates/frmTemplate.h"
 
 #include "base/Session.h"
+#include "base/modCommonFunctions.h"
 #include "db/DbError.h"
 #include "numbers/ExcludedNumbers.h"
 #include "projects/frmSQLServerDatabases.h"
@@ -25,13 +26,6 @@
 namespace {
 
 constexpr qsizetype LongestNewTitle = 50;
-
-/// Never parts the two halves of one letter.
-QString cutTitle(QString title) {
-    title.truncate(LongestNewTitle);
-    if (title.back().isHighSurrogate()) title.chop(1);
-    return title;
-}
 
 void showReadOnly(QLineEdit& box, const QString& text) {
     box.setText(text);
@@ -365,7 +359,7 @@ QString frmTemplate::askNewTitle() {
         messages().input(this, "Please enter a new template title", proposed).value_or(QString()).trimmed();
     m_newTitle = title;
     if (title.size() <= LongestNewTitle) return title;
-    const QString cut = cutTitle(title);
+    const QString cut = cutText(title, LongestNewTitle);
     const bool agreed = messages().ask(
         this,
         QString("The selected template title is too long and will be truncated to \n'%1'\nAre you sure you "

@@ -228,7 +228,7 @@ bool ListOrder::lessThan(const QModelIndex& left, const QModelIndex& right) cons
 bool ListOrder::filterAcceptsRow(int sourceRow, const QModelIndex&) const {
     if (m_words.isEmpty()) return true;
     const ListRow& row = m_source->rows()[std::size_t(sourceRow)];
-    QString texts = row.keywords;
+    QString texts;
     for (const ListCell& cell : row.cells) texts += '\n' + cell.text;
     return std::all_of(m_words.begin(), m_words.end(),
                        [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); });

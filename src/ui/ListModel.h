@@ -48,13 +48,12 @@ struct ListRow {
     QColor background{};     ///< invalid: the list's own
     bool emphasized = false; ///< in bold
     QString toolTip{};
-    QString keywords{}; ///< found by the filter, not shown
 
     QString text(int column) const { return cells.value(column).text; }
 
     bool operator==(const ListRow& other) const {
         return id == other.id && cells == other.cells && background == other.background
-               && emphasized == other.emphasized && toolTip == other.toolTip && keywords == other.keywords;
+               && emphasized == other.emphasized && toolTip == other.toolTip;
     }
 };
 
