@@ -7,6 +7,7 @@
 #include "ui/DesktopNotices.h"
 #include "ui/Labels.h"
 #include "ui/Messages.h"
+#include "ui/Palette.h"
 #include "ui/SlotGuard.h"
 #include "ui/openScreen.h"
 #include "ui_frmOptions.h"
@@ -36,12 +37,28 @@ frmOptions::frmOptions(ScreenContext& context, QWidget* parent)
     m_ui->chkExcel->setEnabled(mayChange);
     m_ui->chkCSV->setEnabled(mayChange);
     m_cmdSave->setVisible(mayChange);
+    offerColours();
     m_ui->chkNotices->setChecked(DesktopNotices::areWanted());
     connect(m_ui->chkNotices, &QCheckBox::clicked, this, &DesktopNotices::setWanted);
     setMinimumWidth(fontMetrics().averageCharWidth() * 90);
 }
 
 frmOptions::~frmOptions() = default;
+
+void frmOptions::offerColours() {
+    QComboBox& colours = *m_ui->cmbColours;
+    colours.addItem("As the desktop", "");
+    colours.addItem("Light", "light");
+    colours.addItem("Dark", "dark");
+    colours.addItem("High contrast", "contrast");
+    colours.setCurrentIndex(qMax(0, colours.findData(Palette::setting())));
+    setTextColour(*m_ui->lblOwn, Palette::subtleText());
+    setTextColour(*m_ui->lblColoursNote, Palette::subtleText());
+    connect(&colours, &QComboBox::activated, this, [this] {
+        Palette::setSetting(m_ui->cmbColours->currentData().toString());
+        m_ui->lblColoursNote->setText("from the next start of the program on");
+    });
+}
 
 int frmOptions::Setup() {
     const bool done = load([this] {

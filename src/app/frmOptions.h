@@ -28,6 +28,7 @@ private slots:
     void cmdEmail_Click();
 
 private:
+    void offerColours();
     void save();
     bool hasChanges() const;
 

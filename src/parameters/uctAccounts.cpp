@@ -69,6 +69,7 @@ uctAccounts::uctAccounts(const EditedReport& report, QWidget* parent)
             m_summaryLevel->addItem(QString("Level %1").arg(level), level);
         auto* caption = new QLabel("S&ummarise by cost centres of", this);
         caption->setBuddy(m_summaryLevel);
+        m_summaryLevel->setAccessibleName("Summarise by cost centres of");
         auto* row = new QHBoxLayout;
         row->addWidget(caption);
         row->addWidget(m_summaryLevel);

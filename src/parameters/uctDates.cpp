@@ -5,6 +5,7 @@
 #include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/SlotGuard.h"
+#include "ui/TypedSeparators.h"
 
 #include <QCheckBox>
 #include <QDateEdit>
@@ -29,6 +30,7 @@ QDateEdit* dateEdit(const QString& name, QWidget* parent) {
     edit->setLocale(QLocale(QLocale::English, QLocale::UnitedKingdom));
     edit->setDisplayFormat("dd MMM yyyy");
     edit->setCalendarPopup(true);
+    takeTypedSeparators(*edit);
     edit->setMinimumDate(QDate(1753, 1, 1)); // where the server's dates begin
     return edit;
 }

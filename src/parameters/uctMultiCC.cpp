@@ -17,7 +17,8 @@ uctMultiCC::uctMultiCC(const EditedReport& report, const ProjectLists::CostCentr
     for (int level = 1; level <= 5; ++level) {
         auto* each = m_boxes[std::size_t(level) - 1] = new QComboBox(this);
         each->setObjectName(QString("cmbCC%1").arg(level));
-        makeSearchable(each);
+        const QString words = QString("Cost centre of level %1").arg(level);
+        makeSearchable(each, words);
         each->setMaxVisibleItems(18);
         each->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         each->setMinimumContentsLength(30);
@@ -25,7 +26,7 @@ uctMultiCC::uctMultiCC(const EditedReport& report, const ProjectLists::CostCentr
         if (!each->isEnabled()) each->setToolTip("Your login is restricted to this cost centre");
         auto* caption = new QLabel(QString("Level &%1").arg(level), this);
         caption->setBuddy(each);
-        each->setAccessibleName(QString("Cost centre of level %1").arg(level));
+        each->setAccessibleName(words);
         grid->addWidget(caption, level - 1, 0);
         grid->addWidget(each, level - 1, 1);
         connect(each, &QComboBox::activated, this, [this, level] { cmbCC_Click(level); });

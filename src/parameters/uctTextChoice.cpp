@@ -12,14 +12,15 @@
 uctTextChoice::uctTextChoice(const EditedReport& report, Field field, QWidget* parent)
     : uctParameterGroup(report, parent), m_field(std::move(field)), m_box(new QComboBox(this)) {
     m_box->setObjectName(m_field.control);
-    if (m_field.typed) makeSearchable(m_box);
+    const QString words = QString(m_field.caption).remove('&');
+    if (m_field.typed) makeSearchable(m_box, words);
     m_box->setMaxVisibleItems(18);
     m_box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_box->setMinimumContentsLength(m_field.typed ? 30 : 8);
     m_box->addItems(m_field.choices);
     auto* caption = new QLabel(m_field.caption, this);
     caption->setBuddy(m_box);
-    m_box->setAccessibleName(QString(m_field.caption).remove('&'));
+    m_box->setAccessibleName(words);
 
     auto* grid = new QGridLayout(this);
     grid->addWidget(caption, 0, 0);

@@ -1,6 +1,7 @@
 #include "parameters/uctTimes.h"
 
 #include "ui/Labels.h"
+#include "ui/TypedSeparators.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -28,6 +29,7 @@ QTimeEdit* timeEdit(const QString& name, const QString& words, QWidget* parent) 
     edit->setTimeSpec(Qt::UTC);
     edit->setAccessibleName(words);
     edit->setDisplayFormat("HH:mm:ss");
+    takeTypedSeparators(*edit);
     return edit;
 }
 

@@ -3,6 +3,7 @@
 #include "reports/AccountFilter.h"
 
 #include <QStringList>
+#include <algorithm>
 
 namespace {
 
@@ -79,6 +80,16 @@ int putReport(clsReports_Collection& reports, clsReport edited, int position) {
 void insertReport(clsReports_Collection& reports, clsReport report, int position) {
     addReport(reports, report, report.Parameters());
     reports.Move(reports.Count(), position);
+}
+
+int moveReports(clsReports_Collection& reports, const QList<int>& positions, int before) {
+    const auto firstBehind = std::ranges::lower_bound(positions, before);
+    int above = before;
+    for (auto position = firstBehind; position != positions.begin();) reports.Move(*--position, --above);
+    int below = before;
+    for (auto position = firstBehind; position != positions.end(); ++position)
+        reports.Move(*position, below++);
+    return above;
 }
 
 void duplicateReport(clsReports_Collection& reports, int position) {

@@ -19,5 +19,8 @@ QString distinctValue(const clsReportParameters& parameters);
 int putReport(clsReports_Collection& reports, clsReport edited, int position);
 /// Puts a report to a position, before the one that has it now.
 void insertReport(clsReports_Collection& reports, clsReport report, int position);
+/// Puts the reports at some positions, in ascending order, before the one at another, or at the end for
+/// Count() + 1, and keeps their order. Returns the position of the first of them.
+int moveReports(clsReports_Collection& reports, const QList<int>& positions, int before);
 /// Adds a copy of the report at a position behind it.
 void duplicateReport(clsReports_Collection& reports, int position);

@@ -25,6 +25,20 @@ Sql readingOf(const ScheduleUser& user) {
                      user.name);
 }
 
+/// How many of the level's cost centres, all of which are counted, the template makes files for.
+QString madeOf(const TemplateSummary& summary, const QString& counted) {
+    switch (summary.header.subType) {
+    case TickedCostCentres:
+        return QString("The template makes %1: those of the cost centres that are ticked in it.")
+            .arg(summary.tickedCentres);
+    case EveryCentreAndNone:
+        return QString("The template makes %1: one more, for the numbers without a cost centre.")
+            .arg(counted.toInt() + 1);
+    default:
+        return QString("The template makes all %1.").arg(counted);
+    }
+}
+
 void describeTemplate(ScheduleListRow& row, const TemplateSummary& summary, const QString& subProjects) {
     row.templateTitle = summary.header.title;
     row.subProjects = !summary.header.isOrdinary();
@@ -33,7 +47,9 @@ void describeTemplate(ScheduleListRow& row, const TemplateSummary& summary, cons
         return;
     }
     row.contents = "Sub Projects : " + (subProjects.isEmpty() ? QString("0") : subProjects);
-    if (subProjects.isEmpty())
+    if (!subProjects.isEmpty())
+        row.contentsNote = madeOf(summary, subProjects);
+    else
         row.problem = "No cost centres can be found for the template's account and level.";
 }
 
@@ -43,7 +59,7 @@ ScheduleReading readSchedules(Connection& connection, const ScheduleUser& user) 
     QList<Sql> readings = templateSummaryReadings();
     readings.prepend(readingOf(user));
     std::vector<RecordSet> answers = connection.queryAll(readings);
-    ScheduleReading reading{answers[0], templateSummaries(answers[1], answers[2]), {}};
+    ScheduleReading reading{answers[0], templateSummaries(std::span(answers).subspan(1)), {}};
     QMap<SubProjectKey, Sql> countings;
     const int templateId = reading.schedules.column("TemplateID");
     for (const Row schedule : reading.schedules) {

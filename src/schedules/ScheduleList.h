@@ -20,6 +20,7 @@ struct ScheduleListRow {
     QString shownDate;             ///< of the last run for finished schedules, else of the run to come
     std::optional<WallClock> date; ///< the same; nothing where the stored text is no date
     QString contents;              ///< "Reports : 3", "Sub Projects : 12"
+    QString contentsNote;          ///< how many of the sub projects the template really makes
     QString templateTitle;
     bool subProjects = false;
     QString owner;

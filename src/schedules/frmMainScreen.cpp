@@ -16,6 +16,7 @@
 #include "ui/ListHabits.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
+#include "ui/ReadingOrder.h"
 #include "ui/SlotGuard.h"
 #include "ui/WindowPlacement.h"
 #include "ui/WindowSize.h"
@@ -65,6 +66,7 @@ frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)
     buildFooter();
     buildStatusBar();
     m_ui->splitter->remember("MainScreen");
+    putInReadingOrder(*this);
 
     m_tmrScheduler.setObjectName("tmrScheduler");
     m_tmrScheduler.setInterval(std::chrono::milliseconds(30'000));

@@ -19,6 +19,7 @@
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
+#include "ui/TypedSeparators.h"
 #include "ui/WindowSize.h"
 #include "ui/openScreen.h"
 #include "ui_frmSchedule.h"
@@ -41,6 +42,9 @@ frmSchedule::frmSchedule(ScreenContext& screenContext, QWidget* parent)
     m_ui->lstHistory->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     m_ui->dtRunOn->setLocale(QLocale::c()); // English month names, whatever the desktop's language
     m_ui->dtRunOnTime->setLocale(QLocale::c());
+    for (QDateTimeEdit* edit :
+         {static_cast<QDateTimeEdit*>(m_ui->dtRunOn), static_cast<QDateTimeEdit*>(m_ui->dtRunOnTime)})
+        takeTypedSeparators(*edit);
     m_ui->paneUpdate->hide();
     m_ui->cmdCCSub->setVisible(session().userLevel != UserLevel::Restricted);
     setReadOnly(*m_ui->txtProject, true);
@@ -148,9 +152,17 @@ void frmSchedule::RefreshForm() {
     showTitleLength();
     showProject();
     fillHistory();
-    m_ui->dtRunOn->setDate(m_schedule.RunDate().date());
-    m_ui->dtRunOnTime->setTime(m_schedule.RunDate().time());
+    showRunDate();
     m_ready = true;
+}
+
+/// Seconds are shown where a stored schedule has them; those of the present matter to nobody.
+void frmSchedule::showRunDate() {
+    const QTime time = m_schedule.RunDate().time();
+    const bool isStored = m_schedule.ID() != clsSchedule::notStored;
+    m_ui->dtRunOn->setDate(m_schedule.RunDate().date());
+    m_ui->dtRunOnTime->setDisplayFormat(isStored && time.second() != 0 ? "HH:mm:ss" : "HH:mm");
+    m_ui->dtRunOnTime->setTime(isStored ? time : QTime(time.hour(), time.minute()));
 }
 
 void frmSchedule::showTitleLength() {

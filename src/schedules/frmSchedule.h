@@ -64,6 +64,7 @@ private:
     void connectControls();
     void RefreshForm();
     void showTitleLength();
+    void showRunDate();
     void showProject();
     void fillHistory();
     void fillTemplates();

@@ -46,6 +46,7 @@ ListRow rowOf(const ScheduleListRow& schedule, const ListCell& status) {
                  finished ? delayCell(schedule.delay) : ListCell(schedule.contents), schedule.templateTitle,
                  schedule.project, schedule.owner}};
     row.toolTip = schedule.problem;
+    if (!finished) row.cells[ShownSchedules::Contents].toolTip = schedule.contentsNote;
     if (!finished && schedule.subProjects) row.background = Palette::multiSelectCostCentre();
     return row;
 }

@@ -3,6 +3,13 @@
 #include "db/RecordSet.h"
 #include "templates/ColumnValues.h"
 
+/// The kinds of cost centres for which a sub-project template makes files: TemplateHeader::subType.
+enum SubProjectKind : qint16 {
+    EveryCostCentre = 0,
+    EveryCentreAndNone = 1, ///< and the numbers without a cost centre
+    TickedCostCentres = 2,
+};
+
 /// One row of tblTemplate.
 struct TemplateHeader {
     int id = -1; ///< -1 for a template not yet saved

@@ -12,6 +12,7 @@
 #include "reports/ReportTypes.h"
 #include "templates/frmReport.h"
 #include "templates/modTemplates.h"
+#include "templates/uctOutputIcons.h"
 #include "ui/Cursors.h"
 #include "ui/Labels.h"
 #include "ui/Messages.h"
@@ -22,6 +23,7 @@
 
 #include <QHeaderView>
 #include <QScopedValueRollback>
+#include <numeric>
 
 namespace {
 
@@ -46,6 +48,8 @@ frmTemplate::frmTemplate(ScreenContext& context, QWidget* parent)
                                  "TemplateReports");
     m_ui->lstReports->setEmptyText("This template holds no report yet. Add Report makes one.");
     m_ui->lstReports->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_ui->lstReports->setRowsMovable();
+    m_ui->lstReports->setIconSize(outputIconsSize(fontMetrics().height()));
     m_ui->lstReports->header()->setSectionsClickable(false); // the reports' own order is shown
     m_ui->hdrReports->attach(m_ui->lstReports, "Template/Reports");
     buildFooter();
@@ -69,10 +73,10 @@ void frmTemplate::buildFooter() {
     footer.needSelection({m_ui->lstReports}, {edit, remove});
     m_cmdDuplicate = footer.add("Duplicate", "D&uplicate", "edit-copy", "Add a copy of the selected report",
                                 this, &frmTemplate::cmdDuplicate_Click);
-    m_cmdUp = footer.add("Up", "&Move Up", "go-up", "Move the selected report up", this,
-                         [this] { moveReport(-1); });
-    m_cmdDown = footer.add("Down", "Move D&own", "go-down", "Move the selected report down", this,
-                           [this] { moveReport(1); });
+    m_cmdUp = footer.add("Up", "&Move Up", "go-up", "Move the selected reports up", this,
+                         [this] { moveSelected(m_ui->lstReports->selectedIds().first() - 1); });
+    m_cmdDown = footer.add("Down", "Move D&own", "go-down", "Move the selected reports down", this,
+                           [this] { moveSelected(m_ui->lstReports->selectedIds().last() + 2); });
     m_cmdUp->setShortcut(Qt::ALT | Qt::Key_Up);
     m_cmdDown->setShortcut(Qt::ALT | Qt::Key_Down);
     m_undo = new QAction("Undo Delete", this);
@@ -95,6 +99,8 @@ void frmTemplate::connectControls() {
     connect(m_ui->chkCSVRepDefs, &QCheckBox::toggled, this, &frmTemplate::chkCSVRepDefs_Click);
     connect(m_ui->lstReports, &uctListView::rowActivated, this, &frmTemplate::cmdEdit_Click);
     connect(m_ui->lstReports, &uctListView::deletePressed, this, &frmTemplate::cmdDelete_Click);
+    connect(m_ui->lstReports, &uctListView::rowsDropped, this,
+            [this](int before) { moveSelected(before + 1); });
     connect(m_ui->lstReports, &uctListView::selectedIdChanged, this, &frmTemplate::updateButtons);
 }
 
@@ -121,7 +127,7 @@ void frmTemplate::showTemplate() {
     showAccount();
     (m_template.DefaultDates() ? m_ui->optDate0 : m_ui->optDate1)->setChecked(true);
     m_ui->chkCSVRepDefs->setChecked(m_template.CSVReportDefs());
-    showReports(1);
+    showReports({1});
     m_ready = true;
 }
 
@@ -139,7 +145,7 @@ void frmTemplate::startNewTemplate() {
 
 /// The rows are keyed by the positions of their reports, so that a row stays where it is while the
 /// reports change their places.
-void frmTemplate::showReports(int selected) {
+void frmTemplate::showReports(QList<int> selected) {
     std::vector<ListRow> rows;
     for (clsReport& report : m_template.Reports()) {
         // The titles of invoice charges tell enough; their type has no name of its own here.
@@ -149,12 +155,14 @@ void frmTemplate::showReports(int selected) {
         rows.push_back({int(rows.size()) + 1,
                         {report.ShownTitle(), type == InvoiceReport ? QString() : reportTypeName(type),
                          distinct.isEmpty() ? summary : distinct + " \u2013 " + summary}});
+        rows.back().cells.back().icon = outputIcons(report);
         rows.back().toolTip = summary;
     }
     const int count = int(rows.size());
     m_ui->hdrReports->setTitle(count == 1 ? "1 Report" : QString("%1 Reports").arg(count));
     m_ui->lstReports->setRows(std::move(rows));
-    m_ui->lstReports->selectId(qMin(selected, count));
+    for (int& position : selected) position = qMin(position, count);
+    m_ui->lstReports->selectIds(selected);
     updateButtons();
 }
 
@@ -162,11 +170,13 @@ void frmTemplate::updateButtons() {
     const QList<int> selected = m_ui->lstReports->selectedIds();
     const bool one = selected.size() == 1;
     m_ui->cmdOpen->setEnabled(m_template.Reports().Count() == 0);
-    const QString why = "Select one report.";
-    m_ui->footer->setUsable(m_cmdDuplicate, one, why);
-    m_ui->footer->setUsable(m_cmdUp, one && selected.first() > 1, one ? "It is the first one." : why);
-    m_ui->footer->setUsable(m_cmdDown, one && selected.first() < m_template.Reports().Count(),
-                            one ? "It is the last one." : why);
+    const QString noReport = "Select a report.";
+    const bool any = !selected.isEmpty();
+    m_ui->footer->setUsable(m_cmdDuplicate, one, "Select one report.");
+    m_ui->footer->setUsable(m_cmdUp, any && selected.first() > 1,
+                            any ? "The first report is among them." : noReport);
+    m_ui->footer->setUsable(m_cmdDown, any && selected.last() < m_template.Reports().Count(),
+                            any ? "The last report is among them." : noReport);
     m_undo->setEnabled(!m_removed.empty());
 }
 
@@ -187,7 +197,7 @@ void frmTemplate::optDate_Click() {
     run([this] {
         m_template.setDefaultDates(m_ui->optDate0->isChecked());
         showAccount();
-        showReports(m_ui->lstReports->selectedId().value_or(0));
+        showReports(m_ui->lstReports->selectedIds());
     });
 }
 
@@ -238,7 +248,7 @@ void frmTemplate::CalledBack() {
     run([this] {
         const int position = putReport(m_template.Reports(), m_reportEditor->Report(), m_edited);
         m_template.MarkChanged();
-        showReports(position);
+        showReports({position});
     });
 }
 
@@ -260,7 +270,7 @@ void frmTemplate::cmdDelete_Click() {
         }
         m_removed.push_back(std::move(removed));
         m_template.MarkChanged();
-        showReports(positions.first());
+        showReports({positions.first()});
     });
 }
 
@@ -272,7 +282,7 @@ void frmTemplate::undoDelete() {
         for (const auto& [position, report] : removed)
             insertReport(m_template.Reports(), report, qMin(position, m_template.Reports().Count() + 1));
         m_template.MarkChanged();
-        showReports(removed.begin()->first);
+        showReports({removed.begin()->first});
     });
 }
 
@@ -281,16 +291,18 @@ void frmTemplate::cmdDuplicate_Click() {
         const int position = m_ui->lstReports->selectedId().value();
         duplicateReport(m_template.Reports(), position);
         m_template.MarkChanged();
-        showReports(position + 1);
+        showReports({position + 1});
     });
 }
 
-void frmTemplate::moveReport(int by) {
-    run([this, by] {
-        const int position = m_ui->lstReports->selectedId().value();
-        m_template.Reports().Move(position, position + by);
+void frmTemplate::moveSelected(int before) {
+    run([this, before] {
+        const QList<int> positions = m_ui->lstReports->selectedIds();
+        const int first = moveReports(m_template.Reports(), positions, before);
         m_template.MarkChanged();
-        showReports(position + by);
+        QList<int> moved(positions.size());
+        std::iota(moved.begin(), moved.end(), first);
+        showReports(moved);
     });
 }
 

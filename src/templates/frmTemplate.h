@@ -53,13 +53,13 @@ private:
     void showTemplate();
     void showAccount();
     void startNewTemplate();
-    /// Fills the list anew and selects the report at a position, when there is one.
     void undoDelete();
-    void showReports(int selected);
+    /// Fills the list anew and selects the reports at positions, as far as there are so many.
+    void showReports(QList<int> selected);
     void updateButtons();
     bool ensureProject();
     void editReport(int position);
-    void moveReport(int by);
+    void moveSelected(int before);
 
     bool checkOutputs();
     QString askNewTitle();

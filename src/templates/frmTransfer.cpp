@@ -22,8 +22,7 @@
 
 namespace {
 
-constexpr int subProjectType = 1;    ///< TemplateType
-constexpr int tickedCostCentres = 2; ///< CCSubType
+constexpr int subProjectType = 1; ///< TemplateType
 constexpr int levels = 5;
 
 } // namespace
@@ -65,14 +64,17 @@ void frmTransfer::connectControls() {
     connect(m_ui->cmdOpen, &QPushButton::clicked, this, &frmTransfer::cmdOpen_Click);
     connect(m_ui->cmdStop, &QPushButton::clicked, this, &frmTransfer::cmdStop_Click);
     connect(m_ui->chkEmailFiles, &QCheckBox::clicked, this, &frmTransfer::chkEmailFiles_Click);
-    for (const int type : {0, 1, tickedCostCentres})
+    connect(m_ui->lstCC, &uctCheckList::changed, this, [this] { run([this] { showAddressGaps(); }); });
+    for (const int type : {EveryCostCentre, EveryCentreAndNone, TickedCostCentres})
         connect(optionOf(type), &QRadioButton::clicked, this, [this, type] { Option_Click(type); });
     for (int level = 1; level <= levels; ++level)
         connect(OptCC(level), &QRadioButton::clicked, this, [this, level] { OptCC_Click(level); });
 }
 
 QRadioButton* frmTransfer::optionOf(int type) const {
-    return type == 1 ? m_ui->Option1 : type == tickedCostCentres ? m_ui->Option2 : m_ui->Option3;
+    return type == EveryCentreAndNone  ? m_ui->Option1
+           : type == TickedCostCentres ? m_ui->Option2
+                                       : m_ui->Option3;
 }
 
 QWidget& frmTransfer::entries() const {
@@ -139,11 +141,11 @@ void frmTransfer::showChoices() {
     m_ui->chkEmailFiles->setChecked(m_template.CCSubEmail());
     for (const clsString& costCentre : m_template.CCs())
         m_ticked[m_template.CCSubLevel()] << costCentre.Value;
-    m_ui->lstCC->setEnabled(m_template.CCSubType() == tickedCostCentres);
+    m_ui->lstCC->setEnabled(m_template.CCSubType() == TickedCostCentres);
 }
 
 frmTransfer::Choices frmTransfer::choices() const {
-    const bool onlyTicked = m_template.CCSubType() == tickedCostCentres;
+    const bool onlyTicked = m_template.CCSubType() == TickedCostCentres;
     return {m_template.Title(),      m_template.UnitabAccount(),
             m_template.CCSubType(),  m_template.CCSubLevel(),
             m_template.CCSubEmail(), onlyTicked ? m_ui->lstCC->tickedKeys() : QStringList()};
@@ -176,13 +178,14 @@ void frmTransfer::cmdOpen_Click() {
 }
 
 void frmTransfer::Option_Click(int type) {
-    if (type == tickedCostCentres && !isProjectChosen()) {
+    if (type == TickedCostCentres && !isProjectChosen()) {
         messages().notice(this, "Please select a project to convert before selecting this option.");
         optionOf(m_template.CCSubType())->setChecked(true);
         return;
     }
     m_template.setCCSubType(qint16(type));
-    m_ui->lstCC->setEnabled(type == tickedCostCentres);
+    m_ui->lstCC->setEnabled(type == TickedCostCentres);
+    showAddressGaps();
 }
 
 /// A stored level may be none of the five: then none is chosen.
@@ -269,6 +272,35 @@ void frmTransfer::loadCCTasks() {
             .arg(filled)
             .arg(names.size()));
     m_ui->lblFill->setVisible(filled < names.size());
+    m_listed = names;
+    m_addressed.reset();
+    showAddressGaps();
+}
+
+void frmTransfer::readAddresses() {
+    m_addressed = centresWithAddress(session(), m_template.UnitabAccount(), m_template.CCSubLevel());
+    m_defaultEmail = readDefaultEmail(session().db());
+}
+
+/// Before anybody misses his e-mail: for which cost centres the address book has no entry.
+void frmTransfer::showAddressGaps() {
+    constexpr qsizetype named = 5;
+    QStringList lacking = m_template.CCSubType() == TickedCostCentres ? m_ui->lstCC->tickedKeys() : m_listed;
+    m_ui->lblAddressGaps->setVisible(m_template.CCSubEmail() && !lacking.isEmpty());
+    if (m_ui->lblAddressGaps->isHidden()) return;
+    if (!m_addressed) readAddresses();
+    lacking.removeIf([this](const QString& centre) { return m_addressed->contains(serverKey(centre)); });
+    QString text = lacking.isEmpty()
+                       ? "Each of the cost centres has an e-mail address."
+                       : "Without an e-mail address of their own: " + lacking.mid(0, named).join(", ");
+    if (lacking.size() > named) text += QString(" and %1 more").arg(lacking.size() - named);
+    if (!lacking.isEmpty())
+        text += m_defaultEmail.isEmpty() ? QString(". There is no default address either.")
+                                         : ". Their files go to " + m_defaultEmail + '.';
+    setTextColour(*m_ui->lblAddressGaps, lacking.isEmpty() || !m_defaultEmail.isEmpty()
+                                             ? Palette::subtleText()
+                                             : Palette::problem());
+    m_ui->lblAddressGaps->setText(text);
 }
 
 /// While the list is filled there is nothing to do but to watch or to stop.
@@ -281,7 +313,7 @@ void frmTransfer::setFilling(bool filling) {
          std::initializer_list<QWidget*>{m_ui->txtTemplate, m_ui->cmdOpen, m_ui->paneOptions,
                                          m_ui->paneLevels, m_ui->chkEmailFiles, m_ui->footer})
         widget->setEnabled(!filling);
-    m_ui->lstCC->setEnabled(!filling && m_template.CCSubType() == tickedCostCentres);
+    m_ui->lstCC->setEnabled(!filling && m_template.CCSubType() == TickedCostCentres);
 }
 
 void frmTransfer::cmdStop_Click() {
@@ -295,6 +327,7 @@ void frmTransfer::chkEmailFiles_Click(bool ticked) {
                           "Cost centre sub projects can be very large in size.\r\r"
                           "E-mailing large files may cause problems to your or the recipients e-mail system.",
                           Messages::Information, "E-mail system");
+    run([this] { showAddressGaps(); });
 }
 
 bool frmTransfer::refused(const QString& text, QWidget* field) {
@@ -309,7 +342,7 @@ bool frmTransfer::checkChoices() {
     if (m_template.UnitabAccount().isEmpty()) return refused("You must select a project.", m_ui->cmdOpen);
     if (!OptCC(m_template.CCSubLevel())) return refused("Please select a cost centre level.", OptCC(1));
     m_template.CCs().Clear();
-    if (m_template.CCSubType() != tickedCostCentres) return true;
+    if (m_template.CCSubType() != TickedCostCentres) return true;
     const QStringList ticked = m_ui->lstCC->tickedKeys();
     for (const QString& name : ticked) m_template.CCs().AddString(name);
     return !ticked.isEmpty() || refused("Please select a cost centre.", &entries());

@@ -4,8 +4,10 @@
 #include "ui/ScreenDialog.h"
 
 #include <QHash>
+#include <QSet>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QRadioButton;
 namespace Ui {
@@ -66,6 +68,8 @@ private:
     QStringList readCostCentresOf(int level);
     void loadCCTasks();
     void setFilling(bool filling);
+    void readAddresses();
+    void showAddressGaps();
 
     bool checkChoices();
     bool confirmSave();
@@ -74,8 +78,11 @@ private:
 
     std::unique_ptr<Ui::frmTransfer> m_ui;
     clsTemplate m_template;
-    QString m_projectProblem;         ///< why the project has no cost centres; empty while it has
-    QHash<int, QStringList> m_ticked; ///< by level, of the levels that were left
+    QString m_projectProblem;                 ///< why the project has no cost centres; empty while it has
+    QHash<int, QStringList> m_ticked;         ///< by level, of the levels that were left
+    QStringList m_listed;                     ///< the cost centres of the level
+    std::optional<QSet<QString>> m_addressed; ///< of them, with an address, as serverKey(); while it matters
+    QString m_defaultEmail;                   ///< where the files of the others go
     Choices m_before;
     bool m_filling = false;
     bool m_stop = false;

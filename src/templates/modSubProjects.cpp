@@ -6,7 +6,6 @@
 #include "parameters/CostCentreLimits.h"
 #include "projects/modCostCentres.h"
 
-#include <QSet>
 #include <optional>
 
 namespace {
@@ -106,4 +105,14 @@ QStringList addressCostCentres(Session& session, int level) {
         if (error.number() != DbError::InvalidObject) throw; // an account without cost centres
     }
     return withinLimits(session, level, centres);
+}
+
+QSet<QString> centresWithAddress(Session& session, const QString& account, int level) {
+    QSet<QString> centres;
+    for (const Row row :
+         session.db().query(sql("SELECT CostCentre FROM NorvaScheduler.dbo.tblMailAddresses WITH "
+                                "(NOLOCK) WHERE BillAccount = {} AND CCLevel = {}",
+                                account, level)))
+        centres.insert(serverKey(row.text(0)));
+    return centres;
 }

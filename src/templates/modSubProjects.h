@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QStringList>
 
 struct Session;
@@ -14,3 +15,6 @@ QStringList subProjectCostCentres(Session& session, int level);
 /// The same for the address book, from the lists of cost centres instead of the allocations of numbers;
 /// an account without a list has none.
 QStringList addressCostCentres(Session& session, int level);
+
+/// The cost centres of an account's level that the e-mail address book has an entry for, as serverKey().
+QSet<QString> centresWithAddress(Session& session, const QString& account, int level);

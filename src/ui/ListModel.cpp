@@ -171,7 +171,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     case Qt::DisplayRole:
         return row.text(index.column());
     case Qt::ToolTipRole:
-        return row.toolTip.isEmpty() ? row.text(index.column()) : row.toolTip;
+        return toolTip(row, index.column());
     case Qt::DecorationRole: {
         const QIcon icon = row.cells.value(index.column()).icon;
         return icon.isNull() ? QVariant() : QVariant(icon);
@@ -194,6 +194,13 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     }
 }
 
+/// Of the cell, or of its row; a cell without either may be cut, and shows its text.
+QString ListModel::toolTip(const ListRow& row, int column) {
+    const ListCell& cell = row.cells[column];
+    if (!cell.toolTip.isEmpty()) return cell.toolTip;
+    return row.toolTip.isEmpty() ? cell.text : row.toolTip;
+}
+
 QVariant ListModel::alignment(int column) const {
     const bool isNumber = m_columns[std::size_t(column)].kind == ListColumn::Number;
     return int((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
@@ -204,6 +211,11 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
     if (role == Qt::TextAlignmentRole) return alignment(section);
     if (role != Qt::DisplayRole) return {};
     return m_columns[std::size_t(section)].caption;
+}
+
+Qt::ItemFlags ListModel::flags(const QModelIndex& index) const {
+    return index.isValid() ? QAbstractTableModel::flags(index) | Qt::ItemIsDragEnabled
+                           : Qt::ItemIsDropEnabled;
 }
 
 ListOrder::ListOrder(ListModel* source, QObject* parent) : QSortFilterProxyModel(parent), m_source(source) {

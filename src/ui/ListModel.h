@@ -26,6 +26,7 @@ struct ListCell {
     QString text;
     std::optional<double> order;
     QIcon icon{};
+    QString toolTip{}; ///< instead of the row's
 
     ListCell() = default;
     ListCell(const QString& shown) : text(shown) {}
@@ -37,7 +38,8 @@ struct ListCell {
     static ListCell number(int value) { return {QString::number(value), double(value)}; }
 
     bool operator==(const ListCell& other) const {
-        return text == other.text && order == other.order && icon.cacheKey() == other.icon.cacheKey();
+        return text == other.text && order == other.order && icon.cacheKey() == other.icon.cacheKey()
+               && toolTip == other.toolTip;
     }
 };
 
@@ -85,6 +87,9 @@ public:
     int columnCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// Rows can be dropped between rows, in lists that let them be dragged.
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
 
 private:
     using Ranges = std::vector<std::pair<int, int>>;
@@ -93,6 +98,7 @@ private:
     void takeRows(std::vector<ListRow> rows);
     void arrange(const std::vector<int>& order);
     void resetRows(std::vector<ListRow> rows);
+    static QString toolTip(const ListRow& row, int column);
     QVariant alignment(int column) const;
     void makeKeysFrom(int first);
     void makeKeys(int row);

@@ -163,8 +163,16 @@ private:
 
 namespace Palette {
 
+QString setting() {
+    return getSetting("VWT", "Appearance", "Palette", "");
+}
+
+void setSetting(const QString& setting) {
+    saveSetting("VWT", "Appearance", "Palette", setting);
+}
+
 Scheme wantedScheme() {
-    const QString wanted = getSetting("VWT", "Appearance", "Palette", "");
+    const QString wanted = setting();
     if (wanted == "light") return Light;
     if (wanted == "dark") return Dark;
     if (wanted == "contrast") return HighContrast;

@@ -10,7 +10,11 @@ namespace Palette {
 
 enum Scheme { Light, Dark, HighContrast };
 
-/// What this user set ("light", "dark" or "contrast" in the settings store), else what the desktop shows.
+/// What this user set, "light", "dark" or "contrast"; empty for the desktop's own.
+QString setting();
+/// Takes effect when the program starts next.
+void setSetting(const QString& setting);
+/// What this user set, else what the desktop shows.
 Scheme wantedScheme();
 /// Style, colours and icon theme for the whole program.
 void apply(QApplication& application, Scheme scheme);

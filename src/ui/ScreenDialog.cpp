@@ -3,6 +3,7 @@
 #include "base/Session.h"
 #include "base/SettingsStore.h"
 #include "db/DbError.h"
+#include "ui/ReadingOrder.h"
 #include "ui/SlotGuard.h"
 #include "ui/frmHelp.h"
 
@@ -44,6 +45,7 @@ void ScreenDialog::showEvent(QShowEvent* event) {
         const QSize former(stored.value(0).toInt(), stored.value(1).toInt());
         if (!former.isEmpty()) resize(former.boundedTo(screen()->availableSize() * 0.95));
         m_shownSize = size();
+        putInReadingOrder(*this);
     }
     QDialog::showEvent(event);
 }

@@ -16,7 +16,8 @@ uctFilterBox::uctFilterBox(QWidget* parent) : QLineEdit(parent) {
 void uctFilterBox::attach(QAbstractItemView& list) {
     m_list = &list;
     setTabOrder(list.previousInFocusChain(), this);
-    setToolTip(toolTip() + " (" + QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText) + ')');
+    setToolTip((toolTip() + " (" + QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText) + ')')
+                   .trimmed());
 }
 
 void uctFilterBox::goToList() {

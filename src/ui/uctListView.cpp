@@ -103,6 +103,23 @@ void uctListView::setColumnsMovable() {
     fillHeaderMenu();
 }
 
+void uctListView::setRowsMovable() {
+    setDragDropMode(InternalMove);
+    setDragDropOverwriteMode(false);
+}
+
+/// Whoever owns the rows moves them: as far as the view is concerned, nothing was moved.
+void uctListView::dropEvent(QDropEvent* event) {
+    const QModelIndex row = indexAt(event->position().toPoint());
+    const int before = row.isValid() ? row.row() + (dropIndicatorPosition() == BelowItem) : shownCount();
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    stopAutoScroll();
+    setState(NoState);
+    viewport()->update();
+    emit rowsDropped(before);
+}
+
 void uctListView::fillHeaderMenu() {
     for (int column = 0; column < m_model->columnCount(); ++column) {
         auto* shown = new QAction(m_model->columnList()[std::size_t(column)].caption, this);
@@ -169,7 +186,7 @@ void uctListView::changeRows(const std::function<void()>& change) {
     const QList<int> selected = selectedIds();
     change();
     if (selectedIds() != selected) { // the model was reset
-        select(selected);
+        selectIds(selected);
         if (selectedIds() != selected) emit selectedIdChanged();
     }
     verticalScrollBar()->setValue(scrolled);
@@ -180,7 +197,7 @@ void uctListView::setFilterWords(const QString& words) {
     const QList<int> selected = selectedIds();
     selectionModel()->clear(); // or the view selects a neighbour of each row that goes
     m_order->setFilterWords(words);
-    select(selected);
+    selectIds(selected);
     viewport()->update();
 }
 
@@ -211,7 +228,7 @@ QList<int> uctListView::selectedIds() const {
     return ids;
 }
 
-void uctListView::select(const QList<int>& ids) {
+void uctListView::selectIds(const QList<int>& ids) {
     std::vector<int> shown;
     for (const int id : ids)
         if (const QModelIndex index = indexOf(id); index.isValid()) shown.push_back(index.row());

@@ -32,6 +32,8 @@ public:
     QList<int> selectedIds() const; ///< in the order shown
     /// Selects the row of an ID and scrolls to it; false when no such row is shown.
     bool selectId(int id);
+    /// The same for several, as far as they are shown.
+    void selectIds(const QList<int>& ids);
     /// Scrolls to the row of an ID, if it is shown.
     void showId(int id);
     /// The text of a cell of a row; empty when there is no such row.
@@ -41,6 +43,8 @@ public:
     void sortBy(int column, bool keepOrder);
     /// The order in which the list opens until its user chooses another.
     void sortAtFirst(int column);
+    /// The user may drag the selected rows to another place of a list that shows its own order.
+    void setRowsMovable();
     /// The user may hide columns, from the header's menu, and move them.
     void setColumnsMovable();
     int sortedColumn() const { return m_order ? m_order->sortColumn() : -1; }
@@ -48,10 +52,12 @@ public:
 signals:
     void rowActivated(int id); ///< Enter or double-click
     void deletePressed();
+    void rowsDropped(int before); ///< the selected ones, before the row of this number; at the end: the count
     void selectedIdChanged();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
@@ -67,7 +73,6 @@ private:
     void offerColumn(int column, bool shown);
     void changeRows(const std::function<void()>& change);
     QModelIndex indexOf(int id) const;
-    void select(const QList<int>& ids);
 
     ListModel* m_model = nullptr;
     ListOrder* m_order = nullptr;

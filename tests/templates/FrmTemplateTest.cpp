@@ -189,7 +189,14 @@ private slots:
         press(*editor.screen, "cmdUp"); // 211 214 212 213
         editor.list().selectId(1);
         QVERIFY(!child<QToolButton>(*editor.screen, "cmdUp").isEnabled());
-        press(*editor.screen, "cmdDown");      // 214 211 212 213
+        editor.list().selectIds({1, 3});
+        press(*editor.screen, "cmdDown"); // 214 213 211 212
+        QCOMPARE(editor.list().selectedIds(), (QList<int>{3, 4}));
+        emit editor.list().rowsDropped(0);
+        emit editor.list().rowsDropped(4);
+        editor.list().selectId(2);
+        emit editor.list().rowsDropped(4); // 214 211 212 213
+        editor.list().selectId(2);
         press(*editor.screen, "cmdDuplicate"); // 214 211 211 212 213
         editor.list().selectId(4);
         QTest::keyClick(&editor.list(), Qt::Key_Down, Qt::ShiftModifier);

@@ -305,6 +305,8 @@ private slots:
         sub.setTemplateType(1);
         sub.setCCSubType(2);
         sub.setCCSubLevel(4);
+        sub.CCs().AddString("Sales");
+        sub.CCs().AddString("Engineers' Yard");
         sub.SaveTemplate();
         allowOddRows();
         m_connection->run(sql("INSERT INTO NorvaScheduler.dbo.tblTemplate (Title) VALUES (NULL)"));
@@ -316,7 +318,7 @@ private slots:
         QCOMPARE(m_connection->statementCount() - statements, 1);
         QCOMPARE(summaries.size(), 3);
         for (auto it = summaries.begin(); it != summaries.end(); ++it) {
-            const auto& [header, reportCount] = *it;
+            const auto& [header, reportCount, tickedCentres] = *it;
             clsTemplate loaded(*m_connection, m_project);
             QVERIFY(loaded.LoadTemplate(it.key()));
             QCOMPARE(header.title, loaded.Title());
@@ -325,6 +327,7 @@ private slots:
             QVERIFY(header.templateType == loaded.TemplateType() && header.subType == loaded.CCSubType()
                     && header.subLevel == loaded.CCSubLevel());
             QCOMPARE(reportCount, loaded.Reports().Count());
+            QCOMPARE(tickedCentres, loaded.CCs().Count());
             QCOMPARE(clsTemplate::iconOf(header), loaded.GetIconID());
         }
     }

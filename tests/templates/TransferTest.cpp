@@ -88,6 +88,9 @@ private slots:
                  QStringList{
                      "Cost centre sub projects can be very large in size.\r\rE-mailing large files may cause "
                      "problems to your or the recipients e-mail system."});
+        QCOMPARE(child<QLabel>(transfer.screen, "lblAddressGaps").text(),
+                 "Without an e-mail address of their own: Children's Services. Their files go to "
+                 "reports@zelvan.example.com.");
         QCOMPARE(transfer.save(), QStringList{overWritten});
         QVERIFY(!transfer.screen.isVisible());
         QCOMPARE(transfer.caller.calls, 1);

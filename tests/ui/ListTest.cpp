@@ -1,21 +1,27 @@
 #include "base/SettingsStore.h"
 #include "support/Files.h"
 #include "support/Modal.h"
+#include "support/Rows.h"
 #include "support/TestClass.h"
 #include "ui/MessageBoxes.h"
+#include "ui/ReadingOrder.h"
+#include "ui/TypedSeparators.h"
 #include "ui/uctCheckList.h"
 #include "ui/uctFilterBox.h"
 #include "ui/uctListView.h"
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QDateTimeEdit>
 #include <QDialog>
 #include <QDir>
 #include <QFileDialog>
 #include <QHeaderView>
+#include <QLabel>
 #include <QListView>
 #include <QSettings>
 #include <QSignalSpy>
+#include <QSplitter>
 #include <QStandardItemModel>
 #include <QTemporaryDir>
 #include <QVBoxLayout>
@@ -119,6 +125,50 @@ private slots:
             saveSetting("VWT", "ListLayout", "Test", stored);
             QVERIFY2(Screen().width(1) == fitted, qPrintable(stored));
         }
+    }
+
+    void timesAndDatesAreTypedAsPeopleWriteThem_data() {
+        const Rows<QString, QString, QString> row;
+        for (const QString keys : {"08:30", "8:30", "8.30", "0830", "830", "8 30"}) {
+            row(keys, "HH:mm", keys, "2026-11-22 08:30:59");
+            row(keys + " with seconds", "HH:mm:ss", keys, "2026-11-22 08:30:59");
+        }
+        row("with seconds", "HH:mm:ss", "7:5:3", "2026-11-22 07:05:03");
+        row("hours alone", "HH:mm", "9", "2026-11-22 09:58:59");
+        row("a month of one digit", "dd MMM yyyy", "30.1.2027", "2027-01-30 23:58:59");
+        row("a month too many", "dd MMM yyyy", "30.13.2027", "2027-03-30 23:58:59");
+        for (const QString keys : {"31.1.2028", "31 Jan 2028", "31jan2028", "31/01/28"})
+            row(keys + ", typed in November", "dd MMM yyyy", keys, "2028-01-31 23:58:59");
+        row("29 February", "dd MMM yyyy", "29 feb 28", "2028-02-29 23:58:59");
+        for (const QString keys : {"5 Dec 2026", "05/dec/2026", "5-12-2026", "05/12/2026", "5Dec2026"})
+            row(keys, "dd MMM yyyy", keys, "2026-12-05 23:58:59");
+    }
+    void timesAndDatesAreTypedAsPeopleWriteThem() {
+        const auto [format, keys, expected] = thisRow<QString, QString, QString>();
+        QDateTimeEdit edit;
+        edit.setTimeSpec(Qt::UTC);
+        edit.setLocale(QLocale::c());
+        edit.setDisplayFormat(format);
+        takeTypedSeparators(edit);
+        edit.setDateTime(QDateTime({2026, 11, 22}, {23, 58, 59}, Qt::UTC));
+        edit.setSelectedSection(edit.sectionAt(0));
+        QTest::keyClicks(&edit, keys);
+        QTest::keyClick(&edit, Qt::Key_Return);
+        QCOMPARE(edit.dateTime().toString("yyyy-MM-dd HH:mm:ss"), expected);
+    }
+
+    void screenReadersMeetWidgetsAsTheyStand() {
+        QWidget screen;
+        auto* last = new QLabel("last", &screen);
+        auto* splitter = new QSplitter(&screen);
+        for (const char* pane : {"first", "second"}) splitter->addWidget(new QLabel(pane));
+        auto* column = new QVBoxLayout(&screen);
+        column->addWidget(splitter);
+        column->addWidget(last);
+        putInReadingOrder(screen);
+        QStringList order;
+        for (const QLabel* label : screen.findChildren<QLabel*>()) order << label->text();
+        QCOMPARE(order, QStringList({"first", "second", "last"}));
     }
 
     void selectedRowsAreCopiedWhole() {
