@@ -12,6 +12,12 @@ ScheduleRow ScheduleRow::read(const Row& row) {
             row.text("Username")};
 }
 
+Sql ScheduleRow::insertion() const {
+    return sql("INSERT INTO NorvaScheduler.dbo.[tblSchedule] ([ScheduleTitle], [TemplateID], [ProjectRef], "
+               "[RunDate], [Status], [RanDate], [Username]) VALUES ({}, {}, {}, {}, {}, {}, {})",
+               title, templateId, project, runDate, ScheduleStatus::Pending, WallClock().stored(), userName);
+}
+
 QStringList ScheduleRow::changesSince(const ScheduleRow& earlier) const {
     QStringList changes;
     if (title != earlier.title) changes << QString("the title is now '%1'").arg(shownTitle(title));

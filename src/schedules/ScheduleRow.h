@@ -1,6 +1,7 @@
 #pragma once
 
 #include "db/RecordSet.h"
+#include "db/Sql.h"
 #include "schedules/ScheduleStatus.h"
 
 /// What a user decides about a schedule, in the form in which tblSchedule holds it, and how far it is.
@@ -19,6 +20,8 @@ struct ScheduleRow {
         return title == other.title && templateId == other.templateId && project == other.project
                && runDate == other.runDate;
     }
+    /// Writes it as a new schedule that waits for its run.
+    Sql insertion() const;
     /// In words, what this row decides otherwise than an earlier one: "the title is now 'March'".
     QStringList changesSince(const ScheduleRow& earlier) const;
 };

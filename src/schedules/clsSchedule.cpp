@@ -92,7 +92,8 @@ clsSchedule::SaveResult clsSchedule::SaveSchedule(const QString& newTitle, bool 
     if (!insert)
         if (const SaveResult found = compareWithStoredRow(stored); found != Saved) return found;
     try {
-        if (!inserted) insert ? insertRow(stored) : updateRow(stored);
+        if (!inserted && insert) m_id = m_session.db().insertedKey(wantedRow(stored).insertion());
+        if (!insert) updateRow(stored);
         if (saveTemplate && Template().SaveTemplate() != clsTemplate::Saved)
             throw Refusal("The template's name is used by another template of its account.");
         m_outcomeUnknown = true; // until the answer is there
@@ -148,14 +149,6 @@ bool clsSchedule::titleIsUsed(const QString& storedTitle, bool insert) const {
                                "WHERE ([ScheduleTitle] = {} AND [ScheduleID] <> {})",
                                storedTitle, m_id));
     return count.toInt() >= 1;
-}
-
-void clsSchedule::insertRow(const QString& storedTitle) {
-    m_id = m_session.db().insertedKey(
-        sql("INSERT INTO NorvaScheduler.dbo.[tblSchedule] ([ScheduleTitle], [TemplateID], [ProjectRef], "
-            "[RunDate], [Status], [RanDate], [Username]) VALUES ({}, {}, {}, {}, {}, {}, {})",
-            storedTitle, Template().ID(), m_projectFile, m_runDate.stored(), ScheduleStatus::Pending,
-            WallClock().stored(), m_session.userName));
 }
 
 void clsSchedule::updateRow(const QString& storedTitle) {

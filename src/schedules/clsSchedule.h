@@ -67,7 +67,6 @@ public:
 
 private:
     bool titleIsUsed(const QString& storedTitle, bool insert) const;
-    void insertRow(const QString& storedTitle);
     void updateRow(const QString& storedTitle);
     SaveResult compareWithStoredRow(const QString& storedTitle);
     bool takeTwin(const QString& storedTitle);

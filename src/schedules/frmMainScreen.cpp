@@ -9,6 +9,7 @@
 #include "schedules/frmSchedule.h"
 #include "schedules/frmScheduleView.h"
 #include "schedules/modScheduler.h"
+#include "schedules/uctBulkActions.h"
 #include "templates/frmManageTemplates.h"
 #include "ui/Cursors.h"
 #include "ui/DesktopNotices.h"
@@ -124,9 +125,20 @@ void frmMainScreen::buildFooter() {
     m_showLog = new QAction("Show &Log", this);
     connect(m_showLog, &QAction::triggered, this, &frmMainScreen::cmdEdit_Click);
     const QList<QAction*> others{m_cmdRunNow, m_cmdRunAgain, remove, add, refresh};
-    m_ui->lstSchedules->offer(QList{m_cmdEdit} + others, m_cmdEdit, remove);
-    m_ui->lstFinished->offer(QList{m_showLog} + others, m_showLog, remove);
+    m_ofPending = bulkActions(*m_ui->lstSchedules);
+    m_ofFinished = bulkActions(*m_ui->lstFinished);
+    m_ui->lstSchedules->offer(QList{m_cmdEdit} + m_ofPending->ofPending() + others, m_cmdEdit, remove);
+    m_ui->lstFinished->offer(QList{m_showLog} + m_ofFinished->ofFinished() + others, m_showLog, remove);
     updateActions();
+}
+
+uctBulkActions* frmMainScreen::bulkActions(uctListView& list) {
+    auto* actions = new uctBulkActions(m_context, *this, list);
+    connect(actions, &uctBulkActions::changed, this, [this](const QString& told) {
+        FillScheduleList();
+        tell(told);
+    });
+    return actions;
 }
 
 void frmMainScreen::updateActions() {
@@ -135,6 +147,8 @@ void frmMainScreen::updateActions() {
     for (QAction* action : {m_cmdEdit, m_cmdRunNow, m_cmdRunAgain})
         m_ui->footer->setUsable(action, selected == 1, why);
     m_showLog->setEnabled(selected == 1);
+    m_ofPending->update();
+    m_ofFinished->update();
 }
 
 void frmMainScreen::buildLists() {
@@ -376,11 +390,7 @@ void frmMainScreen::showSaved(const std::unique_ptr<frmSchedule>& editor) {
         if (!m_ui->lstSchedules->selectId(id)) return; // the engine was quicker
     }
     m_ui->lstSchedules->setFocus();
-    tellSaved(*editor);
-}
-
-void frmMainScreen::tellSaved(const frmSchedule& editor) {
-    tell(QString("The schedule '%1' was saved.").arg(editor.savedTitle()));
+    tell(editor->savedText());
 }
 
 void frmMainScreen::tell(const QString& text) {
@@ -465,7 +475,7 @@ void frmMainScreen::scheduleTemplate(frmManageTemplates& caller, int templateId)
         const auto editor =
             openScreen<frmSchedule>(m_context, &caller, addFailure, templateId, frmSchedule::ForTemplate);
         FillScheduleList();
-        if (editor && editor->savedId()) tellSaved(*editor);
+        if (editor && editor->savedId()) tell(editor->savedText());
     });
 }
 

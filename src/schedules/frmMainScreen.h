@@ -14,6 +14,7 @@ class DesktopNotices;
 class QLabel;
 class frmManageTemplates;
 class frmSchedule;
+class uctBulkActions;
 class uctFilterBox;
 class uctListView;
 class DbError;
@@ -63,6 +64,7 @@ private slots:
 
 private:
     void buildFooter();
+    uctBulkActions* bulkActions(uctListView& list);
     void buildLists();
     void buildStatusBar();
     void updateActions();
@@ -71,7 +73,6 @@ private:
     void tellNews(int id);
     void showCounts();
     void tell(const QString& text);
-    void tellSaved(const frmSchedule& editor);
     void runAgain(const std::function<void(frmSchedule& editor)>& save);
     void showSaved(const std::unique_ptr<frmSchedule>& editor);
     void scheduleTemplate(frmManageTemplates& caller, int templateId);
@@ -93,6 +94,8 @@ private:
     ShownSchedules m_shown;
     WallClock m_problemSince;                  ///< while the status line tells one
     std::unique_ptr<DesktopNotices> m_notices; ///< once there was one to tell
+    uctBulkActions* m_ofPending = nullptr;
+    uctBulkActions* m_ofFinished = nullptr;
     QAction* m_cmdEdit = nullptr;
     QAction* m_showLog = nullptr;
     QAction* m_cmdRunNow = nullptr;

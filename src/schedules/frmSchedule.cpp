@@ -8,6 +8,7 @@
 #include "projects/modProjectUpdate.h"
 #include "schedules/ProjectHistory.h"
 #include "schedules/ScheduleChoices.h"
+#include "schedules/frmSeries.h"
 #include "schedules/modScheduler.h"
 #include "templates/frmTemplate.h"
 #include "templates/frmTransfer.h"
@@ -61,6 +62,8 @@ void frmSchedule::buildFooter() {
     uctFooter& footer = *m_ui->footer;
     m_cmdDelete = footer.add("Delete", "De&lete Schedule", "edit-delete", "Delete this schedule and its log",
                              this, &frmSchedule::cmdDelete_Click);
+    m_cmdRepeat = footer.add("Repeat", "&Repeat…", "view-calendar-month",
+                             "Save a schedule for each of many days", this, &frmSchedule::cmdRepeat_Click);
     footer.addStretch();
     footer.add("Save", "&Save", "document-save", "Save the schedule", this, &frmSchedule::cmdSave_Click);
     m_cmdSaveAs =
@@ -101,6 +104,8 @@ int frmSchedule::Setup(int id, Purpose purpose) {
                                       "is shown before you save.")
                                   .arg(m_schedule.StoredRunDate()));
         m_cmdSaveAs->setVisible(stored);
+        m_ui->footer->setUsable(m_cmdRepeat, !stored,
+                                "Run Again… makes a new schedule of this one, which can be repeated.");
         m_cmdDelete->setVisible(stored);
         m_ui->header->setNote(stored ? "Edit a schedule" : "Add a schedule");
         RefreshForm();
@@ -345,6 +350,27 @@ void frmSchedule::cmdSaveAs_Click() {
             if (checkTitle(title)) save(title);
         },
         "Error saving schedule");
+}
+
+void frmSchedule::cmdRepeat_Click() {
+    run([this] {
+        if (!checkTitle(m_schedule.Title()) || !checkProject() || !checkTemplate()) return;
+        if (!prepareProject(false) || !isTemplateThere()) return;
+        const ScheduleRow first{m_schedule.Title(),       m_schedule.Template().ID(),
+                                m_schedule.ProjectFile(), {},
+                                ScheduleStatus::Pending,  session().userName};
+        const auto series =
+            setUpScreen<frmSeries>(context(), this, "Error loading the series", first, m_schedule.RunDate());
+        if (!series || series->exec() != QDialog::Accepted) return;
+        m_savedSeries = series->savedCount();
+        m_savedId = scheduleOfTitle(session(), series->firstTitle());
+        callBackAndClose();
+    });
+}
+
+QString frmSchedule::savedText() const {
+    return m_savedSeries > 0 ? QString("%1 schedules were saved.").arg(m_savedSeries)
+                             : QString("The schedule '%1' was saved.").arg(m_schedule.Title());
 }
 
 void frmSchedule::save(const QString& newTitle) {

@@ -33,9 +33,10 @@ public:
     /// Saves what the screen was set up with. False when it was refused, which was told: then the screen is
     /// there to be shown.
     bool saveAtOnce();
-    /// The schedule that was saved, and closed the screen by it.
+    /// The schedule that was saved, and closed the screen by it; the first of a series.
     std::optional<int> savedId() const { return m_savedId; }
-    const QString& savedTitle() const { return m_schedule.Title(); }
+    /// "The schedule 'March' was saved.", or how many of a series were.
+    QString savedText() const;
 
 public slots:
     /// For the template screens that close.
@@ -49,6 +50,7 @@ private slots:
     void cmbTemplate_Click();
     void cmdSave_Click();
     void cmdSaveAs_Click();
+    void cmdRepeat_Click();
     void cmdDelete_Click();
     void cmdEditTemplate_Click();
     void cmdAddTemplate_Click();
@@ -92,6 +94,7 @@ private:
 
     std::unique_ptr<Ui::frmSchedule> m_ui;
     QAction* m_cmdSaveAs = nullptr;
+    QAction* m_cmdRepeat = nullptr;
     QAction* m_cmdDelete = nullptr;
     clsSchedule m_schedule;
     QString m_projectProblem; ///< why the schedule's project cannot be used; empty while it can
@@ -99,4 +102,5 @@ private:
     bool m_ready = false;     ///< changes of the controls are the user's
     bool m_saving = false;
     std::optional<int> m_savedId;
+    int m_savedSeries = 0; ///< how many schedules of a series were saved
 };

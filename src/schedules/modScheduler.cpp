@@ -59,6 +59,14 @@ void DeleteSchedule(Session& session, int scheduleId) {
     transaction.commit();
 }
 
+std::optional<int> scheduleOfTitle(Session& session, const QString& title) {
+    const RecordSet rows =
+        session.db().query(sql("SELECT TOP 1 [ScheduleID] FROM NorvaScheduler.dbo.[tblSchedule] WITH "
+                               "(NOLOCK) WHERE ([ScheduleTitle] = {})",
+                               storedTitle(title)));
+    return rows.isEmpty() ? std::nullopt : std::optional(rows.row(0).integer(0));
+}
+
 QString freeScheduleTitle(Session& session, const QString& title) {
     QSet<QString> used;
     for (const Row row : session.db().query(

@@ -19,6 +19,8 @@ bool ResetSchedule(Session& session, int scheduleId);
 /// The schedule and its log, both or neither.
 void DeleteSchedule(Session& session, int scheduleId);
 
+/// The schedule of a title; nothing when there is none.
+std::optional<int> scheduleOfTitle(Session& session, const QString& title);
 /// The title itself, or with a number behind it, "March (2)", so that no schedule of any user has it.
 QString freeScheduleTitle(Session& session, const QString& title);
 /// What is wrong with a schedule title, in words; empty when nothing is. Its length is not looked at.

@@ -9,7 +9,7 @@
 /// remembered of the schedules from one reading to the next.
 class ShownSchedules {
 public:
-    enum Column { Title, Status, Date, Contents };
+    enum Column { Title, Status, Date, Contents, Template };
     struct Rows {
         std::vector<ListRow> pending;
         std::vector<ListRow> finished;

@@ -1,0 +1,63 @@
+#include "schedules/ScheduleSeries.h"
+
+#include "base/Session.h"
+#include "db/ColumnText.h"
+#include "db/Refusal.h"
+#include "db/ServerText.h"
+#include "db/StoredTitle.h"
+#include "schedules/clsSchedule.h"
+#include "templates/modTemplates.h"
+
+namespace {
+
+RecordSet rowsOfTitles(Session& session, const QStringList& storedTitles) {
+    QList<Sql> titles;
+    for (const QString& title : storedTitles) titles << Sql::value(title);
+    return session.db().query(
+        sql("SELECT * FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE ([ScheduleTitle] IN ({}))",
+            Sql::join(titles, sql(", "))));
+}
+
+/// Whether the rows found are those that are to be written.
+bool areThere(const RecordSet& found, const QList<ScheduleRow>& rows) {
+    if (found.rowCount() != rows.size()) return false;
+    QHash<QString, ScheduleRow> known;
+    for (const Row row : found) known.insert(serverKey(row.text("ScheduleTitle")), ScheduleRow::read(row));
+    return std::ranges::all_of(rows, [&](const ScheduleRow& row) {
+        const ScheduleRow twin = known.value(serverKey(row.title));
+        return twin.decidesAs(row) && twin.userName == row.userName;
+    });
+}
+
+} // namespace
+
+QStringList usedTitles(Session& session, const QStringList& storedTitles) {
+    QStringList used;
+    for (const Row row : rowsOfTitles(session, storedTitles)) used << row.text("ScheduleTitle");
+    return used;
+}
+
+QStringList saveSeries(Session& session, const QList<ScheduleRow>& rows) {
+    QStringList titles;
+    QList<Sql> inserts;
+    for (const ScheduleRow& row : rows) {
+        requireFits("schedule title", shownTitle(row.title), clsSchedule::longestTitle, CodePage::Unicode);
+        titles << row.title;
+        inserts << row.insertion();
+    }
+    Transaction transaction(session.db());
+    lockTemplates(session.db()); // before the schedules, as everybody does
+    lockSchedules(session.db());
+    if (!readTemplateType(session.db(), rows.first().templateId))
+        throw Refusal("This template has been deleted by somebody else in the meantime.");
+    const RecordSet found = rowsOfTitles(session, titles);
+    if (areThere(found, rows)) return {};
+    if (!found.isEmpty()) {
+        QStringList used;
+        for (const Row row : found) used << row.text("ScheduleTitle");
+        return used;
+    }
+    session.db().executeAll(inserts);
+    transaction.commit();
+    return {};
+}

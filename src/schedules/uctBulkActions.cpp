@@ -1,0 +1,80 @@
+#include "schedules/uctBulkActions.h"
+
+#include "base/Session.h"
+#include "schedules/BulkChange.h"
+#include "schedules/SeriesRule.h"
+#include "schedules/frmChangeSchedules.h"
+#include "schedules/uctShownSchedules.h"
+#include "ui/Messages.h"
+#include "ui/openScreen.h"
+#include "ui/uctListView.h"
+
+uctBulkActions::uctBulkActions(ScreenContext& context, QWidget& window, uctListView& list)
+    : QObject(&window),
+      m_context(context),
+      m_window(window),
+      m_list(list),
+      m_series(action(
+          "Select &Series", "Select the other schedules of this one's series", [this] { selectSeries(); },
+          "frmMainScreen.SelectSeries")),
+      m_disable(action(
+          "D&isable", "The engine leaves the schedule alone until it is enabled", [this] { enable(false); },
+          "frmMainScreen.Disable")),
+      m_enable(action(
+          "E&nable", "The engine runs the schedule when its time has come", [this] { enable(true); },
+          "frmMainScreen.Enable")),
+      m_change(action(
+          "&Change Selected…", "Change time, project, template, state or owner of what is selected",
+          [this] { change(); }, "frmMainScreen.Change")) {}
+
+QAction* uctBulkActions::action(const QString& text, const QString& toolTip,
+                                const std::function<void()>& body, const SlotName& slot) {
+    auto* made = new QAction(text, this);
+    made->setToolTip(toolTip);
+    connect(made, &QAction::triggered, this,
+            [this, body, slot] { guarded(m_context, &m_window, body, {}, slot); });
+    return made;
+}
+
+QList<QAction*> uctBulkActions::ofFinished() const {
+    return m_context.session.isAdministrator() ? QList{m_change} : QList<QAction*>();
+}
+
+void uctBulkActions::update() {
+    const QList<int> ids = m_list.selectedIds();
+    const auto isDisabled = [this](int id) {
+        return m_list.textOf(id, ShownSchedules::Status) == statusText(ScheduleStatus::Disabled);
+    };
+    m_series->setEnabled(ids.size() == 1);
+    m_disable->setEnabled(!std::ranges::all_of(ids, isDisabled));
+    m_enable->setEnabled(std::ranges::any_of(ids, isDisabled));
+    m_change->setEnabled(!ids.isEmpty());
+}
+
+/// Those of the same template whose titles differ in their date or number alone.
+void uctBulkActions::selectSeries() {
+    const int chosen = m_list.selectedIds().value(0);
+    const auto key = [this](int id) {
+        return std::pair(seriesStem(m_list.textOf(id, ShownSchedules::Title)),
+                         m_list.textOf(id, ShownSchedules::Template));
+    };
+    QList<int> ids;
+    for (const ListRow& row : m_list.rows().rows())
+        if (key(row.id) == key(chosen)) ids << row.id;
+    m_list.selectIds(ids);
+}
+
+/// One is not worth a question.
+void uctBulkActions::enable(bool enabled) {
+    BulkChange wanted;
+    wanted.enabled = enabled;
+    const auto schedules = readScheduleRows(m_context.session, m_list.selectedIds());
+    if (schedules.size() > 1 && !mayChange(m_context, &m_window, schedules)) return;
+    emit changed(changeAndTell(m_context, &m_window, schedules, wanted));
+}
+
+void uctBulkActions::change() {
+    const auto screen = openScreen<frmChangeSchedules>(
+        m_context, &m_window, "Error loading schedule information", m_list.selectedIds());
+    if (screen && !screen->savedText().isEmpty()) emit changed(screen->savedText());
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "ui/ScreenContext.h"
+#include "ui/SlotGuard.h"
+
+#include <QAction>
+#include <QObject>
+#include <functional>
+
+class uctListView;
+
+/// What a list of schedules offers for several of them at once: to find the others of a series, to disable
+/// and enable, to change or give away.
+class uctBulkActions : public QObject {
+    Q_OBJECT
+
+public:
+    uctBulkActions(ScreenContext& context, QWidget& window, uctListView& list);
+
+    /// For the menu of a list of schedules that have not run yet.
+    QList<QAction*> ofPending() const { return {m_series, m_disable, m_enable, m_change}; }
+    /// For that of schedules that have run, which can be given to others.
+    QList<QAction*> ofFinished() const;
+    /// Greys what the selection does not allow.
+    void update();
+
+signals:
+    void changed(const QString& told); ///< something was written; what the status line says of it
+
+private:
+    QAction* action(const QString& text, const QString& toolTip, const std::function<void()>& body,
+                    const SlotName& slot);
+    void selectSeries();
+    void enable(bool enabled);
+    void change();
+
+    ScreenContext& m_context;
+    QWidget& m_window;
+    uctListView& m_list;
+    QAction* m_series;
+    QAction* m_disable;
+    QAction* m_enable;
+    QAction* m_change;
+};
