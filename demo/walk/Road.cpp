@@ -3,6 +3,7 @@
 #include "base/Session.h"
 #include "demo/DemoServer.h"
 #include "demo/walk/Controls.h"
+#include "demo/walk/PlanningRoad.h"
 #include "demo/walk/SubProjectRoad.h"
 #include "demo/walk/TemplateRoad.h"
 #include "ui/uctListView.h"
@@ -108,5 +109,6 @@ void planRoad(Walker& walker, const QString& server) {
     planMainScreen(walker);
     planTemplates(walker);
     planSchedule(walker);
+    planSeries(walker);
     planSubProjects(walker);
 }

@@ -2,6 +2,7 @@
 
 #include "base/Session.h"
 #include "base/WallClock.h"
+#include "db/Refusal.h"
 #include "db/ServerText.h"
 #include "db/StoredTitle.h"
 #include "projects/frmSQLServerDatabases.h"
@@ -151,6 +152,9 @@ void frmChangeSchedules::cmdSave_Click() {
     run(
         [this] {
             const BulkChange wanted = change();
+            if (m_ui->chkProject->isChecked() && !wanted.project) throw Refusal("Please select a project");
+            if (m_ui->chkTemplate->isChecked() && !wanted.templateId)
+                throw Refusal("Please select a template");
             if (wanted.project && !prepareProject()) return;
             if (!mayChange(context(), this, m_schedules)) return;
             m_savedText = changeAndTell(context(), this, m_schedules, wanted);

@@ -62,8 +62,9 @@ void frmSchedule::buildFooter() {
     uctFooter& footer = *m_ui->footer;
     m_cmdDelete = footer.add("Delete", "De&lete Schedule", "edit-delete", "Delete this schedule and its log",
                              this, &frmSchedule::cmdDelete_Click);
-    m_cmdRepeat = footer.add("Repeat", "&Repeat…", "view-calendar-month",
+    m_cmdRepeat = footer.add("Repeat", "Repeat…", "view-calendar-month",
                              "Save a schedule for each of many days", this, &frmSchedule::cmdRepeat_Click);
+    m_cmdRepeat->setShortcut(Qt::CTRL | Qt::Key_R);
     footer.addStretch();
     footer.add("Save", "&Save", "document-save", "Save the schedule", this, &frmSchedule::cmdSave_Click);
     m_cmdSaveAs =
@@ -360,7 +361,8 @@ void frmSchedule::cmdRepeat_Click() {
                                 m_schedule.ProjectFile(), {},
                                 ScheduleStatus::Pending,  session().userName};
         const auto series =
-            setUpScreen<frmSeries>(context(), this, "Error loading the series", first, m_schedule.RunDate());
+            setUpScreen<frmSeries>(context(), this, "Error loading the series", first,
+                                   WallClock(m_ui->dtRunOn->date(), m_ui->dtRunOnTime->time()));
         if (!series || series->exec() != QDialog::Accepted) return;
         m_savedSeries = series->savedCount();
         m_savedId = scheduleOfTitle(session(), series->firstTitle());

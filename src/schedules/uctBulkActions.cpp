@@ -21,7 +21,7 @@ uctBulkActions::uctBulkActions(ScreenContext& context, QWidget& window, uctListV
           "D&isable", "The engine leaves the schedule alone until it is enabled", [this] { enable(false); },
           "frmMainScreen.Disable")),
       m_enable(action(
-          "E&nable", "The engine runs the schedule when its time has come", [this] { enable(true); },
+          "Ena&ble", "The engine runs the schedule when its time has come", [this] { enable(true); },
           "frmMainScreen.Enable")),
       m_change(action(
           "&Change Selected…", "Change time, project, template, state or owner of what is selected",
