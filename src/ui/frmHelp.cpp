@@ -33,6 +33,8 @@ QString pageOf(const QString& screen) {
                                                {"frmMainScreen", "schedules"},
                                                {"frmSchedule", "schedule-editor"},
                                                {"frmSQLServerDatabases", "schedule-editor"},
+                                               {"frmSeries", "planning"},
+                                               {"frmChangeSchedules", "planning"},
                                                {"frmScheduleView", "log"},
                                                {"frmManageTemplates", "templates"},
                                                {"frmTemplate", "templates"},
