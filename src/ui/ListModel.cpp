@@ -1,5 +1,7 @@
 #include "ui/ListModel.h"
 
+#include "base/FilterWords.h"
+
 #include <QFont>
 #include <QSet>
 #include <algorithm>
@@ -211,7 +213,7 @@ ListOrder::ListOrder(ListModel* source, QObject* parent) : QSortFilterProxyModel
 }
 
 void ListOrder::setFilterWords(const QString& words) {
-    m_words = words.split(' ', Qt::SkipEmptyParts);
+    m_words = filterWords(words);
     invalidateFilter();
 }
 
@@ -230,6 +232,5 @@ bool ListOrder::filterAcceptsRow(int sourceRow, const QModelIndex&) const {
     const ListRow& row = m_source->rows()[std::size_t(sourceRow)];
     QString texts;
     for (const ListCell& cell : row.cells) texts += '\n' + cell.text;
-    return std::all_of(m_words.begin(), m_words.end(),
-                       [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); });
+    return holdsWords(texts, m_words);
 }

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "commands/Command.h"
+
+ExitCode listSchedules(CommandContext& context);
+ExitCode showSchedule(CommandContext& context);
