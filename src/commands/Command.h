@@ -26,11 +26,11 @@ struct CommandContext {
 struct Command {
     QString name;
     QString summary;
-    QString argument; ///< as help names it, "[word…]"; empty for none
-    QString argumentHelp;
+    QString argument = {}; ///< as help names it, "[word...]"; empty for none
+    QString argumentHelp = {};
     int fewest = 0; ///< arguments
     int most = 0;
-    QList<QCommandLineOption> options; ///< beside those that all have
+    QList<QCommandLineOption> options = {}; ///< beside those that all have
     ExitCode (*run)(CommandContext& context);
 };
 

@@ -1,5 +1,7 @@
 #include "commands/Command.h"
+#include "commands/NewSchedules.h"
 #include "commands/ScheduleCommands.h"
+#include "commands/TemplateCommands.h"
 #include "commands/checkCommand.h"
 
 namespace {
@@ -12,6 +14,14 @@ QCommandLineOption waitOption() {
     return {"wait", "Waits until the schedule has ended; the exit status tells how."};
 }
 
+QCommandLineOption yesOption() {
+    return {"yes", "Says Yes to the question beforehand; needed where the standard input is no terminal."};
+}
+
+QCommandLineOption jsonOption() {
+    return {"json", "Answers in JSON instead of text."};
+}
+
 } // namespace
 
 const QList<QCommandLineOption>& commonOptions() {
@@ -22,29 +32,78 @@ const QList<QCommandLineOption>& commonOptions() {
          "server"},
         {{"u", "user"}, "The user of the bill-analysis product.", "user"},
         {"password-stdin", "Reads the password from the first line of the standard input."},
-        {"password-file", "Reads the password from the first line of a file.", "file"},
-        {"json", "Answers in JSON instead of text."}};
+        {"password-file", "Reads the password from the first line of a file.", "file"}};
     return options;
 }
 
 const QList<Command>& commands() {
     static const QList<Command> all{
-        {"list",
-         "Lists your schedules; the administrator's are everybody's.",
-         "[word...]",
-         "Only schedules that hold all these words in their columns.",
-         0,
-         anyNumber,
-         {},
-         listSchedules},
-        {"show", "Shows one schedule.", oneSchedule, scheduleHelp, 1, 1, {waitOption()}, showSchedule},
-        {"check",
-         "Tells whether the server can be worked with, and what the user may do there.",
-         {},
-         {},
-         0,
-         0,
-         {},
-         checkServer}};
+        {.name = "list",
+         .summary = "Lists your schedules; the administrator's are everybody's.",
+         .argument = "[word...]",
+         .argumentHelp = "Only schedules that hold all these words in their columns.",
+         .most = anyNumber,
+         .options = {jsonOption()},
+         .run = listSchedules},
+        {.name = "show",
+         .summary = "Shows one schedule.",
+         .argument = oneSchedule,
+         .argumentHelp = scheduleHelp,
+         .fewest = 1,
+         .most = 1,
+         .options = {waitOption(), jsonOption()},
+         .run = showSchedule},
+        {.name = "log",
+         .summary = "Lists what the last run of a schedule reported.",
+         .argument = oneSchedule,
+         .argumentHelp = scheduleHelp,
+         .fewest = 1,
+         .most = 1,
+         .options = {jsonOption()},
+         .run = showLog},
+        {.name = "add",
+         .summary = "Makes a new schedule.",
+         .options = {{"template", "The template's ID, or its exact name.", "template"},
+                     {"project", "The project; the template must be of its account.", "project"},
+                     {"at", "When it is to run, such as 2026-12-01T08:00.", "time"},
+                     {"title", "Its title; the template's name when none is given.", "title"},
+                     waitOption(),
+                     jsonOption()},
+         .run = addSchedule},
+        {.name = "run",
+         .summary = "Makes a new schedule of an old one, which is due now.",
+         .argument = oneSchedule,
+         .argumentHelp = scheduleHelp,
+         .fewest = 1,
+         .most = 1,
+         .options = {waitOption(), jsonOption()},
+         .run = runSchedule},
+        {.name = "reset",
+         .summary = "Frees a schedule on which the engine has stopped working.",
+         .argument = oneSchedule,
+         .argumentHelp = scheduleHelp,
+         .fewest = 1,
+         .most = 1,
+         .options = {yesOption(), jsonOption()},
+         .run = resetSchedule},
+        {.name = "delete",
+         .summary = "Deletes a schedule together with its log.",
+         .argument = oneSchedule,
+         .argumentHelp = scheduleHelp,
+         .fewest = 1,
+         .most = 1,
+         .options = {yesOption()},
+         .run = deleteSchedule},
+        {.name = "templates",
+         .summary = "Lists the templates of all users.",
+         .argument = "[word...]",
+         .argumentHelp = "Only templates that hold all these words in their columns.",
+         .most = anyNumber,
+         .options = {jsonOption()},
+         .run = listTemplates},
+        {.name = "check",
+         .summary = "Tells whether the server can be worked with, and what the user may do there.",
+         .options = {jsonOption()},
+         .run = checkServer}};
     return all;
 }

@@ -4,3 +4,7 @@
 
 ExitCode listSchedules(CommandContext& context);
 ExitCode showSchedule(CommandContext& context);
+ExitCode showLog(CommandContext& context);
+/// Both ask first, and both refuse what the main screen refuses.
+ExitCode resetSchedule(CommandContext& context);
+ExitCode deleteSchedule(CommandContext& context);
