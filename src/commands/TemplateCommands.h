@@ -3,3 +3,5 @@
 #include "commands/Command.h"
 
 ExitCode listTemplates(CommandContext& context);
+ExitCode exportTemplates(CommandContext& context);
+ExitCode importTemplates(CommandContext& context);
