@@ -19,6 +19,7 @@ namespace {
 
 const QString format = "zelvan-scheduler-templates";
 constexpr int version = 1;
+constexpr int widthOfTimes = 8; ///< letters
 /// For human readers; what a report is, its type says.
 const QString reportTitle = "Report";
 
@@ -40,11 +41,6 @@ struct Table {
     QList<Column> columns;
 };
 
-bool isNullable(const QString& name, ReportColumn::Kind kind) {
-    static const QSet<QString> nullable{"Distance15", "Distance16", "Distance17", "CostCentreLevel"};
-    return (kind != ReportColumn::Flag && kind != ReportColumn::Number) || nullable.contains(name);
-}
-
 QList<Column> columnsOfReports() {
     QList<Column> columns;
     forEachReportColumn([&](const ReportColumn& column, int number) {
@@ -52,11 +48,10 @@ QList<Column> columnsOfReports() {
         const QString name = column.columnName(number);
         Column filed{name, column.kind, column.fieldLabel(number), column.width, column.codePage};
         if (column.kind == ReportColumn::Time) {
-            filed.width = 8;
+            filed.width = widthOfTimes;
             filed.codePage = CodePage::Latin1252;
         }
         if (filed.label.isEmpty()) filed.label = name;
-        filed.nullable = isNullable(name, column.kind);
         filed.small = name == "CostCentreLevel";
         columns << filed;
     });
@@ -102,6 +97,12 @@ QString filedDate(const QString& stored) {
     return midnight ? stored.left(10) : QString(stored).replace(10, 1, 'T');
 }
 
+/// As the shipped column holds it; older ones are wider.
+QString filedTime(const QString& stored) {
+    const QTime time = templateReportRow::clockTime(stored);
+    return stored.size() <= widthOfTimes || !time.isValid() ? stored : time.toString("HH:mm:ss");
+}
+
 bool isDate(const QString& filed) {
     const QDate day = QDate::fromString(filed.left(10), Qt::ISODate);
     const bool plain = filed.size() == 10;
@@ -119,6 +120,7 @@ QJsonValue filedValue(const Row& row, int place, ReportColumn::Kind kind) {
     case ReportColumn::Date:
         return filedDate(row.text(place));
     case ReportColumn::Time:
+        return filedTime(row.text(place));
     case ReportColumn::Text:
         break;
     }
@@ -318,6 +320,26 @@ Sql FiledTemplate::insertion(Part part, const QJsonObject& row, int templateId) 
     for (const Column& column : table.columns) values << literalOf(row, column);
     return sql("INSERT INTO NorvaScheduler.dbo.{} ([TemplateID], {}) VALUES ({}, {})", table.name,
                namesOf(table.columns), templateId, Sql::join(values, sql(", ")));
+}
+
+void templateFile::checkNulls(Connection& connection, const QList<FiledTemplate>& templates) {
+    QList<Sql> readings;
+    for (int part = 0; part < FiledTemplate::partCount; ++part)
+        readings << sql("SELECT [name] FROM syscolumns WHERE id = OBJECT_ID({}) AND isnullable = 0",
+                        "[dbo].[" + tableOf(part).name.text() + "]");
+    const std::vector<RecordSet> needed = connection.queryAll(readings, "NorvaScheduler");
+    for (const FiledTemplate& each : templates)
+        for (int part = 0; part < FiledTemplate::partCount; ++part)
+            for (qsizetype i = 0; const QJsonObject& row : each.rows[std::size_t(part)]) {
+                ++i;
+                for (const Row column : needed[std::size_t(part)])
+                    if (row.value(column.text(0)).isNull())
+                        refuse(QString("Template '%1', %2 %3, %4")
+                                   .arg(each.header.title.left(100), tableOf(part).key)
+                                   .arg(i)
+                                   .arg(column.text(0)),
+                               "A value is needed instead of null.");
+            }
 }
 
 QList<FiledTemplate> templateFile::load(Connection& connection, const QList<int>& ids) {

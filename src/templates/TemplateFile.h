@@ -34,5 +34,7 @@ QByteArray write(const QList<FiledTemplate>& templates);
 QList<FiledTemplate> read(const QByteArray& document);
 /// The same of a file. Throws a Refusal, also when it cannot be read.
 QList<FiledTemplate> readFile(const QString& path);
+/// Throws a Refusal of a null that this server's column does not take; older tables took it.
+void checkNulls(Connection& connection, const QList<FiledTemplate>& templates);
 
 } // namespace templateFile

@@ -30,6 +30,7 @@ TemplateImport::TemplateImport(Session& session, const QList<FiledTemplate>& tem
     : m_session(session), m_account(session.project.unitabAccount) {
     if (const QString refusal = refusalFor(session); !refusal.isEmpty()) throw Refusal(refusal);
     if (session.project.database.isEmpty()) throw Refusal("Please select a project");
+    templateFile::checkNulls(session.db(), templates);
     m_used = usedTitles();
     for (const FiledTemplate& content : templates) m_entries.append({content, {}, false, notesOn(content)});
     chooseTitles();
@@ -112,17 +113,28 @@ QString TemplateImport::outcome(const Entry& entry) {
     return entry.isRenamed() ? QString("new, as '%1'").arg(entry.title) : QString("new");
 }
 
+/// Titles that somebody has taken since they were chosen; others are chosen then.
+void TemplateImport::refuseTakenTitles() {
+    m_used = usedTitles();
+    const auto isTaken = [this](const Entry& entry) {
+        return !entry.leftOut && m_used.contains(titleKey(entry.title));
+    };
+    const auto taken = std::ranges::find_if(m_entries, isTaken);
+    if (taken == m_entries.end()) return;
+    const QString title = taken->title;
+    chooseTitles();
+    throw Refusal(QString("Somebody else has just made a template of the name '%1'. Nothing was imported; "
+                          "please try again.")
+                      .arg(title));
+}
+
 int TemplateImport::write() {
     Transaction transaction(m_session.db());
     lockTemplates(m_session.db());
-    const QSet<QString> used = usedTitles();
+    refuseTakenTitles();
     int first = -1;
     for (const Entry& entry : m_entries) {
         if (entry.leftOut) continue;
-        if (used.contains(titleKey(entry.title)))
-            throw Refusal(QString("Somebody else has just made a template of the name '%1'. Nothing was "
-                                  "imported; please read the file again.")
-                              .arg(entry.title));
         const int id = insert(entry);
         if (first == -1) first = id;
     }

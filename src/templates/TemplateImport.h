@@ -32,7 +32,7 @@ public:
     static QString outcome(const Entry& entry);
 
     /// The key of the first of them. Throws a Refusal, with nothing written, when somebody else has taken a
-    /// title meanwhile.
+    /// title meanwhile; other titles are chosen then.
     int write();
 
 private:
@@ -40,6 +40,7 @@ private:
     TemplateHeader newHeader(const Entry& entry) const;
     QSet<QString> usedTitles() const;
     void chooseTitles();
+    void refuseTakenTitles();
     int insert(const Entry& entry);
 
     Session& m_session;
