@@ -90,6 +90,16 @@ ExitCode runCommand(const QStringList& arguments, Session& session, Console& con
     return command.run(context);
 }
 
+QString inWords(const DbError& error) {
+    if (error.number() == DbError::Stopped) return "Stopped. What was begun on the server is undone.";
+    if (error.number() == DbError::StoppedCommit)
+        return "Stopped while it was saving. Whether the change was carried out is not known: please look "
+               "before "
+               "you try again.";
+    if (error.connectionLost()) return "The connection to the server was lost: " + error.text();
+    return error.text();
+}
+
 /// The same, with all that can go wrong told.
 ExitCode runGuarded(const QStringList& arguments, Session& session, Console& console,
                     const std::function<bool(std::chrono::milliseconds)>& pause) {
@@ -102,10 +112,11 @@ ExitCode runGuarded(const QStringList& arguments, Session& session, Console& con
         console.tell(refusal.text());
         return ExitCode::Refused;
     } catch (const DbError& error) {
-        const bool stopped = error.number() == DbError::Stopped || error.number() == DbError::StoppedCommit;
-        if (!stopped) session.log.write(programName, error);
-        console.tell(error.number() == DbError::Stopped ? QString("Stopped.") : error.text());
-        return stopped ? ExitCode::Interrupted : ExitCode::Failed;
+        console.tell(inWords(error));
+        if (error.number() == DbError::Stopped || error.number() == DbError::StoppedCommit)
+            return ExitCode::Interrupted;
+        session.log.write(programName, error);
+        return ExitCode::Failed;
     } catch (const std::exception& error) {
         console.tell(QString::fromUtf8(error.what()));
         return ExitCode::Failed;
