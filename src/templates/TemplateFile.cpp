@@ -259,22 +259,25 @@ FiledTemplate templateOf(const QJsonValue& value, qsizetype number) {
     return result;
 }
 
-QJsonObject filedTemplate(const FiledTemplate& each) {
-    QJsonObject filed = filedHeader(each.header);
-    for (int part = 0; part < FiledTemplate::partCount; ++part) {
-        QJsonArray rows;
-        for (const QJsonObject& row : each.rows[std::size_t(part)]) rows << row;
-        filed[tableOf(part).key] = rows;
-    }
-    return filed;
-}
-
 QString titleOfReport(const QJsonObject& row) {
     const CurrentProject none;
     clsReport report(none);
     report.setReportType(row["ReportType"].toInt());
     report.setReportSubType(row["ReportSubType"].toInt());
     return report.ShownTitle();
+}
+
+QJsonObject filedTemplate(const FiledTemplate& each) {
+    QJsonObject filed = filedHeader(each.header);
+    for (int part = 0; part < FiledTemplate::partCount; ++part) {
+        QJsonArray rows;
+        for (QJsonObject row : each.rows[std::size_t(part)]) {
+            if (part == FiledTemplate::Reports) row[reportTitle] = titleOfReport(row);
+            rows << row;
+        }
+        filed[tableOf(part).key] = rows;
+    }
+    return filed;
 }
 
 /// Half of a character would become another one in the file.
@@ -306,7 +309,6 @@ FiledTemplate load(Connection& connection, int id) {
             for (int place = 0; const Column& column : tableOf(part).columns)
                 row[column.name] = filedValue(stored, place++, column.kind);
             checkStoredTexts(row, where);
-            if (part == FiledTemplate::Reports) row[reportTitle] = titleOfReport(row);
             loaded.rows[std::size_t(part)] << row;
         }
     return loaded;
