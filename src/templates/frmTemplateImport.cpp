@@ -14,10 +14,10 @@ frmTemplateImport::frmTemplateImport(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmTemplateImport>()) {
     m_ui->setupUi(this);
     m_ui->lstPreview->setColumns({{"Template Name", ListColumn::Text, 40},
-                                  {"From Account", ListColumn::Text, 18},
-                                  {"No of Reports", ListColumn::Number, 16},
+                                  {"From Account", ListColumn::Text, 22},
+                                  {"No of Reports", ListColumn::Number, 20},
                                   {"Becomes", ListColumn::Text, 36},
-                                  {"Notes", ListColumn::Text, 60}},
+                                  {"Notes", ListColumn::Text, 50}},
                                  "TemplateImport");
     m_ui->lstPreview->setSelectionMode(QAbstractItemView::ExtendedSelection);
     connect(m_ui->lstPreview, &uctListView::rowActivated, this, &frmTemplateImport::toggle);
@@ -76,6 +76,11 @@ void frmTemplateImport::updateActions() {
     const QList<int> places = m_ui->lstPreview->selectedIds();
     const auto isLeftOut = [this](int place) { return m_import->entries()[place].leftOut; };
     const QString nothing = "Nothing is selected to which this applies.";
+    QStringList notes;
+    for (const int place : places) notes << m_import->entries()[place].notes;
+    notes.removeDuplicates();
+    m_ui->lblNotes->setText(notes.join('\n'));
+    m_ui->lblNotes->setVisible(!notes.isEmpty());
     m_ui->footer->setUsable(m_cmdTakeIn, std::ranges::any_of(places, isLeftOut), nothing);
     m_ui->footer->setUsable(m_cmdLeaveOut, !std::ranges::all_of(places, isLeftOut), nothing);
     m_ui->footer->setUsable(m_cmdImport, m_import->wantedCount() > 0, "All templates are left out.");
