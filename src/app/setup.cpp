@@ -59,7 +59,7 @@ int main(int argc, char* argv[]) {
         return WrongUse;
     }
 
-    const bool terminal = setEcho(true);
+    const bool terminal = inputIsTerminal();
     const QString password = terminal ? ask("Password of the server login: ") : readLine();
     if (password.isEmpty()) {
         say("The password is empty. Nothing was written.");

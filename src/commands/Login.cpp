@@ -5,6 +5,7 @@
 #include "base/Session.h"
 #include "commands/CommandFailure.h"
 #include "commands/Console.h"
+#include "db/DbError.h"
 #include "db/ForeignText.h"
 #include "db/SchedulerDatabase.h"
 #include "db/wipe.h"
@@ -85,6 +86,7 @@ void logIn(Session& session, Console& console, const QCommandLineParser& parser)
         throw CommandFailure(ExitCode::NotLoggedIn,
                              "The server holds no scheduler database yet. The first login in the Scheduler's "
                              "window creates it.");
+    if (outcome.result == LoginOutcome::Stay && outcome.message.isEmpty()) throw DbError::stopped();
     if (outcome.result != LoginOutcome::Done)
         throw CommandFailure(ExitCode::NotLoggedIn, (outcome.message + '\n' + outcome.details).trimmed());
     upgradeAtMainScreen(session.db());

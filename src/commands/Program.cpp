@@ -109,7 +109,7 @@ ExitCode runGuarded(const QStringList& arguments, Session& session, Console& con
         console.tell(failure.text());
         return failure.code();
     } catch (const Refusal& refusal) {
-        console.tell(refusal.text());
+        console.tell(QString(refusal.text()).replace('\n', ' ')); // some hold titles
         return ExitCode::Refused;
     } catch (const DbError& error) {
         console.tell(inWords(error));

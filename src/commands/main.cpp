@@ -19,6 +19,7 @@ std::atomic<bool> stopped = false;
 void stop(int signal) {
     stopped = true;
     waiter.stop();
+    setEcho(true); // a password may be being typed
     std::signal(signal, SIG_DFL);
 }
 
@@ -42,7 +43,7 @@ int main(int argc, char* argv[]) {
     input.open(stdin, QIODevice::ReadOnly);
     output.open(stdout, QIODevice::WriteOnly | QIODevice::Unbuffered);
     errors.open(stderr, QIODevice::WriteOnly | QIODevice::Unbuffered);
-    Console console(input, output, errors, setEcho(true));
+    Console console(input, output, errors, inputIsTerminal());
     Session session(QCoreApplication::applicationDirPath(), openServer);
     session.waiter = &waiter;
     return int(runProgram(application.arguments().mid(1), session, console, waitAwhile));
