@@ -21,6 +21,6 @@ bool CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement);
 bool masterCostCentresExist(Session& session);
 
 /// Makes a project current with the checks that every way of choosing one makes, the repair of its bills
-/// included. Why it cannot be used, in words for the user; then, and when DbError is thrown, the former project
-/// stays current. Empty when it is current.
+/// included. Why it cannot be used, in words for the user; then, and when DbError is thrown, the former
+/// project stays current. Empty when it is current.
 QString takeProject(Session& session, const QString& database);
