@@ -59,9 +59,10 @@ void refusePasswordArguments(const QStringList& arguments) {
     static const QRegularExpression looksSo(
         "^(-p.*|--?(pass|passwd|pwd|password)(=.*)?|--password-stdin=.*)$",
         QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+    const bool loginLine = arguments.value(0).count(',') >= 2; // as the window's program takes one
     for (const QString& argument : arguments) {
         if (argument == "--") return;
-        if (looksSo.match(argument).hasMatch())
+        if (loginLine || looksSo.match(argument).hasMatch())
             throw CommandFailure(
                 ExitCode::WrongUse,
                 QString("A password is not taken from the arguments, where every user of the machine sees it "

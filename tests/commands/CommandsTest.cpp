@@ -107,6 +107,7 @@ private slots:
             "--server is needed");
         row("server away", {"list", "--server", "file:/no/such.db", "-u", "Amelia.Hart", "--password-stdin"},
             "secret-1\n", NotLoggedIn, "cannot be reached|no such");
+        row("login line", {"Amelia.Hart,secret-1,server"}, "", WrongUse, "not taken from the arguments");
         for (const QString given :
              {"--password=secret-1", "-psecret-1", "--pwd", "--password-stdin=secret-1"})
             row(given, me + QStringList{given, "secret-1"}, "", WrongUse, "not taken from the arguments");
