@@ -230,12 +230,12 @@ TemplateHeader headerOf(const QJsonObject& filed) {
 
 QList<QJsonObject> rowsOf(const QJsonObject& filed, int part, const QString& where) {
     const Table& table = tableOf(part);
-    QSet<QString> known = namesIn(table.columns);
+    const QSet<QString> known = namesIn(table.columns);
     QList<QJsonObject> rows;
     for (const QJsonValue& value : arrayOf(filed, table.key, where)) {
         const QString place = QString("%1, %2 %3").arg(where, table.key).arg(rows.size() + 1);
         QJsonObject row = objectOf(value, place);
-        row.remove(part == FiledTemplate::Reports ? reportTitle : QString());
+        if (part == FiledTemplate::Reports) row.remove(reportTitle);
         checkKeys(row, known, place);
         checkValues(row, table.columns, place);
         rows << row;

@@ -35,6 +35,7 @@ QString pageOf(const QString& screen) {
                                                {"frmSQLServerDatabases", "schedule-editor"},
                                                {"frmScheduleView", "log"},
                                                {"frmManageTemplates", "templates"},
+                                               {"frmTemplateImport", "templates"},
                                                {"frmTemplate", "templates"},
                                                {"frmReport", "reports"},
                                                {"frmSelectReports", "reports"},
