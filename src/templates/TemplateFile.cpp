@@ -184,10 +184,12 @@ QJsonArray arrayOf(const QJsonObject& object, const QString& key, const QString&
 }
 
 void checkKeys(const QJsonObject& object, const QSet<QString>& known, const QString& where) {
-    for (const QString& key : object.keys())
+    const QStringList keys = object.keys();
+    for (const QString& key : keys)
         if (!known.contains(key)) refuse(where, QString("The column '%1' is not known.").arg(key.left(100)));
-    for (const QString& key : known)
-        if (!object.contains(key)) refuse(where, QString("The column '%1' is missing.").arg(key));
+    QStringList missing = QSet<QString>(known).subtract(QSet<QString>(keys.begin(), keys.end())).values();
+    missing.sort();
+    if (!missing.isEmpty()) refuse(where, QString("The column '%1' is missing.").arg(missing.first()));
 }
 
 void checkValues(const QJsonObject& object, const QList<Column>& columns, const QString& where) {
