@@ -31,7 +31,7 @@ struct ListedTemplate {
                 QString::number(usage.activeCount),
                 lastUsed()};
     }
-    QString lastUsed() const { return isUsed() ? usage.lastRun->iso() : usage.lastUsed; }
+    QString lastUsed() const { return lastRun().value_or(usage.lastUsed); }
     QJsonObject json() const {
         const TemplateHeader& header = summary.header;
         return {{"id", header.id},
@@ -41,11 +41,14 @@ struct ListedTemplate {
                 {"subProjects", !header.isOrdinary()},
                 {"reports", summary.reportCount},
                 {"activeSchedules", usage.activeCount},
-                {"lastUsed", isUsed() ? QJsonValue(usage.lastRun->iso()) : QJsonValue()}};
+                {"lastUsed", lastRun().has_value() ? QJsonValue(lastUsed()) : QJsonValue()}};
     }
 
 private:
-    bool isUsed() const { return usage.lastRun && !usage.lastRun->isZeroDate(); }
+    std::optional<QString> lastRun() const {
+        if (!usage.lastRun || usage.lastRun->isZeroDate()) return {};
+        return usage.lastRun->iso();
+    }
 };
 
 QList<ListedTemplate> allTemplates(Session& session) {

@@ -234,7 +234,7 @@ QList<QJsonObject> rowsOf(const QJsonObject& filed, int part, const QString& whe
     const Table& table = tableOf(part);
     const QSet<QString> known = namesIn(table.columns);
     QList<QJsonObject> rows;
-    for (const QJsonValue& value : arrayOf(filed, table.key, where)) {
+    for (const QJsonValue value : arrayOf(filed, table.key, where)) {
         const QString place = QString("%1, %2 %3").arg(where, table.key).arg(rows.size() + 1);
         QJsonObject row = objectOf(value, place);
         if (part == FiledTemplate::Reports) row.remove(reportTitle);
@@ -381,7 +381,7 @@ QList<FiledTemplate> templateFile::read(const QByteArray& document) {
     checkKeys(content, {"format", "version", "templates"}, file);
     QList<FiledTemplate> templates;
     QSet<std::pair<QString, QString>> titles;
-    for (const QJsonValue& value : arrayOf(content, "templates", file)) {
+    for (const QJsonValue value : arrayOf(content, "templates", file)) {
         templates << templateOf(value, templates.size() + 1);
         const TemplateHeader& header = templates.last().header;
         const std::pair title(serverKey(header.title), serverKey(header.unitabAccount));

@@ -45,7 +45,7 @@ void frmTemplateImport::buildFooter() {
 
 int frmTemplateImport::Setup(const QString& path) {
     const bool done = load([&] {
-        m_import.emplace(session(), templateFile::readFile(path));
+        m_import = std::make_unique<TemplateImport>(session(), templateFile::readFile(path));
         m_ui->lblFile->setText("The file: " + QDir::toNativeSeparators(path));
         m_ui->lblTarget->setText(QString("Its templates are added to the account '%1' of the current project "
                                          "'%2', whatever account they come from.")

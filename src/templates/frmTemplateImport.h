@@ -4,7 +4,6 @@
 #include "ui/ScreenDialog.h"
 
 #include <memory>
-#include <optional>
 
 class QAction;
 namespace Ui {
@@ -42,6 +41,6 @@ private:
     QAction* m_cmdLeaveOut = nullptr;
     QAction* m_cmdTakeIn = nullptr;
     QAction* m_cmdImport = nullptr;
-    std::optional<TemplateImport> m_import;
+    std::unique_ptr<TemplateImport> m_import; ///< null until a file is read
     int m_firstId = -1;
 };
