@@ -88,8 +88,10 @@ void ListModel::arrange(const std::vector<int>& order) {
     if (std::ranges::equal(m_rows, order, {}, &ListRow::id)) return;
     emit layoutAboutToBeChanged();
     std::vector<int> formerIds;
+    formerIds.reserve(m_rows.size());
     for (const ListRow& row : m_rows) formerIds.push_back(row.id);
     std::vector<ListRow> arranged;
+    arranged.reserve(order.size());
     for (const int id : order) arranged.push_back(std::move(m_rows[std::size_t(rowOf(id))]));
     m_rows = std::move(arranged);
     makeKeysFrom(0);
