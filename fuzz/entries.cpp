@@ -5,9 +5,11 @@
 #include "app/SecurityFile.h"
 #include "db/ColumnText.h"
 #include "db/DbError.h"
+#include "db/Refusal.h"
 #include "embedded/EmbeddedServer.h"
 #include "numbers/NumberFile.h"
 #include "numbers/NumberTable.h"
+#include "templates/TemplateFile.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -147,6 +149,18 @@ void addresses(const QByteArray& content) {
                               line.fields.value(3)};
         require(read == taken, "written addresses do not read back");
     }
+}
+
+void templates(const QByteArray& content) {
+    QList<FiledTemplate> read;
+    try {
+        read = templateFile::read(content);
+    } catch (const Refusal&) {
+        return;
+    }
+    const QByteArray document = templateFile::write(read);
+    require(templateFile::write(templateFile::read(document)) == document,
+            "written templates do not read back");
 }
 
 void security(const QByteArray& content) {

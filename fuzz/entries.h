@@ -14,6 +14,8 @@ void sql(const QByteArray& script);
 void numbers(const QByteArray& file);
 /// A file of e-mail addresses under every layout: the entries that an export takes read back likewise.
 void addresses(const QByteArray& file);
+/// A file of templates: those that it holds read back the same when they are written.
+void templates(const QByteArray& file);
 /// A security file: a password that comes out of it goes into another.
 void security(const QByteArray& file);
 

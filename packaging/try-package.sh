@@ -28,6 +28,9 @@ ln -s $application "$demo/app"
 ./zelvan-scheduler-demo "$demo"
 chown tester "$demo"/server.db*
 
+say "Asking by the command line, as a user"
+(as_user zelvan-schedules check --server "file:$demo/server.db" --user QuorraAdmin --password-stdin <<<"$password")
+
 say "Starting the program, as a user"
 as_user ZELVAN_SCHEDULER_STATEMENTS=/home/tester/statements \
     zelvan-scheduler - <<<"QuorraAdmin,$password,file:$demo/server.db" &

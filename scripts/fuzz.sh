@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 
 export seconds=${1:-60}
 targets=("${@:2}")
-[ ${#targets[@]} -gt 0 ] || targets=(sql numbers addresses security)
+[ ${#targets[@]} -gt 0 ] || targets=(sql numbers addresses templates security)
 scripts/install.sh clang-16 libclang-rt-16-dev llvm-16
 cmake --preset fuzz >/dev/null
 cmake --build --preset fuzz --target "${targets[@]/#/fuzz-}"

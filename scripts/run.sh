@@ -16,7 +16,7 @@ if [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
 fi
 
 "$bin/demo/zelvan-scheduler-demo" build/demo
-install -m 755 "$bin/src/zelvan-scheduler" build/demo/app/
+install -m 755 "$bin/src/zelvan-scheduler" "$bin/src/zelvan-schedules" build/demo/app/
 server="file:$PWD/build/demo/server.db"
 "$bin/demo/zelvan-demo-engine" "$server" &
 engine=$!

@@ -93,10 +93,6 @@ LoginOutcome cLogin::logIn(const QString& server, const QString& userName, const
         m_session.log.write("frmLogin.cmdOk_Click", error);
         return {LoginOutcome::Stay, wordsFor(error, server), LoginOutcome::NoField, {}};
     }
-    saveSetting("VWT", "Login", "User", userName);
-    if (const QString problem = saveSetting("NorvaQuorraSQL", "Settings", "Server", server);
-        !problem.isEmpty())
-        m_session.log.write("frmLogin.cmdOk_Click", 1, "Settings cannot be kept: " + problem);
     m_session.serverName = server;
     return {};
 }
@@ -178,6 +174,13 @@ void cLogin::checkDatabases() {
         if (error.connectionLost() || error.number() == DbError::Stopped) throw;
     }
     for (const QString& database : databases) m_session.db().setDefaultDatabase(database); // which one it is
+}
+
+void rememberLogin(const Session& session) {
+    saveSetting("VWT", "Login", "User", session.userName);
+    if (const QString problem = saveSetting("NorvaQuorraSQL", "Settings", "Server", session.serverName);
+        !problem.isEmpty())
+        session.log.write("frmLogin.cmdOk_Click", 1, "Settings cannot be kept: " + problem);
 }
 
 QString lastUser() {

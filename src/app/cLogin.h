@@ -42,6 +42,8 @@ private:
     std::function<bool()> m_createDatabase;
 };
 
+/// Keeps user and server for the next login on this desk.
+void rememberLogin(const Session& session);
 /// The server that the last successful login of this desktop user named; empty when there was none.
 QString lastServer();
 /// The user who logged in last on this desk; empty when nobody did.

@@ -82,6 +82,7 @@ void frmLogin::logIn() {
         m_context.messages.notice(this, outcome.message, Messages::Plain, {}, outcome.details);
     switch (outcome.result) {
     case LoginOutcome::Done:
+        rememberLogin(session);
         if (session.dropDatabase) offerToDropDatabase();
         m_endProgram ? reject() : accept();
         return;

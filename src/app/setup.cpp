@@ -1,35 +1,14 @@
 #include "app/SecurityFile.h"
+#include "app/Terminal.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
 #include <QTextStream>
 
-#ifdef Q_OS_UNIX
-#include <termios.h>
-#include <unistd.h>
-#else
-#include <windows.h>
-#endif
-
 namespace {
 
 enum ExitCode { Written = 0, WrongUse = 1, NoPassword = 2, NotWritten = 3 };
-
-/// Turns the echo of typed characters off or back on. False when standard input is no terminal.
-bool setEcho(bool on) {
-#ifdef Q_OS_UNIX
-    termios mode;
-    if (tcgetattr(STDIN_FILENO, &mode) != 0) return false;
-    mode.c_lflag = on ? mode.c_lflag | ECHO : mode.c_lflag & ~tcflag_t(ECHO);
-    return tcsetattr(STDIN_FILENO, TCSAFLUSH, &mode) == 0;
-#else
-    const HANDLE input = GetStdHandle(STD_INPUT_HANDLE);
-    DWORD mode = 0;
-    if (!GetConsoleMode(input, &mode)) return false;
-    return SetConsoleMode(input, on ? mode | ENABLE_ECHO_INPUT : mode & ~DWORD(ENABLE_ECHO_INPUT));
-#endif
-}
 
 void say(const QString& words) {
     QTextStream(stderr) << words << Qt::endl;
@@ -80,7 +59,7 @@ int main(int argc, char* argv[]) {
         return WrongUse;
     }
 
-    const bool terminal = setEcho(true);
+    const bool terminal = inputIsTerminal();
     const QString password = terminal ? ask("Password of the server login: ") : readLine();
     if (password.isEmpty()) {
         say("The password is empty. Nothing was written.");

@@ -63,6 +63,11 @@ QString WallClock::stored() const {
                              m_date.day(), m_time.hour(), m_time.minute(), m_time.second());
 }
 
+QString WallClock::iso() const {
+    return QString::asprintf("%04d-%02d-%02dT%02d:%02d:%02d", m_date.year(), m_date.month(), m_date.day(),
+                             m_time.hour(), m_time.minute(), m_time.second());
+}
+
 QString WallClock::shown() const {
     if (isZeroDate()) return "not specified";
     return QString::asprintf("%02d %s %04d %02d:%02d", m_date.day(), monthName(m_date).constData(),

@@ -22,6 +22,8 @@ public:
     static std::optional<WallClock> fromStored(const QString& stored);
     /// "yyyy-mmm-dd Hh:Nn:Ss" with English months, the form of date texts in the database.
     QString stored() const;
+    /// "yyyy-mm-ddTHh:Nn:Ss", which fromStored() reads as well.
+    QString iso() const;
     /// "dd mmm yyyy Hh:Nn" with English months; "not specified" for a zero date.
     QString shown() const;
 

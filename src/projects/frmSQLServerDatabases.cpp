@@ -128,23 +128,16 @@ void frmSQLServerDatabases::txtSearch_Change(const QString& text) {
 }
 
 bool useProject(ScreenContext& context, QWidget* parent, const QString& database) {
-    Session& session = context.session;
-    const CurrentProject former = session.project;
     bool usable = false;
     guarded(
         context, parent,
         [&] {
             WaitCursor wait;
-            openProject(session, database);
-            if (CheckForCurrentUnitabAccountField(session, true))
-                openProject(session, database); // another account now
-            usable = masterCostCentresExist(session);
-            if (!usable)
-                context.messages.notice(parent,
-                                        "No master Cost Centre entries can be found for this project.");
+            const QString problem = takeProject(context.session, database);
+            usable = problem.isEmpty();
+            if (!usable) context.messages.notice(parent, problem);
         },
         {}, "frmSQLServerDatabases.OpenProject");
-    if (!usable) session.project = former;
     return usable;
 }
 

@@ -4,6 +4,8 @@
 #include "db/DbError.h"
 #include "db/Refusal.h"
 
+#include <QScopeGuard>
+
 namespace {
 
 /// A column that projects of some ages lack.
@@ -118,4 +120,15 @@ bool masterCostCentresExist(Session& session) {
                          "OBJECTPROPERTY(id, N'IsUserTable') = 1) Select 'Yes' Else Select 'No'",
                          table))
            == "Yes";
+}
+
+QString takeProject(Session& session, const QString& database) {
+    auto restoreFormer = qScopeGuard([&, former = session.project] { session.project = former; });
+    openProject(session, database);
+    if (CheckForCurrentUnitabAccountField(session, true))
+        openProject(session, database); // another account now
+    if (!masterCostCentresExist(session))
+        return "No master Cost Centre entries can be found for this project.";
+    restoreFormer.dismiss();
+    return {};
 }

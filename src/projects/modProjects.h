@@ -19,3 +19,8 @@ bool CheckForCurrentUnitabAccountField(Session& session, bool inOneStatement);
 
 /// Whether the current project has a cost-centre table of its account. The default database is restored.
 bool masterCostCentresExist(Session& session);
+
+/// Makes a project current with the checks that every way of choosing one makes, the repair of its bills
+/// included. Why it cannot be used, in words for the user; then, and when DbError is thrown, the former
+/// project stays current. Empty when it is current.
+QString takeProject(Session& session, const QString& database);

@@ -86,6 +86,11 @@ QString scheduleTitleProblem(const QString& title) {
     return {};
 }
 
+QString runDateProblem(const WallClock& runDate) {
+    return runDate.date() < QDate::currentDate() ? "The scheduled run date must be after todays date"
+                                                 : QString();
+}
+
 QString dueText(const std::optional<WallClock>& runDate, const WallClock& now) {
     if (!runDate || *runDate >= now) return "Pending";
     const qint64 seconds = runDate->secsTo(now);

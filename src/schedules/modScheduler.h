@@ -25,6 +25,9 @@ std::optional<int> scheduleOfTitle(Session& session, const QString& title);
 QString freeScheduleTitle(Session& session, const QString& title);
 /// What is wrong with a schedule title, in words; empty when nothing is. Its length is not looked at.
 QString scheduleTitleProblem(const QString& title);
+/// What is wrong with the time of a schedule that is saved now; empty when nothing is. Today's past hours are
+/// not.
+QString runDateProblem(const WallClock& runDate);
 /// The status text of a pending schedule at a moment: "Pending" until its time has come, then how
 /// long it is overdue; without a date always "Pending".
 QString dueText(const std::optional<WallClock>& runDate, const WallClock& now);

@@ -10,17 +10,6 @@ namespace templateReportRow {
 
 namespace {
 
-/// Of a text "08:30:00", "8:30 PM" or a whole datetime; invalid for any other.
-QTime clockTime(const QString& text) {
-    static const QRegularExpression clock("(\\d{1,2}):(\\d{2})(?::(\\d{2}))?(?:\\.\\d*)?\\s*([AaPp][Mm])?");
-    const auto match = clock.match(text);
-    if (!match.hasMatch()) return {};
-    int hour = match.captured(1).toInt();
-    if (match.hasCaptured(4))
-        hour = hour % 12 + (match.captured(4).startsWith(u'p', Qt::CaseInsensitive) ? 12 : 0);
-    return {hour, match.captured(2).toInt(), match.captured(3).toInt()};
-}
-
 /// Invalid for NULL and for what is no value of the kind: the report then keeps what a new one has.
 QVariant storedValue(const Row& row, int place, ReportColumn::Kind kind) {
     if (row.isNull(place)) return {};
@@ -82,6 +71,16 @@ clsReport readReport(const Row& row, const CurrentProject& project) {
 }
 
 } // namespace
+
+QTime clockTime(const QString& text) {
+    static const QRegularExpression clock("(\\d{1,2}):(\\d{2})(?::(\\d{2}))?(?:\\.\\d*)?\\s*([AaPp][Mm])?");
+    const auto match = clock.match(text);
+    if (!match.hasMatch()) return {};
+    int hour = match.captured(1).toInt();
+    if (match.hasCaptured(4))
+        hour = hour % 12 + (match.captured(4).startsWith(u'p', Qt::CaseInsensitive) ? 12 : 0);
+    return {hour, match.captured(2).toInt(), match.captured(3).toInt()};
+}
 
 RecordSet read(Connection& connection, int templateId) {
     QList<Sql> names;

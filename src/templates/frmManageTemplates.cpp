@@ -1,14 +1,17 @@
 #include "templates/frmManageTemplates.h"
 
 #include "base/Session.h"
+#include "base/WholeFile.h"
 #include "base/modCommonFunctions.h"
 #include "db/DbError.h"
 #include "projects/frmSQLServerDatabases.h"
 #include "reports/BillType.h"
+#include "templates/TemplateImport.h"
 #include "templates/TemplateSummary.h"
 #include "templates/TemplateUsage.h"
 #include "templates/clsTemplate.h"
 #include "templates/frmTemplate.h"
+#include "templates/frmTemplateImport.h"
 #include "templates/frmTransfer.h"
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"
@@ -20,7 +23,16 @@
 #include "ui/openScreen.h"
 #include "ui_frmManageTemplates.h"
 
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <algorithm>
+
+namespace {
+
+const QString templateFiles = "Template files (*.json);;All files (*.*)";
+
+} // namespace
 
 frmManageTemplates::frmManageTemplates(ScreenContext& context, QWidget* parent)
     : ScreenDialog(context, parent), m_ui(std::make_unique<Ui::frmManageTemplates>()) {
@@ -60,8 +72,23 @@ void frmManageTemplates::buildFooter() {
     QAction* schedule =
         footer.add("Schedule", "&Schedule…", "appointment-new", "Make a schedule for the selected template",
                    this, [this] { emit scheduleRequested(m_ui->lstTemplates->selectedId().value()); });
-    footer.needSelection({m_ui->lstTemplates}, {edit, remove, duplicate, schedule});
-    m_ui->lstTemplates->offer({edit, duplicate, schedule, remove, add}, edit, remove);
+    QAction* exportThem =
+        footer.add("Export", "E&xport…", "document-export", "Write the selected templates to a file", this,
+                   &frmManageTemplates::cmdExport_Click);
+    QAction* import = footer.add("Import", "&Import…", "document-import",
+                                 "Add the templates of a file to the account of the current project", this,
+                                 &frmManageTemplates::cmdImport_Click);
+    if (const QString refusal = TemplateImport::refusalFor(session()); !refusal.isEmpty())
+        footer.setUsable(import, false, refusal);
+    m_ui->lstTemplates->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_ui->lstTemplates->offer({edit, duplicate, schedule, exportThem, remove, add, import}, edit, remove);
+    footer.needSelection({m_ui->lstTemplates}, {edit, remove, duplicate, schedule, exportThem});
+    connect(m_ui->lstTemplates, &uctListView::selectedIdChanged, this,
+            [this, one = QList{edit, remove, duplicate, schedule}] {
+                if (m_ui->lstTemplates->selectedIds().size() < 2) return;
+                for (QAction* action : one)
+                    m_ui->footer->setUsable(action, false, "Several templates are selected.");
+            });
     footer.addStretch();
     footer.add("Close", "&Close", "dialog-close", "Return to the previous screen", this, &QDialog::reject);
 }
@@ -110,11 +137,17 @@ void frmManageTemplates::cmdAdd_Click() {
 
 void frmManageTemplates::cmdEdit_Click() {
     run([this] {
-        if (const std::optional<int> id = m_ui->lstTemplates->selectedId())
-            editTemplate(*id);
-        else
-            messages().notice(this, "You must select a template to edit.");
+        if (const std::optional<int> id = oneSelected("edit")) editTemplate(*id);
     });
+}
+
+/// Keys reach the slots of greyed buttons too: the user is told why nothing happens.
+std::optional<int> frmManageTemplates::oneSelected(const QString& purpose) {
+    const QList<int> ids = m_ui->lstTemplates->selectedIds();
+    if (ids.size() == 1) return ids.first();
+    messages().notice(this, ids.isEmpty() ? QString("You must select a template to %1.").arg(purpose)
+                                          : QString("Please select only one template to %1.").arg(purpose));
+    return {};
 }
 
 void frmManageTemplates::tellGone() {
@@ -154,11 +187,8 @@ void frmManageTemplates::openEditor(int templateId) {
 
 void frmManageTemplates::cmdDelete_Click() {
     run([this] {
-        const std::optional<int> id = m_ui->lstTemplates->selectedId();
-        if (!id) {
-            messages().notice(this, "You must select a template to delete.");
-            return;
-        }
+        const std::optional<int> id = oneSelected("delete");
+        if (!id) return;
         WaitCursor wait;
         const auto agreed = [&](const ScheduleCounts& schedules) {
             NormalCursor normal;
@@ -170,5 +200,42 @@ void frmManageTemplates::cmdDelete_Click() {
             if (!agreed(schedules)) return;
         } while (!deleteTemplate(session().db(), *id, schedules));
         fillList();
+    });
+}
+
+void frmManageTemplates::cmdExport_Click() {
+    run([this] {
+        const QList<int> ids = m_ui->lstTemplates->selectedIds();
+        const QString name =
+            ids.size() == 1 ? safeFileName(m_ui->lstTemplates->textOf(ids.first(), 0)) : QString("templates");
+        QString path = messages().saveFile(this, QDir::home().filePath(name + ".json"), templateFiles);
+        if (path.isEmpty()) return;
+        if (QFileInfo(path).suffix().isEmpty()) path += ".json";
+        if (QFile::exists(path)
+            && !messages().ask(this,
+                               QString("The file '%1' exists already. Do you want to replace it?").arg(path)))
+            return;
+        WaitCursor wait;
+        const QByteArray document = templateFile::write(templateFile::load(session().db(), ids));
+        if (const QString problem = writeWhole(path, document); !problem.isEmpty())
+            messages().notice(this, QString("The file '%1' could not be written.").arg(path), Messages::Plain,
+                              {}, problem);
+        else
+            messages().notice(this,
+                              ids.size() == 1
+                                  ? QString("1 template has been exported to the file.")
+                                  : QString("%1 templates have been exported to the file.").arg(ids.size()));
+    });
+}
+
+/// The account that the templates go into is the current project's.
+void frmManageTemplates::cmdImport_Click() {
+    run([this] {
+        if (session().project.database.isEmpty() && !chooseProject(context(), this)) return;
+        const QString path = messages().openFile(this, {}, templateFiles);
+        if (path.isEmpty()) return;
+        const auto preview =
+            openScreen<frmTemplateImport>(context(), this, "The file cannot be imported.", path);
+        if (preview) m_ui->lstTemplates->selectId(preview->firstId());
     });
 }

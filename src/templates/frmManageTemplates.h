@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class frmManageTemplates;
@@ -33,11 +34,14 @@ private slots:
     void cmdEdit_Click();
     void cmdDelete_Click();
     void cmdDuplicate_Click();
+    void cmdExport_Click();
+    void cmdImport_Click();
 
 private:
     void buildFooter();
     void fillList();
     void tellGone();
+    std::optional<int> oneSelected(const QString& purpose);
     void editTemplate(int templateId);
     void openEditor(int templateId);
 

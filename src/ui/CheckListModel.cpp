@@ -1,5 +1,6 @@
 #include "ui/CheckListModel.h"
 
+#include "base/FilterWords.h"
 #include "db/ServerText.h"
 
 #include <QSet>
@@ -39,7 +40,7 @@ int CheckListModel::firstTickedRow() const {
 
 void CheckListModel::setFilterWords(const QString& words) {
     beginResetModel();
-    m_words = words.split(' ', Qt::SkipEmptyParts);
+    m_words = filterWords(words);
     findShown();
     endResetModel();
 }
@@ -47,10 +48,7 @@ void CheckListModel::setFilterWords(const QString& words) {
 void CheckListModel::findShown() {
     m_shown.clear();
     for (std::size_t i = 0; i < m_entries.size(); ++i) {
-        const QString texts = m_entries[i].texts.join('\n');
-        if (std::ranges::all_of(
-                m_words, [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); }))
-            m_shown.push_back(i);
+        if (holdsWords(m_entries[i].texts.join('\n'), m_words)) m_shown.push_back(i);
     }
 }
 

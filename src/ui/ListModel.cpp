@@ -1,5 +1,7 @@
 #include "ui/ListModel.h"
 
+#include "base/FilterWords.h"
+
 #include <QFont>
 #include <QSet>
 #include <algorithm>
@@ -86,8 +88,10 @@ void ListModel::arrange(const std::vector<int>& order) {
     if (std::ranges::equal(m_rows, order, {}, &ListRow::id)) return;
     emit layoutAboutToBeChanged();
     std::vector<int> formerIds;
+    formerIds.reserve(m_rows.size());
     for (const ListRow& row : m_rows) formerIds.push_back(row.id);
     std::vector<ListRow> arranged;
+    arranged.reserve(order.size());
     for (const int id : order) arranged.push_back(std::move(m_rows[std::size_t(rowOf(id))]));
     m_rows = std::move(arranged);
     makeKeysFrom(0);
@@ -223,7 +227,7 @@ ListOrder::ListOrder(ListModel* source, QObject* parent) : QSortFilterProxyModel
 }
 
 void ListOrder::setFilterWords(const QString& words) {
-    m_words = words.split(' ', Qt::SkipEmptyParts);
+    m_words = filterWords(words);
     invalidateFilter();
 }
 
@@ -242,6 +246,5 @@ bool ListOrder::filterAcceptsRow(int sourceRow, const QModelIndex&) const {
     const ListRow& row = m_source->rows()[std::size_t(sourceRow)];
     QString texts;
     for (const ListCell& cell : row.cells) texts += '\n' + cell.text;
-    return std::all_of(m_words.begin(), m_words.end(),
-                       [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); });
+    return holdsWords(texts, m_words);
 }

@@ -37,6 +37,7 @@ QString pageOf(const QString& screen) {
                                                {"frmChangeSchedules", "planning"},
                                                {"frmScheduleView", "log"},
                                                {"frmManageTemplates", "templates"},
+                                               {"frmTemplateImport", "templates"},
                                                {"frmTemplate", "templates"},
                                                {"frmReport", "reports"},
                                                {"frmSelectReports", "reports"},

@@ -96,6 +96,7 @@ private slots:
         static const QHash<QString, void (*)(const QByteArray&)> entries{{"sql", fuzz::sql},
                                                                          {"numbers", fuzz::numbers},
                                                                          {"addresses", fuzz::addresses},
+                                                                         {"templates", fuzz::templates},
                                                                          {"security", fuzz::security}};
         QVERIFY_THROWS_NO_EXCEPTION(entries[path.section('/', -2, -2)](readFile(path)));
     }

@@ -1,0 +1,156 @@
+#include "templates/TemplateImport.h"
+
+#include "base/Session.h"
+#include "base/modCommonFunctions.h"
+#include "db/Refusal.h"
+#include "db/ServerText.h"
+#include "db/StoredTitle.h"
+#include "reports/BillType.h"
+#include "reports/clsReport.h"
+#include "templates/modTemplates.h"
+
+#include <QSet>
+#include <algorithm>
+
+namespace {
+
+constexpr int longestTitle = 50;
+
+QString titleKey(const QString& title) {
+    return serverKey(storedTitle(title));
+}
+
+QString counted(qsizetype count) {
+    return count == 1 ? QString("1 report") : QString("%1 reports").arg(count);
+}
+
+} // namespace
+
+TemplateImport::TemplateImport(Session& session, const QList<FiledTemplate>& templates)
+    : m_session(session), m_account(session.project.unitabAccount) {
+    if (const QString refusal = refusalFor(session); !refusal.isEmpty()) throw Refusal(refusal);
+    if (session.project.database.isEmpty()) throw Refusal("Please select a project");
+    templateFile::checkNulls(session.db(), templates);
+    m_used = usedTitles();
+    for (const FiledTemplate& content : templates) m_entries.append({content, {}, false, notesOn(content)});
+    chooseTitles();
+    for (const Entry& entry : m_entries) newHeader(entry).columns(); // refuses what does not fit
+}
+
+QString TemplateImport::refusalFor(const Session& session) {
+    return session.userLevel == UserLevel::Restricted
+               ? "Users who are restricted to cost centres cannot import templates, whose reports may be of "
+                 "others."
+               : QString();
+}
+
+QStringList TemplateImport::notesOn(const FiledTemplate& content) const {
+    CurrentProject project = m_session.project;
+    project.edited = {}; // what it offers by itself
+    qsizetype unknown = 0;
+    QStringList notOffered;
+    for (const QJsonObject& row : content.rows[FiledTemplate::Reports]) {
+        clsReport report(project);
+        report.setReportType(row["ReportType"].toInt());
+        report.setReportSubType(row["ReportSubType"].toInt());
+        if (!report.Entry())
+            ++unknown;
+        else if (!report.IsOffered())
+            notOffered << report.ShownTitle();
+    }
+    QStringList notes;
+    const int billType = content.header.billType;
+    if (isBillType(billType) && isBillType(project.billType) && billType != project.billType)
+        notes << QString("It was made for %1 bills, the account's are %2.")
+                     .arg(billTypeName(billType), billTypeName(project.billType));
+    if (unknown > 0) notes << QString("This server's catalogue does not know %1.").arg(counted(unknown));
+    if (!notOffered.isEmpty())
+        notes << QString("The project does not offer %1: %2.")
+                     .arg(counted(notOffered.size()), notOffered.join("; "));
+    return notes;
+}
+
+/// The account decides about its bills, as far as they tell their type.
+TemplateHeader TemplateImport::newHeader(const Entry& entry) const {
+    TemplateHeader header = entry.content.header;
+    header.title = entry.title;
+    header.unitabAccount = m_account;
+    if (isBillType(m_session.project.billType)) header.billType = m_session.project.billType;
+    return header;
+}
+
+QSet<QString> TemplateImport::usedTitles() const {
+    QSet<QString> used;
+    for (const Row row : m_session.db().query(sql("SELECT [Title] FROM NorvaScheduler.dbo.[tblTemplate] WITH "
+                                                  "(NOLOCK) WHERE ([UnitabAccount] = {})",
+                                                  m_account)))
+        used << serverKey(row.text(0));
+    return used;
+}
+
+void TemplateImport::chooseTitles() {
+    QSet<QString> used = m_used;
+    for (Entry& entry : m_entries) {
+        entry.title = entry.content.header.title;
+        if (entry.leftOut) continue;
+        for (int number = 2; used.contains(titleKey(entry.title)); ++number)
+            entry.title = numberedTitle(entry.content.header.title, number, longestTitle);
+        used << titleKey(entry.title);
+    }
+}
+
+void TemplateImport::setLeftOut(qsizetype place, bool leftOut) {
+    m_entries[place].leftOut = leftOut;
+    chooseTitles();
+}
+
+qsizetype TemplateImport::wantedCount() const {
+    return std::ranges::count(m_entries, false, &Entry::leftOut);
+}
+
+QString TemplateImport::outcome(const Entry& entry) {
+    if (entry.leftOut) return "left out";
+    return entry.isRenamed() ? QString("new, as '%1'").arg(entry.title) : QString("new");
+}
+
+/// Titles that somebody has taken since they were chosen; others are chosen then.
+void TemplateImport::refuseTakenTitles() {
+    m_used = usedTitles();
+    const auto isTaken = [this](const Entry& entry) {
+        return !entry.leftOut && m_used.contains(titleKey(entry.title));
+    };
+    const auto taken = std::ranges::find_if(m_entries, isTaken);
+    if (taken == m_entries.end()) return;
+    const QString title = taken->title;
+    chooseTitles();
+    throw Refusal(QString("Somebody else has just made a template of the name '%1'. Nothing was imported; "
+                          "please try again.")
+                      .arg(title));
+}
+
+int TemplateImport::write() {
+    Transaction transaction(m_session.db());
+    lockTemplates(m_session.db());
+    refuseTakenTitles();
+    int first = -1;
+    for (const Entry& entry : m_entries) {
+        if (entry.leftOut) continue;
+        const int id = insert(entry);
+        if (first == -1) first = id;
+    }
+    transaction.commit();
+    return first;
+}
+
+int TemplateImport::insert(const Entry& entry) {
+    Connection& db = m_session.db();
+    const ColumnValues columns = newHeader(entry).columns();
+    const int id = db.insertedKey(sql("INSERT INTO NorvaScheduler.dbo.tblTemplate ({}) VALUES ({})",
+                                      columns.names(), columns.values()));
+    QList<Sql> insertions;
+    for (int part = 0; part < FiledTemplate::partCount; ++part)
+        for (const QJsonObject& row : entry.content.rows[std::size_t(part)])
+            insertions << FiledTemplate::insertion(FiledTemplate::Part(part), row, id);
+    db.executeAll(insertions);
+    return id;
+}
