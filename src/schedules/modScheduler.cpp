@@ -78,6 +78,11 @@ QString scheduleTitleProblem(const QString& title) {
     return {};
 }
 
+QString runDateProblem(const WallClock& runDate) {
+    return runDate.date() >= QDate::currentDate() ? QString()
+                                                  : "The scheduled run date must be after todays date";
+}
+
 QString dueText(const std::optional<WallClock>& runDate, const WallClock& now) {
     if (!runDate || *runDate >= now) return "Pending";
     const qint64 seconds = runDate->secsTo(now);

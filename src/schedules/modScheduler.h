@@ -23,6 +23,8 @@ void DeleteSchedule(Session& session, int scheduleId);
 QString freeScheduleTitle(Session& session, const QString& title);
 /// What is wrong with a schedule title, in words; empty when nothing is. Its length is not looked at.
 QString scheduleTitleProblem(const QString& title);
+/// What is wrong with a time at which a schedule is to run; empty when nothing is.
+QString runDateProblem(const WallClock& runDate);
 /// The status text of a pending schedule at a moment: "Pending" until its time has come, then how
 /// long it is overdue; without a date always "Pending".
 QString dueText(const std::optional<WallClock>& runDate, const WallClock& now);
