@@ -72,7 +72,8 @@ frmAgenda::frmAgenda(ScreenContext& screenContext, QWidget* parent)
     buildFooter();
     buildBar();
     connectAgenda();
-    m_ui->splitter->setStretchFactor(0, 1);
+    m_ui->splitter->setStretchFactor(0, 7);
+    m_ui->splitter->setStretchFactor(1, 3);
     m_ui->splitter->setSizes({7000, 3000});
     m_ui->splitter->remember("Agenda");
 
@@ -131,10 +132,10 @@ void frmAgenda::buildBar() {
 }
 
 void frmAgenda::buildList() {
-    m_ui->lstRuns->setColumns({{"When", ListColumn::Text, 26},
+    m_ui->lstRuns->setColumns({{"When", ListColumn::Text, 35},
                                {"Schedule Title", ListColumn::Text, 36},
-                               {"Status", ListColumn::Text, 30},
-                               {"Length", ListColumn::Text, 16}},
+                               {"Status", ListColumn::Text, 24},
+                               {"Length", ListColumn::Text, 14}},
                               "Agenda");
     m_ui->lstRuns->sortAtFirst(0);
     m_ui->lstRuns->setEmptyText("No run on these days.");

@@ -8,6 +8,8 @@
 #include <QLocale>
 #include <QPainter>
 #include <QPalette>
+#include <algorithm>
+#include <span>
 
 namespace {
 
@@ -28,6 +30,11 @@ QString runsText(int runs) {
     return runs == 1 ? QString("1 run") : QString("%1 runs").arg(runs);
 }
 
+QString dayText(const AgendaLayout::Day& day, bool counted) {
+    const QString date = QLocale::c().toString(day.date, "ddd d MMM");
+    return counted && day.runs > 0 ? date + "  (" + runsText(day.runs) + ')' : date;
+}
+
 } // namespace
 
 uctAgendaPainter::uctAgendaPainter(QPainter& painter, const AgendaLayout& layout,
@@ -46,14 +53,16 @@ void uctAgendaPainter::paintText(const QRectF& place, const QString& text, int f
 void uctAgendaPainter::paintHeader(double height) {
     m_painter.fillRect(QRectF(0, 0, m_layout.size().width(), height), colour(QPalette::Button));
     m_painter.setPen(colour(QPalette::ButtonText));
-    const QString format = isMonth() ? "dddd" : "ddd d MMM";
-    for (const AgendaLayout::Day& day : m_layout.days()) {
-        if (isMonth() && day.date > m_layout.days().front().date.addDays(6)) break;
-        const QRectF place(day.place.left() + 4, 0, day.place.width() - 8, height);
-        QString text = QLocale::c().toString(day.date, format);
-        if (!isMonth() && day.runs > 0) text += "  (" + runsText(day.runs) + ')';
-        paintText(place, text, Qt::AlignHCenter);
-    }
+    const std::span days(m_layout.days().data(), isMonth() ? 7 : m_layout.days().size());
+    const QFontMetricsF metrics(m_painter.font(), m_painter.device());
+    const double room = days.front().place.width() - 8;
+    const bool counted = !isMonth() && std::ranges::all_of(days, [&](const AgendaLayout::Day& day) {
+        return metrics.horizontalAdvance(dayText(day, true)) <= room;
+    });
+    for (const AgendaLayout::Day& day : days)
+        paintText({day.place.left() + 4, 0, room, height},
+                  isMonth() ? QLocale::c().toString(day.date, "dddd") : dayText(day, counted),
+                  Qt::AlignHCenter);
     m_painter.setPen(Palette::frameLine().darker(115));
     m_painter.drawLine(QPointF(0, height - 0.5), QPointF(m_layout.size().width(), height - 0.5));
 }
