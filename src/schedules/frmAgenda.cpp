@@ -255,8 +255,11 @@ void frmAgenda::fillList() {
         row.toolTip = run.schedule.problem;
         rows.push_back(std::move(row));
     }
+    const std::optional<int> selected = m_ui->agenda->selectedId();
+    if (!selected || std::ranges::find(rows, *selected, &ListRow::id) == rows.end())
+        m_ui->lstRuns->selectionModel()->clear(); // or the view selects a neighbour of each row that goes
     m_ui->lstRuns->setRows(std::move(rows));
-    if (const auto id = m_ui->agenda->selectedId()) m_ui->lstRuns->selectId(*id);
+    if (selected && m_ui->lstRuns->selectedId() != selected) m_ui->lstRuns->selectId(*selected);
     updateActions();
 }
 

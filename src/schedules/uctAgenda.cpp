@@ -23,6 +23,7 @@ constexpr qint64 quarter = 900; // seconds
 uctAgenda::uctAgenda(QWidget* parent) : QAbstractScrollArea(parent), m_day(QDate::currentDate()) {
     setFocusPolicy(Qt::StrongFocus);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    viewport()->setMouseTracking(true); // a move without a button tells that its release was lost
     m_scrolls.setInterval(scrollPace);
     connect(&m_scrolls, &QTimer::timeout, this, &uctAgenda::scrollWhileDragging);
     setMinimumSize(fontMetrics().averageCharWidth() * 40, fontMetrics().height() * 8);
@@ -61,10 +62,7 @@ void uctAgenda::setRuns(std::vector<AgendaRun> runs) {
         if (!begun) lost.reset();
     }
     lay();
-    if (m_selected && !runOf(*m_selected)) {
-        m_selected.reset();
-        emit selectedIdChanged();
-    }
+    dropSelection([this] { return !runOf(*m_selected); });
     tellSelected();
     if (lost) emit moveLost(*lost);
 }
@@ -85,6 +83,15 @@ void uctAgenda::showDays(AgendaView view, QDate day) {
     m_day = day;
     lay();
     if (otherView) scrollToWork();
+    if (m_move) return; // it may be moved to days where it is not yet
+    dropSelection([this] { return !days().contains(runOf(*m_selected)->start.date()); });
+}
+
+void uctAgenda::dropSelection(const std::function<bool()>& isOutOfSight) {
+    if (!m_selected || !isOutOfSight()) return;
+    m_selected.reset();
+    tellSelected();
+    emit selectedIdChanged();
 }
 
 /// To the present, or to the hours in which people work.

@@ -4,6 +4,7 @@
 
 #include <QAbstractScrollArea>
 #include <QTimer>
+#include <functional>
 
 class QPainter;
 struct AgendaMarks;
@@ -89,6 +90,7 @@ private:
     void endMove();
     void finishMove();
     void tellSelected();
+    void dropSelection(const std::function<bool()>& isOutOfSight);
 
     std::vector<AgendaRun> m_runs;
     AgendaView m_view = AgendaView::Week;
