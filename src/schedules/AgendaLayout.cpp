@@ -10,7 +10,8 @@ constexpr int daysOfWeek = 7;
 constexpr qint64 secondsOfDay = 86'400;
 constexpr qint64 quarter = 900;
 constexpr double linesPerHour = 2;
-constexpr double narrowestLane = 5; // lines of text
+constexpr double linesPerWeek = 4.7;  // the date and three runs
+constexpr double narrowestLane = 2.5; // lines of text: room for a mark
 
 QString inEnglish(QDate day, const QString& format) {
     return QLocale::c().toString(day, format);
@@ -74,7 +75,7 @@ void AgendaLayout::layMonth(const std::vector<AgendaRun>& runs, QDate day) {
     m_sizes.gutter = 0;
     const int weeks = int(m_days.size()) / daysOfWeek;
     const double width = m_sizes.width / daysOfWeek;
-    const double height = std::max(m_sizes.height / weeks, m_sizes.line * 3.5);
+    const double height = std::max(m_sizes.height / weeks, m_sizes.line * linesPerWeek);
     auto next = std::ranges::lower_bound(runs, m_days.front().date, {},
                                          [](const AgendaRun& run) { return run.start.date(); });
     for (std::size_t i = 0; i < m_days.size(); ++i) {

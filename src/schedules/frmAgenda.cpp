@@ -35,6 +35,11 @@ QString runsText(qsizetype runs) {
     return runs == 1 ? QString("1 run") : QString("%1 runs").arg(runs);
 }
 
+/// The year stands above the list.
+QString withoutYear(const WallClock& when) {
+    return QLocale::c().toString(when.date(), "dd MMM ") + when.time().toString("HH:mm");
+}
+
 QString loadFailure(clsSchedule::LoadResult result) {
     if (result == clsSchedule::TemplateFailed) return "The template of this schedule no longer exists.";
     if (result == clsSchedule::NoProject) return "This schedule names no project.";
@@ -72,9 +77,9 @@ frmAgenda::frmAgenda(ScreenContext& screenContext, QWidget* parent)
     buildFooter();
     buildBar();
     connectAgenda();
-    m_ui->splitter->setStretchFactor(0, 7);
-    m_ui->splitter->setStretchFactor(1, 3);
-    m_ui->splitter->setSizes({7000, 3000});
+    m_ui->splitter->setStretchFactor(0, 67);
+    m_ui->splitter->setStretchFactor(1, 33);
+    m_ui->splitter->setSizes({6700, 3300});
     m_ui->splitter->remember("Agenda");
 
     m_tmrAgenda.setInterval(refreshes);
@@ -124,19 +129,20 @@ void frmAgenda::buildBar() {
     connect(m_ui->cmdToday, &QToolButton::clicked, this,
             [=, this] { showDays(view(), QDate::currentDate()); });
     connect(m_ui->dtDay, &QDateEdit::dateChanged, this, [=, this](QDate date) { showDays(view(), date); });
-    connect(m_ui->cmdMonth, &QToolButton::clicked, this, [=, this] { showDays(AgendaView::Month, day()); });
-    connect(m_ui->cmdWeek, &QToolButton::clicked, this, [=, this] { showDays(AgendaView::Week, day()); });
-    connect(m_ui->cmdDay, &QToolButton::clicked, this, [=, this] { showDays(AgendaView::Day, day()); });
+    connect(m_ui->optMonth, &QRadioButton::clicked, this, [=, this] { showDays(AgendaView::Month, day()); });
+    connect(m_ui->optWeek, &QRadioButton::clicked, this, [=, this] { showDays(AgendaView::Week, day()); });
+    connect(m_ui->optDay, &QRadioButton::clicked, this, [=, this] { showDays(AgendaView::Day, day()); });
     m_ui->txtFilter->attach(*m_ui->lstRuns);
     connect(m_ui->txtFilter, &QLineEdit::textChanged, this, &frmAgenda::showRuns);
 }
 
 void frmAgenda::buildList() {
-    m_ui->lstRuns->setColumns({{"When", ListColumn::Text, 35},
-                               {"Schedule Title", ListColumn::Text, 36},
+    m_ui->lstRuns->setColumns({{"When", ListColumn::Text, 38},
+                               {"Schedule Title", ListColumn::Text, 40},
                                {"Status", ListColumn::Text, 24},
-                               {"Length", ListColumn::Text, 14}},
+                               {"Length", ListColumn::Text, 10}},
                               "Agenda");
+    m_ui->lstRuns->setColumnsMovable();
     m_ui->lstRuns->sortAtFirst(0);
     m_ui->lstRuns->setEmptyText("No run on these days.");
     m_ui->agenda->setEmptyText("No run on these days.");
@@ -235,10 +241,11 @@ void frmAgenda::daysShown() {
     const QSignalBlocker quiet(m_ui->dtDay);
     m_ui->dtDay->setDate(m_ui->agenda->day());
     m_ui->lblDays->setText(daysText(view, m_ui->agenda->day()));
-    const std::array buttons{m_ui->cmdMonth, m_ui->cmdWeek, m_ui->cmdDay};
+    const std::array buttons{m_ui->optMonth, m_ui->optWeek, m_ui->optDay};
     buttons[std::size_t(view)]->setChecked(true);
     saveSetting("VWT", "Agenda", "View", viewNames[int(view)]);
     fillList();
+    if (!m_ui->agenda->selectedId()) m_ui->lstRuns->scrollToTop();
     showNote();
 }
 
@@ -248,7 +255,7 @@ void frmAgenda::fillList() {
     for (const AgendaRun& run : m_ui->agenda->runs()) {
         if (!days.contains(run.start.date())) continue;
         ListRow row{run.id(),
-                    {dateCell(run.start.shown(), run.start), run.schedule.title, run.status,
+                    {dateCell(withoutYear(run.start), run.start), run.schedule.title, run.status,
                      ListCell(run.lengthText(),
                               run.seconds > 0 ? std::optional(double(run.seconds)) : std::nullopt)}};
         row.cells[2].icon = statusIcon(run.schedule.status, run.delayed);

@@ -30,9 +30,12 @@ QString runsText(int runs) {
     return runs == 1 ? QString("1 run") : QString("%1 runs").arg(runs);
 }
 
-QString dayText(const AgendaLayout::Day& day, bool counted) {
+/// The name of a day above a month, and those above a column from the longest to the shortest.
+QStringList dayForms(const AgendaLayout::Day& day) {
     const QString date = QLocale::c().toString(day.date, "ddd d MMM");
-    return counted && day.runs > 0 ? date + "  (" + runsText(day.runs) + ')' : date;
+    return {QLocale::c().toString(day.date, "dddd"),
+            day.runs > 0 ? date + "  (" + runsText(day.runs) + ')' : date, date,
+            QLocale::c().toString(day.date, "ddd d")};
 }
 
 } // namespace
@@ -41,6 +44,10 @@ uctAgendaPainter::uctAgendaPainter(QPainter& painter, const AgendaLayout& layout
                                    const std::vector<AgendaRun>& runs)
     : m_painter(painter), m_layout(layout), m_runs(runs) {
     m_painter.setRenderHint(QPainter::Antialiasing);
+}
+
+double uctAgendaPainter::widthOf(const QString& text) const {
+    return QFontMetricsF(m_painter.font(), m_painter.device()).horizontalAdvance(text);
 }
 
 /// Cut with dots rather than by a clip, which not every paint device knows.
@@ -54,15 +61,12 @@ void uctAgendaPainter::paintHeader(double height) {
     m_painter.fillRect(QRectF(0, 0, m_layout.size().width(), height), colour(QPalette::Button));
     m_painter.setPen(colour(QPalette::ButtonText));
     const std::span days(m_layout.days().data(), isMonth() ? 7 : m_layout.days().size());
-    const QFontMetricsF metrics(m_painter.font(), m_painter.device());
     const double room = days.front().place.width() - 8;
-    const bool counted = !isMonth() && std::ranges::all_of(days, [&](const AgendaLayout::Day& day) {
-        return metrics.horizontalAdvance(dayText(day, true)) <= room;
-    });
+    int form = isMonth() ? 0 : 1; // the longest one in which all find room
+    const auto fits = [&](const AgendaLayout::Day& day) { return widthOf(dayForms(day)[form]) <= room; };
+    while (!isMonth() && form < 3 && !std::ranges::all_of(days, fits)) ++form;
     for (const AgendaLayout::Day& day : days)
-        paintText({day.place.left() + 4, 0, room, height},
-                  isMonth() ? QLocale::c().toString(day.date, "dddd") : dayText(day, counted),
-                  Qt::AlignHCenter);
+        paintText({day.place.left() + 4, 0, room, height}, dayForms(day)[form], Qt::AlignHCenter);
     m_painter.setPen(Palette::frameLine().darker(115));
     m_painter.drawLine(QPointF(0, height - 0.5), QPointF(m_layout.size().width(), height - 0.5));
 }
@@ -76,12 +80,14 @@ void uctAgendaPainter::paintDays(const AgendaMarks& marks, const QRectF& visible
         else if (day.date == marks.now.date())
             m_painter.fillRect(day.place & visible, faint(colour(QPalette::Highlight), 24));
     }
-    if (!isMonth()) paintHours(visible);
+    if (!isMonth()) {
+        paintHours(visible);
+        paintNow(marks.now); // below the runs: their titles are to be read
+    }
     for (const AgendaLayout::Item& item : m_layout.items())
         if (item.place.intersects(visible)) paintItem(item, marks.selected == item.run);
     for (const AgendaLayout::More& more : m_layout.more())
         if (more.place.intersects(visible)) paintMore(more);
-    if (!isMonth()) paintNow(marks.now);
     if (marks.ghost) paintGhost(*marks.ghost);
 }
 
@@ -99,13 +105,16 @@ void uctAgendaPainter::paintMonthDay(const AgendaLayout::Day& day, const AgendaM
         m_painter.setPen(QPen(colour(QPalette::Highlight), 2));
         m_painter.drawRect(day.place.adjusted(1, 1, -1, -1));
     }
-    const QRectF top(day.place.left() + 4, day.place.top(), day.place.width() - 8, line() * 1.2);
+    QRectF top(day.place.left() + 4, day.place.top(), day.place.width() - 8, line() * 1.2);
     m_painter.setPen(day.within ? colour(QPalette::Text) : Palette::subtleText());
+    if (day.runs > 0) {
+        const QString runs = runsText(day.runs);
+        paintText(top, runs, Qt::AlignRight);
+        top.adjust(0, 0, -widthOf(runs) - 4, 0);
+    }
     const QString date = QLocale::c().toString(day.date, day.within ? "d" : "d MMM");
-    paintText(top, today ? date + " Today" : date);
-    if (day.runs == 0) return;
-    m_painter.setPen(day.within ? colour(QPalette::Text) : Palette::subtleText());
-    paintText(top, runsText(day.runs), Qt::AlignRight);
+    const bool named = today && widthOf(date + " Today") <= top.width();
+    paintText(top, named ? date + " Today" : date);
 }
 
 void uctAgendaPainter::paintHours(const QRectF& visible) {
@@ -148,7 +157,8 @@ void uctAgendaPainter::paintItem(const AgendaLayout::Item& item, bool selected) 
                                                     selected ? QIcon::Selected : QIcon::Normal));
     m_painter.setPen(colour(selected ? QPalette::HighlightedText : QPalette::Text));
     const QString when = item.fromBefore ? "…" : timeText(run.start);
-    paintText(first.adjusted(side + 4, 0, 0, 0), when + ' ' + run.schedule.title);
+    const QRectF words = first.adjusted(side + 4, 0, 0, 0);
+    if (words.width() >= widthOf("00")) paintText(words, when + ' ' + run.schedule.title);
 }
 
 void uctAgendaPainter::paintBlock(const AgendaRun& run, const AgendaLayout::Item& item, bool selected) {

@@ -40,6 +40,7 @@ private:
     void paintMore(const AgendaLayout::More& more);
     void paintGhost(const AgendaMarks::Ghost& ghost);
     void paintText(const QRectF& place, const QString& text, int flags = 0);
+    double widthOf(const QString& text) const;
     double line() const { return m_layout.sizes().line; }
     bool isMonth() const { return m_layout.view() == AgendaView::Month; }
 
