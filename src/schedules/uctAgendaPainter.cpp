@@ -40,6 +40,12 @@ QStringList dayForms(const AgendaLayout::Day& day) {
 
 } // namespace
 
+QString drawable(QString text) {
+    for (QChar& letter : text)
+        if (letter.category() == QChar::Other_Control) letter = ' ';
+    return text;
+}
+
 uctAgendaPainter::uctAgendaPainter(QPainter& painter, const AgendaLayout& layout,
                                    const std::vector<AgendaRun>& runs)
     : m_painter(painter), m_layout(layout), m_runs(runs) {
@@ -53,7 +59,7 @@ double uctAgendaPainter::widthOf(const QString& text) const {
 /// Cut with dots rather than by a clip, which not every paint device knows.
 void uctAgendaPainter::paintText(const QRectF& place, const QString& text, int flags) {
     const QFontMetricsF metrics(m_painter.font(), m_painter.device());
-    const QString shown = metrics.elidedText(QString(text).replace('\n', ' '), Qt::ElideRight, place.width());
+    const QString shown = metrics.elidedText(drawable(text), Qt::ElideRight, place.width());
     m_painter.drawText(place, flags | Qt::AlignVCenter | Qt::TextSingleLine, shown);
 }
 

@@ -18,6 +18,9 @@ struct AgendaMarks {
     std::optional<Ghost> ghost;
 };
 
+/// In one line, and without what no text of a drawing may hold.
+QString drawable(QString text);
+
 /// Draws an agenda by its layout, in the program's colours and the painter's font; on the screen and into
 /// files alike. Each status has its mark beside its colour. A run whose length is estimated is hatched and
 /// dashed, one of which no length is known stays open at its end.

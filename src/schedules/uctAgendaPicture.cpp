@@ -1,6 +1,7 @@
 #include "schedules/uctAgendaPicture.h"
 
 #include "schedules/uctAgenda.h"
+#include "schedules/uctAgendaPainter.h"
 
 #include <QBuffer>
 #include <QImage>
@@ -27,8 +28,9 @@ void paint(QPaintDevice& device, const uctAgenda& agenda, const QString& title) 
     bold.setBold(true);
     painter.setFont(bold);
     painter.setPen(agenda.palette().color(QPalette::WindowText));
-    painter.drawText(top, Qt::AlignVCenter | Qt::TextSingleLine,
-                     agenda.fontMetrics().elidedText(title, Qt::ElideRight, int(top.width() * 0.9)));
+    painter.drawText(
+        top, Qt::AlignVCenter | Qt::TextSingleLine,
+        agenda.fontMetrics().elidedText(drawable(title), Qt::ElideRight, int(top.width() * 0.9)));
     painter.translate(0, titleHeight(agenda));
     agenda.paintWhole(painter);
 }
@@ -55,7 +57,7 @@ QByteArray agendaAsSvg(const uctAgenda& agenda, const QString& title) {
     generator.setSize(sizeOf(agenda));
     generator.setViewBox(QRect(QPoint(), sizeOf(agenda)));
     generator.setResolution(agenda.logicalDpiX());
-    generator.setTitle(title);
+    generator.setTitle(drawable(title).toHtmlEscaped()); // it is written as it stands
     paint(generator, agenda, title);
     return content;
 }

@@ -20,6 +20,7 @@
 #include <QScrollBar>
 #include <QTimeEdit>
 #include <QToolButton>
+#include <QXmlStreamReader>
 
 using enum ScheduleStatus;
 
@@ -284,11 +285,11 @@ private slots:
 
     void files() {
         Agenda agenda;
-        const int id = agenda.addRun("March r1", Pending, when(1, "08:00:00"));
-        agenda.addRun("April r1", Pending, when(40, "08:00:00"));
+        const int id = agenda.addRun(QString("March <r1> & ") + QChar(1), Pending, when(1, "08:00:00"));
+        agenda.addRun("April <r1> &", Pending, when(40, "08:00:00"));
         agenda.addRun("May", Pending, when(41, "08:00:00"));
         agenda.open("optDay", when(1, "00:00:00").date());
-        agenda.control<QLineEdit>("txtFilter").setText("r1");
+        agenda.control<QLineEdit>("txtFilter").setText("<R1> &");
         agenda.drawing().selectId(id, true);
         const QString path = agenda.program.appFile("picture");
         const auto save = [&](const QString& button, const QString& file) {
@@ -304,8 +305,11 @@ private slots:
         QVERIFY(save("cmdSavePicture", path + ".png").join('|').contains("exists already"));
         save("cmdSavePicture", path + ".SVG");
         const QString drawing = QString::fromUtf8(readFile(path + ".SVG"));
-        QVERIFY(drawing.contains("08:00 March") && drawing.contains("23:00")
-                && drawing.contains("filter: r1"));
+        QXmlStreamReader xml(drawing);
+        while (!xml.atEnd()) xml.readNext();
+        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+        QVERIFY(drawing.contains("08:00 March &lt;r1&gt; &amp;") && drawing.contains("23:00")
+                && drawing.contains("filter: &lt;R1&gt; &amp;"));
         QVERIFY(save("cmdSaveCalendar", "/no/such/folder/x").join('|').contains("could not be written"));
         save("cmdSaveCalendar", path);
         const QByteArray calendar = readFile(path + ".ics");
