@@ -11,7 +11,7 @@ constexpr qint64 secondsOfDay = 86'400;
 constexpr qint64 quarter = 900;
 constexpr double linesPerHour = 2;
 constexpr double linesPerWeek = 4.7;  // the date and three runs
-constexpr double narrowestLane = 2.5; // lines of text: room for a mark
+constexpr double narrowestLane = 1.8; // lines of text: room for a mark
 
 QString inEnglish(QDate day, const QString& format) {
     return QLocale::c().toString(day, format);

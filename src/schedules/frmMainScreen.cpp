@@ -42,13 +42,6 @@ const QString loadFailure = "Error loading schedule information";
 const QString sortHint = "(Click on a header to apply sorting)";
 constexpr std::chrono::seconds messageStays(15);
 
-QLabel* subtleLabel(const QString& name, const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text, parent);
-    label->setObjectName(name);
-    setTextColour(*label, Palette::subtleText());
-    return label;
-}
-
 } // namespace
 
 frmMainScreen::frmMainScreen(ScreenContext& context, QWidget* parent)

@@ -164,7 +164,7 @@ void uctAgendaPainter::paintItem(const AgendaLayout::Item& item, bool selected) 
     m_painter.setPen(colour(selected ? QPalette::HighlightedText : QPalette::Text));
     const QString when = item.fromBefore ? "…" : timeText(run.start);
     const QRectF words = first.adjusted(side + 4, 0, 0, 0);
-    if (words.width() >= widthOf("00")) paintText(words, when + ' ' + run.schedule.title);
+    if (words.width() >= widthOf("00:…")) paintText(words, when + ' ' + run.schedule.title);
 }
 
 void uctAgendaPainter::paintBlock(const AgendaRun& run, const AgendaLayout::Item& item, bool selected) {
@@ -209,8 +209,9 @@ void uctAgendaPainter::paintMore(const AgendaLayout::More& more) {
     m_painter.setBrush(colour(QPalette::Base));
     m_painter.drawRect(more.place.adjusted(0.5, 0.5, -0.5, -0.5));
     m_painter.setPen(colour(QPalette::Text));
-    paintText({more.place.left() + 4, more.place.top(), more.place.width() - 6, line() * 1.1},
-              QString("+%1 more").arg(more.runs));
+    const QRectF place(more.place.left() + 4, more.place.top(), more.place.width() - 6, line() * 1.1);
+    const QString text = QString("+%1 more").arg(more.runs);
+    paintText(place, widthOf(text) <= place.width() ? text : QString("+%1").arg(more.runs));
 }
 
 void uctAgendaPainter::paintGhost(const AgendaMarks::Ghost& ghost) {
