@@ -2,6 +2,7 @@
 
 #include "base/Session.h"
 #include "demo/DemoServer.h"
+#include "demo/walk/AgendaRoad.h"
 #include "demo/walk/Controls.h"
 #include "demo/walk/SubProjectRoad.h"
 #include "demo/walk/TemplateRoad.h"
@@ -106,6 +107,7 @@ void planSchedule(Walker& walker) {
 void planRoad(Walker& walker, const QString& server) {
     planLogin(walker, server);
     planMainScreen(walker);
+    planAgenda(walker);
     planTemplates(walker);
     planSchedule(walker);
     planSubProjects(walker);

@@ -129,9 +129,12 @@ void frmAgenda::buildBar() {
     connect(m_ui->cmdToday, &QToolButton::clicked, this,
             [=, this] { showDays(view(), QDate::currentDate()); });
     connect(m_ui->dtDay, &QDateEdit::dateChanged, this, [=, this](QDate date) { showDays(view(), date); });
-    connect(m_ui->optMonth, &QRadioButton::clicked, this, [=, this] { showDays(AgendaView::Month, day()); });
-    connect(m_ui->optWeek, &QRadioButton::clicked, this, [=, this] { showDays(AgendaView::Week, day()); });
-    connect(m_ui->optDay, &QRadioButton::clicked, this, [=, this] { showDays(AgendaView::Day, day()); });
+    const std::array views{m_ui->optMonth, m_ui->optWeek, m_ui->optDay};
+    for (std::size_t i = 0; i < views.size(); ++i)
+        connect(views[i], &QRadioButton::clicked, this, [=, this] {
+            const auto id = m_ui->agenda->selectedId(); // whose day is what the user looks at
+            showDays(AgendaView(i), id ? m_ui->agenda->runOf(*id)->start.date() : day());
+        });
     m_ui->txtFilter->attach(*m_ui->lstRuns);
     connect(m_ui->txtFilter, &QLineEdit::textChanged, this, &frmAgenda::showRuns);
 }
@@ -241,6 +244,7 @@ void frmAgenda::daysShown() {
     const QSignalBlocker quiet(m_ui->dtDay);
     m_ui->dtDay->setDate(m_ui->agenda->day());
     m_ui->lblDays->setText(daysText(view, m_ui->agenda->day()));
+    m_ui->lblDays->setToolTip(m_ui->lblDays->text());
     const std::array buttons{m_ui->optMonth, m_ui->optWeek, m_ui->optDay};
     buttons[std::size_t(view)]->setChecked(true);
     saveSetting("VWT", "Agenda", "View", viewNames[int(view)]);

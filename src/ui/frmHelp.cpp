@@ -34,6 +34,7 @@ QString pageOf(const QString& screen) {
                                                {"frmSchedule", "schedule-editor"},
                                                {"frmSQLServerDatabases", "schedule-editor"},
                                                {"frmScheduleView", "log"},
+                                               {"frmAgenda", "agenda"},
                                                {"frmManageTemplates", "templates"},
                                                {"frmTemplate", "templates"},
                                                {"frmReport", "reports"},
