@@ -338,9 +338,10 @@ bool frmAgenda::mayMove(clsSchedule& schedule, int id, const WallClock& when) {
         messages().notice(this, problem);
         return false;
     }
-    return messages().ask(
-        this, QString("Do you want to run the schedule '%1' on %2 instead of %3?")
-                  .arg(schedule.Title(), when.shown(), shownStoredDate(schedule.StoredRunDate())));
+    QString question = QString("Do you want to run the schedule '%1' on %2 instead of %3?")
+                           .arg(schedule.Title(), when.shown(), shownStoredDate(schedule.StoredRunDate()));
+    if (when < WallClock::now()) question += "\n\nThat time has passed: it runs as soon as possible.";
+    return messages().ask(this, question);
 }
 
 QString frmAgenda::pathToSave(const QString& name, const QString& filter, const QString& suffix) {

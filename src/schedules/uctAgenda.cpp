@@ -305,7 +305,7 @@ void uctAgenda::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
     if (event->modifiers() & Qt::ControlModifier && moveByKey(key)) return;
-    if (m_move && m_move->begun) {
+    if (m_move) {
         if (enter) finishMove();
         if (key == Qt::Key_Escape) endMove();
         return;
