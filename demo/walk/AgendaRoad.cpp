@@ -3,6 +3,7 @@
 #include "demo/walk/Controls.h"
 #include "schedules/uctAgenda.h"
 
+#include <QCoreApplication>
 #include <QDialog>
 #include <QMouseEvent>
 #include <QScrollBar>

@@ -80,7 +80,9 @@ void AgendaLayout::layMonth(const std::vector<AgendaRun>& runs, QDate day) {
                                          [](const AgendaRun& run) { return run.start.date(); });
     for (std::size_t i = 0; i < m_days.size(); ++i) {
         Day& box = m_days[i];
-        box.place = {double(i % daysOfWeek) * width, double(i / daysOfWeek) * height, width, height};
+        const int column = int(i) % daysOfWeek;
+        const int row = int(i) / daysOfWeek;
+        box.place = {column * width, row * height, width, height};
         box.within = box.date.month() == day.month();
         Places places;
         for (; next != runs.end() && next->start.date() == box.date; ++next)

@@ -64,8 +64,9 @@ QString AgendaRun::lengthText() const {
 
 QString AgendaRun::description() const {
     const bool finished = isFinished(schedule.status);
-    QStringList lines{schedule.title, status, (finished ? "Ran: " : "Due to run: ") + schedule.date->shown()};
-    if (start != *schedule.date) lines << "Seen to begin: " + start.shown();
+    const WallClock stored = schedule.date.value_or(start);
+    QStringList lines{schedule.title, status, (finished ? "Ran: " : "Due to run: ") + stored.shown()};
+    if (start != stored) lines << "Seen to begin: " + start.shown();
     QString lengthLine = "Length: " + lengthText();
     if (length == Estimated)
         lengthLine += watched == 1 ? QString(", an estimate from one run of its template")

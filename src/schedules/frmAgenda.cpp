@@ -86,10 +86,10 @@ frmAgenda::frmAgenda(ScreenContext& screenContext, QWidget* parent)
     connect(&m_tmrAgenda, &QTimer::timeout, this, [this] { m_reader.request(); });
     connect(&m_reader, &ScheduleReader::changed, this, &frmAgenda::take);
     connect(&m_reader, &ScheduleReader::failed, this, &frmAgenda::showProblemOf);
-    auto* refreshes = new QAction("Refresh", this);
-    refreshes->setShortcut(QKeySequence::Refresh);
-    connect(refreshes, &QAction::triggered, this, &frmAgenda::CalledBack);
-    addAction(refreshes);
+    auto* read = new QAction("Refresh", this);
+    read->setShortcut(QKeySequence::Refresh);
+    connect(read, &QAction::triggered, this, &frmAgenda::CalledBack);
+    addAction(read);
     resizeToText(*this, 190, 44);
 }
 

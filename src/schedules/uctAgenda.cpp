@@ -49,22 +49,17 @@ void uctAgenda::lay() {
 }
 
 void uctAgenda::setRuns(std::vector<AgendaRun> runs) {
-    std::optional<QString> lost;
-    if (m_move) {
-        const QString title = runOf(m_move->id)->schedule.title;
-        const auto now = std::ranges::find(runs, m_move->id, &AgendaRun::id);
-        if (now == runs.end() || !now->isMovable() || now->start != m_move->from) lost = title;
-    }
+    const auto held = m_move;
+    const AgendaRun* const before = held ? runOf(held->id) : nullptr;
+    const QString title = before ? before->schedule.title : QString();
     m_runs = std::move(runs);
-    if (lost) {
-        const bool begun = m_move->begun;
-        endMove();
-        if (!begun) lost.reset();
-    }
+    const AgendaRun* const now = held ? runOf(held->id) : nullptr;
+    const bool lost = held && (!now || !now->isMovable() || now->start != held->from);
+    if (lost) endMove();
     lay();
     dropSelection([this] { return !runOf(*m_selected); });
     tellSelected();
-    if (lost) emit moveLost(*lost);
+    if (lost && held->begun) emit moveLost(title);
 }
 
 std::optional<std::size_t> uctAgenda::placeOf(int id) const {
@@ -139,8 +134,9 @@ void uctAgenda::showPlace(const std::optional<QRectF>& place) {
 
 AgendaMarks uctAgenda::marks() const {
     AgendaMarks marks{WallClock::now(), m_selected ? placeOf(*m_selected) : std::nullopt, {}};
-    if (m_move && m_move->begun && m_move->when)
-        marks.ghost = {*placeOf(m_move->id), *m_move->when, m_move->when->date() >= marks.now.date()};
+    if (!m_move || !m_move->begun || !m_move->when) return marks;
+    if (const auto place = placeOf(m_move->id))
+        marks.ghost = {*place, *m_move->when, m_move->when->date() >= marks.now.date()};
     return marks;
 }
 
@@ -223,49 +219,51 @@ void uctAgenda::mousePressEvent(QMouseEvent* event) {
 void uctAgenda::mouseMoveEvent(QMouseEvent* event) {
     if (!m_move || m_move->byKeys) return;
     if (!(event->buttons() & Qt::LeftButton)) return endMove();
-    m_move->held = event->position().toPoint();
-    const int way = (m_move->held - m_move->pressed).manhattanLength();
-    if (!m_move->begun && way < QApplication::startDragDistance()) return;
-    m_move->begun = true;
+    Move& move = *m_move;
+    move.held = event->position().toPoint();
+    const int way = (move.held - move.pressed).manhattanLength();
+    if (!move.begun && way < QApplication::startDragDistance()) return;
+    move.begun = true;
     QToolTip::hideText();
-    drag();
+    drag(move);
     m_scrolls.start();
 }
 
-void uctAgenda::drag() {
-    const QPoint& position = m_move->held;
-    const bool beside = !viewport()->rect().contains(position) || position.y() < headerHeight();
-    m_move->when = beside ? std::nullopt : m_layout.timeAt(content(position), m_move->from);
-    if (m_move->when && m_view != AgendaView::Month) {
-        const WallClock midnight(m_move->when->date(), QTime(0, 0));
-        const WallClock start = m_move->when->addSecs(-m_move->grabbed);
-        m_move->when = snapped(m_move->fromBefore ? start : std::max(start, midnight));
+void uctAgenda::drag(Move& move) {
+    const bool beside = !viewport()->rect().contains(move.held) || move.held.y() < headerHeight();
+    move.when = beside ? std::nullopt : m_layout.timeAt(content(move.held), move.from);
+    if (move.when && m_view != AgendaView::Month) {
+        const WallClock midnight(move.when->date(), QTime(0, 0));
+        const WallClock start = move.when->addSecs(-move.grabbed);
+        move.when = snapped(move.fromBefore ? start : std::max(start, midnight));
     }
-    viewport()->setCursor(m_move->when ? Qt::ClosedHandCursor : Qt::ForbiddenCursor);
+    viewport()->setCursor(move.when ? Qt::ClosedHandCursor : Qt::ForbiddenCursor);
     viewport()->update();
 }
 
 /// Where the run is held at the upper or lower edge, or beyond it.
 void uctAgenda::scrollWhileDragging() {
-    const QPoint& position = m_move->held;
+    if (!m_move) return;
+    const int y = m_move->held.y();
     const int edge = fontMetrics().height();
-    const bool above = position.y() < headerHeight() + edge;
-    if (!above && position.y() <= viewport()->height() - edge) return;
+    const bool above = y < headerHeight() + edge;
+    if (!above && y <= viewport()->height() - edge) return;
     verticalScrollBar()->setValue(verticalScrollBar()->value() + (above ? -edge : edge) / 2);
-    drag();
+    drag(*m_move);
 }
 
 void uctAgenda::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton || !m_move || m_move->byKeys) return;
     m_move->held = event->position().toPoint();
-    if (m_move->begun) drag();
+    if (m_move->begun) drag(*m_move);
     finishMove();
 }
 
 void uctAgenda::finishMove() {
-    const auto move = std::exchange(m_move, {});
+    const auto move = m_move;
     endMove();
-    if (move->begun && move->when && *move->when != move->from) emit moveRequested(move->id, *move->when);
+    if (move && move->begun && move->when && *move->when != move->from)
+        emit moveRequested(move->id, *move->when);
 }
 
 void uctAgenda::endMove() {
@@ -347,17 +345,16 @@ bool uctAgenda::moveByKey(int key) {
     if (!sideways && key != Qt::Key_Up && key != Qt::Key_Down) return false;
     const AgendaRun* run = m_selected ? runOf(*m_selected) : nullptr;
     if (!run || !run->isMovable()) return true;
-    if (!m_move || !m_move->byKeys)
-
-        m_move = Move{.id = run->id(), .from = run->start, .byKeys = true, .begun = true, .when = run->start};
+    if (m_move && !m_move->byKeys) return true; // the mouse has it
+    if (!m_move) m_move = Move{.id = run->id(), .from = run->start, .byKeys = true, .begun = true};
+    const WallClock when = m_move->when.value_or(run->start);
     const int direction = key == Qt::Key_Left || key == Qt::Key_Up ? -1 : 1;
-    const WallClock when = *m_move->when;
-    if (sideways || m_view == AgendaView::Month)
-        m_move->when = when.addDays(sideways ? direction : direction * 7);
-    else
-        m_move->when = snapped(when.addSecs(direction * quarter));
-    if (!days().contains(m_move->when->date())) turnTo(m_view, m_move->when->date());
-    showPlace(m_layout.placeAt(*m_move->when, 0));
+    const WallClock next = sideways                      ? when.addDays(direction)
+                           : m_view == AgendaView::Month ? when.addDays(direction * 7)
+                                                         : snapped(when.addSecs(direction * quarter));
+    m_move->when = next;
+    if (!days().contains(next.date())) turnTo(m_view, next.date());
+    showPlace(m_layout.placeAt(next, 0));
     viewport()->update();
     return true;
 }

@@ -85,7 +85,7 @@ private:
     void selectNeighbour(int step);
     bool moveByKey(int key);
     bool turnByKey(int key);
-    void drag();
+    void drag(Move& move);
     void scrollWhileDragging();
     void endMove();
     void finishMove();

@@ -196,7 +196,9 @@ void uctAgendaPainter::paintBlock(const AgendaRun& run, const AgendaLayout::Item
 void uctAgendaPainter::paintHatching(const QRectF& place) {
     const QRectF room = place.adjusted(4, std::min(place.height(), line() * 1.1), 0, 0);
     const double height = room.height();
-    for (double x = 0; x < room.width() + height; x += line() / 2) {
+    const double gap = line() / 2;
+    for (int i = 0; i * gap < room.width() + height; ++i) {
+        const double x = i * gap;
         const double over = std::max(0.0, x - room.width());
         const double under = std::max(0.0, height - x);
         m_painter.drawLine(QPointF(room.left() + x - over, room.top() + over),

@@ -8,7 +8,7 @@
 namespace {
 
 WallClock at(const QString& stored) {
-    return *WallClock::fromStored(stored);
+    return WallClock::fromStored(stored).value_or(WallClock());
 }
 
 AgendaRun runAt(const QString& start, qint64 seconds = 0, int id = 1) {

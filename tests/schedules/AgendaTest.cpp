@@ -58,7 +58,7 @@ class AgendaTest : public QObject {
         QString problem() { return control<QLabel>("lblProblem").text(); }
         /// In the drawing: the middle of a run's line, as it would stand alone at a time.
         QPoint pointOf(const WallClock& when) {
-            const QRectF place = *drawing().layOut().placeAt(when, 0);
+            const QRectF place = drawing().layOut().placeAt(when, 0).value_or(QRectF());
             return QPoint(int(place.center().x()), int(place.center().y() + drawing().headerHeight())
                                                        - drawing().verticalScrollBar()->value());
         }
