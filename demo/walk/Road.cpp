@@ -2,6 +2,7 @@
 
 #include "base/Session.h"
 #include "demo/DemoServer.h"
+#include "demo/walk/AgendaRoad.h"
 #include "demo/walk/Controls.h"
 #include "demo/walk/PlanningRoad.h"
 #include "demo/walk/SubProjectRoad.h"
@@ -107,6 +108,7 @@ void planSchedule(Walker& walker) {
 void planRoad(Walker& walker, const QString& server) {
     planLogin(walker, server);
     planMainScreen(walker);
+    planAgenda(walker);
     planTemplates(walker);
     planSchedule(walker);
     planSeries(walker);

@@ -16,6 +16,7 @@ QProcess* runningEngine = nullptr;
 }
 
 bool walkProgram(QApplication& application, const Walk& walk) {
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // the walker types into them
     Session session(walk.appFolder, walk.opener);
     session.waiter = walk.waiter;
     MessageBoxes messages;

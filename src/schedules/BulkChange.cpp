@@ -7,6 +7,7 @@
 #include "db/StoredTitle.h"
 #include "projects/ProjectList.h"
 #include "schedules/ScheduleChoices.h"
+#include "schedules/modScheduler.h"
 #include "templates/TemplateSummary.h"
 #include "templates/modTemplates.h"
 
@@ -52,8 +53,7 @@ public:
         if (m_change.time || m_change.moveBy != 0) {
             const auto date = WallClock::fromStored(wanted.runDate);
             if (!date) return "its run date is no date.";
-            if (date->date() < QDate::currentDate())
-                return "The scheduled run date must be after todays date.";
+            if (const QString late = runDateProblem(*date); !late.isEmpty()) return late;
         }
         const auto found = m_templates.constFind(wanted.templateId);
         if (m_change.project || m_change.templateId) {

@@ -92,7 +92,8 @@ ScheduleListRow ScheduleReading::row(const Row& schedule) const {
     if (isFinished(row.status) && row.date && !row.date->isZeroDate())
         if (const auto due = WallClock::fromStored(schedule.text("RunDate")))
             row.delay = due->secsTo(*row.date);
-    const auto summary = templates.constFind(schedule.integer("TemplateID"));
+    row.templateId = schedule.integer("TemplateID");
+    const auto summary = templates.constFind(row.templateId);
     if (summary != templates.constEnd())
         describeTemplate(row, *summary, subProjects.value(subProjectKey(summary->header)));
     else

@@ -21,11 +21,16 @@ struct ScheduleListRow {
     std::optional<WallClock> date; ///< the same; nothing where the stored text is no date
     QString contents;              ///< "Reports : 3", "Sub Projects : 12"
     QString contentsNote;          ///< how many of the sub projects the template really makes
+    int templateId = 0;
     QString templateTitle;
     bool subProjects = false;
     QString owner;
     std::optional<qint64> delay; ///< seconds from the time it was due to that of its run, when both are known
     QString problem;             ///< why the schedule cannot be run or edited; empty when it can
+
+    bool isDelayed(const WallClock& now) const {
+        return status == ScheduleStatus::Pending && date && *date < now;
+    }
 };
 
 /// Who reads: a user sees his own schedules, the administrator everybody's.

@@ -6,11 +6,13 @@
 #include "base/modOptions.h"
 #include "db/DbError.h"
 #include "db/SchedulerDatabase.h"
+#include "schedules/frmAgenda.h"
 #include "schedules/frmSchedule.h"
 #include "schedules/frmScheduleView.h"
 #include "schedules/modScheduler.h"
 #include "schedules/uctBulkActions.h"
 #include "templates/frmManageTemplates.h"
+#include "ui/Callback.h"
 #include "ui/Cursors.h"
 #include "ui/DesktopNotices.h"
 #include "ui/Labels.h"
@@ -41,13 +43,6 @@ const QString addFailure = "Error loading add schedule";
 const QString loadFailure = "Error loading schedule information";
 const QString sortHint = "(Click on a header to apply sorting)";
 constexpr std::chrono::seconds messageStays(15);
-
-QLabel* subtleLabel(const QString& name, const QString& text, QWidget* parent) {
-    auto* label = new QLabel(text, parent);
-    label->setObjectName(name);
-    setTextColour(*label, Palette::subtleText());
-    return label;
-}
 
 } // namespace
 
@@ -106,6 +101,10 @@ void frmMainScreen::buildFooter() {
                                "Make a new schedule from the selected one and look at it first", this,
                                &frmMainScreen::cmdRunAgain_Click);
     footer.addStretch();
+    footer
+        .add("Agenda", "Agenda", "view-calendar", "View what runs when, as a month, a week or a day", this,
+             &frmMainScreen::cmdAgenda_Click)
+        ->setShortcut(Qt::CTRL | Qt::Key_G);
     footer.add("ManageTemplates", "Manage &Templates", "view-list-details", "Manage the report templates",
                this, &frmMainScreen::cmdManageTemplates_Click);
     footer.add("Options", "&Options", "configure", "View/edit Scheduler options", this,
@@ -337,23 +336,24 @@ void frmMainScreen::cmdAdd_Click() {
 void frmMainScreen::cmdEdit_Click() {
     run([this] {
         if (const std::optional<int> id = activeList().selectedId())
-            editSchedule(*id);
+            editSchedule(*id, *this);
         else
             m_context.messages.notice(this, "You must select a schedule to edit.");
     });
 }
 
-void frmMainScreen::editSchedule(int id) {
+/// The screen that is opened stands over the caller and calls it back.
+void frmMainScreen::editSchedule(int id, QWidget& caller) {
     switch (ReadScheduleStatus(m_context.session, id)) {
     case ScheduleStatus::Processing:
-        resetSchedule(id);
+        resetSchedule(id, caller);
         break;
     case ScheduleStatus::CompletedWithErrors:
     case ScheduleStatus::Completed:
-        openScreen<frmScheduleView>(m_context, this, loadFailure, id);
+        openScreen<frmScheduleView>(m_context, &caller, loadFailure, id);
         break;
     default:
-        showSaved(openScreen<frmSchedule>(m_context, this, loadFailure, id));
+        showSaved(openScreen<frmSchedule>(m_context, &caller, loadFailure, id));
     }
 }
 
@@ -403,16 +403,17 @@ QString frmMainScreen::processedSince(int id) const {
     return due ? QString(", since %1 at the earliest").arg(due->shown()) : QString();
 }
 
-void frmMainScreen::resetSchedule(int id) {
-    const QString title = activeList().textOf(id, ShownSchedules::Title);
+void frmMainScreen::resetSchedule(int id, QWidget& caller) {
+    const QString title = m_ui->lstSchedules->textOf(id, ShownSchedules::Title);
     const QString question =
         "The schedule '%1' is being processed%2.\n\nDo you want to reset it? Do so only when "
         "the engine has stopped working on it.";
-    if (!m_context.messages.ask(this, question.arg(title, processedSince(id)))) return;
-    m_context.messages.notice(this, "Reseting this schedule status, due to an unknown error");
+    if (!m_context.messages.ask(&caller, question.arg(title, processedSince(id)))) return;
+    m_context.messages.notice(&caller, "Reseting this schedule status, due to an unknown error");
     if (!ResetSchedule(m_context.session, id))
-        m_context.messages.notice(this, "The schedule is not being processed any more; nothing was reset.");
-    FillScheduleList();
+        m_context.messages.notice(&caller,
+                                  "The schedule is not being processed any more; nothing was reset.");
+    Callback(&caller, "Calledback").invoke();
 }
 
 void frmMainScreen::cmdDelete_Click() {
@@ -467,6 +468,19 @@ void frmMainScreen::cmdManageTemplates_Click() {
         connect(manager.get(), &frmManageTemplates::scheduleRequested, this,
                 [this, caller = manager.get()](int templateId) { scheduleTemplate(*caller, templateId); });
         manager->exec();
+    });
+}
+
+void frmMainScreen::cmdAgenda_Click() {
+    run([this] {
+        const auto agenda =
+            setUpScreen<frmAgenda>(m_context, this, "Error loading the agenda", m_shown.runs());
+        if (!agenda) return;
+        agenda->SetCallback(this, "Calledback");
+        connect(agenda.get(), &frmAgenda::openRequested, this, [this, caller = agenda.get()](int id) {
+            guarded(m_context, caller, [=, this] { editSchedule(id, *caller); });
+        });
+        agenda->exec();
     });
 }
 

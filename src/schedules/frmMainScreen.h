@@ -58,6 +58,7 @@ private slots:
     void cmdRunNow_Click();
     void cmdRunAgain_Click();
     void cmdManageTemplates_Click();
+    void cmdAgenda_Click();
     void cmdVersion_Click();
     void cmdHelp_Click();
     void tmrScheduler_Timer();
@@ -82,9 +83,9 @@ private:
     void tellProblem(const DbError& error);
     void showChanges(const ScheduleChanges& changes);
     void selectRow(bool finished);
-    void editSchedule(int id);
+    void editSchedule(int id, QWidget& caller);
     QString processedSince(int id) const;
-    void resetSchedule(int id);
+    void resetSchedule(int id, QWidget& caller);
     void run(const std::function<void()>& body, const SlotName& slot = std::source_location::current());
 
     ScreenContext& m_context;

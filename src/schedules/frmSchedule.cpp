@@ -320,8 +320,8 @@ bool frmSchedule::checkTemplate() {
 }
 
 bool frmSchedule::checkRunDate() {
-    return m_schedule.RunDate().date() >= QDate::currentDate()
-           || refused("The scheduled run date must be after todays date", m_ui->dtRunOn);
+    const QString problem = runDateProblem(m_schedule.RunDate());
+    return problem.isEmpty() || refused(problem, m_ui->dtRunOn);
 }
 
 bool frmSchedule::saveAtOnce() {

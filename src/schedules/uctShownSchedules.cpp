@@ -25,17 +25,13 @@ std::vector<ListColumn> columns(const QString& date, const QString& fourth, bool
     return columns;
 }
 
-bool isDelayed(const ScheduleListRow& schedule, const WallClock& now) {
-    return schedule.status == ScheduleStatus::Pending && schedule.date && *schedule.date < now;
-}
-
 ListCell statusCell(const ScheduleListRow& schedule, const WallClock& now,
                     const std::optional<WallClock>& runningSince) {
     ListCell cell(statusText(schedule.status));
     if (schedule.status == ScheduleStatus::Pending) cell.text = dueText(schedule.date, now);
     if (schedule.status == ScheduleStatus::Processing && runningSince && runningSince->secsTo(now) > 60)
         cell.text += " (" + durationText(runningSince->secsTo(now), false) + ')';
-    cell.icon = statusIcon(schedule.status, isDelayed(schedule, now));
+    cell.icon = statusIcon(schedule.status, schedule.isDelayed(now));
     return cell;
 }
 
@@ -63,10 +59,10 @@ std::vector<ListColumn> ShownSchedules::finishedColumns(bool withOwner) {
 
 ShownSchedules::Rows ShownSchedules::take(const ScheduleChanges& changes, const WallClock& now) {
     Rows rows;
+    m_runs.take(changes, now);
     const auto former = changes.complete ? std::exchange(m_waiting, {}) : m_waiting;
     for (const ScheduleListRow& schedule : changes.rows) {
-        const auto before = former.constFind(schedule.id);
-        const bool wasWaiting = before != former.constEnd();
+        const bool wasWaiting = former.contains(schedule.id);
         if (isFinished(schedule.status)) {
             m_waiting.remove(schedule.id);
             if (wasWaiting && schedule.owner == m_userName) m_news.insert(*(rows.news = schedule.id));
@@ -76,12 +72,9 @@ ShownSchedules::Rows ShownSchedules::take(const ScheduleChanges& changes, const 
             rows.finished.back().toolTip = "This result has not been looked at yet.";
         } else {
             m_news.remove(schedule.id); // it is to run again
-            Waiting& waiting = m_waiting[schedule.id] = {schedule, {}};
-            if (schedule.status == ScheduleStatus::Processing && wasWaiting)
-                waiting.runningSince = before->schedule.status == ScheduleStatus::Processing
-                                           ? before->runningSince
-                                           : std::optional(now);
-            rows.pending.push_back(rowOf(schedule, statusCell(schedule, now, waiting.runningSince)));
+            m_waiting.insert(schedule.id, schedule);
+            rows.pending.push_back(
+                rowOf(schedule, statusCell(schedule, now, m_runs.runningSince(schedule.id))));
         }
     }
     for (const int id : changes.gone) {
@@ -94,17 +87,17 @@ ShownSchedules::Rows ShownSchedules::take(const ScheduleChanges& changes, const 
 std::optional<ListCell> ShownSchedules::status(int id, const WallClock& now) const {
     const auto waiting = m_waiting.constFind(id);
     if (waiting == m_waiting.constEnd()) return {};
-    return statusCell(waiting->schedule, now, waiting->runningSince);
+    return statusCell(*waiting, now, m_runs.runningSince(id));
 }
 
 QString ShownSchedules::counts(const WallClock& now) const {
     int running = 0;
     int delayed = 0;
     int disabled = 0;
-    for (const Waiting& waiting : m_waiting) {
-        running += waiting.schedule.status == ScheduleStatus::Processing;
-        disabled += waiting.schedule.status == ScheduleStatus::Disabled;
-        delayed += isDelayed(waiting.schedule, now);
+    for (const ScheduleListRow& waiting : m_waiting) {
+        running += waiting.status == ScheduleStatus::Processing;
+        disabled += waiting.status == ScheduleStatus::Disabled;
+        delayed += waiting.isDelayed(now);
     }
     QStringList counts{QString("%1 pending").arg(m_waiting.size() - running - disabled),
                        QString("%1 running").arg(running)};

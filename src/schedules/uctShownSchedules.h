@@ -1,6 +1,6 @@
 #pragma once
 
-#include "schedules/ScheduleList.h"
+#include "schedules/RunWatch.h"
 #include "ui/ListModel.h"
 
 #include <QSet>
@@ -27,19 +27,17 @@ public:
     /// Nothing for a schedule that has ended.
     std::optional<ListCell> status(int id, const WallClock& now) const;
     /// Of a schedule that has not ended.
-    std::optional<WallClock> dueDate(int id) const { return m_waiting.value(id).schedule.date; }
+    std::optional<WallClock> dueDate(int id) const { return m_waiting.value(id).date; }
+    /// What was seen of runs, brought up to date by each take().
+    const RunWatch& runs() const { return m_runs; }
     /// The user looks at a result. Whether it was news until now.
     bool see(int id) { return m_news.remove(id); }
     /// "12 pending, 1 running, 3 delayed", of those that have not ended.
     QString counts(const WallClock& now) const;
 
 private:
-    struct Waiting {
-        ScheduleListRow schedule;
-        std::optional<WallClock> runningSince; ///< of one that began to run under this program's eyes
-    };
-
     QString m_userName;
-    QHash<int, Waiting> m_waiting;
+    QHash<int, ScheduleListRow> m_waiting;
+    RunWatch m_runs;
     QSet<int> m_news; ///< the user's own schedules that ran, and whose result he has not looked at
 };

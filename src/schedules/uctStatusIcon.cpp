@@ -39,8 +39,7 @@ void drawCross(QPainter& painter) {
     painter.drawLine(13, 51, 51, 13);
 }
 
-/// In colours that are seen on light and on dark rows.
-QIcon drawn(const char* colour, void (*draw)(QPainter&)) {
+QIcon drawn(const QColor& colour, void (*draw)(QPainter&)) {
     const auto pixmap = [draw](const QColor& pen) {
         QPixmap mark(side, side);
         mark.fill(Qt::transparent);
@@ -50,21 +49,37 @@ QIcon drawn(const char* colour, void (*draw)(QPainter&)) {
         draw(painter);
         return mark;
     };
-    QIcon icon(pixmap(QColor(QLatin1StringView(colour))));
+    QIcon icon(pixmap(colour));
     icon.addPixmap(pixmap(QGuiApplication::palette().color(QPalette::HighlightedText)), QIcon::Selected);
     return icon;
 }
 
 } // namespace
 
+QColor statusColour(ScheduleStatus status, bool delayed) {
+    using enum ScheduleStatus;
+    switch (status) {
+    case Disabled:
+        return QColor("#98a2aa");
+    case Processing:
+        return QColor("#2f86c6");
+    case CompletedWithErrors:
+        return QColor("#d0463b");
+    case Completed:
+        return QColor("#2e9a57");
+    default:
+        return QColor(delayed ? "#d98200" : "#6f7d88");
+    }
+}
+
 QIcon statusIcon(ScheduleStatus status, bool delayed) {
     using enum ScheduleStatus;
-    static const QIcon pending = drawn("#6f7d88", drawClock);
-    static const QIcon overdue = drawn("#d98200", drawWarning);
-    static const QIcon disabled = drawn("#98a2aa", drawBarredDisc);
-    static const QIcon processing = drawn("#2f86c6", drawArrow);
-    static const QIcon failed = drawn("#d0463b", drawCross);
-    static const QIcon done = drawn("#2e9a57", drawTick);
+    static const QIcon pending = drawn(statusColour(Pending, false), drawClock);
+    static const QIcon overdue = drawn(statusColour(Pending, true), drawWarning);
+    static const QIcon disabled = drawn(statusColour(Disabled, false), drawBarredDisc);
+    static const QIcon processing = drawn(statusColour(Processing, false), drawArrow);
+    static const QIcon failed = drawn(statusColour(CompletedWithErrors, false), drawCross);
+    static const QIcon done = drawn(statusColour(Completed, false), drawTick);
     switch (status) {
     case Disabled:
         return disabled;

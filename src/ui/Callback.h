@@ -8,6 +8,8 @@
 /// without regard to case, so "Calledback" reaches CalledBack().
 class Callback {
 public:
+    Callback() = default;
+    Callback(QObject* caller, const QString& routine) { set(caller, routine); }
     void set(QObject* caller, const QString& routine);
     bool isSet() const { return !m_caller.isNull(); }
     /// Calls the slot, which takes no arguments. A caller that is gone is not called; a name that the

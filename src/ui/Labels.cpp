@@ -47,6 +47,13 @@ QLabel* hintLabel(QWidget* parent, const QString& text) {
     return wrappedLabel(parent, text, Palette::subtleText());
 }
 
+QLabel* subtleLabel(const QString& name, const QString& text, QWidget* parent) {
+    auto* label = new QLabel(text, parent);
+    label->setObjectName(name);
+    setTextColour(*label, Palette::subtleText());
+    return label;
+}
+
 QLabel* problemLabel(QWidget* parent) {
     QLabel* label = wrappedLabel(parent, {}, Palette::problem());
     label->hide();

@@ -14,6 +14,8 @@ void setTextColour(QWidget& widget, const QColor& colour);
 void onClick(QLabel& label, const std::function<void()>& act);
 /// Explains something in a quieter colour; wraps.
 QLabel* hintLabel(QWidget* parent, const QString& text = {});
+/// A note beside captions, in the same colour, on one line.
+QLabel* subtleLabel(const QString& name, const QString& text, QWidget* parent);
 /// Says what is wrong, see showProblem(); hidden while nothing is.
 QLabel* problemLabel(QWidget* parent);
 /// Hides the label for an empty text.

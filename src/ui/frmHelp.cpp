@@ -36,6 +36,7 @@ QString pageOf(const QString& screen) {
                                                {"frmSeries", "planning"},
                                                {"frmChangeSchedules", "planning"},
                                                {"frmScheduleView", "log"},
+                                               {"frmAgenda", "agenda"},
                                                {"frmManageTemplates", "templates"},
                                                {"frmTemplateImport", "templates"},
                                                {"frmTemplate", "templates"},

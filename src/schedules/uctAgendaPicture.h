@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+class uctAgenda;
+
+/// The days that an agenda shows with all their hours, under a title, as the content of a file. Selection and
+/// what is being moved are left out.
+QByteArray agendaAsPng(const uctAgenda& agenda, const QString& title);
+QByteArray agendaAsSvg(const uctAgenda& agenda, const QString& title);
