@@ -59,19 +59,6 @@ void prepareProject(CommandContext& context) {
                 .arg(quoted(context.session.project.database)));
 }
 
-QString problemOf(clsSchedule::SaveResult result) {
-    switch (result) {
-    case clsSchedule::Saved:
-        return {};
-    case clsSchedule::TitleMissing:
-        return "Please enter a schedule title";
-    case clsSchedule::TitleExists:
-        return "Title already exists, please rename the schedule";
-    default:
-        return "Error saving schedule";
-    }
-}
-
 /// Saves a schedule that is not stored yet, for the current project.
 ExitCode save(CommandContext& context, clsSchedule& schedule) {
     Session& session = context.session;
@@ -80,7 +67,7 @@ ExitCode save(CommandContext& context, clsSchedule& schedule) {
     prepareProject(context);
     if (!readTemplateType(session.db(), schedule.Template().ID()))
         refuse("This template has been deleted by somebody else in the meantime. Please select another one.");
-    refuse(problemOf(schedule.SaveSchedule({}, false)));
+    refuse(saveProblem(schedule.SaveSchedule({}, false)));
     const int id = schedule.ID();
     context.console.tell(
         QString("The schedule %1 was added with the ID %2.").arg(quoted(schedule.Title())).arg(id));

@@ -176,3 +176,16 @@ void clsSchedule::readRanDate() {
         sql("SELECT TOP 1 [RanDate] FROM NorvaScheduler.dbo.tblSchedule WHERE ([ScheduleID] = {})", m_id));
     m_ranDate = WallClock::fromStored(ran).value_or(WallClock());
 }
+
+QString saveProblem(clsSchedule::SaveResult result) {
+    switch (result) {
+    case clsSchedule::Saved:
+        return {};
+    case clsSchedule::TitleMissing:
+        return "Please enter a schedule title";
+    case clsSchedule::TitleExists:
+        return "Title already exists, please rename the schedule";
+    default:
+        return "Error saving schedule";
+    }
+}

@@ -85,3 +85,6 @@ private:
     ScheduleRow m_loaded;          ///< the row when it was loaded or saved last
     ScheduleRow m_found;           ///< the row that stood against a save
 };
+
+/// Why a new schedule was not saved, in words; empty when it was.
+QString saveProblem(clsSchedule::SaveResult result);

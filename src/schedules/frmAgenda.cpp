@@ -47,12 +47,8 @@ QString loadFailure(clsSchedule::LoadResult result) {
 }
 
 /// Why a schedule was not put to another time; empty when it was.
-QString saveProblem(const clsSchedule& schedule, clsSchedule::SaveResult result) {
+QString moveProblem(const clsSchedule& schedule, clsSchedule::SaveResult result) {
     switch (result) {
-    case clsSchedule::Saved:
-        return {};
-    case clsSchedule::TitleExists:
-        return "Title already exists, please rename the schedule";
     case clsSchedule::ChangedMeanwhile:
         return QString("This schedule was changed by '%1' in the meantime: %2.\n\nIt was not moved.")
             .arg(schedule.ForeignUser(), schedule.ForeignChanges().join("; "));
@@ -61,7 +57,7 @@ QString saveProblem(const clsSchedule& schedule, clsSchedule::SaveResult result)
     case clsSchedule::Gone:
         return loadFailure(clsSchedule::NotFound);
     default:
-        return "Error saving schedule";
+        return saveProblem(result);
     }
 }
 
@@ -320,7 +316,7 @@ void frmAgenda::askToMove(int id, const WallClock& when) {
             [&] {
                 WaitCursor wait;
                 schedule.setRunDate(when);
-                const QString problem = saveProblem(schedule, schedule.SaveSchedule({}, false));
+                const QString problem = moveProblem(schedule, schedule.SaveSchedule({}, false));
                 if (!problem.isEmpty()) messages().notice(this, problem);
             },
             "Error saving schedule");

@@ -6,7 +6,6 @@
 #include "db/ServerText.h"
 #include "db/StoredTitle.h"
 #include "projects/frmSQLServerDatabases.h"
-#include "projects/modProjectUpdate.h"
 #include "schedules/ScheduleChoices.h"
 #include "templates/TemplateSummary.h"
 #include "ui/Cursors.h"
@@ -141,10 +140,7 @@ void frmChangeSchedules::cmdOpen_Click() {
 /// A project of an older version is brought up to date before schedules name it.
 bool frmChangeSchedules::prepareProject() {
     if (!useProject(context(), this, m_ui->txtProject->text())) return false;
-    addTimeBandColumns(session());
-    updateTimeBands(
-        session(), true, [this](const QString& question) { return messages().ask(this, question); },
-        [this](int, int) { session().turn(); });
+    m_ui->paneUpdate->bringUpToDate(context());
     return true;
 }
 

@@ -417,47 +417,7 @@ void frmMainScreen::resetSchedule(int id, QWidget& caller) {
 }
 
 void frmMainScreen::cmdDelete_Click() {
-    run([this] {
-        const QList<int> ids = activeList().selectedIds();
-        if (ids.isEmpty()) {
-            m_context.messages.notice(this, "You must select a schedule to delete.");
-            return;
-        }
-        const QString question =
-            ids.size() == 1
-                ? QString("Are you sure you want to delete the schedule '%1' ?")
-                      .arg(activeList().textOf(ids.first(), ShownSchedules::Title))
-                : QString("Are you sure you want to delete the %1 selected schedules ?").arg(ids.size());
-        if (m_context.messages.ask(this, question)) deleteSchedules(ids);
-    });
-}
-
-/// Each for itself: what cannot be deleted keeps no other from going. A server that is gone, or a user who
-/// stops, ends it.
-void frmMainScreen::deleteSchedules(const QList<int>& ids) {
-    WaitCursor wait;
-    QStringList refused;
-    for (const int id : ids) try {
-            DeleteSchedule(m_context.session, id);
-            m_context.session.turn();
-        } catch (const DbError& error) {
-            const bool stopped =
-                error.number() == DbError::Stopped || error.number() == DbError::StoppedCommit;
-            if (ids.size() == 1 || error.connectionLost() || stopped) {
-                FillScheduleList();
-                throw;
-            }
-            m_context.session.log.write("frmMainScreen.cmdDelete_Click", error);
-            refused << QString("%1: %2").arg(activeList().textOf(id, ShownSchedules::Title), error.text());
-        }
-    FillScheduleList();
-    const qsizetype deleted = ids.size() - refused.size();
-    tell(deleted == 1 ? QString("1 schedule was deleted.")
-                      : QString("%1 schedules were deleted.").arg(deleted));
-    if (!refused.isEmpty())
-        m_context.messages.notice(
-            this, QString("%1 of the %2 schedules could not be deleted.").arg(refused.size()).arg(ids.size()),
-            Messages::Plain, {}, refused.join('\n'));
+    run([this] { (m_finishedListActive ? m_ofFinished : m_ofPending)->remove(); });
 }
 
 void frmMainScreen::cmdManageTemplates_Click() {

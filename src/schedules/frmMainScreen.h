@@ -77,7 +77,6 @@ private:
     void runAgain(const std::function<void(frmSchedule& editor)>& save);
     void showSaved(const std::unique_ptr<frmSchedule>& editor);
     void scheduleTemplate(frmManageTemplates& caller, int templateId);
-    void deleteSchedules(const QList<int>& ids);
     uctFilterBox* filterBox(const QString& name, uctListView& list);
     void connectList(uctListView& list, bool finished);
     void tellProblem(const DbError& error);

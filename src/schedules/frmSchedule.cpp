@@ -5,7 +5,6 @@
 #include "db/DbError.h"
 #include "db/Refusal.h"
 #include "projects/frmSQLServerDatabases.h"
-#include "projects/modProjectUpdate.h"
 #include "schedules/ProjectHistory.h"
 #include "schedules/ScheduleChoices.h"
 #include "schedules/frmSeries.h"
@@ -14,7 +13,6 @@
 #include "templates/frmTransfer.h"
 #include "templates/modTemplates.h"
 #include "ui/Cursors.h"
-#include "ui/DateCell.h"
 #include "ui/FollowFocus.h"
 #include "ui/Labels.h"
 #include "ui/Messages.h"
@@ -36,17 +34,11 @@ const QString selectProject = "Please select a project";
 frmSchedule::frmSchedule(ScreenContext& screenContext, QWidget* parent)
     : ScreenDialog(screenContext, parent), m_ui(std::make_unique<Ui::frmSchedule>()), m_schedule(session()) {
     m_ui->setupUi(this);
-    m_ui->lstHistory->setColumns({{"Project", ListColumn::Text, 45}, {"Last used"}}, "ProjectHistory");
-    m_ui->lstHistory->setEmptyText("The projects that you choose are kept here.");
-    // The list gives way first where the screen is small.
-    m_ui->lstHistory->setMinimumHeight(fontMetrics().height() * 6);
-    m_ui->lstHistory->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     m_ui->dtRunOn->setLocale(QLocale::c()); // English month names, whatever the desktop's language
     m_ui->dtRunOnTime->setLocale(QLocale::c());
     for (QDateTimeEdit* edit :
          {static_cast<QDateTimeEdit*>(m_ui->dtRunOn), static_cast<QDateTimeEdit*>(m_ui->dtRunOnTime)})
         takeTypedSeparators(*edit);
-    m_ui->paneUpdate->hide();
     m_ui->cmdCCSub->setVisible(session().userLevel != UserLevel::Restricted);
     setReadOnly(*m_ui->txtProject, true);
     setTextColour(*m_ui->lblProjectProblem, Palette::problem());
@@ -77,9 +69,9 @@ void frmSchedule::connectControls() {
     connect(m_ui->txtTitle, &QLineEdit::textChanged, this, &frmSchedule::txtTitle_Change);
     connect(m_ui->txtTitle, &QLineEdit::returnPressed, this, &frmSchedule::cmdSave_Click);
     connect(m_ui->cmdOpen, &QPushButton::clicked, this, &frmSchedule::cmdOpen_Click);
-    connect(m_ui->lstHistory, &uctListView::rowActivated, this, &frmSchedule::chooseFromHistory);
-    connect(m_ui->lstHistory, &QTreeView::clicked, this,
-            [this](const QModelIndex& index) { chooseFromHistory(index.data(ListModel::IdRole).toInt()); });
+    connect(m_ui->lstHistory, &uctProjectHistory::projectChosen, this, &frmSchedule::chooseFromHistory);
+    connect(m_ui->paneUpdate, &uctProjectUpdate::stepShown, this,
+            [this] { m_ui->scroll->ensureWidgetVisible(m_ui->paneUpdate); });
     connect(m_ui->cmbTemplate, &QComboBox::currentIndexChanged, this, &frmSchedule::cmbTemplate_Click);
     connect(m_ui->cmdEditTemplate, &QPushButton::clicked, this, &frmSchedule::cmdEditTemplate_Click);
     connect(m_ui->cmdAddTemplate, &QPushButton::clicked, this, &frmSchedule::cmdAddTemplate_Click);
@@ -157,7 +149,7 @@ void frmSchedule::RefreshForm() {
     m_ui->txtTitle->setText(m_schedule.Title());
     showTitleLength();
     showProject();
-    fillHistory();
+    m_ui->lstHistory->fill(session());
     showRunDate();
     m_ready = true;
 }
@@ -184,13 +176,6 @@ void frmSchedule::showProject() {
     m_ui->txtProject->setCursorPosition(0);
     m_ui->lblProjectProblem->setText(m_projectProblem);
     m_ui->lblProjectProblem->setVisible(!m_projectProblem.isEmpty());
-}
-
-void frmSchedule::fillHistory() {
-    std::vector<ListRow> rows;
-    for (const projectHistory::Entry& entry : projectHistory::read(session()))
-        rows.push_back({int(rows.size()), {entry.project, dateCell(entry.lastUsed.shown(), entry.lastUsed)}});
-    m_ui->lstHistory->setRows(std::move(rows));
 }
 
 void frmSchedule::fillTemplates() {
@@ -235,10 +220,9 @@ void frmSchedule::cmdOpen_Click() {
     });
 }
 
-void frmSchedule::chooseFromHistory(int row) {
+void frmSchedule::chooseFromHistory(const QString& database) {
     run(
         [&] {
-            const QString database = m_ui->lstHistory->textOf(row, 0);
             if (isProjectChosen() && database == m_schedule.ProjectFile()) return; // the second click of two
             const QString problem = projectProblem(session(), database);
             if (!problem.isEmpty())
@@ -255,7 +239,7 @@ void frmSchedule::takeCurrentProject() {
     m_projectProblem.clear();
     projectHistory::remember(session(), database);
     showProject();
-    fillHistory();
+    m_ui->lstHistory->fill(session());
     fillTemplates();
 }
 
@@ -397,21 +381,8 @@ bool frmSchedule::prepareProject(bool keepsProject) {
     if (!problem.isEmpty())
         return keepsProject || refused(problem + " Please choose another project.", m_ui->cmdOpen);
     if (!makeProjectCurrent()) return keepsProject;
-    addTimeBandColumns(session());
-    const auto hideProgress = qScopeGuard([this] { m_ui->paneUpdate->hide(); });
-    updateTimeBands(
-        session(), true, [this](const QString& question) { return messages().ask(this, question); },
-        [this](int step, int steps) { showUpdateStep(step, steps); });
+    m_ui->paneUpdate->bringUpToDate(context());
     return true;
-}
-
-void frmSchedule::showUpdateStep(int step, int steps) {
-    m_ui->lblUpdate->setText(QString("Updating the project, step %1 of %2").arg(step).arg(steps));
-    m_ui->prgUpdate->setRange(0, steps);
-    m_ui->prgUpdate->setValue(step - 1);
-    m_ui->paneUpdate->show();
-    m_ui->scroll->ensureWidgetVisible(m_ui->paneUpdate);
-    session().turn();
 }
 
 bool frmSchedule::isTemplateThere() {
@@ -424,13 +395,13 @@ bool frmSchedule::isTemplateThere() {
 
 /// What stands against the save is told or asked; nothing that was entered is lost.
 bool frmSchedule::store(const QString& newTitle) {
-    switch (m_schedule.SaveSchedule(newTitle, false)) {
+    const clsSchedule::SaveResult result = m_schedule.SaveSchedule(newTitle, false);
+    switch (result) {
     case clsSchedule::Saved:
         return true;
     case clsSchedule::TitleMissing:
-        return refused("Please enter a schedule title", m_ui->txtTitle);
     case clsSchedule::TitleExists:
-        return refused("Title already exists, please rename the schedule", m_ui->txtTitle);
+        return refused(saveProblem(result), m_ui->txtTitle);
     case clsSchedule::RunMeanwhile:
         tellRunMeanwhile();
         return false;
@@ -448,7 +419,7 @@ bool frmSchedule::store(const QString& newTitle) {
         return store(newTitle);
     }
     }
-    messages().notice(this, "Error saving schedule");
+    messages().notice(this, saveProblem(result));
     return false;
 }
 

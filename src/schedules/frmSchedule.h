@@ -68,14 +68,13 @@ private:
     void showTitleLength();
     void showRunDate();
     void showProject();
-    void fillHistory();
     void fillTemplates();
     void selectTemplate();
     void editTemplate(const QString& failure);
     void takeTemplate(int id);
 
     void openStoredProject();
-    void chooseFromHistory(int row);
+    void chooseFromHistory(const QString& database);
     void takeCurrentProject();
     bool isProjectChosen() const;
     bool makeProjectCurrent();
@@ -87,7 +86,6 @@ private:
     void save(const QString& newTitle);
     bool prepareProject(bool keepsProject);
     bool isTemplateThere();
-    void showUpdateStep(int step, int steps);
     bool store(const QString& newTitle);
     bool refused(const QString& text, QWidget* field);
     void tellRunMeanwhile();

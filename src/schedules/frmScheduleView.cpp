@@ -206,18 +206,8 @@ bool frmScheduleView::saveCopy(const QString& title) {
         return false;
     }
     if (problem.isEmpty()) {
-        switch (m_schedule.SaveSchedule(title, false)) {
-        case clsSchedule::Saved:
-            return true;
-        case clsSchedule::TitleMissing:
-            problem = "Please enter a schedule title";
-            break;
-        case clsSchedule::TitleExists:
-            problem = "Title already exists, please rename the schedule";
-            break;
-        default:
-            problem = "Error saving schedule";
-        }
+        problem = saveProblem(m_schedule.SaveSchedule(title, false));
+        if (problem.isEmpty()) return true;
     }
     messages().notice(this, problem);
     return false;

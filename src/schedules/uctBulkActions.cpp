@@ -1,9 +1,11 @@
 #include "schedules/uctBulkActions.h"
 
 #include "base/Session.h"
+#include "db/DbError.h"
 #include "schedules/BulkChange.h"
 #include "schedules/SeriesRule.h"
 #include "schedules/frmChangeSchedules.h"
+#include "schedules/modScheduler.h"
 #include "schedules/uctShownSchedules.h"
 #include "ui/Messages.h"
 #include "ui/openScreen.h"
@@ -77,4 +79,43 @@ void uctBulkActions::change() {
     const auto screen = openScreen<frmChangeSchedules>(
         m_context, &m_window, "Error loading schedule information", m_list.selectedIds());
     if (screen && !screen->savedText().isEmpty()) emit changed(screen->savedText());
+}
+
+void uctBulkActions::remove() {
+    const QList<int> ids = m_list.selectedIds();
+    if (ids.isEmpty()) return m_context.messages.notice(&m_window, "You must select a schedule to delete.");
+    const QString question =
+        ids.size() == 1
+            ? QString("Are you sure you want to delete the schedule '%1' ?")
+                  .arg(m_list.textOf(ids.first(), ShownSchedules::Title))
+            : QString("Are you sure you want to delete the %1 selected schedules ?").arg(ids.size());
+    if (m_context.messages.ask(&m_window, question)) deleteSchedules(ids);
+}
+
+/// Each for itself: what cannot be deleted keeps no other from going. A server that is gone, or a user who
+/// stops, ends it.
+void uctBulkActions::deleteSchedules(const QList<int>& ids) {
+    WaitCursor wait;
+    QStringList refused;
+    for (const int id : ids) try {
+            DeleteSchedule(m_context.session, id);
+            m_context.session.turn();
+        } catch (const DbError& error) {
+            const bool stopped =
+                error.number() == DbError::Stopped || error.number() == DbError::StoppedCommit;
+            if (ids.size() == 1 || error.connectionLost() || stopped) {
+                emit changed({});
+                throw;
+            }
+            m_context.session.log.write("frmMainScreen.cmdDelete_Click", error);
+            refused << QString("%1: %2").arg(m_list.textOf(id, ShownSchedules::Title), error.text());
+        }
+    const qsizetype deleted = ids.size() - refused.size();
+    emit changed(deleted == 1 ? QString("1 schedule was deleted.")
+                              : QString("%1 schedules were deleted.").arg(deleted));
+    if (!refused.isEmpty())
+        m_context.messages.notice(
+            &m_window,
+            QString("%1 of the %2 schedules could not be deleted.").arg(refused.size()).arg(ids.size()),
+            Messages::Plain, {}, refused.join('\n'));
 }

@@ -10,7 +10,7 @@
 class uctListView;
 
 /// What a list of schedules offers for several of them at once: to find the others of a series, to disable
-/// and enable, to change or give away.
+/// and enable, to change, give away or delete.
 class uctBulkActions : public QObject {
     Q_OBJECT
 
@@ -21,6 +21,8 @@ public:
     QList<QAction*> ofPending() const { return {m_series, m_disable, m_enable, m_change}; }
     /// For that of schedules that have run, which can be given to others.
     QList<QAction*> ofFinished() const;
+    /// Deletes what is selected, once the user has agreed.
+    void remove();
     /// Greys what the selection does not allow.
     void update();
 
@@ -31,6 +33,7 @@ private:
     QAction* action(const QString& text, const QString& toolTip, const std::function<void()>& body,
                     const SlotName& slot);
     void selectSeries();
+    void deleteSchedules(const QList<int>& ids);
     void enable(bool enabled);
     void change();
 

@@ -253,7 +253,7 @@ private slots:
         BulkChange change;
         change.moveBy = -3 * 86'400;
         row("a day before today", Session::serverLoginName, change,
-            "mine: The scheduled run date must be after todays date.");
+            "mine: The scheduled run date must be after todays date");
         change = {};
         change.project = "O'Dowd Freight";
         row("a project of another account", Session::serverLoginName, change,
