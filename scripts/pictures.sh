@@ -28,6 +28,8 @@ take manual/pictures/parameters set-the-parameters-of-all-calls
 take manual/pictures/editor set-the-time
 take manual/pictures/series save-the-series
 take manual/pictures/change-schedules save-the-change
+take manual/pictures/agenda see-the-week
+take manual/pictures/import see-what-the-import-does
 take manual/pictures/log read-its-log
 take manual/pictures/subprojects save-the-sub-project-template
 take manual/pictures/email save-the-address-book

@@ -4,7 +4,6 @@
 #include "schedules/uctAgenda.h"
 
 #include <QCoreApplication>
-#include <QDialog>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTemporaryDir>
@@ -45,13 +44,6 @@ void drag(QWidget& screen, const QString& title) {
     QTimer::singleShot(0, canvas, [=] { send(QEvent::MouseButtonRelease, to, Qt::LeftButton); });
 }
 
-Walker::Act saveAs(const QString& path) {
-    return [path](QWidget& screen) {
-        type(screen, "fileNameEdit", path);
-        QTimer::singleShot(0, &screen, [&screen] { static_cast<QDialog&>(screen).done(QDialog::Accepted); });
-    };
-}
-
 Walker::Ready exists(const QString& path) {
     return on("frmAgenda", [path](QWidget&) { return QFile::exists(path); });
 }
@@ -76,8 +68,8 @@ void planAgenda(Walker& walker) {
     walker.add("drag it", on("frmAgenda"), [=](QWidget& screen) { drag(screen, title); });
     walker.add("confirm the move", onMessage("Do you want to run the schedule"), answer("&Yes"));
     walker.add("see it moved", on("frmAgenda"), press("cmdSavePicture"));
-    walker.add("save a picture", on("QFileDialog"), saveAs(picture));
+    walker.add("save a picture", on("QFileDialog"), chooseFile(picture));
     walker.add("save the runs", exists(picture), press("cmdSaveCalendar"));
-    walker.add("save a calendar", on("QFileDialog"), saveAs(calendar));
+    walker.add("save a calendar", on("QFileDialog"), chooseFile(calendar));
     walker.add("leave the agenda", exists(calendar), [folder](QWidget& screen) { press("cmdExit")(screen); });
 }

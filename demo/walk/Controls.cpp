@@ -5,7 +5,9 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
+#include <QTimer>
 #include <QTreeView>
 
 uctListView& list(QWidget& screen, const QString& name) {
@@ -53,6 +55,13 @@ void choose(QWidget& screen, const QString& combo, const QString& entry) {
 void chooseLast(QWidget& screen, const QString& combo) {
     auto& box = control<QComboBox>(screen, combo);
     choose(screen, combo, box.itemText(box.count() - 1));
+}
+
+Walker::Act chooseFile(const QString& path) {
+    return [path](QWidget& screen) {
+        type(screen, "fileNameEdit", path);
+        QTimer::singleShot(0, &screen, [&screen] { static_cast<QDialog&>(screen).done(QDialog::Accepted); });
+    };
 }
 
 Walker::Ready statusIs(const QString& title, const QString& status) {

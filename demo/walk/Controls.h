@@ -19,6 +19,9 @@ void tickFirst(QWidget& screen, const QString& checkList);
 void choose(QWidget& screen, const QString& combo, const QString& entry);
 void chooseLast(QWidget& screen, const QString& combo);
 
+/// Names a file in a file dialog.
+Walker::Act chooseFile(const QString& path);
+
 /// The main screen shows the schedule as "Pending", "Processing" or "Completed", or further than that: on a
 /// slow server a state may come and go between two looks. Rows are read at each tick of the screen's timer; a
 /// walker need not wait for it.

@@ -3,6 +3,9 @@
 #include "demo/walk/Controls.h"
 #include "ui/uctListView.h"
 
+#include <QTemporaryDir>
+#include <memory>
+
 namespace {
 
 /// What a walker does to get one report.
@@ -132,5 +135,15 @@ void planTemplates(Walker& walker) {
     walker.add("duplicate it", on("frmManageTemplates"), press("cmdDuplicate"));
     walker.add("make a schedule for the copy", on("frmManageTemplates"), press("cmdSchedule"));
     walker.add("leave the schedule", on("frmSchedule"), press("cmdExit"));
+    const auto folder = std::make_shared<QTemporaryDir>(); // for the file
+    const QString file = folder->filePath("templates.json");
+    walker.add("export it", on("frmManageTemplates"), press("cmdExport"));
+    walker.add("name the file", on("QFileDialog"), chooseFile(file));
+    walker.add("hear that it was exported", onMessage("1 template has been exported"), answer("OK"));
+    walker.add("import it", on("frmManageTemplates"), press("cmdImport"));
+    walker.add("choose the file", on("QFileDialog"), chooseFile(file));
+    walker.add("see what the import does", on("frmTemplateImport"),
+               [folder](QWidget& screen) { press("cmdImport")(screen); });
+    walker.add("hear that it was imported", onMessage("1 template has been imported"), answer("OK"));
     walker.add("leave the templates", on("frmManageTemplates"), press("cmdClose"));
 }
