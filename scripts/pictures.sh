@@ -16,8 +16,9 @@ trap 'rm -rf "$work"' EXIT
 
 # take <picture> <step of the walk> [width]: the first picture of the step, no wider than the help screen
 take() {
-    local found=("$work"/pictures/*-"$2".png)
-    convert "${found[0]}" -resize "${3:-840}x>" -strip +dither -colors 224 "PNG8:docs/$1.png"
+    local first
+    first=$(find "$work/pictures" -name "[0-9]*-$2.png" | sort -V | head -1)
+    convert "$first" -resize "${3:-840}x>" -strip +dither -colors 224 "PNG8:docs/$1.png"
 }
 mkdir -p docs/manual/pictures
 take pictures/main-screen sort-by-title-and-filter 1366

@@ -8,6 +8,7 @@
 #include "ui_frmTemplateImport.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <algorithm>
 
 frmTemplateImport::frmTemplateImport(ScreenContext& context, QWidget* parent)
@@ -46,7 +47,8 @@ void frmTemplateImport::buildFooter() {
 int frmTemplateImport::Setup(const QString& path) {
     const bool done = load([&] {
         m_import = std::make_unique<TemplateImport>(session(), templateFile::readFile(path));
-        m_ui->lblFile->setText("The file: " + QDir::toNativeSeparators(path));
+        m_ui->lblFile->setText("The file: " + QFileInfo(path).fileName());
+        m_ui->lblFile->setToolTip(QDir::toNativeSeparators(path));
         m_ui->lblTarget->setText(QString("Its templates are added to the account '%1' of the current project "
                                          "'%2', whatever account they come from.")
                                      .arg(m_import->account(), session().project.database));
