@@ -67,8 +67,8 @@ QString wordsFor(const DbError& error, const QString& server) {
 
 } // namespace
 
-cLogin::cLogin(Session& session, std::function<bool()> createDatabase)
-    : m_session(session), m_createDatabase(std::move(createDatabase)) {}
+cLogin::cLogin(Session& session, std::function<bool()> createDatabase, OrphanedNumbers orphans)
+    : m_session(session), m_createDatabase(std::move(createDatabase)), m_orphans(orphans) {}
 
 LoginOutcome cLogin::logIn(const QString& server, const QString& userName, const QString& password) {
     try {
@@ -149,7 +149,7 @@ void cLogin::prepareSchedulerDatabase() {
         if (!m_createDatabase()) endProgram({});
         m_session.db().setDefaultDatabase("NorvaScheduler");
     }
-    upgradeAtLogin(m_session.db());
+    upgradeAtLogin(m_session.db(), m_orphans);
 }
 
 /// False when the database is not there, or is empty because its creation broke off.

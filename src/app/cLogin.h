@@ -1,5 +1,7 @@
 #pragma once
 
+#include "db/SchedulerDatabase.h"
+
 #include <QString>
 #include <functional>
 
@@ -26,7 +28,8 @@ class cLogin {
 public:
     /// `createDatabase` is called when NorvaScheduler is not there, or has no tables; it answers
     /// whether the database is there now (when not, it has told the user and the program ends).
-    cLogin(Session& session, std::function<bool()> createDatabase);
+    cLogin(Session& session, std::function<bool()> createDatabase,
+           OrphanedNumbers orphans = OrphanedNumbers::Purge);
 
     /// Never throws; a failing statement is written to the error log and comes back as Stay.
     LoginOutcome logIn(const QString& server, const QString& userName, const QString& password);
@@ -40,6 +43,7 @@ private:
 
     Session& m_session;
     std::function<bool()> m_createDatabase;
+    OrphanedNumbers m_orphans;
 };
 
 /// Keeps user and server for the next login on this desk.

@@ -79,10 +79,13 @@ void logIn(Session& session, Console& console, const QCommandLineParser& parser)
     QString password = readPassword(console, parser);
     const auto forget = qScopeGuard([&] { wipe(password); });
     bool lacksDatabase = false;
-    const LoginOutcome outcome = cLogin(session, [&] {
-                                     lacksDatabase = true;
-                                     return false;
-                                 }).logIn(parser.value("server").trimmed(), parser.value("user"), password);
+    const auto createNone = [&] {
+        lacksDatabase = true;
+        return false;
+    };
+    // A script may log in every minute: it must not purge what somebody excludes for a new template.
+    const LoginOutcome outcome = cLogin(session, createNone, OrphanedNumbers::Keep)
+                                     .logIn(parser.value("server").trimmed(), parser.value("user"), password);
     if (lacksDatabase)
         throw CommandFailure(ExitCode::NotLoggedIn,
                              "The server holds no scheduler database yet. The first login in the Scheduler's "

@@ -6,11 +6,14 @@
 #include "commands/Projects.h"
 #include "commands/Schedules.h"
 #include "commands/Waiting.h"
+#include "db/DbError.h"
 #include "projects/modProjectUpdate.h"
 #include "schedules/ScheduleChoices.h"
 #include "schedules/clsSchedule.h"
 #include "schedules/modScheduler.h"
 #include "templates/modTemplates.h"
+
+#include <QRegularExpression>
 
 namespace {
 
@@ -26,7 +29,8 @@ QString needed(const CommandContext& context, const char* option) {
 }
 
 WallClock timeOf(const QString& text) {
-    const auto time = WallClock::fromStored(text);
+    static const QRegularExpression form("^\\d{4}-\\d{2}-\\d{2}[T ]\\d{2}:\\d{2}(:\\d{2})?\\z");
+    const auto time = form.match(text).hasMatch() ? WallClock::fromStored(text) : std::nullopt;
     if (!time)
         throw CommandFailure(ExitCode::WrongUse,
                              QString("%1 is no date and time such as 2026-12-01T08:00, without a time zone.")
@@ -37,11 +41,15 @@ WallClock timeOf(const QString& text) {
 /// One of those that the editor would offer for the current project.
 std::unique_ptr<clsTemplate> templateOf(Session& session, const QString& name) {
     const CurrentProject& project = session.project;
-    for (const TemplateHeader& header : templatesOfAccount(session, project.unitabAccount)) {
-        if (header.title != name && QString::number(header.id) != name) continue;
-        auto found = std::make_unique<clsTemplate>(session.db(), project);
-        if (found->LoadTemplate(header.id)) return found;
-    }
+    QStringList ids;
+    for (const TemplateHeader& header : templatesOfAccount(session, project.unitabAccount))
+        if (header.title == name || QString::number(header.id) == name) ids << QString::number(header.id);
+    if (ids.size() > 1)
+        throw CommandFailure(ExitCode::NotFound,
+                             QString("%1 may be any of the templates with the IDs %2. Name one by its ID.")
+                                 .arg(quoted(name), ids.join(", ")));
+    auto found = std::make_unique<clsTemplate>(session.db(), project);
+    if (ids.size() == 1 && found->LoadTemplate(ids.first().toInt())) return found;
     throw CommandFailure(ExitCode::NotFound,
                          QString("There is no template %1 for the account %2 of the project %3.")
                              .arg(quoted(name), quoted(project.unitabAccount), quoted(project.database)));
@@ -67,12 +75,18 @@ ExitCode save(CommandContext& context, clsSchedule& schedule) {
     prepareProject(context);
     if (!readTemplateType(session.db(), schedule.Template().ID()))
         refuse("This template has been deleted by somebody else in the meantime. Please select another one.");
+    if (!session.project.isOfAccount(schedule.Template().UnitabAccount()))
+        refuse("The template is not of the account of the project. Please select a template");
     refuse(saveProblem(schedule.SaveSchedule({}, false)));
     const int id = schedule.ID();
-    context.console.tell(
-        QString("The schedule %1 was added with the ID %2.").arg(quoted(schedule.Title())).arg(id));
+    context.console.tell(QString("The schedule %1 was added with the ID %2.")
+                             .arg(quoted(schedule.Title()), QString::number(id)));
     if (context.isSet("wait")) return waitForEnd(context, id);
-    if (const auto added = findSchedule(session, id)) tellSchedule(context, *added);
+    try {
+        if (const auto added = findSchedule(session, id)) tellSchedule(context, *added);
+    } catch (const DbError& error) { // the schedule stands all the same
+        context.console.tell(error.text());
+    }
     return ExitCode::Done;
 }
 

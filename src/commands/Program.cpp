@@ -96,7 +96,9 @@ QString inWords(const DbError& error) {
         return "Stopped while it was saving. Whether the change was carried out is not known: please look "
                "before "
                "you try again.";
-    if (error.connectionLost()) return "The connection to the server was lost: " + error.text();
+    if (error.connectionLost())
+        return "The connection to the server was lost: " + error.text()
+               + " Whether a change was carried out is not known: please look before you try again.";
     return error.text();
 }
 

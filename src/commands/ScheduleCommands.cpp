@@ -85,6 +85,6 @@ ExitCode deleteSchedule(CommandContext& context) {
     askFirst(context, QString("Are you sure you want to delete the schedule %1 ?").arg(title));
     DeleteSchedule(context.session, schedule.row.id);
     context.console.tell(
-        QString("The schedule %1 with the ID %2 was deleted.").arg(title).arg(schedule.row.id));
+        QString("The schedule %1 with the ID %2 was deleted.").arg(title, QString::number(schedule.row.id)));
     return ExitCode::Done;
 }

@@ -53,7 +53,9 @@ void tellSchedule(CommandContext& context, const SeenSchedule& schedule) {
     context.console.write(tableText({}, lines));
 }
 
-ExitCode waitForEnd(CommandContext& context, int id) {
+namespace {
+
+ExitCode awaitEnd(CommandContext& context, int id) {
     std::optional<ScheduleStatus> last;
     while (true) {
         const ScheduleStatus status = patiently(context, [&] { return statusOf(context.session, id); });
@@ -66,14 +68,26 @@ ExitCode waitForEnd(CommandContext& context, int id) {
                 QString("The schedule %1 is %2; waiting for its end. Ctrl+C ends the waiting.")
                     .arg(id)
                     .arg(statusText(status).toLower()));
-        if (!context.pause(betweenLooks)) {
-            context.console.tell(QString("The schedule %1 has not ended yet.").arg(id));
-            return ExitCode::Interrupted;
-        }
+        if (!context.pause(betweenLooks)) throw DbError::stopped();
     }
-    const auto ended = patiently(context, [&] { return findSchedule(context.session, id); });
-    if (!ended)
-        throw CommandFailure(ExitCode::NotFound, QString("The schedule %1 is not yours any more.").arg(id));
-    tellSchedule(context, *ended);
-    return ended->row.status == ScheduleStatus::Completed ? ExitCode::Done : ExitCode::EndedWithErrors;
+    return patiently(context, [&] {
+        const auto ended = findSchedule(context.session, id);
+        if (!ended)
+            throw CommandFailure(ExitCode::NotFound,
+                                 QString("The schedule %1 is not yours any more.").arg(id));
+        tellSchedule(context, *ended);
+        return ended->row.status == ScheduleStatus::Completed ? ExitCode::Done : ExitCode::EndedWithErrors;
+    });
+}
+
+} // namespace
+
+ExitCode waitForEnd(CommandContext& context, int id) {
+    try {
+        return awaitEnd(context, id);
+    } catch (const DbError& error) {
+        if (error.number() != DbError::Stopped) throw;
+        context.console.tell(QString("The schedule %1 has not ended yet.").arg(id));
+        return ExitCode::Interrupted;
+    }
 }

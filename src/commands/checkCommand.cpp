@@ -3,6 +3,7 @@
 #include "app/openServer.h"
 #include "base/Session.h"
 #include "base/Version.h"
+#include "base/modOptions.h"
 #include "commands/TerminalText.h"
 #include "schedules/ScheduleList.h"
 #include "templates/TemplateReportRow.h"
@@ -18,10 +19,11 @@ QString serverProperty(Session& session, const QString& name) {
 }
 
 QString rightsOf(const Session& session) {
-    if (session.isAdministrator()) return "everybody's schedules, options";
+    QString rights = session.isAdministrator() ? "everybody's schedules" : "own schedules";
+    if (mayChangeOptions(session)) rights += ", options";
     QStringList centres = session.costCentres;
     centres.removeAll(QString());
-    return centres.isEmpty() ? QString("own schedules") : "own schedules; cost centres " + centres.join(", ");
+    return centres.isEmpty() ? rights : rights + "; cost centres " + centres.join(", ");
 }
 
 } // namespace

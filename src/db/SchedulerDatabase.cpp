@@ -18,18 +18,21 @@ QStringList missingReportColumns(Connection& connection, const QStringList& colu
     return missingColumns(connection, columns, counts);
 }
 
-void upgradeExcludedNumbers(Connection& connection) {
+void upgradeExcludedNumbers(Connection& connection, OrphanedNumbers orphans) {
     const QString table = "TblExcludedNumbers";
-    connection.execute(
+    Sql upgrade =
         sql("IF NOT Exists(SELECT [Name] FROM sysobjects WHERE [Name] = {}) CREATE TABLE [dbo].{} ( "
             " [ID] [int] IDENTITY(1,1) PRIMARY KEY, "
             " [TemplateID] [int] NOT NULL, "
             " [TelNo] [varchar] (25) COLLATE Latin1_General_CI_AS NULL , "
             " [Include] [bit] DEFAULT 0 "
-            ") ON [PRIMARY] \r\n"
-            "DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID NOT IN "
-            "(SELECT DISTINCT TemplateID FROM [NorvaScheduler].dbo.tblTemplate) OR TemplateID IS NULL ",
-            table, Name(table)));
+            ") ON [PRIMARY] \r\n",
+            table, Name(table));
+    if (orphans == OrphanedNumbers::Purge)
+        upgrade +=
+            sql("DELETE FROM [NorvaScheduler].dbo.TblExcludedNumbers WHERE TemplateID NOT IN "
+                "(SELECT DISTINCT TemplateID FROM [NorvaScheduler].dbo.tblTemplate) OR TemplateID IS NULL ");
+    connection.execute(upgrade);
 }
 
 /// Bands 15 to 17. The old fourteenth band becomes the seventeenth in the run that adds the fifteenth itself,
@@ -138,8 +141,8 @@ void dropSchedulerDatabase(Connection& connection) {
     connection.execute(sql("Drop Database NorvaScheduler"));
 }
 
-void upgradeAtLogin(Connection& connection) {
-    upgradeExcludedNumbers(connection);
+void upgradeAtLogin(Connection& connection, OrphanedNumbers orphans) {
+    upgradeExcludedNumbers(connection, orphans);
     upgradeBands(connection);
 }
 

@@ -21,8 +21,11 @@ QStringList missingColumns(Connection& connection, const QStringList& columns, c
 /// fills it as well.
 bool addColumn(Connection& connection, const Sql& add);
 
+/// What a login does with excluded numbers of templates that are not stored: left behind, or of one that
+/// somebody is making at this moment.
+enum class OrphanedNumbers { Purge, Keep };
 /// The upgrades that a login makes in the default database: the exclusion table and its orphans, then
 /// the distance bands. Safe to repeat; a database with any subset of the later columns comes out whole.
-void upgradeAtLogin(Connection& connection);
+void upgradeAtLogin(Connection& connection, OrphanedNumbers orphans = OrphanedNumbers::Purge);
 /// The upgrades that the main screen makes: the later columns of tblTemplate_Report.
 void upgradeAtMainScreen(Connection& connection);

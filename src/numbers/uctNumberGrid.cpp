@@ -183,7 +183,7 @@ bool uctNumberGrid::addTyped() {
 void uctNumberGrid::append(const QStringList& numbers) {
     m_table->add(numbers);
     m_model->setStringList(m_model->stringList() + numbers);
-    m_grid->setCurrentIndex(m_model->index(m_model->rowCount() - 1));
+    selectAlone(*m_grid, m_model->index(m_model->rowCount() - 1));
     showCount();
     emit numberAdded(numbers.last());
 }

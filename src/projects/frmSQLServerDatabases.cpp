@@ -6,6 +6,7 @@
 #include "reports/BillType.h"
 #include "ui/Cursors.h"
 #include "ui/Labels.h"
+#include "ui/ListHabits.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
 #include "ui/SlotGuard.h"
@@ -111,7 +112,7 @@ void frmSQLServerDatabases::txtSearch_Change(const QString& text) {
     const QAbstractItemModel& shown = *m_ui->List1->model(); // a click on its header turns the order
     for (int row = 0; row < shown.rowCount(); ++row) {
         if (!shown.index(row, 0).data().toString().startsWith(text, Qt::CaseInsensitive)) continue;
-        m_ui->List1->setCurrentIndex(shown.index(row, 0));
+        selectAlone(*m_ui->List1, shown.index(row, 0));
         return;
     }
     const QStringList words = text.split(' ', Qt::SkipEmptyParts);
@@ -122,7 +123,7 @@ void frmSQLServerDatabases::txtSearch_Change(const QString& text) {
         if (!std::ranges::all_of(
                 words, [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); }))
             continue;
-        m_ui->List1->setCurrentIndex(shown.index(row, 0));
+        selectAlone(*m_ui->List1, shown.index(row, 0));
         return;
     }
 }

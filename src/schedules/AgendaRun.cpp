@@ -1,5 +1,6 @@
 #include "schedules/AgendaRun.h"
 
+#include "base/FilterWords.h"
 #include "base/modCommonFunctions.h"
 #include "schedules/modScheduler.h"
 
@@ -78,10 +79,8 @@ QString AgendaRun::description() const {
 
 bool AgendaRun::holds(const QStringList& words) const {
     if (words.isEmpty()) return true;
-    const QString texts =
-        QStringList{schedule.title,         status,           schedule.shownDate, schedule.contents,
-                    schedule.templateTitle, schedule.project, schedule.owner}
-            .join('\n');
-    return std::ranges::all_of(
-        words, [&](const QString& word) { return texts.contains(word, Qt::CaseInsensitive); });
+    return holdsWords(QStringList{schedule.title, status, schedule.shownDate, schedule.contents,
+                                  schedule.templateTitle, schedule.project, schedule.owner}
+                          .join('\n'),
+                      words);
 }

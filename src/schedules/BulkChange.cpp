@@ -12,6 +12,7 @@
 #include "templates/modTemplates.h"
 
 #include <QHash>
+#include <QSet>
 
 namespace {
 
@@ -33,22 +34,28 @@ QMap<int, ScheduleRow> readRows(Session& session, const QList<int>& ids, const S
 /// What the rules for a single schedule ask about templates, projects and users.
 class Rules {
 public:
-    Rules(Session& session, const BulkChange& change)
-        : m_session(session), m_change(change), m_templates(loadTemplateSummaries(session.db())) {
+    /// What takes a while is asked before anything is locked.
+    Rules(Session& session, const QMap<int, ScheduleRow>& seen, const BulkChange& change)
+        : m_session(session), m_change(change) {
         if (change.owner && !session.isAdministrator())
             throw Refusal("Only the administrator gives schedules to other users.");
         if (change.owner) m_owner = findOwner(*change.owner);
-        if (change.templateId && !m_templates.contains(*change.templateId))
+        if (change.project)
+            if (const QString problem = projectProblem(session, *change.project); !problem.isEmpty())
+                throw Refusal(problem);
+        if (change.project || change.templateId) readAccounts(seen);
+    }
+
+    /// Under the lock: none of them is deleted any more.
+    void readTemplates() {
+        m_templates = loadTemplateSummaries(m_session.db());
+        if (m_change.templateId && !m_templates.contains(*m_change.templateId))
             throw Refusal("This template has been deleted by somebody else in the meantime.");
-        if (!change.project) return;
-        if (const QString problem = projectProblem(session, *change.project); !problem.isEmpty())
-            throw Refusal(problem);
     }
 
     /// Why a row cannot become another one; empty when it can.
     QString problem(const ScheduleRow& seen, const ScheduleRow& wanted) const {
-        if (!m_session.isAdministrator() && seen.userName != m_session.userName)
-            return QString("it belongs to %1.").arg(seen.userName);
+        if (!isOwn(m_session, seen)) return QString("it belongs to %1.").arg(seen.userName);
         if (m_change.concernsTheRun() && isFinished(seen.status)) return "it has run already.";
         if (m_change.time || m_change.moveBy != 0) {
             const auto date = WallClock::fromStored(wanted.runDate);
@@ -58,7 +65,9 @@ public:
         const auto found = m_templates.constFind(wanted.templateId);
         if (m_change.project || m_change.templateId) {
             if (found == m_templates.constEnd()) return "its template no longer exists.";
-            if (serverKey(found->header.unitabAccount) != serverKey(accountOf(wanted.project)))
+            const QString account = m_accounts.value(wanted.project);
+            if (account.isEmpty()) return QString("the project '%1' cannot be read.").arg(wanted.project);
+            if (!sameOnServer(found->header.unitabAccount, account))
                 return QString("the template is not of the account of the project '%1'.").arg(wanted.project);
         }
         const bool isSubProject = found != m_templates.constEnd() && !found->header.isOrdinary();
@@ -74,18 +83,20 @@ private:
         throw Refusal(QString("The product has no user '%1'.").arg(name));
     }
 
-    const QString& accountOf(const QString& project) const {
-        auto found = m_accounts.find(project);
-        if (found == m_accounts.end())
-            found = m_accounts.insert(project, readProjectDetails(m_session, {project}).first().account);
-        return *found;
+    void readAccounts(const QMap<int, ScheduleRow>& seen) {
+        QSet<QString> projects;
+        for (const ScheduleRow& row : seen) projects.insert(m_change.project.value_or(row.project));
+        projects.remove({});
+        const QStringList names = projects.values();
+        const QList<ProjectDetails> details = readProjectDetails(m_session, names);
+        for (qsizetype i = 0; i < names.size(); ++i) m_accounts.insert(names[i], details[i].account);
     }
 
     Session& m_session;
     const BulkChange& m_change;
     QHash<int, TemplateSummary> m_templates;
     std::optional<ProductUser> m_owner;
-    mutable QHash<QString, QString> m_accounts;
+    QHash<QString, QString> m_accounts; ///< of the projects
 };
 
 ScheduleRow changed(ScheduleRow row, const BulkChange& change) {
@@ -136,12 +147,13 @@ QMap<int, ScheduleRow> readScheduleRows(Session& session, const QList<int>& ids)
 }
 
 BulkOutcome changeSchedules(Session& session, const QMap<int, ScheduleRow>& seen, const BulkChange& change) {
-    const Rules rules(session, change);
+    Rules rules(session, seen, change);
     BulkOutcome outcome;
     QList<Sql> updates;
     Transaction transaction(session.db());
     lockTemplates(session.db()); // before the schedules, as everybody does
     lockSchedules(session.db());
+    rules.readTemplates();
     const QMap<int, ScheduleRow> stored = readRows(session, seen.keys(), sql("UPDLOCK"));
     for (auto it = seen.begin(); it != seen.end(); ++it) {
         const ScheduleRow wanted = changed(*it, change);
@@ -152,8 +164,9 @@ BulkOutcome changeSchedules(Session& session, const QMap<int, ScheduleRow>& seen
             outcome.leftAlone << shownTitle(it->title) + ": " + problem;
             continue;
         }
-        updates += updatesOf(it.key(), *now, wanted);
-        ++outcome.changed;
+        const QList<Sql> own = updatesOf(it.key(), *now, wanted);
+        updates += own;
+        outcome.changed += own.isEmpty() ? 0 : 1;
     }
     session.db().executeAll(updates);
     transaction.commit();
@@ -166,7 +179,9 @@ QList<ProductUser> readProductUsers(Session& session) {
              sql("SELECT [Username], [UserLevel] FROM NorvaTallymere.dbo.[TblUsers] WITH (NOLOCK)"))) {
         const QString name = row.text(0);
         const UserLevel level = UserLevel(row.integer(1));
-        if (name.isEmpty() || level == UserLevel::Refused || name == Session::serverLoginName) continue;
+        if (name.isEmpty() || name.contains(' ') || level == UserLevel::Refused
+            || name == Session::serverLoginName)
+            continue;
         users << ProductUser{name, level != UserLevel::Restricted};
     }
     std::ranges::sort(users, {}, [](const ProductUser& user) { return user.name.toLower(); });

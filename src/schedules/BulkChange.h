@@ -29,7 +29,7 @@ struct BulkChange {
 QMap<int, ScheduleRow> readScheduleRows(Session& session, const QList<int>& ids);
 
 struct BulkOutcome {
-    int changed = 0;
+    int changed = 0;       ///< not among them those that were so already
     QStringList leftAlone; ///< "March: somebody else has deleted it."
 };
 
@@ -43,5 +43,5 @@ struct ProductUser {
     QString name;
     bool mayRunSubProjects = true;
 };
-/// In the order of their names; the administrator is one of them.
+/// Those who can log in, in the order of their names; the administrator is one of them.
 QList<ProductUser> readProductUsers(Session& session);

@@ -45,9 +45,11 @@ void RunWatch::take(const ScheduleChanges& changes, const WallClock& now) {
 /// A reset ends no run: it leaves no time, or that of an earlier run.
 void RunWatch::end(const ScheduleListRow& schedule, const Seen& seen) {
     if (schedule.delay.value_or(-1) < 0) return;
+    const qint64 length = seen.begin.secsTo(seen.end);
+    if (length < 0) return; // the clocks were put back meanwhile
     m_seen.insert(schedule.id, seen);
     QList<qint64>& lengths = m_lengths[schedule.templateId];
-    lengths << seen.begin.secsTo(seen.end);
+    lengths << length;
     if (lengths.size() > mostLengths) lengths.removeFirst();
 }
 

@@ -6,6 +6,7 @@
 #include "db/ServerText.h"
 #include "db/StoredTitle.h"
 #include "schedules/clsSchedule.h"
+#include "schedules/modScheduler.h"
 #include "templates/modTemplates.h"
 
 namespace {
@@ -41,6 +42,8 @@ QStringList saveSeries(Session& session, const QList<ScheduleRow>& rows) {
     QStringList titles;
     QList<Sql> inserts;
     for (const ScheduleRow& row : rows) {
+        if (const auto date = WallClock::fromStored(row.runDate))
+            if (const QString problem = runDateProblem(*date); !problem.isEmpty()) throw Refusal(problem);
         requireFits("schedule title", shownTitle(row.title), clsSchedule::longestTitle, CodePage::Unicode);
         titles << row.title;
         inserts << row.insertion();

@@ -5,7 +5,7 @@
 /// The codes of tblSchedule.Status.
 enum class ScheduleStatus {
     Pending = 0,
-    Disabled = 1,            ///< not to be run; set outside this program
+    Disabled = 1,            ///< not to be run
     Processing = 2,          ///< the engine is running it
     CompletedWithErrors = 3, ///< also what a user's reset leaves
     Completed = 4,

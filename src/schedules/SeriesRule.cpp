@@ -60,16 +60,21 @@ QString numberTail(int number) {
 
 } // namespace
 
-QList<WallClock> seriesDates(const SeriesRule& rule, const WallClock& first) {
-    QList<WallClock> dates;
-    if (rule.every < 1 || (rule.unit == SeriesRule::Weeks && rule.weekdays.isEmpty())) return dates;
-    const qsizetype most = rule.times > 0 ? qMin(rule.times, longestSeries + 1) : longestSeries + 1;
-    for (int period = 0; dates.size() < most; ++period)
+SeriesDates seriesDates(const SeriesRule& rule, const WallClock& first, QDate from) {
+    constexpr int lastYear = 9999; // that stored dates can have
+    SeriesDates series;
+    if (rule.every < 1 || (rule.unit == SeriesRule::Weeks && rule.weekdays.isEmpty())) return series;
+    for (int period = 0;; ++period)
         for (const QDate& day : daysOfPeriod(rule, first.date(), period)) {
-            if (rule.times == 0 && day > rule.until) return dates;
-            if (day >= first.date() && dates.size() < most) dates << WallClock(day, first.time());
+            if (day < first.date()) continue;
+            const qsizetype taken = series.dates.size() + series.passed;
+            const bool ended = rule.times > 0 ? taken >= rule.times : day > rule.until;
+            if (ended || series.dates.size() > longestSeries || day.year() > lastYear) return series;
+            if (day < from)
+                ++series.passed;
+            else
+                series.dates << WallClock(day, first.time());
         }
-    return dates;
 }
 
 QString seriesNote(const SeriesRule& rule, const WallClock& when) {

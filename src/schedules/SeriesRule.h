@@ -23,9 +23,13 @@ struct SeriesRule {
 
 inline constexpr int longestSeries = 366;
 
-/// The moments of a series, at the time of the first, and on its day or after it. Of one that is too long,
-/// one more than longestSeries.
-QList<WallClock> seriesDates(const SeriesRule& rule, const WallClock& first);
+struct SeriesDates {
+    QList<WallClock> dates;
+    int passed = 0; ///< days before the one from which on they are wanted
+};
+/// The moments of a series, at the time of the first, and on its day or after it, from a day on. Of one that
+/// is too long, one more than longestSeries.
+SeriesDates seriesDates(const SeriesRule& rule, const WallClock& first, QDate from);
 /// What a user should know of a moment of a series: that the clocks change, or that a month is too short;
 /// empty when there is nothing.
 QString seriesNote(const SeriesRule& rule, const WallClock& when);

@@ -3,6 +3,7 @@
 #include "base/Session.h"
 #include "db/ColumnText.h"
 #include "db/Refusal.h"
+#include "db/ServerText.h"
 #include "db/StoredTitle.h"
 #include "templates/modTemplates.h"
 
@@ -118,7 +119,11 @@ clsSchedule::SaveResult clsSchedule::compareWithStoredRow(const QString& storedT
     m_found = ScheduleRow::read(rows.row(0));
     if (m_found.status == ScheduleStatus::Processing || isFinished(m_found.status)) return RunMeanwhile;
     // What is there already is no conflict: the reply to an earlier save may have been lost.
-    const bool same = m_found.decidesAs(m_loaded) || m_found.decidesAs(wantedRow(storedTitle));
+    const ScheduleRow wanted = wantedRow(storedTitle);
+    const auto is = [this](const ScheduleRow& row) {
+        return m_found.decidesAs(row) && sameOnServer(m_found.userName, row.userName);
+    };
+    const bool same = is(m_loaded) || is(wanted);
     return same ? Saved : ChangedMeanwhile;
 }
 

@@ -1,9 +1,11 @@
 #include "schedules/frmAgenda.h"
 
+#include "base/FilterWords.h"
 #include "base/Session.h"
 #include "base/SettingsStore.h"
 #include "base/WholeFile.h"
 #include "db/DbError.h"
+#include "schedules/BulkChange.h"
 #include "schedules/clsSchedule.h"
 #include "schedules/frmAgendaMove.h"
 #include "schedules/iCalendar.h"
@@ -15,6 +17,7 @@
 #include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
+#include "ui/TypedSeparators.h"
 #include "ui/WindowSize.h"
 #include "ui_frmAgenda.h"
 
@@ -44,21 +47,6 @@ QString loadFailure(clsSchedule::LoadResult result) {
     if (result == clsSchedule::TemplateFailed) return "The template of this schedule no longer exists.";
     if (result == clsSchedule::NoProject) return "This schedule names no project.";
     return "This schedule has been deleted by somebody else in the meantime.";
-}
-
-/// Why a schedule was not put to another time; empty when it was.
-QString moveProblem(const clsSchedule& schedule, clsSchedule::SaveResult result) {
-    switch (result) {
-    case clsSchedule::ChangedMeanwhile:
-        return QString("This schedule was changed by '%1' in the meantime: %2.\n\nIt was not moved.")
-            .arg(schedule.ForeignUser(), schedule.ForeignChanges().join("; "));
-    case clsSchedule::RunMeanwhile:
-        return "The engine has taken this schedule in the meantime, so it was not moved.";
-    case clsSchedule::Gone:
-        return loadFailure(clsSchedule::NotFound);
-    default:
-        return saveProblem(result);
-    }
 }
 
 } // namespace
@@ -116,6 +104,7 @@ void frmAgenda::buildBar() {
     bold.setBold(true);
     m_ui->lblDays->setFont(bold);
     m_ui->dtDay->setLocale(QLocale::c()); // English month names, whatever the desktop's language
+    takeTypedSeparators(*m_ui->dtDay);
     const auto day = [this] { return m_ui->agenda->day(); };
     const auto view = [this] { return m_ui->agenda->view(); };
     connect(m_ui->cmdPrevious, &QToolButton::clicked, this,
@@ -147,17 +136,17 @@ void frmAgenda::buildList() {
     m_ui->agenda->setEmptyText("No run on these days.");
     connect(m_ui->lstRuns, &uctListView::rowActivated, this, &frmAgenda::cmdOpen_Click);
     connect(m_ui->lstRuns, &uctListView::selectedIdChanged, this, [this] {
-        if (const auto id = m_ui->lstRuns->selectedId()) m_ui->agenda->selectId(*id, true);
+        const auto id = m_ui->lstRuns->selectedId();
+        if (id && id != m_ui->agenda->selectedId())
+            m_ui->agenda->selectId(*id, true); // else it must not scroll
     });
 }
 
 void frmAgenda::connectAgenda() {
     uctAgenda& agenda = *m_ui->agenda;
     connect(&agenda, &uctAgenda::selectedIdChanged, this, [this] {
-        if (const auto id = m_ui->agenda->selectedId())
-            m_ui->lstRuns->selectId(*id);
-        else
-            ListViewUnselect(*m_ui->lstRuns);
+        const auto id = m_ui->agenda->selectedId();
+        if (!id || !m_ui->lstRuns->selectId(*id)) ListViewUnselect(*m_ui->lstRuns);
         updateActions();
     });
     connect(&agenda, &uctAgenda::runActivated, this, &frmAgenda::cmdOpen_Click);
@@ -214,7 +203,7 @@ void frmAgenda::take(const ScheduleChanges& changes) {
 }
 
 void frmAgenda::showRuns() {
-    const QStringList words = m_ui->txtFilter->text().split(' ', Qt::SkipEmptyParts);
+    const QStringList words = filterWords(m_ui->txtFilter->text());
     std::vector<AgendaRun> runs;
     m_undated = 0;
     for (const ScheduleListRow& schedule : m_schedules) {
@@ -243,7 +232,7 @@ void frmAgenda::daysShown() {
     m_ui->lblDays->setToolTip(m_ui->lblDays->text());
     const std::array buttons{m_ui->optMonth, m_ui->optWeek, m_ui->optDay};
     buttons[std::size_t(view)]->setChecked(true);
-    saveSetting("VWT", "Agenda", "View", viewNames[int(view)]);
+    if (std::exchange(m_savedView, view) != view) saveSetting("VWT", "Agenda", "View", viewNames[int(view)]);
     fillList();
     if (!m_ui->agenda->selectedId()) m_ui->lstRuns->scrollToTop();
     showNote();
@@ -306,25 +295,27 @@ void frmAgenda::cmdMove_Click() {
     });
 }
 
-/// The row is read before the question: what others change while it is open is found by the save.
+/// The row is read before the question: what others change while it is open is found by the change.
 void frmAgenda::askToMove(int id, const WallClock& when) {
-    clsSchedule schedule(session());
-    bool wanted = false;
-    run([&] { wanted = mayMove(schedule, id, when); });
-    if (wanted)
-        run(
-            [&] {
-                WaitCursor wait;
-                schedule.setRunDate(when);
-                const QString problem = moveProblem(schedule, schedule.SaveSchedule({}, false));
-                if (!problem.isEmpty()) messages().notice(this, problem);
-            },
-            "Error saving schedule");
+    run(
+        [&] {
+            const QMap<int, ScheduleRow> seen = readScheduleRows(session(), {id});
+            if (!mayMove(id, when)) return;
+            WaitCursor wait;
+            BulkChange move;
+            if (!seen.isEmpty())
+                if (const auto former = WallClock::fromStored(seen.first().runDate))
+                    move.moveBy = former->secsTo(when);
+            const QStringList problems = changeSchedules(session(), seen, move).leftAlone;
+            if (!problems.isEmpty()) messages().notice(this, "It was not moved. " + problems.first());
+        },
+        "Error saving schedule");
     refresh();
     m_ui->agenda->selectId(id, true);
 }
 
-bool frmAgenda::mayMove(clsSchedule& schedule, int id, const WallClock& when) {
+bool frmAgenda::mayMove(int id, const WallClock& when) {
+    clsSchedule schedule(session());
     QString problem = runDateProblem(when);
     if (problem.isEmpty()) {
         const clsSchedule::LoadResult result = schedule.LoadSchedule(id);

@@ -58,12 +58,13 @@ private:
     void showNote();
     void fillList();
     void askToMove(int id, const WallClock& when);
-    bool mayMove(clsSchedule& schedule, int id, const WallClock& when);
+    bool mayMove(int id, const WallClock& when);
     QString pathToSave(const QString& name, const QString& filter, const QString& suffix);
     void write(const QString& path, const QByteArray& content);
 
     std::unique_ptr<Ui::frmAgenda> m_ui;
     ScheduleReader m_reader;
+    std::optional<AgendaView> m_savedView;
     QTimer m_tmrAgenda;
     const RunWatch* m_watch = nullptr;
     QHash<int, ScheduleListRow> m_schedules;

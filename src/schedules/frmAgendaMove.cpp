@@ -1,5 +1,7 @@
 #include "schedules/frmAgendaMove.h"
 
+#include "ui/TypedSeparators.h"
+
 #include <QDateTimeEdit>
 #include <QDialogButtonBox>
 #include <QFormLayout>
@@ -18,6 +20,7 @@ frmAgendaMove::frmAgendaMove(const QString& title, const WallClock& when, QWidge
     for (QDateTimeEdit* box : {static_cast<QDateTimeEdit*>(m_day), static_cast<QDateTimeEdit*>(m_time)}) {
         box->setTimeSpec(Qt::UTC);    // no hour is skipped
         box->setLocale(QLocale::c()); // English month names, whatever the desktop's language
+        takeTypedSeparators(*box);
     }
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     buttons->button(QDialogButtonBox::Ok)->setText("&Move");

@@ -47,6 +47,7 @@ frmChangeSchedules::frmChangeSchedules(ScreenContext& context, QWidget* parent)
          {m_ui->chkTime, m_ui->chkMove, m_ui->chkProject, m_ui->chkTemplate, m_ui->chkState, m_ui->chkOwner})
         connect(box, &QCheckBox::toggled, this, &frmChangeSchedules::updateControls);
     connect(m_ui->cmbTemplate, &QComboBox::currentIndexChanged, this, &frmChangeSchedules::updateControls);
+    connect(m_ui->spnMove, &QSpinBox::valueChanged, this, &frmChangeSchedules::updateControls);
     resizeToText(*this, 80, 20);
 }
 
@@ -151,21 +152,34 @@ void frmChangeSchedules::cmdSave_Click() {
             if (m_ui->chkProject->isChecked() && !wanted.project) throw Refusal("Please select a project");
             if (m_ui->chkTemplate->isChecked() && !wanted.templateId)
                 throw Refusal("Please select a template");
+            if (!mayChange(context(), this, m_schedules, wanted)) return;
             if (wanted.project && !prepareProject()) return;
-            if (!mayChange(context(), this, m_schedules)) return;
             m_savedText = changeAndTell(context(), this, m_schedules, wanted);
             callBackAndClose();
         },
         "Error saving schedule");
 }
 
-bool mayChange(ScreenContext& context, QWidget* parent, const QMap<int, ScheduleRow>& schedules) {
-    return context.messages.ask(
-        parent,
+int overdueCount(const QMap<int, ScheduleRow>& schedules, const BulkChange& change) {
+    if (!change.enabled.value_or(false)) return 0;
+    return int(std::ranges::count_if(schedules, [](const ScheduleRow& row) {
+        const auto date = WallClock::fromStored(row.runDate);
+        return row.status == ScheduleStatus::Disabled && date && *date < WallClock::now();
+    }));
+}
+
+bool mayChange(ScreenContext& context, QWidget* parent, const QMap<int, ScheduleRow>& schedules,
+               const BulkChange& change) {
+    QString question =
         schedules.size() == 1
             ? QString("Are you sure you want to change the schedule '%1' ?")
                   .arg(shownTitle(schedules.first().title))
-            : QString("Are you sure you want to change the %1 selected schedules ?").arg(schedules.size()));
+            : QString("Are you sure you want to change the %1 selected schedules ?").arg(schedules.size());
+    if (const int overdue = overdueCount(schedules, change); overdue > 0)
+        question +=
+            QString("\n\nThe time of %1 of them has passed: once enabled, the engine runs these at once.")
+                .arg(overdue);
+    return context.messages.ask(parent, question);
 }
 
 QString changeAndTell(ScreenContext& context, QWidget* parent, const QMap<int, ScheduleRow>& schedules,

@@ -44,8 +44,11 @@ private:
     QString m_savedText;
 };
 
+/// How many schedules run at once when they are enabled so.
+int overdueCount(const QMap<int, ScheduleRow>& schedules, const BulkChange& change);
 /// The one question before several schedules are changed.
-bool mayChange(ScreenContext& context, QWidget* parent, const QMap<int, ScheduleRow>& schedules);
+bool mayChange(ScreenContext& context, QWidget* parent, const QMap<int, ScheduleRow>& schedules,
+               const BulkChange& change);
 /// Changes schedules and tells which were left alone. For the status line, what was done. Throws DbError,
 /// Refusal.
 QString changeAndTell(ScreenContext& context, QWidget* parent, const QMap<int, ScheduleRow>& schedules,

@@ -385,6 +385,7 @@ void frmMainScreen::runAgain(const std::function<void(frmSchedule& editor)>& sav
 void frmMainScreen::showSaved(const std::unique_ptr<frmSchedule>& editor) {
     if (!editor || !editor->savedId()) return;
     const int id = *editor->savedId();
+    if (m_ui->lstSchedules->rows().rowOf(id) < 0) FillScheduleList(); // another screen was called back
     if (!m_ui->lstSchedules->selectId(id)) {
         findChild<QLineEdit*>("txtFilterSchedules")->clear();
         if (!m_ui->lstSchedules->selectId(id)) return; // the engine was quicker

@@ -349,7 +349,11 @@ void frmSchedule::cmdRepeat_Click() {
                                    WallClock(m_ui->dtRunOn->date(), m_ui->dtRunOnTime->time()));
         if (!series || series->exec() != QDialog::Accepted) return;
         m_savedSeries = series->savedCount();
-        m_savedId = scheduleOfTitle(session(), series->firstTitle());
+        try {
+            m_savedId = scheduleOfTitle(session(), series->firstTitle());
+        } catch (const DbError& error) { // they are stored all the same
+            session().log.write("frmSchedule.cmdRepeat_Click", error);
+        }
         callBackAndClose();
     });
 }

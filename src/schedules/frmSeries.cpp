@@ -119,8 +119,9 @@ void frmSeries::showUnit() {
 /// A day that has passed is left out: no schedule can be saved for it.
 void frmSeries::makeRuns() {
     const SeriesRule chosen = rule();
-    QList<WallClock> dates = seriesDates(chosen, m_first);
-    m_leftOut = int(dates.removeIf([](const WallClock& when) { return when.date() < QDate::currentDate(); }));
+    const SeriesDates series = seriesDates(chosen, m_first, QDate::currentDate());
+    const QList<WallClock>& dates = series.dates;
+    m_leftOut = series.passed;
     const SeriesTitles titles = m_ui->optDates->isChecked() ? SeriesTitles::Dates : SeriesTitles::Numbers;
     const int count = int(dates.size());
     m_runs.clear();

@@ -52,11 +52,23 @@ bool ResetSchedule(Session& session, int scheduleId) {
 void DeleteSchedule(Session& session, int scheduleId) {
     Transaction transaction(session.db());
     lockSchedules(session.db()); // before the logs, as everybody does
+    const RecordSet rows = session.db().query(
+        sql("SELECT * FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE ([ScheduleID] = {})",
+            scheduleId));
+    if (!rows.isEmpty()) {
+        const ScheduleRow row = ScheduleRow::read(rows.row(0));
+        if (!isOwn(session, row))
+            throw Refusal(QString("This schedule belongs to %1 now.").arg(row.userName));
+    }
     session.db().execute(
         sql("DELETE FROM NorvaScheduler.dbo.[tblLogs] WHERE ([ScheduleID] = {})", scheduleId));
     session.db().execute(
         sql("DELETE FROM NorvaScheduler.dbo.[tblSchedule] WHERE ([ScheduleID] = {})", scheduleId));
     transaction.commit();
+}
+
+bool isOwn(const Session& session, const ScheduleRow& schedule) {
+    return session.isAdministrator() || sameOnServer(schedule.userName, session.userName);
 }
 
 std::optional<int> scheduleOfTitle(Session& session, const QString& title) {
@@ -87,6 +99,9 @@ QString scheduleTitleProblem(const QString& title) {
 }
 
 QString runDateProblem(const WallClock& runDate) {
+    constexpr int lastYear = 9999; // that stored dates can have
+    if (runDate.date().year() > lastYear)
+        return QString("The run date must lie before the year %1").arg(lastYear + 1);
     return runDate.date() < QDate::currentDate() ? "The scheduled run date must be after todays date"
                                                  : QString();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/WallClock.h"
+#include "schedules/ScheduleRow.h"
 #include "schedules/ScheduleStatus.h"
 
 #include <QString>
@@ -16,9 +17,11 @@ void WriteLogEntry(Session& session, int errorCode, const QString& errorDescript
 /// Frees a schedule that is stuck in processing: a log row and the status "completed with errors",
 /// both or neither. False, with nothing written, when the engine has finished it meanwhile.
 bool ResetSchedule(Session& session, int scheduleId);
-/// The schedule and its log, both or neither.
+/// The schedule and its log, both or neither. Throws a Refusal when it is another user's.
 void DeleteSchedule(Session& session, int scheduleId);
 
+/// Whether the session's user may change a schedule: it is his own, or he is the administrator.
+bool isOwn(const Session& session, const ScheduleRow& schedule);
 /// The schedule of a title; nothing when there is none.
 std::optional<int> scheduleOfTitle(Session& session, const QString& title);
 /// The title itself, or with a number behind it, "March (2)", so that no schedule of any user has it.

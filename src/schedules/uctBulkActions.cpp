@@ -2,6 +2,7 @@
 
 #include "base/Session.h"
 #include "db/DbError.h"
+#include "db/Refusal.h"
 #include "schedules/BulkChange.h"
 #include "schedules/SeriesRule.h"
 #include "schedules/frmChangeSchedules.h"
@@ -60,18 +61,20 @@ void uctBulkActions::selectSeries() {
         return std::pair(seriesStem(m_list.textOf(id, ShownSchedules::Title)),
                          m_list.textOf(id, ShownSchedules::Template));
     };
+    const auto wanted = key(chosen);
     QList<int> ids;
     for (const ListRow& row : m_list.rows().rows())
-        if (key(row.id) == key(chosen)) ids << row.id;
+        if (key(row.id) == wanted) ids << row.id;
     m_list.selectIds(ids);
 }
 
-/// One is not worth a question.
+/// One is not worth a question, unless it would start at once.
 void uctBulkActions::enable(bool enabled) {
     BulkChange wanted;
     wanted.enabled = enabled;
     const auto schedules = readScheduleRows(m_context.session, m_list.selectedIds());
-    if (schedules.size() > 1 && !mayChange(m_context, &m_window, schedules)) return;
+    const bool isAsked = schedules.size() > 1 || overdueCount(schedules, wanted) > 0;
+    if (isAsked && !mayChange(m_context, &m_window, schedules, wanted)) return;
     emit changed(changeAndTell(m_context, &m_window, schedules, wanted));
 }
 
@@ -109,6 +112,12 @@ void uctBulkActions::deleteSchedules(const QList<int>& ids) {
             }
             m_context.session.log.write("frmMainScreen.cmdDelete_Click", error);
             refused << QString("%1: %2").arg(m_list.textOf(id, ShownSchedules::Title), error.text());
+        } catch (const Refusal& refusal) {
+            if (ids.size() == 1) {
+                emit changed({});
+                throw;
+            }
+            refused << QString("%1: %2").arg(m_list.textOf(id, ShownSchedules::Title), refusal.text());
         }
     const qsizetype deleted = ids.size() - refused.size();
     emit changed(deleted == 1 ? QString("1 schedule was deleted.")

@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QSet>
 #include <cmath>
 #include <limits>
@@ -97,13 +98,22 @@ QString filedDate(const QString& stored) {
     return midnight ? stored.left(10) : QString(stored).replace(10, 1, 'T');
 }
 
+/// Whether a text is a time of the day and nothing else.
+bool isTime(const QString& filed) {
+    static const QRegularExpression form("^\\d{1,2}:\\d{2}(:\\d{2})?(\\.\\d+)?( *[AaPp][Mm])?\\z");
+    return form.match(filed).hasMatch() && templateReportRow::clockTime(filed).isValid();
+}
+
 /// As the shipped column holds it; older ones are wider.
 QString filedTime(const QString& stored) {
     const QTime time = templateReportRow::clockTime(stored);
-    return stored.size() <= widthOfTimes || !time.isValid() ? stored : time.toString("HH:mm:ss");
+    return (stored.size() <= widthOfTimes && isTime(stored)) || !time.isValid() ? stored
+                                                                                : time.toString("HH:mm:ss");
 }
 
 bool isDate(const QString& filed) {
+    static const QRegularExpression form("^\\d{4}-\\d{2}-\\d{2}(T\\d{2}:\\d{2}:\\d{2}(\\.\\d{1,3})?)?\\z");
+    if (!form.match(filed).hasMatch()) return false;
     const QDate day = QDate::fromString(filed.left(10), Qt::ISODate);
     const bool plain = filed.size() == 10;
     return day.isValid() && day.year() >= 1753 // the server's first
@@ -145,7 +155,7 @@ QString textProblem(const Column& column, const QString& text) {
     if (text.contains(QChar::Null)) return "The " + column.label + " holds a NUL, which cannot be stored.";
     if (column.kind == ReportColumn::Date && !isDate(text))
         return QString("'%1' is no date such as 2026-12-01.").arg(text);
-    if (column.kind == ReportColumn::Time && !text.isEmpty() && !templateReportRow::clockTime(text).isValid())
+    if (column.kind == ReportColumn::Time && !text.isEmpty() && !isTime(text))
         return QString("'%1' is no time of the day.").arg(text);
     const int width = column.width > 0 ? column.width : std::numeric_limits<int>::max();
     return fittingProblem(column.label, text, width, column.codePage);
@@ -235,7 +245,7 @@ QList<QJsonObject> rowsOf(const QJsonObject& filed, int part, const QString& whe
     const QSet<QString> known = namesIn(table.columns);
     QList<QJsonObject> rows;
     for (const QJsonValue value : arrayOf(filed, table.key, where)) {
-        const QString place = QString("%1, %2 %3").arg(where, table.key).arg(rows.size() + 1);
+        const QString place = QString("%1, %2 %3").arg(where, table.key, QString::number(rows.size() + 1));
         QJsonObject row = objectOf(value, place);
         if (part == FiledTemplate::Reports) row.remove(reportTitle);
         checkKeys(row, known, place);
@@ -339,9 +349,8 @@ void templateFile::checkNulls(Connection& connection, const QList<FiledTemplate>
                 for (const Row column : needed[std::size_t(part)])
                     if (row.value(column.text(0)).isNull())
                         refuse(QString("Template '%1', %2 %3, %4")
-                                   .arg(each.header.title.left(100), tableOf(part).key)
-                                   .arg(i)
-                                   .arg(column.text(0)),
+                                   .arg(each.header.title.left(100), tableOf(part).key, QString::number(i),
+                                        column.text(0)),
                                "A value is needed instead of null.");
             }
 }

@@ -299,9 +299,9 @@ void frmTemplate::moveSelected(int before) {
     run([this, before] {
         const QList<int> positions = m_ui->lstReports->selectedIds();
         const int first = moveReports(m_template.Reports(), positions, before);
-        m_template.MarkChanged();
         QList<int> moved(positions.size());
         std::iota(moved.begin(), moved.end(), first);
+        if (moved != positions) m_template.MarkChanged();
         showReports(moved);
     });
 }

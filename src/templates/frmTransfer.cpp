@@ -185,7 +185,7 @@ void frmTransfer::Option_Click(int type) {
     }
     m_template.setCCSubType(qint16(type));
     m_ui->lstCC->setEnabled(type == TickedCostCentres);
-    showAddressGaps();
+    run([this] { showAddressGaps(); });
 }
 
 /// A stored level may be none of the five: then none is chosen.
@@ -277,9 +277,19 @@ void frmTransfer::loadCCTasks() {
     showAddressGaps();
 }
 
-void frmTransfer::readAddresses() {
-    m_addressed = centresWithAddress(session(), m_template.UnitabAccount(), m_template.CCSubLevel());
-    m_defaultEmail = readDefaultEmail(session().db());
+/// False, and the line says so, when the book cannot be read: a hint must not keep anybody from his template.
+bool frmTransfer::readAddresses() {
+    try {
+        m_addressed = centresWithAddress(session(), m_template.UnitabAccount(), m_template.CCSubLevel());
+        m_defaultEmail = readDefaultEmail(session().db());
+        return true;
+    } catch (const DbError& error) {
+        if (error.connectionLost() || error.number() == DbError::Stopped) throw;
+        session().log.write("frmTransfer.readAddresses", error);
+        m_addressed.reset();
+        m_ui->lblAddressGaps->setText("The e-mail address book cannot be read: " + error.text());
+        return false;
+    }
 }
 
 /// Before anybody misses his e-mail: for which cost centres the address book has no entry.
@@ -288,7 +298,7 @@ void frmTransfer::showAddressGaps() {
     QStringList lacking = m_template.CCSubType() == TickedCostCentres ? m_ui->lstCC->tickedKeys() : m_listed;
     m_ui->lblAddressGaps->setVisible(m_template.CCSubEmail() && !lacking.isEmpty());
     if (m_ui->lblAddressGaps->isHidden()) return;
-    if (!m_addressed) readAddresses();
+    if (!m_addressed && !readAddresses()) return;
     lacking.removeIf([this](const QString& centre) { return m_addressed->contains(serverKey(centre)); });
     QString text = lacking.isEmpty()
                        ? "Each of the cost centres has an e-mail address."

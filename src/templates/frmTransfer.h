@@ -68,7 +68,7 @@ private:
     QStringList readCostCentresOf(int level);
     void loadCCTasks();
     void setFilling(bool filling);
-    void readAddresses();
+    bool readAddresses();
     void showAddressGaps();
 
     bool checkChoices();

@@ -67,6 +67,11 @@ void selectCurrentRow(QAbstractItemView& list) {
     if (!selection || selection->hasSelection() || list.model()->rowCount() == 0) return;
     const QModelIndex current =
         list.currentIndex().isValid() ? list.currentIndex() : list.model()->index(0, 0);
-    selection->setCurrentIndex(current, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    list.scrollTo(current);
+    selectAlone(list, current);
+}
+
+void selectAlone(QAbstractItemView& list, const QModelIndex& index) {
+    list.selectionModel()->setCurrentIndex(index,
+                                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    list.scrollTo(index);
 }

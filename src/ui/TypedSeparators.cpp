@@ -15,17 +15,17 @@ public:
     }
 
     bool eventFilter(QObject*, QEvent* event) override {
-        if (event->type() == QEvent::FocusIn) {
+        if (isEndOfTyping(*event)) completeYear();
+        if (isOtherChoice(*event)) {
             forget();
             m_day = 0;
         }
-        if (isEndOfTyping(*event)) completeYear();
         if (event->type() != QEvent::KeyPress) return false;
         const QString text = static_cast<QKeyEvent*>(event)->text();
         const QChar typed = text.isEmpty() ? QChar() : text.front();
         if (QStringLiteral(":.,;-/ ").contains(typed) && !typed.isNull()) return typeSeparator();
         if (typed.isDigit() && m_edit.currentSection() == QDateTimeEdit::MonthSection)
-            return typeMonthDigit(typed.digitValue());
+            return typeMonthDigit(typed);
         forget();
         if (typed.isLetterOrNumber()) m_typedIn = m_edit.currentSection();
         if (typed.isDigit() && m_typedIn == QDateTimeEdit::DaySection) {
@@ -44,9 +44,20 @@ private:
         return text.isEmpty() || !text.front().isPrint();
     }
 
+    /// A day that is chosen in another way than by typing is meant as it is.
+    static bool isOtherChoice(const QEvent& event) {
+        if (event.type() == QEvent::KeyPress) {
+            const int key = static_cast<const QKeyEvent&>(event).key();
+            return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp
+                   || key == Qt::Key_PageDown;
+        }
+        return event.type() == QEvent::FocusIn || event.type() == QEvent::FocusOut
+               || event.type() == QEvent::Wheel || event.type() == QEvent::MouseButtonPress;
+    }
+
     void forget() {
         m_typedIn = QDateTimeEdit::NoSection;
-        m_monthDigit = 0;
+        m_monthDigits.clear();
     }
 
     bool typeSeparator() {
@@ -57,16 +68,21 @@ private:
         return true;
     }
 
-    /// Months are shown by name; the box itself would drop a digit.
-    bool typeMonthDigit(int digit) {
-        const int month = m_monthDigit == 1 && digit <= 2 ? 10 + digit : digit;
-        const bool complete = month > 1 || m_monthDigit != 0;
-        const QDate shown = m_edit.date();
-        if (month >= 1 && month <= 12) m_edit.setDate(shown.addMonths(month - shown.month()));
-        m_monthDigit = complete ? 0 : digit;
+    /// Months are shown by name; the box itself would drop a digit. There is no month 13: then the former
+    /// stays.
+    bool typeMonthDigit(QChar digit) {
+        if (m_monthDigits.isEmpty()) m_formerMonth = m_edit.date().month();
+        m_monthDigits += digit;
+        int month = m_monthDigits.toInt();
+        const bool complete = m_monthDigits.size() == 2 || month > 1;
+        if (month > 12 || (complete && month == 0)) month = m_formerMonth;
+        if (month > 0) m_edit.setDate(m_edit.date().addMonths(month - m_edit.date().month()));
         m_typedIn = QDateTimeEdit::MonthSection;
         m_edit.setSelectedSection(QDateTimeEdit::MonthSection);
-        if (complete) goOn();
+        if (complete) {
+            m_monthDigits.clear();
+            goOn();
+        }
         return true;
     }
 
@@ -92,7 +108,8 @@ private:
 
     QDateTimeEdit& m_edit;
     QDateTimeEdit::Section m_typedIn = QDateTimeEdit::NoSection; ///< the last letter or digit
-    int m_monthDigit = 0;                                        ///< the first of a month's number
+    QString m_monthDigits;                                       ///< of a month's number
+    int m_formerMonth = 0;                                       ///< before it was typed
     int m_day = 0;                                               ///< as typed
 };
 

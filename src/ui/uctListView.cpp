@@ -259,7 +259,7 @@ void uctListView::showId(int id) {
 bool uctListView::selectId(int id) {
     const QModelIndex index = indexOf(id);
     if (!index.isValid()) return false;
-    setCurrentIndex(index);
+    selectAlone(*this, index);
     return true;
 }
 
@@ -300,7 +300,7 @@ void uctListView::keyPressEvent(QKeyEvent* event) {
 void uctListView::mouseDoubleClickEvent(QMouseEvent* event) {
     const QModelIndex index = indexAt(event->position().toPoint());
     if (!index.isValid() || event->button() != Qt::LeftButton) return;
-    setCurrentIndex(index);
+    selectAlone(*this, index);
     emit rowActivated(index.data(ListModel::IdRole).toInt());
 }
 

@@ -132,7 +132,7 @@ private slots:
         QCOMPARE(line.runPlain(me + QStringList{"--json"}), Codes::Done);
         qunsetenv("ZELVAN_SCHEDULER_PASSWORD");
         QCOMPARE(line.json()["user"].toString(), "Amelia.Hart, level 1");
-        QCOMPARE(line.json()["rights"].toString(), "own schedules");
+        QCOMPARE(line.json()["rights"].toString(), "own schedules, options");
     }
 
     void aUserSeesHisOwn() {

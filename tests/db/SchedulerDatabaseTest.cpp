@@ -83,8 +83,10 @@ private slots:
 
     void firstLoginsThatMeetUpgradeOnce() {
         for (const auto& [upgrade, set, kept] :
-             {std::tuple{&upgradeAtLogin, sql("Distance14 = 1, Distance17 = 0"), sql("Distance17 = 0")},
-              std::tuple{&upgradeAtMainScreen, sql("CostCentreLevel = 3"), sql("CostCentreLevel = 3")}}) {
+             {std::tuple{+[](Connection& db) { upgradeAtLogin(db); }, sql("Distance14 = 1, Distance17 = 0"),
+                         sql("Distance17 = 0")},
+              std::tuple{+[](Connection& db) { upgradeAtMainScreen(db); }, sql("CostCentreLevel = 3"),
+                         sql("CostCentreLevel = 3")}}) {
             TestProgram program;
             program.logIn();
             Connection& db = program.session.db();

@@ -177,12 +177,12 @@ private slots:
 
     void whileTheQuestionIsOpen_data() {
         const Rows<QString, QString> row;
-        row("deleted", "DELETE FROM NorvaScheduler.dbo.tblSchedule", "has been deleted by somebody else");
-        row("taken", "UPDATE NorvaScheduler.dbo.tblSchedule SET Status = 2", "The engine has taken");
+        row("deleted", "DELETE FROM NorvaScheduler.dbo.tblSchedule", "somebody else has deleted it");
+        row("taken", "UPDATE NorvaScheduler.dbo.tblSchedule SET Status = 2", "the engine is running it");
         row("moved",
             "UPDATE NorvaScheduler.dbo.tblSchedule SET RunDate = '2031-Jan-01 08:00:00', Username = "
             "'Priya.Nair'",
-            "was changed by 'Priya.Nair' in the meantime");
+            "Priya.Nair has changed it meanwhile");
     }
 
     void whileTheQuestionIsOpen() {

@@ -1,4 +1,5 @@
 #include "Screens.h"
+#include "db/Refusal.h"
 #include "schedules/BulkChange.h"
 #include "schedules/ScheduleSeries.h"
 #include "schedules/SeriesRule.h"
@@ -6,6 +7,7 @@
 #include "schedules/frmMainScreen.h"
 #include "schedules/frmSchedule.h"
 #include "schedules/frmSeries.h"
+#include "schedules/modScheduler.h"
 #include "support/Modal.h"
 #include "support/Rows.h"
 #include "support/TestClass.h"
@@ -27,7 +29,8 @@ class PlanningTest : public QObject {
 
     static QStringList daysOf(const SeriesRule& rule, const WallClock& first) {
         QStringList days;
-        for (const WallClock& when : seriesDates(rule, first)) days << when.stored().left(11);
+        for (const WallClock& when : seriesDates(rule, first, first.date()).dates)
+            days << when.stored().left(11);
         return days;
     }
     static QList<ScheduleRow> someRows(Schedules& schedules, int count) {
@@ -230,13 +233,16 @@ private slots:
         change.moveBy = 2 * 86'400;
         change.enabled = true;
         change.owner = "Priya.Nair";
+        BulkOutcome outcome;
         for (int step = 1;; ++step) {
-            if (survives(schedules.program.fault, step, [&] { changeSchedules(session, seen, change); }))
+            if (survives(schedules.program.fault, step,
+                         [&] { outcome = changeSchedules(session, seen, change); }))
                 break;
             QCOMPARE(schedules.rows(), before);
         }
-        const BulkOutcome outcome = changeSchedules(session, seen, change); // what is done is no conflict
         QCOMPARE(outcome.changed, 2);
+        outcome = changeSchedules(session, seen, change); // what is done is no conflict
+        QCOMPARE(outcome.changed, 0);
         QCOMPARE(outcome.leftAlone,
                  (QStringList{"c: the engine is running it.", "d: Priya.Nair has changed it meanwhile.",
                               "e: somebody else has deleted it.", "f: its run date is no date."}));
@@ -261,6 +267,7 @@ private slots:
         change = {};
         change.enabled = false;
         row("somebody else's", "Priya.Nair", change, "mine: it belongs to Amelia.Hart.");
+        row("his own, whatever the letters", "AMELIA.HART", change, "");
         change = {};
         change.owner = "Nobody";
         row("no such user", Session::serverLoginName, change, "The product has no user 'Nobody'.");
@@ -285,7 +292,21 @@ private slots:
             said = QString::fromUtf8(refusal.what());
         }
         QCOMPARE(said, told);
-        QCOMPARE(stored(schedules, id), before);
+        QCOMPARE(stored(schedules, id) == before, !told.isEmpty());
+    }
+
+    void whatWasGivenAwayIsNotTakenBackUnasked() {
+        ScheduleScreen<frmSchedule> editor("Amelia.Hart");
+        const int id = editor.add("Mine", Pending, tomorrow);
+        editor.show(id);
+        editor.db().execute(sql("UPDATE NorvaScheduler.dbo.tblSchedule SET Username = N'Priya.Nair'"));
+        editor.program.messages.answer(false);
+        editor.press("cmdSave");
+        QVERIFY(editor.shown().value(0).contains("it belongs to 'Priya.Nair' now"));
+        QVERIFY_EXCEPTION_THROWN(DeleteSchedule(editor.program.session, id), Refusal);
+        QCOMPARE(editor.rows(), QStringList("Mine|Brightwater|0|Priya.Nair"));
+        editor.program.messages.answer(true);
+        editor.press("cmdExit");
     }
 };
 

@@ -136,9 +136,10 @@ private slots:
         row("with seconds", "HH:mm:ss", "7:5:3", "2026-11-22 07:05:03");
         row("hours alone", "HH:mm", "9", "2026-11-22 09:58:59");
         row("a month of one digit", "dd MMM yyyy", "30.1.2027", "2027-01-30 23:58:59");
-        row("a month too many", "dd MMM yyyy", "30.13.2027", "2027-03-30 23:58:59");
+        row("a month too many", "dd MMM yyyy", "30.13.2027", "2027-11-30 23:58:59");
         for (const QString keys : {"31.1.2028", "31 Jan 2028", "31jan2028", "31/01/28"})
             row(keys + ", typed in November", "dd MMM yyyy", keys, "2028-01-31 23:58:59");
+        row("digits alone", "dd MMM yyyy", "05012027", "2027-01-05 23:58:59");
         row("29 February", "dd MMM yyyy", "29 feb 28", "2028-02-29 23:58:59");
         for (const QString keys : {"5 Dec 2026", "05/dec/2026", "5-12-2026", "05/12/2026", "5Dec2026"})
             row(keys, "dd MMM yyyy", keys, "2026-12-05 23:58:59");
@@ -155,6 +156,16 @@ private slots:
         QTest::keyClicks(&edit, keys);
         QTest::keyClick(&edit, Qt::Key_Return);
         QCOMPARE(edit.dateTime().toString("yyyy-MM-dd HH:mm:ss"), expected);
+    }
+
+    void aRowIsSelectedAloneWhileCtrlIsHeld() {
+        Screen screen;
+        screen.list.selectId(1);
+        QTest::keyPress(screen.windowHandle(), Qt::Key_Control, Qt::ControlModifier); // of Ctrl+S, say
+        QVERIFY(QGuiApplication::keyboardModifiers() & Qt::ControlModifier);
+        screen.list.selectId(2);
+        QCOMPARE(screen.list.selectedIds(), QList<int>{2});
+        QTest::keyRelease(screen.windowHandle(), Qt::Key_Control);
     }
 
     void screenReadersMeetWidgetsAsTheyStand() {
