@@ -16,6 +16,10 @@ std::atomic<bool> echoes = true;
 
 } // namespace
 
+bool isEchoOff() {
+    return !echoes;
+}
+
 #ifdef Q_OS_UNIX
 
 bool inputIsTerminal() {

@@ -80,17 +80,16 @@ int idOf(const QList<ListedTemplate>& all, const QString& name) {
 }
 
 void leaveOut(TemplateImport& import, const QStringList& names) {
+    QList<int> places;
     for (const QString& name : names) {
-        bool found = false;
-        for (qsizetype i = 0; i < import.entries().size(); ++i)
-            if (import.entries()[i].content.header.title == name) {
-                import.setLeftOut(i, true);
-                found = true;
-            }
-        if (!found)
+        const qsizetype before = places.size();
+        for (int i = 0; i < int(import.entries().size()); ++i)
+            if (import.entries()[i].content.header.title == name) places << i;
+        if (places.size() == before)
             throw CommandFailure(ExitCode::NotFound,
                                  QString("The file holds no template %1.").arg(quoted(name)));
     }
+    import.setLeftOut(places, true);
 }
 
 /// What becomes, or has become, of each template of a file.
@@ -149,7 +148,7 @@ ExitCode importTemplates(CommandContext& context) {
     const QString project = context.value("project");
     if (project.isEmpty()) throw CommandFailure(ExitCode::WrongUse, "The option --project is needed.");
     const QList<FiledTemplate> templates = templateFile::readFile(context.arguments.first());
-    openProjectFor(session, project);
+    openProjectFor(session, project, context.isSet("preview") ? ProjectUse::Look : ProjectUse::Use);
     TemplateImport import(session, templates);
     leaveOut(import, context.parser.values("leave-out"));
     const QString where = QString("the account %1 of the project %2.")

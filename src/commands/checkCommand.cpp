@@ -18,6 +18,21 @@ QString serverProperty(Session& session, const QString& name) {
     return session.db().scalar(sql("SELECT CONVERT(nvarchar(1000), SERVERPROPERTY({}))", name));
 }
 
+/// The tables that the lists leave out. Throws DbError of what is lacking, by its name.
+void readOneOfEach(Session& session) {
+    session.db().queryAll(
+        {sql("SELECT TOP 1 [LogID], [ScheduleID], [ReportID], [ErrorCode], [ErrorDescription], [ReportName] "
+             "FROM NorvaScheduler.dbo.[tblLogs] WITH (NOLOCK)"),
+         sql("SELECT TOP 1 [OutputPath], [Excel], [CSV], [DefaultEmail], [MaxFileSize] "
+             "FROM NorvaScheduler.dbo.[tblOptions] WITH (NOLOCK)"),
+         sql("SELECT TOP 1 [BillAccount], [CostCentre], [EmailAddress], [CCLevel] "
+             "FROM NorvaScheduler.dbo.[tblMailAddresses] WITH (NOLOCK)"),
+         sql("SELECT TOP 1 [TemplateID], [CCName] FROM NorvaScheduler.dbo.[tblCCSubProject_CCs] WITH "
+             "(NOLOCK)"),
+         sql("SELECT TOP 1 [TemplateID], [TelNo], [Include] "
+             "FROM NorvaScheduler.dbo.[TblExcludedNumbers] WITH (NOLOCK)")});
+}
+
 QString rightsOf(const Session& session) {
     QString rights = session.isAdministrator() ? "everybody's schedules" : "own schedules";
     if (mayChangeOptions(session)) rights += ", options";
@@ -33,6 +48,7 @@ ExitCode checkServer(CommandContext& context) {
     const ScheduleReading schedules =
         readSchedules(session.db(), {session.userName, session.isAdministrator()});
     templateReportRow::read(session.db(), -1); // names every column
+    readOneOfEach(session);
     const QString protection = missingProtection(session.serverName);
     const std::tuple<QString, QString, QVariant> answers[]{
         {"server", "Server", session.serverName},

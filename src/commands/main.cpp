@@ -2,6 +2,7 @@
 #include "app/openServer.h"
 #include "base/Session.h"
 #include "commands/Console.h"
+#include "commands/ExitCode.h"
 #include "commands/Program.h"
 #include "db/StoppableWaiter.h"
 
@@ -9,6 +10,7 @@
 #include <QFile>
 #include <QThread>
 #include <csignal>
+#include <cstdlib>
 
 namespace {
 
@@ -17,9 +19,12 @@ std::atomic<bool> stopped = false;
 
 /// A second signal ends the program at once.
 void stop(int signal) {
+    if (isEchoOff()) { // nothing has begun before the password is there, and its reading cannot be ended
+        setEcho(true);
+        std::_Exit(int(ExitCode::Interrupted));
+    }
     stopped = true;
     waiter.stop();
-    setEcho(true); // a password may be being typed
     std::signal(signal, SIG_DFL);
 }
 

@@ -405,6 +405,7 @@ QString frmMainScreen::processedSince(int id) const {
 }
 
 void frmMainScreen::resetSchedule(int id, QWidget& caller) {
+    if (m_ui->lstSchedules->rows().rowOf(id) < 0) FillScheduleList(); // the caller reads for itself
     const QString title = m_ui->lstSchedules->textOf(id, ShownSchedules::Title);
     const QString question =
         "The schedule '%1' is being processed%2.\n\nDo you want to reset it? Do so only when "

@@ -9,6 +9,7 @@
 #include "templates/modTemplates.h"
 
 #include <QFile>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -299,31 +300,46 @@ void checkStoredTexts(const QJsonObject& row, const QString& where) {
             refuse(where + ", " + value.key(), "It holds half of a character, which no file can hold.");
 }
 
-FiledTemplate load(Connection& connection, int id) {
-    QList<Sql> readings{
-        sql("SELECT * FROM NorvaScheduler.dbo.[tblTemplate] WITH (NOLOCK) WHERE ([TemplateID] = {})", id)};
+/// Headers and parts of templates, in as many round trips however many there are.
+QList<Sql> readingsOf(const QList<int>& ids) {
+    QList<Sql> values;
+    for (const int id : ids) values << Sql::value(id);
+    const Sql wanted = Sql::join(values, sql(", "));
+    QList<Sql> readings{sql(
+        "SELECT * FROM NorvaScheduler.dbo.[tblTemplate] WITH (NOLOCK) WHERE ([TemplateID] IN ({}))", wanted)};
     for (int part = 0; part < FiledTemplate::partCount; ++part) {
         const Table& table = tableOf(part);
-        readings << sql(
-            "SELECT {} FROM NorvaScheduler.dbo.{} WITH (NOLOCK) WHERE [TemplateID] = {} ORDER BY {}",
-            namesOf(table.columns), table.name, id, table.order);
+        readings << sql("SELECT [TemplateID], {} FROM NorvaScheduler.dbo.{} WITH (NOLOCK) "
+                        "WHERE [TemplateID] IN ({}) ORDER BY [TemplateID], {}",
+                        namesOf(table.columns), table.name, wanted, table.order);
     }
-    const std::vector<RecordSet> answers = connection.queryAll(readings);
-    if (answers[0].isEmpty())
-        throw Refusal("This template has been deleted by somebody else in the meantime.");
-    FiledTemplate loaded{TemplateHeader::read(answers[0].row(0)), {}};
-    loaded.header.id = -1;
-    const QString where = QString("Template '%1'").arg(loaded.header.title);
-    checkStoredTexts(filedHeader(loaded.header), where);
+    return readings;
+}
+
+QString placeOf(const FiledTemplate& each) {
+    return QString("Template '%1'").arg(each.header.title);
+}
+
+/// From the answers to these readings.
+QHash<int, FiledTemplate> templatesIn(const std::vector<RecordSet>& answers) {
+    QHash<int, FiledTemplate> templates;
+    for (const Row row : answers[0]) {
+        FiledTemplate each{TemplateHeader::read(row), {}};
+        const int id = std::exchange(each.header.id, -1);
+        checkStoredTexts(filedHeader(each.header), placeOf(each));
+        templates.insert(id, each);
+    }
     for (int part = 0; part < FiledTemplate::partCount; ++part)
         for (const Row stored : answers[std::size_t(part) + 1]) {
+            const auto owner = templates.find(stored.integer(0));
+            if (owner == templates.end()) continue;
             QJsonObject row;
-            for (int place = 0; const Column& column : tableOf(part).columns)
+            for (int place = 1; const Column& column : tableOf(part).columns)
                 row[column.name] = filedValue(stored, place++, column.kind);
-            checkStoredTexts(row, where);
-            loaded.rows[std::size_t(part)] << row;
+            checkStoredTexts(row, placeOf(*owner));
+            owner->rows[std::size_t(part)] << row;
         }
-    return loaded;
+    return templates;
 }
 
 } // namespace
@@ -356,10 +372,23 @@ void templateFile::checkNulls(Connection& connection, const QList<FiledTemplate>
 }
 
 QList<FiledTemplate> templateFile::load(Connection& connection, const QList<int>& ids) {
-    Transaction oneMoment(connection);
-    lockTemplates(connection); // or a save would come between a template and its reports
+    constexpr qsizetype idsAtOnce = 1000;
+    std::vector<std::vector<RecordSet>> answers;
+    {
+        Transaction oneMoment(connection);
+        lockTemplates(connection); // or a save would come between a template and its reports
+        for (qsizetype first = 0; first < ids.size(); first += idsAtOnce)
+            answers.push_back(connection.queryAll(readingsOf(ids.mid(first, idsAtOnce))));
+    }
+    QHash<int, FiledTemplate> found;
+    for (const std::vector<RecordSet>& some : answers) found.insert(templatesIn(some));
     QList<FiledTemplate> templates;
-    for (const int id : ids) templates << ::load(connection, id);
+    for (const int id : ids) {
+        const auto each = found.constFind(id);
+        if (each == found.constEnd())
+            throw Refusal("This template has been deleted by somebody else in the meantime.");
+        templates << *each;
+    }
     return templates;
 }
 

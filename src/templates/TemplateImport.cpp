@@ -99,8 +99,8 @@ void TemplateImport::chooseTitles() {
     }
 }
 
-void TemplateImport::setLeftOut(qsizetype place, bool leftOut) {
-    m_entries[place].leftOut = leftOut;
+void TemplateImport::setLeftOut(const QList<int>& places, bool leftOut) {
+    for (const int place : places) m_entries[place].leftOut = leftOut;
     chooseTitles();
 }
 

@@ -25,7 +25,7 @@ public:
 
     const QString& account() const { return m_account; }
     const QList<Entry>& entries() const { return m_entries; }
-    void setLeftOut(qsizetype place, bool leftOut);
+    void setLeftOut(const QList<int>& places, bool leftOut);
     /// How many are not left out.
     qsizetype wantedCount() const;
     /// "new", "new, as 'March (2)'" or "left out"

@@ -78,9 +78,7 @@ void frmTemplateImport::updateActions() {
     const QList<int> places = m_ui->lstPreview->selectedIds();
     const auto isLeftOut = [this](int place) { return m_import->entries()[place].leftOut; };
     const QString nothing = "Nothing is selected to which this applies.";
-    QStringList notes;
-    for (const int place : places) notes << m_import->entries()[place].notes;
-    notes.removeDuplicates();
+    const QStringList notes = places.size() == 1 ? m_import->entries()[places.first()].notes : QStringList();
     m_ui->lblNotes->setText(notes.join('\n'));
     m_ui->lblNotes->setVisible(!notes.isEmpty());
     m_ui->footer->setUsable(m_cmdTakeIn, std::ranges::any_of(places, isLeftOut), nothing);
@@ -89,7 +87,7 @@ void frmTemplateImport::updateActions() {
 }
 
 void frmTemplateImport::leaveOut(bool leftOut) {
-    for (const int place : m_ui->lstPreview->selectedIds()) m_import->setLeftOut(place, leftOut);
+    m_import->setLeftOut(m_ui->lstPreview->selectedIds(), leftOut);
     showEntries();
 }
 

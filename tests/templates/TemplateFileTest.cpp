@@ -248,7 +248,7 @@ private slots:
         Traveller program;
         const QByteArray document = program.exported({"Weekly call review", "Linkvale invoice check"});
         TemplateImport import = program.import(document);
-        import.setLeftOut(1, true);
+        import.setLeftOut({1}, true);
         program.addTemplate("WEEKLY call review (2)");
         const QStringList before = program.everything();
         QVERIFY_EXCEPTION_THROWN(import.write(), Refusal);
