@@ -222,6 +222,9 @@ void frmAgenda::showRuns() {
 void frmAgenda::showDays(AgendaView view, QDate day) {
     m_ui->agenda->showDays(view, day);
     daysShown();
+    const auto id = m_ui->agenda->selectedId(); // to be seen in the other view as well
+    if (id && m_ui->agenda->days().contains(m_ui->agenda->runOf(*id)->start.date()))
+        m_ui->agenda->selectId(*id, true);
 }
 
 void frmAgenda::daysShown() {
