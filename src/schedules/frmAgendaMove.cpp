@@ -1,5 +1,6 @@
 #include "schedules/frmAgendaMove.h"
 
+#include "ui/ReadingOrder.h"
 #include "ui/TypedSeparators.h"
 
 #include <QDateTimeEdit>
@@ -34,6 +35,7 @@ frmAgendaMove::frmAgendaMove(const QString& title, const WallClock& when, QWidge
     form->addRow("&Day", m_day);
     form->addRow("&Time", m_time);
     form->addRow(buttons);
+    putInReadingOrder(*this);
     m_day->setFocus();
 }
 
