@@ -17,13 +17,13 @@
 #include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
+#include "ui/SavePath.h"
 #include "ui/TypedSeparators.h"
 #include "ui/WindowSize.h"
 #include "ui_frmAgenda.h"
 
 #include <QAction>
 #include <QDateTime>
-#include <QDir>
 #include <QFileInfo>
 #include <QSignalBlocker>
 #include <algorithm>
@@ -334,14 +334,6 @@ bool frmAgenda::mayMove(int id, const WallClock& when) {
     return messages().ask(this, question);
 }
 
-QString frmAgenda::pathToSave(const QString& name, const QString& filter, const QString& suffix) {
-    QString path = messages().saveFile(this, QDir::home().filePath(safeFileName(name) + suffix), filter);
-    if (path.isEmpty()) return {};
-    if (QFileInfo(path).suffix().isEmpty()) path += suffix;
-    const QString question = "The file '%1' exists already. Do you want to replace it?";
-    return QFile::exists(path) && !messages().ask(this, question.arg(path)) ? QString() : path;
-}
-
 void frmAgenda::write(const QString& path, const QByteArray& content) {
     if (const QString problem = writeWhole(path, content); !problem.isEmpty())
         messages().notice(this, QString("The file '%1' could not be written.").arg(path), Messages::Plain, {},
@@ -351,8 +343,8 @@ void frmAgenda::write(const QString& path, const QByteArray& content) {
 void frmAgenda::cmdSavePicture_Click() {
     run([this] {
         const QString days = m_ui->lblDays->text();
-        const QString path =
-            pathToSave("Agenda " + days, "PNG pictures (*.png);;SVG drawings (*.svg)", ".png");
+        const QString path = askSavePath(messages(), this, safeFileName("Agenda " + days), ".png",
+                                         "PNG pictures (*.png);;SVG drawings (*.svg)");
         if (path.isEmpty()) return;
         WaitCursor wait;
         const QString words = m_ui->txtFilter->text().simplified();
@@ -364,7 +356,7 @@ void frmAgenda::cmdSavePicture_Click() {
 
 void frmAgenda::cmdSaveCalendar_Click() {
     run([this] {
-        const QString path = pathToSave("Schedules", "iCalendar files (*.ics)", ".ics");
+        const QString path = askSavePath(messages(), this, "Schedules", ".ics", "iCalendar files (*.ics)");
         if (!path.isEmpty())
             write(path,
                   asCalendar(m_ui->agenda->runs(), session().serverName, QDateTime::currentDateTimeUtc()));

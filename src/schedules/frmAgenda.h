@@ -59,7 +59,6 @@ private:
     void fillList();
     void askToMove(int id, const WallClock& when);
     bool mayMove(int id, const WallClock& when);
-    QString pathToSave(const QString& name, const QString& filter, const QString& suffix);
     void write(const QString& path, const QByteArray& content);
 
     std::unique_ptr<Ui::frmAgenda> m_ui;

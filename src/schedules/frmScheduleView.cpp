@@ -10,13 +10,11 @@
 #include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
+#include "ui/SavePath.h"
 #include "ui/SlotGuard.h"
 #include "ui/WindowSize.h"
 #include "ui_frmScheduleView.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 
 namespace {
 
@@ -158,14 +156,9 @@ void frmScheduleView::lstLog_Click() {
 
 void frmScheduleView::cmdSaveLog_Click() {
     run([this] {
-        const QString name = safeFileName(m_schedule.Title()) + " log.csv";
-        QString path = messages().saveFile(this, QDir::home().filePath(name), "CSV files (*.csv)");
+        const QString path = askSavePath(messages(), this, safeFileName(m_schedule.Title()) + " log", ".csv",
+                                         "CSV files (*.csv)");
         if (path.isEmpty()) return;
-        if (QFileInfo(path).suffix().isEmpty()) path += ".csv";
-        if (QFile::exists(path)
-            && !messages().ask(this,
-                               QString("The file '%1' exists already. Do you want to replace it?").arg(path)))
-            return;
         // The mark at the beginning tells spreadsheet programs that the text is UTF-8.
         const QByteArray content = "\xEF\xBB\xBF"
                                    + logAsCsv({{"Schedule", m_schedule.Title()},

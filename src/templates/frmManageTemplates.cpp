@@ -18,14 +18,12 @@
 #include "ui/DateCell.h"
 #include "ui/Icons.h"
 #include "ui/Messages.h"
+#include "ui/SavePath.h"
 #include "ui/SlotGuard.h"
 #include "ui/WindowSize.h"
 #include "ui/openScreen.h"
 #include "ui_frmManageTemplates.h"
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <algorithm>
 
 namespace {
@@ -208,13 +206,8 @@ void frmManageTemplates::cmdExport_Click() {
         const QList<int> ids = m_ui->lstTemplates->selectedIds();
         const QString name =
             ids.size() == 1 ? safeFileName(m_ui->lstTemplates->textOf(ids.first(), 0)) : QString("templates");
-        QString path = messages().saveFile(this, QDir::home().filePath(name + ".json"), templateFiles);
+        const QString path = askSavePath(messages(), this, name, ".json", templateFiles);
         if (path.isEmpty()) return;
-        if (QFileInfo(path).suffix().isEmpty()) path += ".json";
-        if (QFile::exists(path)
-            && !messages().ask(this,
-                               QString("The file '%1' exists already. Do you want to replace it?").arg(path)))
-            return;
         WaitCursor wait;
         const QByteArray document = templateFile::write(templateFile::load(session().db(), ids));
         if (const QString problem = writeWhole(path, document); !problem.isEmpty())
