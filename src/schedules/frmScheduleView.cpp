@@ -15,7 +15,6 @@
 #include "ui/WindowSize.h"
 #include "ui_frmScheduleView.h"
 
-
 namespace {
 
 /// One line of the list.
