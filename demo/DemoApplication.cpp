@@ -37,7 +37,7 @@ void demoApplication::create(const QString& folder) {
     add("Quorra Zelvan.exe",
         "This file stands for the analysis product's program, which the demo does without.\n");
     for (const QString script : {"SchDB.sql", "DBOptions.sql"})
-        add(script, readFile(QDir(DemoServer::scriptsFolder()).filePath(script)));
+        add(script, readFile(QDir(DemoServer::scriptsFolder).filePath(script)));
     if (!app.exists(SecurityFileName))
         WriteEncryptedSSSfile(app.filePath(SecurityFileName), DemoServer::loginPassword);
 }

@@ -73,10 +73,6 @@ DemoOptions DemoOptions::small() {
     return options;
 }
 
-QString DemoServer::scriptsFolder() {
-    return DEMO_SCRIPTS_FOLDER;
-}
-
 void DemoServer::createLogin(Connection& system) {
     const Name login(Session::serverLoginName);
     system.execute(
@@ -109,7 +105,7 @@ void DemoServer::populate(const ConnectionString& system, const DemoOptions& opt
     for (const DemoProject& project : demoProjects::all())
         if (project.is(DemoProject::Inaccessible)) createInaccessible(master, project, options);
 
-    Session session(scriptsFolder(), openServer);
+    Session session(scriptsFolder, openServer);
     session.userName = Session::serverLoginName;
     session.connection = std::make_unique<Connection>(
         ConnectionString{Session::serverLoginName, loginPassword, "master", system.dataSource}, openServer);

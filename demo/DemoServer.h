@@ -25,8 +25,8 @@ class DemoServer {
 public:
     static constexpr auto systemPassword = "demo-system-password"; ///< of "sa" on the embedded server
     static constexpr auto loginPassword = "demo-admin-password";   ///< of QuorraAdmin
-    /// Where "SchDB.sql" and "DBOptions.sql" were when this was built.
-    static QString scriptsFolder();
+    /// Holds "SchDB.sql" and "DBOptions.sql", inside the program.
+    static constexpr auto scriptsFolder = ":/scripts";
 
     /// Makes an embedded server file without the demo. Throws DbError.
     static void buildEmpty(const QString& path);

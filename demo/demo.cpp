@@ -1,3 +1,4 @@
+#include "app/Terminal.h"
 #include "db/DbError.h"
 #include "demo/DemoApplication.h"
 #include "demo/DemoServer.h"
@@ -41,6 +42,7 @@ void makeDemo(const QString& folder, QTextStream& out) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
+    writeUtf8();
     QTextStream out(stdout);
     QTextStream err(stderr);
     const QStringList arguments = application.arguments().mid(1);

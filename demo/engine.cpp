@@ -1,3 +1,4 @@
+#include "app/Terminal.h"
 #include "app/openServer.h"
 #include "base/Session.h"
 #include "db/DbError.h"
@@ -91,6 +92,7 @@ private:
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
+    writeUtf8();
     QCommandLineParser parser;
     parser.setApplicationDescription(
         "Runs the schedules of a demo server, as the analysis product's engine would.");

@@ -8,7 +8,8 @@ packages=(
     qt6-base-dev qt6-svg-dev libgl-dev
     unixodbc-dev libsqlite3-dev libsodium-dev
     libsqliteodbc tdsodbc            # ODBC drivers: one to test with, one for SQL Server
-    breeze-icon-theme fonts-crosextra-carlito
+    breeze-icon-theme librsvg2-bin   # the icons that the program carries are drawn from these
+    fonts-crosextra-carlito
     "$@"
 )
 

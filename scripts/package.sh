@@ -29,12 +29,9 @@ dpkg-deb --info "$package" | grep -E '^ (Package|Version|Depends|Recommends):'
 say "Making a Debian 12 and trying the package in it"
 rm -rf build/package-pictures
 mkdir build/package-pictures
-# The demo, which is not in the package, makes its database by the scripts at their place in this project: there the
-# installed ones are put.
 mmdebstrap --quiet --variant=apt --format=null \
     --customize-hook="copy-in $package build/release/demo/zelvan-scheduler-demo build/release/demo/zelvan-demo-engine \
         build/release/demo/zelvan-scheduler-walk packaging/try-package.sh /root" \
-    --customize-hook="mkdir -p \"\$1$PWD\" && ln -s /opt/zelvan-scheduler \"\$1$PWD/packaging\"" \
     --customize-hook='chroot "$1" bash /root/try-package.sh' \
     --customize-hook="sync-out /home/tester/pictures build/package-pictures" \
     bookworm /dev/null

@@ -1,11 +1,11 @@
 #include "soak/Soak.h"
 
+#include "base/SettingsStore.h"
 #include "db/DbError.h"
 #include "soak/programs.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <cstdio>
 
@@ -19,7 +19,7 @@ int main(int argc, char* argv[]) {
     const QString role = arguments.value(0);
     if (role == "save" || role == "screens") {
         const QString folder = arguments.value(1);
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder); // nobody's own are touched
+        keepSettingsIn(folder); // nobody's own are touched
         return role == "save" ? soak::runSaver(application, folder, arguments.value(2))
                               : soak::runScreens(application, folder);
     }

@@ -8,7 +8,6 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QSettings>
 #include <QTemporaryDir>
 #include <cstdlib>
 
@@ -17,12 +16,14 @@
 /// zelvan-scheduler-walk <demo folder> <picture folder> [light|dark]
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
-    if (argc < 3) qFatal("usage: zelvan-scheduler-walk <demo folder> <picture folder> [light|dark]");
+    const QStringList arguments = application.arguments();
+    if (arguments.size() < 3)
+        qFatal("usage: zelvan-scheduler-walk <demo folder> <picture folder> [light|dark]");
     const QTemporaryDir settings; // the walk must not meet, or change, what a user set
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
-    if (argc > 3) saveSetting("VWT", "Appearance", "Palette", QString::fromLocal8Bit(argv[3]));
+    keepSettingsIn(settings.path());
+    if (arguments.size() > 3) saveSetting("VWT", "Appearance", "Palette", arguments[3]);
 
-    const QDir demo(QString::fromLocal8Bit(argv[1]));
+    const QDir demo(arguments[1]);
     std::unique_ptr<GuestDemo> guest;
     QString server = "file:" + demo.filePath("server.db"); // the pictures show it as it was given
     if (GuestDemo::isInvited()) {
@@ -31,7 +32,7 @@ int main(int argc, char* argv[]) {
         demoApplication::create(demo.absoluteFilePath("app"));
     }
     EventLoopWaiter waiter;
-    const bool passed = walkProgram(application, {server, demo.absoluteFilePath("app"), argv[2],
+    const bool passed = walkProgram(application, {server, demo.absoluteFilePath("app"), arguments[2],
                                                   QApplication::applicationDirPath() + "/zelvan-demo-engine",
                                                   openServer, &waiter});
     return passed ? EXIT_SUCCESS : EXIT_FAILURE;

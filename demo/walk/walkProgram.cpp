@@ -33,7 +33,11 @@ bool walkProgram(QApplication& application, const Walk& walk) {
     });
     const auto end = qScopeGuard([&] {
         runningEngine = nullptr;
+#ifdef Q_OS_WIN
+        engine.kill(); // a console program hears nothing gentler there
+#else
         engine.terminate();
+#endif
         engine.waitForFinished();
     });
 

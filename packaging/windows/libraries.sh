@@ -90,7 +90,6 @@ qt() {
     cmake -G Ninja "$sources" --log-level=STATUS \
         -DCMAKE_TOOLCHAIN_FILE="$recipe/toolchain.cmake" -DCMAKE_INSTALL_PREFIX="$root" -DCMAKE_BUILD_TYPE=Release \
         -DCMAKE_CXX_FLAGS_RELEASE="-O2 -DNDEBUG" -DCMAKE_C_FLAGS_RELEASE="-O2 -DNDEBUG" \
-        -DQT_HOST_PATH=/usr -DQT_HOST_PATH_CMAKE_DIR="/usr/lib/$(dpkg-architecture -qDEB_HOST_MULTIARCH)/cmake" \
         -DBUILD_SHARED_LIBS=OFF -DQT_BUILD_EXAMPLES=OFF -DQT_BUILD_TESTS=OFF -DINPUT_opengl=no \
         $(printf -- '-DFEATURE_%s=OFF ' "${off[@]}")
     ninja

@@ -17,3 +17,7 @@ set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
 set(CMAKE_CXX_STANDARD_LIBRARIES "-lkernel32 -luser32 -lgdi32 -lwinspool -lshell32 -lole32 -loleaut32 -luuid \
 -lcomdlg32 -ladvapi32 -Wl,-Bstatic" CACHE STRING "")
 set(CMAKE_AUTORCC_OPTIONS "--no-zstd") # the host's rcc packs so, and this Qt cannot unpack it
+set(QT_HOST_PATH /usr CACHE STRING "")
+file(GLOB host_packages /usr/lib/*/cmake/Qt6HostInfo)
+cmake_path(GET host_packages PARENT_PATH host_packages)
+set(QT_HOST_PATH_CMAKE_DIR ${host_packages} CACHE STRING "")

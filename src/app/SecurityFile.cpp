@@ -1,6 +1,6 @@
 #include "app/SecurityFile.h"
 
-#include "base/WholeFile.h"
+#include "base/PrivateFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -111,8 +111,6 @@ void WriteEncryptedSSSfile(const QString& path, const QString& password) {
     if (text.isEmpty()) fail("The password is empty.");
     if (text.size() > LongestPassword) fail("The password is too long.");
     if (sodium_init() < 0) fail(NoEncryption);
-    std::optional<QFile::Permissions> access; // an administrator may have widened it
-    if (!QFile::exists(path)) access = QFile::ReadOwner | QFile::WriteOwner;
-    if (const QString problem = writeWhole(path, enciphered(text), access); !problem.isEmpty())
+    if (const QString problem = writePrivately(path, enciphered(text)); !problem.isEmpty())
         fail(QString("The file %1 cannot be written: %2").arg(path, problem));
 }

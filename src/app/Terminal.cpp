@@ -1,7 +1,8 @@
 #include "app/Terminal.h"
 
-#include <QtGlobal>
+#include <QFile>
 #include <atomic>
+#include <cstdlib>
 
 #ifdef Q_OS_UNIX
 #include <termios.h>
@@ -14,6 +15,12 @@ namespace {
 
 std::atomic<bool> echoes = true;
 
+std::unique_ptr<QIODevice> openedInput() {
+    auto input = std::make_unique<QFile>();
+    input->open(stdin, QIODevice::ReadOnly);
+    return input;
+}
+
 } // namespace
 
 bool isEchoOff() {
@@ -21,6 +28,12 @@ bool isEchoOff() {
 }
 
 #ifdef Q_OS_UNIX
+
+std::unique_ptr<QIODevice> standardInput() {
+    return openedInput();
+}
+
+void writeUtf8() {}
 
 bool inputIsTerminal() {
     return isatty(STDIN_FILENO);
@@ -34,6 +47,51 @@ void setEcho(bool on) {
 }
 
 #else
+
+namespace {
+
+/// Lines typed at the console.
+class ConsoleInput : public QIODevice {
+public:
+    ConsoleInput() { open(QIODevice::ReadOnly); }
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char* data, qint64 most) override {
+        if (m_rest.isEmpty()) m_rest = readTyped();
+        const qint64 count = std::min(most, qint64(m_rest.size()));
+        std::copy_n(m_rest.cbegin(), count, data);
+        m_rest.remove(0, count);
+        return count;
+    }
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    static QByteArray readTyped() {
+        wchar_t letters[4096];
+        DWORD count = 0;
+        if (!ReadConsoleW(GetStdHandle(STD_INPUT_HANDLE), letters, DWORD(std::size(letters)), &count,
+                          nullptr))
+            return {};
+        const QString typed = QString::fromWCharArray(letters, int(count));
+        return typed.startsWith(QChar(26)) ? QByteArray() : typed.toUtf8(); // Ctrl+Z ends the input
+    }
+
+    QByteArray m_rest;
+};
+
+} // namespace
+
+std::unique_ptr<QIODevice> standardInput() {
+    if (inputIsTerminal()) return std::make_unique<ConsoleInput>();
+    return openedInput();
+}
+
+void writeUtf8() {
+    static const UINT before = GetConsoleOutputCP();
+    if (before == 0 || !SetConsoleOutputCP(CP_UTF8)) return;
+    std::atexit([] { SetConsoleOutputCP(before); });
+}
 
 bool inputIsTerminal() {
     DWORD mode = 0;

@@ -1,3 +1,4 @@
+#include "app/Terminal.h"
 #include "app/modMain.h"
 #include "app/openServer.h"
 #include "base/CommandLine.h"
@@ -6,9 +7,12 @@
 #include "ui/MessageBoxes.h"
 
 #include <QApplication>
-#include <QFile>
 
 int main(int argc, char* argv[]) {
+#ifdef Q_OS_WIN
+    // Dark frames for windows where the desktop is dark; said before the desktop is asked.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "windows:darkmode=1");
+#endif
     QApplication application(argc, argv);
     QApplication::setApplicationName("zelvan-scheduler");
     EventLoopWaiter waiter;
@@ -17,11 +21,9 @@ int main(int argc, char* argv[]) {
     MessageBoxes messages;
     ScreenContext context{session, messages};
     modMain program(context);
-    const QStringList arguments = application.arguments().mid(1);
+    const QStringList arguments = givenArguments(application);
     hideArguments(argc, argv);
-    QFile input;
-    input.open(stdin, QIODevice::ReadOnly);
-    if (!program.start(application, typedCommandLine(arguments, input))) return 0;
+    if (!program.start(application, typedCommandLine(arguments, *standardInput()))) return 0;
     const int result = application.exec();
     program.endProgram();
     return result;

@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QFontDatabase>
 
 modMain::modMain(ScreenContext& context) : m_context(context) {}
@@ -99,6 +100,9 @@ void modMain::showMainScreen() {
         m_context.messages.notice(nullptr, "There is no default output path set on the server.  "
                                            "Please inform your Administrator.");
     m_mainScreen->show();
+    if (const ErrorLog& log = m_context.session.log; log.isElsewhere())
+        m_mainScreen->tell("You may not write into the application folder: your error log is kept in "
+                           + QFileInfo(log.path()).path() + '.');
 }
 
 void modMain::showOptions() {

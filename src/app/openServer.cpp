@@ -17,7 +17,12 @@ QString odbcSetting(const QString& key, const QString& defaultValue) {
 OdbcSettings odbcSettings() {
     OdbcSettings settings;
     settings.driver = odbcSetting("Driver", "");
-    settings.encrypt = odbcSetting("Encrypt", "yes") != "no";
+    const QString encrypt = odbcSetting("Encrypt", "yes");
+    settings.encrypt = encrypt == "no"       ? OdbcSettings::No
+                       : encrypt == "strict" ? OdbcSettings::Strict
+                                             : OdbcSettings::Yes;
+    settings.hostNameInCertificate = odbcSetting("HostNameInCertificate", "");
+    settings.serverCertificate = odbcSetting("ServerCertificate", "");
     settings.trustServerCertificate = odbcSetting("TrustServerCertificate", "no") == "yes";
     settings.freetdsConf = odbcSetting("FreetdsConf", "no") == "yes";
     return settings;

@@ -1,5 +1,6 @@
 #include "app/SecurityFile.h"
 #include "app/Terminal.h"
+#include "db/ForeignText.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -14,10 +15,10 @@ void say(const QString& words) {
     QTextStream(stderr) << words << Qt::endl;
 }
 
-/// One line of standard input; null at its end.
+/// One line of standard input; empty at its end.
 QString readLine() {
-    static QTextStream input(stdin);
-    return input.readLine();
+    static const std::unique_ptr<QIODevice> input = standardInput();
+    return foreignLines(input->readLine()).value(0);
 }
 
 QString ask(const QString& question) {
@@ -45,6 +46,7 @@ int writeFile(const QString& path, const QString& password) {
 
 int main(int argc, char* argv[]) {
     QCoreApplication application(argc, argv);
+    writeUtf8();
     QCommandLineParser parser;
     parser.setApplicationDescription("Stores the password of the server login for the Scheduler, in the file "
                                      "Zelvan.SSS. It is asked for, or read from standard input.");

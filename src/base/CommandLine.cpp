@@ -2,9 +2,14 @@
 
 #include "db/ForeignText.h"
 
+#include <QCoreApplication>
 #include <QIODevice>
 #include <QRegularExpression>
 #include <cstring>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace {
 
@@ -15,6 +20,18 @@ QString withServerQuoted(const QString& line) {
 }
 
 } // namespace
+
+QStringList givenArguments([[maybe_unused]] const QCoreApplication& application) {
+#ifdef Q_OS_WIN
+    const QString line = QString::fromWCharArray(GetCommandLineW());
+    static const QRegularExpression behindProgram("^\\s*(?:\"[^\"]*\"|\\S*)\\s*(.*?)\\s*$",
+                                                  QRegularExpression::DotMatchesEverythingOption);
+    const QString typed = behindProgram.match(line).captured(1);
+    return typed.isEmpty() ? QStringList() : QStringList{typed};
+#else
+    return application.arguments().mid(1);
+#endif
+}
 
 QString typedCommandLine(const QStringList& arguments, QIODevice& input) {
     if (arguments != QStringList{"-"}) return withServerQuoted(arguments.join(' '));

@@ -2,8 +2,12 @@
 
 #include <QStringList>
 
+class QCoreApplication;
 class QIODevice;
 
+/// The arguments behind the program's name. Windows hands on the line as it was typed, quotes and all: there
+/// they are one.
+QStringList givenArguments(const QCoreApplication& application);
 /// What stands behind the program's name, as its user typed it. A lone "-" stands for the first line of
 /// `input`, where nobody else can read it.
 QString typedCommandLine(const QStringList& arguments, QIODevice& input);

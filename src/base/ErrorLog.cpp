@@ -8,10 +8,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 #include <QStringList>
 
 namespace {
 
+constexpr auto logName = "ZelvanSchedulerError.log";
 constexpr qint64 largestLog = 1'000'000; // bytes
 
 bool isFatal(int number) {
@@ -20,6 +22,20 @@ bool isFatal(int number) {
 
 QString quoted(QString text) {
     return '"' + text.replace('"', "\"\"") + '"';
+}
+
+/// Found out by trying: what a folder allows, only its system knows.
+bool isWritable(const QString& path) {
+    QFile file(path);
+    const bool isNew = !file.exists();
+    if (!file.open(QIODevice::Append)) return false;
+    if (isNew) file.remove();
+    return true;
+}
+
+/// The user's own, of both programs.
+QString ownFolder() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/Zelvan Scheduler";
 }
 
 /// What is left of a log that cannot be moved away: its newer half.
@@ -33,8 +49,18 @@ void dropOlderHalf(const QString& path) {
 
 } // namespace
 
+QString ErrorLog::inFolder(const QString& folder, const QString& name) const {
+    return QDir::toNativeSeparators(QDir::cleanPath(folder + '/' + safeFileName(m_userName) + '_' + name));
+}
+
 QString ErrorLog::file(const QString& name) const {
-    return QDir::toNativeSeparators(QDir::cleanPath(m_folder + '/' + safeFileName(m_userName) + '_' + name));
+    const QString beside = inFolder(m_folder, name);
+    if (isWritable(beside) || !QDir().mkpath(ownFolder())) return beside;
+    return inFolder(ownFolder(), name);
+}
+
+bool ErrorLog::isElsewhere() const {
+    return path() != inFolder(m_folder, logName);
 }
 
 void ErrorLog::rollOver() const {
@@ -60,4 +86,13 @@ void ErrorLog::write(const QString& context, int number, const QString& descript
     QFile log(path());
     if (!log.open(QIODevice::Append)) return;
     log.write((fields.join(',') + "\r\n").toUtf8());
+}
+
+QString ErrorLog::path() const {
+    return file(logName);
+}
+
+QString ErrorLog::backupPath() const {
+    return QFileInfo(path()).path() + '/'
+           + QFileInfo(inFolder(m_folder, "ZelvanSchedulerError.bak")).fileName();
 }

@@ -4,8 +4,9 @@
 
 class DbError;
 
-/// The user's error log, a file of comma-separated records in the application folder. A log that
-/// cannot be written is given up silently: reporting must never stop the work that it reports on.
+/// The user's error log, a file of comma-separated records in the application folder; where he cannot write
+/// there, in a folder of his own. A log that cannot be written at all is given up silently: reporting must
+/// never stop the work that it reports on.
 class ErrorLog {
 public:
     void setFolder(const QString& folder) { m_folder = folder; }
@@ -19,13 +20,16 @@ public:
     /// A failure of the database with its statement; one without a number of its own counts as 1.
     void write(const QString& context, const DbError& error) const;
 
-    QString path() const { return file("ZelvanSchedulerError.log"); }
-    QString backupPath() const { return file("ZelvanSchedulerError.bak"); }
+    QString path() const;
+    QString backupPath() const; ///< beside the log
 
-    /// A file of this user in the folder: the name behind the user's.
+    /// A file of this user in the folder that takes it: the name behind the user's.
     QString file(const QString& name) const;
+    /// Whether the application folder does not take the log.
+    bool isElsewhere() const;
 
 private:
+    QString inFolder(const QString& folder, const QString& name) const;
     void rollOver() const;
 
     QString m_folder;

@@ -5,8 +5,14 @@
 
 namespace {
 
+#ifdef Q_OS_WIN
+QSettings::Format format = QSettings::NativeFormat;
+#else
+QSettings::Format format = QSettings::IniFormat;
+#endif
+
 QSettings storeOf(const QString& application) {
-    return QSettings(QSettings::IniFormat, QSettings::UserScope, "Zelvan Scheduler", application);
+    return QSettings(format, QSettings::UserScope, "Zelvan Scheduler", application);
 }
 
 } // namespace
@@ -22,8 +28,14 @@ QString saveSetting(const QString& application, const QString& section, const QS
     store.setValue(section + '/' + key, value);
     store.sync();
     if (store.status() == QSettings::NoError) return {};
+    if (format == QSettings::NativeFormat) return store.fileName() + " cannot be written.";
     if (store.status() == QSettings::FormatError) return store.fileName() + " is damaged.";
     QFile file(store.fileName()); // the store keeps the system's reason to itself
     const QString reason = file.open(QIODevice::Append) ? "it cannot be replaced" : file.errorString();
     return store.fileName() + ": " + reason;
+}
+
+void keepSettingsIn(const QString& folder) {
+    format = QSettings::IniFormat;
+    QSettings::setPath(format, QSettings::UserScope, folder);
 }

@@ -44,11 +44,12 @@ int main(int argc, char* argv[]) {
 #ifdef SIGPIPE
     std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is no reason to leave work half done
 #endif
-    QFile input, output, errors;
-    input.open(stdin, QIODevice::ReadOnly);
+    writeUtf8();
+    const std::unique_ptr<QIODevice> input = standardInput();
+    QFile output, errors;
     output.open(stdout, QIODevice::WriteOnly | QIODevice::Unbuffered);
     errors.open(stderr, QIODevice::WriteOnly | QIODevice::Unbuffered);
-    Console console(input, output, errors, inputIsTerminal());
+    Console console(*input, output, errors, inputIsTerminal());
     Session session(QCoreApplication::applicationDirPath(), openServer);
     session.waiter = &waiter;
     return int(runProgram(application.arguments().mid(1), session, console, waitAwhile));

@@ -14,6 +14,12 @@ bool mentions(const QString& name, const char* word) {
     return name.contains(QLatin1StringView(word), Qt::CaseInsensitive);
 }
 
+constexpr auto ofWindows = "SQL Server";
+
+QString yesNo(bool flag) {
+    return flag ? "yes" : "no";
+}
+
 QString braced(const QString& value) {
     return u'{' + QString(value).replace(u'}', "}}") + u'}';
 }
@@ -37,11 +43,20 @@ QString firstFreeTds(const QStringList& installed) {
     return {};
 }
 
+/// As Microsoft's drivers take it. A port already tells which instance is meant; asking the server's browser
+/// service for it as well would only be one more thing that can fail.
+QString serverOf(const ServerAddress& address) {
+    if (address.port) return address.host + ',' + QString::number(address.port);
+    return address.instance.isEmpty() ? address.host : address.host + '\\' + address.instance;
+}
+
 } // namespace
 
 OdbcDriver::OdbcDriver(const QString& name) : m_name(name), m_kind(Kind::Other) {
     if (mentions(name, "FreeTDS") || mentions(name, "tdsodbc"))
         m_kind = Kind::FreeTds;
+    else if (name.compare(ofWindows, Qt::CaseInsensitive) == 0)
+        m_kind = Kind::OfWindows;
     else if (mentions(name, "SQL Server") || mentions(name, "msodbcsql"))
         m_kind = Kind::Microsoft;
 }
@@ -50,6 +65,7 @@ OdbcDriver OdbcDriver::choose(const QStringList& installed, const QString& wante
     if (wanted.isEmpty()) {
         QString best = newestOfMicrosoft(installed);
         if (best.isEmpty()) best = firstFreeTds(installed);
+        if (best.isEmpty() && installed.contains(ofWindows)) best = ofWindows;
         if (best.isEmpty())
             throw Refusal("No ODBC driver for SQL Server is installed. Please install Microsoft's "
                           "\"ODBC Driver 18 for SQL Server\" or FreeTDS.");
@@ -63,9 +79,10 @@ OdbcDriver OdbcDriver::choose(const QStringList& installed, const QString& wante
 }
 
 QString OdbcDriver::connectionString(const ConnectionString& target, const OdbcSettings& settings) const {
-    const QString dialect = m_kind == Kind::Microsoft ? microsoftString(target, settings)
-                            : m_kind == Kind::FreeTds ? freeTdsString(target, settings)
-                                                      : plainString(target);
+    const QString dialect = m_kind == Kind::Microsoft   ? microsoftString(target, settings)
+                            : m_kind == Kind::FreeTds   ? freeTdsString(target, settings)
+                            : m_kind == Kind::OfWindows ? ofWindowsString(target, settings)
+                                                        : plainString(target);
     return "DRIVER=" + braced(m_name) + u';' + dialect;
 }
 
@@ -75,7 +92,12 @@ QString OdbcDriver::shortcoming(const OdbcSettings& settings) const {
                    "The ODBC driver \"%1\" is not told to encrypt the connection or to check the server's "
                    "certificate.")
             .arg(m_name);
-    if (m_kind == Kind::Microsoft || !settings.encrypt || settings.trustServerCertificate
+    if (m_kind == Kind::OfWindows)
+        return "The ODBC driver \"SQL Server\" of Windows is out of date: servers that ask for TLS 1.2 or "
+               "later, "
+               "or whose certificate no known authority signed, refuse it. Please install Microsoft's \"ODBC "
+               "Driver 18 for SQL Server\".";
+    if (m_kind == Kind::Microsoft || settings.encrypt == OdbcSettings::No || settings.trustServerCertificate
         || settings.freetdsConf)
         return {};
     return QString(
@@ -85,18 +107,23 @@ QString OdbcDriver::shortcoming(const OdbcSettings& settings) const {
 }
 
 QString OdbcDriver::microsoftString(const ConnectionString& target, const OdbcSettings& settings) const {
-    const ServerAddress address = ServerAddress::parse(plain(target.dataSource, "server name"));
-    QString server = address.host;
-    // A port already tells which instance is meant; asking the server's browser service for it as
-    // well would only be one more thing that can fail.
-    if (address.port)
-        server += ',' + QString::number(address.port);
-    else if (!address.instance.isEmpty())
-        server += '\\' + address.instance;
-    const auto yesNo = [](bool flag) { return flag ? "yes" : "no"; };
-    return "SERVER=" + server + ";Encrypt=" + yesNo(settings.encrypt) + ";TrustServerCertificate="
-           + yesNo(settings.trustServerCertificate) + ";UID=" + braced(target.userId)
+    const QString server = serverOf(ServerAddress::parse(plain(target.dataSource, "server name")));
+    const QString encrypt =
+        settings.encrypt == OdbcSettings::Strict ? "strict" : yesNo(settings.encrypt == OdbcSettings::Yes);
+    QString certificate;
+    if (!settings.hostNameInCertificate.isEmpty())
+        certificate += ";HostNameInCertificate=" + braced(settings.hostNameInCertificate);
+    if (!settings.serverCertificate.isEmpty())
+        certificate += ";ServerCertificate=" + braced(settings.serverCertificate);
+    return "SERVER=" + server + ";Encrypt=" + encrypt + ";TrustServerCertificate="
+           + yesNo(settings.trustServerCertificate) + certificate + ";UID=" + braced(target.userId)
            + ";PWD=" + braced(target.password) + ";DATABASE=" + braced(target.initialCatalog);
+}
+
+/// It knows no setting for the certificate.
+QString OdbcDriver::ofWindowsString(const ConnectionString& target, const OdbcSettings& settings) const {
+    return "SERVER=" + serverOf(ServerAddress::parse(plain(target.dataSource, "server name")))
+           + ";Encrypt=" + yesNo(settings.encrypt != OdbcSettings::No) + u';' + plainCredentials(target);
 }
 
 QString OdbcDriver::freeTdsServer(const QString& dataSource, const OdbcSettings& settings) const {
@@ -114,7 +141,7 @@ QString OdbcDriver::freeTdsString(const ConnectionString& target, const OdbcSett
     // With "request", as with Microsoft's driver and Encrypt=no, the login alone is encrypted, where the
     // server can do that; "off" would send the password as good as readable.
     return freeTdsServer(target.dataSource, settings)
-           + ";Encryption=" + (settings.encrypt ? "require" : "request")
+           + ";Encryption=" + (settings.encrypt == OdbcSettings::No ? "request" : "require")
            + ";TDS_Version=7.4;ClientCharset=UTF-8;" + plainCredentials(target);
 }
 

@@ -7,6 +7,7 @@
 #include <windows.h>
 #endif
 #include <QScopeGuard>
+#include <algorithm>
 #include <optional>
 #include <sql.h>
 #include <sqlext.h>
@@ -147,9 +148,10 @@ DbError OdbcServer::connectFailure(const OdbcDriver& driver) const {
                        QString("The ODBC driver \"%1\" cannot be used: %2").arg(driver.name(), first.text));
     if (!first.state.startsWith("08") && first.state != "HYT00") return DbError(first.number, first.text);
     // FreeTDS keeps the reason ("Unknown host machine name.") behind a general remark without number.
-    for (const OdbcDiagnostic& record : records)
-        if (record.number) return DbError(DbError::Unreachable, record.text, {}, true);
-    return DbError(DbError::Unreachable, first.text, {}, true);
+    const auto withNumber = std::ranges::find_if(records, &OdbcDiagnostic::number);
+    const QString reason = withNumber == records.end() ? first.text : withNumber->text;
+    const QString hint = driver.isOutdated() ? '\n' + driver.shortcoming({}) : QString();
+    return DbError(DbError::Unreachable, reason + hint, {}, true);
 }
 
 DbError OdbcServer::failure(const OdbcHandle& handle, const QString& statement) const {

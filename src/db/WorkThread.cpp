@@ -1,7 +1,14 @@
 #include "db/WorkThread.h"
 
+#include <QtGlobal>
 #include <deque>
 #include <thread>
+
+#ifdef __MINGW32__
+/// The stack of the compiled regular expressions belongs to a thread, and is freed too late at its end by
+/// this compiler's library: the program would crash. Without compiling them there is none.
+static const bool withoutCompiledExpressions = qputenv("QT_ENABLE_REGEXP_JIT", "0");
+#endif
 
 bool Task::isDone() const {
     return waitFor(std::chrono::milliseconds(0));

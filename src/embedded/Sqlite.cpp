@@ -143,7 +143,7 @@ QString SqliteStatement::text(int column) const {
 SqliteFile::SqliteFile(const QString& path, Mode mode) : m_path(path) {
     const int flags =
         SQLITE_OPEN_READWRITE | (mode == Mode::Create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
-    const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &m_database, flags, nullptr);
+    const int code = sqlite3_open_v2(path.toUtf8().constData(), &m_database, flags, nullptr);
     if (code != SQLITE_OK) {
         const QString reason = reasonOf(m_database, code, QString::fromUtf8(sqlite3_errmsg(m_database)));
         sqlite3_close(m_database);

@@ -31,6 +31,12 @@
 
 namespace {
 
+#ifdef SCHEDULER_SVG
+constexpr auto pictureFilters = "PNG pictures (*.png);;SVG drawings (*.svg)";
+#else
+constexpr auto pictureFilters = "PNG pictures (*.png)";
+#endif
+
 const QStringList viewNames{"month", "week", "day"}; // in the order of AgendaView
 constexpr std::chrono::seconds refreshes(30);
 
@@ -344,13 +350,16 @@ void frmAgenda::cmdSavePicture_Click() {
     run([this] {
         const QString days = m_ui->lblDays->text();
         const QString path = askSavePath(messages(), this, safeFileName("Agenda " + days), ".png",
-                                         "PNG pictures (*.png);;SVG drawings (*.svg)");
+                                         pictureFilters);
         if (path.isEmpty()) return;
         WaitCursor wait;
         const QString words = m_ui->txtFilter->text().simplified();
         const QString title = words.isEmpty() ? days : days + ", filter: " + words;
-        const bool drawing = QFileInfo(path).suffix().compare("svg", Qt::CaseInsensitive) == 0;
-        write(path, drawing ? agendaAsSvg(*m_ui->agenda, title) : agendaAsPng(*m_ui->agenda, title));
+#ifdef SCHEDULER_SVG
+        if (QFileInfo(path).suffix().compare("svg", Qt::CaseInsensitive) == 0)
+            return write(path, agendaAsSvg(*m_ui->agenda, title));
+#endif
+        write(path, agendaAsPng(*m_ui->agenda, title));
     });
 }
 

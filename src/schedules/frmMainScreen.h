@@ -39,6 +39,8 @@ public:
     void FillScheduleList();
     /// Brings the due texts of the pending schedules up to date; unless forced, once a minute at most.
     void PopulateScreen(bool force);
+    /// Shows a line for a while.
+    void tell(const QString& text);
 
 signals:
     /// The options stand on a higher floor: whoever opened this screen opens them.
@@ -73,7 +75,6 @@ private:
     void markAsSeen(int id);
     void tellNews(int id);
     void showCounts();
-    void tell(const QString& text);
     void runAgain(const std::function<void(frmSchedule& editor)>& save);
     void showSaved(const std::unique_ptr<frmSchedule>& editor);
     void scheduleTemplate(frmManageTemplates& caller, int templateId);

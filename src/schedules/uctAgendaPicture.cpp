@@ -6,7 +6,9 @@
 #include <QBuffer>
 #include <QImage>
 #include <QPainter>
+#ifdef SCHEDULER_SVG
 #include <QSvgGenerator>
+#endif
 
 namespace {
 
@@ -49,6 +51,7 @@ QByteArray agendaAsPng(const uctAgenda& agenda, const QString& title) {
     return content;
 }
 
+#ifdef SCHEDULER_SVG
 QByteArray agendaAsSvg(const uctAgenda& agenda, const QString& title) {
     QByteArray content;
     QBuffer file(&content);
@@ -61,3 +64,4 @@ QByteArray agendaAsSvg(const uctAgenda& agenda, const QString& title) {
     paint(generator, agenda, title);
     return content;
 }
+#endif

@@ -1,6 +1,7 @@
 #include "ui/Palette.h"
 
 #include "base/SettingsStore.h"
+#include "ui/DesktopColours.h"
 
 #include <QApplication>
 #include <QCalendarWidget>
@@ -14,6 +15,12 @@
 #include <QStyleOption>
 #include <QTableView>
 #include <QTextCharFormat>
+
+/// In no namespace, as the macro wants it.
+static void findCarriedIcons() {
+    Q_INIT_RESOURCE(icons); // not found by itself in a static library
+    QIcon::setThemeSearchPaths({":/icons"});
+}
 
 namespace {
 
@@ -176,14 +183,13 @@ Scheme wantedScheme() {
     if (wanted == "light") return Light;
     if (wanted == "dark") return Dark;
     if (wanted == "contrast") return HighContrast;
-    return isDark(QGuiApplication::palette()) ? Dark : Light;
+    return desktopScheme();
 }
 
 void apply(QApplication& application, Scheme scheme) {
     application.setStyle(new VisibleStyle("Fusion"));
     application.setPalette(colours(scheme));
-    if (!QIcon::themeSearchPaths().contains("/usr/share/icons"))
-        QIcon::setThemeSearchPaths(QIcon::themeSearchPaths() << "/usr/share/icons");
+    findCarriedIcons();
     QIcon::setThemeName(scheme == Light ? "breeze" : "breeze-dark");
 }
 

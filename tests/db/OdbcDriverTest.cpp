@@ -20,6 +20,8 @@ private slots:
         row("newest", {"FreeTDS", nine, Newest, seventeen}, "", Newest);
         row("FreeTDS", {"SQLite3", "FreeTDS"}, "", "FreeTDS");
         row("none fits", {"SQLite3"}, "", "");
+        row("of Windows", {"SQL Server", "SQLite3"}, "", "SQL Server");
+        row("rather not of Windows", {"SQL Server", "FreeTDS"}, "", "FreeTDS");
         row("named", {"FreeTDS", Newest}, "freetds", "FreeTDS");
         row("missing", {"FreeTDS"}, Newest, "");
         row("library", {}, "/opt/libtdsodbc.so", "/opt/libtdsodbc.so");
@@ -53,6 +55,7 @@ private slots:
             "SERVER=host,1500;Encrypt=yes;TrustServerCertificate=no;UID={u};PWD={};DATABASE={d}");
         row("Microsoft's instance", Newest, "host\\i", "p",
             "SERVER=host\\i;Encrypt=yes;TrustServerCertificate=no;UID={u};PWD={p};DATABASE={d}");
+        row("of Windows", "SQL Server", "host\\i", "p", "SERVER=host\\i;Encrypt=yes;UID=u;PWD=p;DATABASE=d");
         row("another", "SQLite3", "a,b\\c", "p", "SERVER=a,b\\c;UID=u;PWD=p;DATABASE=d");
         for (const char* bad : {"p;x", "{p", "p}"}) row(bad, tds, "host", bad, "");
         row("another's password", "SQLite3", "host", "p;DATABASE=x", "");
@@ -73,9 +76,10 @@ private slots:
     }
 
     void encryptionFollowsTheSettings() {
-        const QString text = OdbcDriver(Newest).connectionString({"u", "p", "d", "h"}, {"", false, true});
+        const QString text = OdbcDriver(Newest).connectionString(
+            {"u", "p", "d", "h"}, {.encrypt = OdbcSettings::No, .trustServerCertificate = true});
         QVERIFY2(text.contains(";Encrypt=no;TrustServerCertificate=yes;"), qPrintable(text));
-        const OdbcSettings section{"", false, false, true};
+        const OdbcSettings section{.encrypt = OdbcSettings::No, .freetdsConf = true};
         const QString tds = OdbcDriver("FreeTDS").connectionString({"u", "p", "d", " reports "}, section);
         QVERIFY2(tds.contains("SERVERNAME=reports;Encryption=request;") && !tds.contains("PORT"),
                  qPrintable(tds));
@@ -84,8 +88,9 @@ private slots:
     void whatADriverDoesNotDoIsTold_data() {
         const Rows<QString, OdbcSettings, QString> row;
         row("FreeTDS", "FreeTDS", {}, "only when freetds.conf names it");
-        row("FreeTDS with its file", "FreeTDS", {"", true, false, true}, "");
-        row("FreeTDS, any certificate", "FreeTDS", {"", true, true}, "");
+        row("FreeTDS with its file", "FreeTDS", {.freetdsConf = true}, "");
+        row("FreeTDS, any certificate", "FreeTDS", {.trustServerCertificate = true}, "");
+        row("of Windows", "SQL Server", {}, "out of date");
         row("Microsoft's", Newest, {}, "");
         row("another", "SQLite3", {}, "not told to encrypt");
     }

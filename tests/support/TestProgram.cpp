@@ -7,7 +7,6 @@
 #include "demo/DemoUser.h"
 
 #include <QFile>
-#include <QSettings>
 #include <QTest>
 
 namespace {
@@ -45,7 +44,7 @@ TestProgram::TestProgram(bool schedulerDatabase)
               }),
       context{session, messages} {
     session.waiter = &waiter;
-    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.filePath("settings"));
+    keepSettingsIn(m_folder.filePath("settings"));
     if (onEmbeddedServer()) {
         QFile::copy(pristineServer(schedulerDatabase), serverFile());
     } else {

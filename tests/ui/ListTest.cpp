@@ -64,7 +64,7 @@ class ListTest : public QObject {
     QTemporaryDir m_settings;
 
 private slots:
-    void init() { QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_settings.path()); }
+    void init() { keepSettingsIn(m_settings.path()); }
     void cleanup() { QDir(m_settings.path()).removeRecursively(), QDir().mkpath(m_settings.path()); }
 
     void widthsAreThoseThatTheUserSets() {

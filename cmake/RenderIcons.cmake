@@ -1,0 +1,47 @@
+# Draws the icons that the program carries, from the Breeze theme into pictures: ICONS are their freedesktop names.
+# Writes under FOLDER the light and the dark theme, and icons.qrc that lists them. A program with drawings instead
+# would need a plugin beside it to show them.
+set(SIZES 16 22 32 48)
+
+find_program(RSVG_CONVERT rsvg-convert REQUIRED)
+find_path(THEMES breeze/index.theme PATHS /usr/share/icons /usr/local/share/icons REQUIRED NO_CMAKE_FIND_ROOT_PATH)
+
+# The drawing made for this size, or for the next one that there is.
+function(drawing_of result theme icon size)
+  foreach(made ${size} 22 32 16 48 64)
+    file(GLOB found ${THEMES}/${theme}/*/${made}/${icon}.svg)
+    if(found)
+      list(GET found 0 first)
+      set(${result} ${first} PARENT_SCOPE)
+      return()
+    endif()
+  endforeach()
+  message(FATAL_ERROR "The icon theme ${theme} has no ${icon}.")
+endfunction()
+
+file(REMOVE_RECURSE ${FOLDER})
+set(entries)
+foreach(theme breeze breeze-dark)
+  set(places)
+  set(descriptions)
+  foreach(size IN LISTS SIZES)
+    foreach(scale 1 2)
+      set(place ${size}x${scale})
+      list(APPEND places ${place})
+      string(APPEND descriptions "\n[${place}]\nSize=${size}\nScale=${scale}\nType=Fixed\n")
+      file(MAKE_DIRECTORY ${FOLDER}/${theme}/${place})
+      math(EXPR side "${size} * ${scale}")
+      foreach(icon IN LISTS ICONS)
+        drawing_of(drawing ${theme} ${icon} ${size})
+        set(picture ${theme}/${place}/${icon}.png)
+        execute_process(COMMAND ${RSVG_CONVERT} --width ${side} --height ${side} --keep-aspect-ratio
+                                --output ${FOLDER}/${picture} ${drawing} COMMAND_ERROR_IS_FATAL ANY)
+        string(APPEND entries "    <file>${picture}</file>\n")
+      endforeach()
+    endforeach()
+  endforeach()
+  list(JOIN places "," places)
+  file(WRITE ${FOLDER}/${theme}/index.theme "[Icon Theme]\nName=${theme}\nDirectories=${places}\n${descriptions}")
+  string(APPEND entries "    <file>${theme}/index.theme</file>\n")
+endforeach()
+file(WRITE ${FOLDER}/icons.qrc "<RCC>\n  <qresource prefix=\"/icons\">\n${entries}  </qresource>\n</RCC>\n")

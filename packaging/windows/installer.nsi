@@ -1,0 +1,122 @@
+; The installer for Windows. Silent: setup.exe /S /D=C:\the\product's folder, which ends with 2 where that is not one.
+;   makensis -DFILES=<folder> -DVERSION=<version> -DOUTPUT=<file> installer.nsi
+Unicode true
+!include "MUI2.nsh"
+!include "LogicLib.nsh"
+!include "FileFunc.nsh"
+!include "x64.nsh"
+
+!define NAME "Norva Quorra Zelvan Scheduler"
+!define PRODUCT "Quorra Zelvan.exe"
+!define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\ZelvanScheduler"
+
+SetCompressor /SOLID lzma
+Name "${NAME}"
+OutFile "${OUTPUT}"
+RequestExecutionLevel admin
+ManifestDPIAware true
+ShowInstDetails nevershow
+ShowUninstDetails nevershow
+
+!define MUI_ICON "${ICON}"
+!define MUI_UNICON "${ICON}"
+!define MUI_ABORTWARNING
+!define MUI_DIRECTORYPAGE_TEXT_TOP "The Scheduler has its place beside the analysis product. Please choose the product's \
+folder, where ${PRODUCT} lies."
+!define MUI_DIRECTORYPAGE_TEXT_DESTINATION "Folder of the analysis product"
+!define MUI_FINISHPAGE_TITLE "The Scheduler is installed"
+!define MUI_FINISHPAGE_TEXT "Before the first start an administrator stores the password of the server login: run \
+zelvan-scheduler-setup.exe in the folder $INSTDIR."
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE "English"
+
+!macro Propose FOLDER
+  ${If} $INSTDIR == ""
+  ${AndIf} ${FileExists} "${FOLDER}\${PRODUCT}"
+    StrCpy $INSTDIR "${FOLDER}"
+  ${EndIf}
+!macroend
+
+Function .onInit
+  SetRegView 64
+  ${If} $INSTDIR != "" ; said on the command line
+    Return
+  ${EndIf}
+  ReadRegStr $0 HKLM "${UNINSTALL}" "InstallLocation"
+  !insertmacro Propose "$0"
+  ReadRegStr $0 HKLM "Software\Microsoft\Windows\CurrentVersion\App Paths\${PRODUCT}" ""
+  ${GetParent} "$0" $0
+  !insertmacro Propose "$0"
+  !insertmacro Propose "$PROGRAMFILES64\Quorra Zelvan"
+  !insertmacro Propose "$PROGRAMFILES32\Quorra Zelvan"
+  !insertmacro Propose "$PROGRAMFILES64\Norva\Quorra Zelvan"
+  !insertmacro Propose "$PROGRAMFILES32\Norva\Quorra Zelvan"
+  !insertmacro Propose "C:\Quorra Zelvan"
+  !insertmacro Propose "$EXEDIR"
+  ${If} $INSTDIR == ""
+    StrCpy $INSTDIR "$PROGRAMFILES64\Quorra Zelvan"
+  ${EndIf}
+FunctionEnd
+
+; Next is to be pressed only where the product is.
+Function .onVerifyInstDir
+  ${IfNot} ${FileExists} "$INSTDIR\${PRODUCT}"
+    Abort
+  ${EndIf}
+FunctionEnd
+
+Section
+  SetRegView 64
+  SetShellVarContext all
+  ${IfNot} ${FileExists} "$INSTDIR\${PRODUCT}"
+    SetErrorLevel 2
+    Abort "There is no ${PRODUCT} in $INSTDIR."
+  ${EndIf}
+  SetOutPath "$INSTDIR"
+  File "${FILES}\zelvan-scheduler.exe"
+  File "${FILES}\zelvan-schedules.exe"
+  File "${FILES}\zelvan-scheduler-setup.exe"
+  File "${FILES}\SchDB.sql"
+  File "${FILES}\DBOptions.sql"
+  SetOutPath "$INSTDIR\Scheduler"
+  File /r "${FILES}\manual"
+  File /r "${FILES}\licences"
+  SetOutPath "$INSTDIR"
+  WriteUninstaller "$INSTDIR\zelvan-scheduler-uninstall.exe"
+  CreateDirectory "$SMPROGRAMS\Zelvan Scheduler"
+  CreateShortcut "$SMPROGRAMS\Zelvan Scheduler\Zelvan Scheduler.lnk" "$INSTDIR\zelvan-scheduler.exe"
+  CreateShortcut "$SMPROGRAMS\Zelvan Scheduler\Manual.lnk" "$INSTDIR\Scheduler\manual\index.html"
+  WriteRegStr HKLM "${UNINSTALL}" "DisplayName" "${NAME}"
+  WriteRegStr HKLM "${UNINSTALL}" "DisplayVersion" "${VERSION}"
+  WriteRegStr HKLM "${UNINSTALL}" "DisplayIcon" "$INSTDIR\zelvan-scheduler.exe"
+  WriteRegStr HKLM "${UNINSTALL}" "InstallLocation" "$INSTDIR"
+  WriteRegStr HKLM "${UNINSTALL}" "UninstallString" '"$INSTDIR\zelvan-scheduler-uninstall.exe"'
+  WriteRegStr HKLM "${UNINSTALL}" "QuietUninstallString" '"$INSTDIR\zelvan-scheduler-uninstall.exe" /S'
+  WriteRegDWORD HKLM "${UNINSTALL}" "NoModify" 1
+  WriteRegDWORD HKLM "${UNINSTALL}" "NoRepair" 1
+  ${GetSize} "$INSTDIR\Scheduler" "/S=0K" $0 $1 $2
+  IntOp $0 $0 + 30000 ; and the programs
+  WriteRegDWORD HKLM "${UNINSTALL}" "EstimatedSize" $0
+SectionEnd
+
+Function un.onInit
+  SetRegView 64
+FunctionEnd
+
+; What the users and the administrator made stays: Zelvan.SSS, error logs, paths.
+Section "Uninstall"
+  SetShellVarContext all
+  Delete "$INSTDIR\zelvan-scheduler.exe"
+  Delete "$INSTDIR\zelvan-schedules.exe"
+  Delete "$INSTDIR\zelvan-scheduler-setup.exe"
+  Delete "$INSTDIR\SchDB.sql"
+  Delete "$INSTDIR\DBOptions.sql"
+  Delete "$INSTDIR\zelvan-scheduler-uninstall.exe"
+  RMDir /r "$INSTDIR\Scheduler"
+  RMDir /r "$SMPROGRAMS\Zelvan Scheduler"
+  DeleteRegKey HKLM "${UNINSTALL}"
+SectionEnd
