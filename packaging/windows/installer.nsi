@@ -1,6 +1,6 @@
 ; The installer for Windows. Silent: setup.exe /S /D=C:\the\product's folder, which ends with 2 where that is not one.
 ;   makensis -DFILES=<folder> -DVERSION=<version> -DOUTPUT=<file> installer.nsi
-Unicode true
+Target amd64-unicode
 !include "MUI2.nsh"
 !include "LogicLib.nsh"
 !include "FileFunc.nsh"

@@ -28,7 +28,7 @@ print(link.replace(libraries, "$LIBRARIES"))' "$program" "$SCHEDULER_WINDOWS_LIB
 } >$folder/relink.sh
 chmod +x $folder/relink.sh
 tr ' ' '\n' <$folder/relink.sh | sort -u | while read -r word; do
-    if [ -f "$word" ]; then cp --parents "$word" $folder; fi
+    if [[ $word != /* && $word != *.exe && -f $word ]]; then cp --parents "$word" $folder; fi
 done
 (cd $folder && zip -qr "../$zip" .)
 rm -rf $folder
