@@ -35,4 +35,4 @@ struct AgendaRun {
 
 /// Nothing for a schedule whose stored time is none.
 std::optional<AgendaRun> agendaRun(const ScheduleListRow& schedule, const RunWatch& watch,
-                                   const WallClock& now);
+                                   const Moment& now);

@@ -5,6 +5,7 @@
 #include "base/SettingsStore.h"
 #include "base/WholeFile.h"
 #include "db/DbError.h"
+#include "db/Refusal.h"
 #include "schedules/BulkChange.h"
 #include "schedules/clsSchedule.h"
 #include "schedules/frmAgendaMove.h"
@@ -190,11 +191,11 @@ void frmAgenda::refresh() {
 void frmAgenda::showProblemOf(const DbError& error) {
     if (error.number() == DbError::Stopped) return; // who stopped it knows
     showProblem(m_ui->lblProblem, QString("The schedules could not be read: %1 Shown is the state of %2.")
-                                      .arg(inWords(error).simplified(), m_read.time().toString("HH:mm")));
+                                      .arg(inWords(error).simplified(), m_read.wall.time().toString("HH:mm")));
 }
 
 void frmAgenda::take(const ScheduleChanges& changes) {
-    m_read = WallClock::now();
+    m_read = Moment::now();
     if (changes.complete) m_schedules.clear();
     for (const ScheduleListRow& schedule : changes.rows) m_schedules.insert(schedule.id, schedule);
     for (const int id : changes.gone) m_schedules.remove(id);
@@ -350,7 +351,10 @@ void frmAgenda::cmdSavePicture_Click() {
         const QString words = m_ui->txtFilter->text().simplified();
         const QString title = words.isEmpty() ? days : days + ", filter: " + words;
         const bool drawing = QFileInfo(path).suffix().compare("svg", Qt::CaseInsensitive) == 0;
-        write(path, drawing ? agendaAsSvg(*m_ui->agenda, title) : agendaAsPng(*m_ui->agenda, title));
+        const QByteArray content =
+            drawing ? agendaAsSvg(*m_ui->agenda, title) : agendaAsPng(*m_ui->agenda, title);
+        if (content.isEmpty()) throw Refusal("The picture could not be made. Show fewer days and try again.");
+        write(path, content);
     });
 }
 

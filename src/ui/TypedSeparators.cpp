@@ -118,3 +118,8 @@ private:
 void takeTypedSeparators(QDateTimeEdit& edit) {
     new TypedSeparators(edit);
 }
+
+void showTime(QDateTimeEdit& edit, QTime time) {
+    edit.setDisplayFormat(time.second() != 0 ? "HH:mm:ss" : "HH:mm");
+    edit.setTime(time);
+}

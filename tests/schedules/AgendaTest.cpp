@@ -257,6 +257,7 @@ private slots:
         QTest::keyClick(&agenda.list(), Qt::Key_Return);
         QCOMPARE(agenda.opened, QList<int>{second});
         inNextModal<frmAgendaMove>([](frmAgendaMove& screen) {
+            QCOMPARE(child<QTimeEdit>(screen, "dtTime").text(), "09:00");
             child<QDateEdit>(screen, "dtDay").setDate(when(2, "00:00:00").date());
             child<QTimeEdit>(screen, "dtTime").setTime({2, 3, 4});
             screen.accept();
@@ -265,6 +266,7 @@ private slots:
         agenda.press("cmdMove");
         QCOMPARE(agenda.stored(second), when(2, "02:03:04"));
         inNextModal<frmAgendaMove>([](frmAgendaMove& screen) {
+            QCOMPARE(child<QTimeEdit>(screen, "dtTime").text(), "02:03:04");
             child<QDateEdit>(screen, "dtDay").setDate(QDate::currentDate().addDays(-1));
             screen.accept();
         });
@@ -292,8 +294,8 @@ private slots:
         agenda.control<QLineEdit>("txtFilter").setText("<R1> &");
         agenda.drawing().selectId(id, true);
         const QString path = agenda.program.appFile("picture");
-        const auto save = [&](const QString& button, const QString& file) {
-            agenda.program.messages.pick(file);
+        const auto save = [&](const QString& button, const QString& file, int filter = 0) {
+            agenda.program.messages.pick(file, filter);
             agenda.press(button);
             return agenda.shown();
         };
@@ -303,6 +305,10 @@ private slots:
         QVERIFY(picture.height() > agenda.drawing().layOut().size().height()); // all hours, not those in view
         agenda.program.messages.answer(false);
         QVERIFY(save("cmdSavePicture", path + ".png").join('|').contains("exists already"));
+        save("cmdSavePicture", path + " v1.2", 1);
+        QVERIFY(readFile(path + " v1.2.svg").startsWith("<?xml"));
+        save("cmdSavePicture", path + "2.png", 1); // the name was proposed so
+        QVERIFY(readFile(path + "2.svg").startsWith("<?xml"));
         save("cmdSavePicture", path + ".SVG");
         const QString drawing = QString::fromUtf8(readFile(path + ".SVG"));
         QXmlStreamReader xml(drawing);

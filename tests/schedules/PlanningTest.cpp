@@ -125,6 +125,7 @@ private slots:
                 const qsizetype count = schedules.rows().size();
                 QVERIFY2(count == 0 || (after && count == rows.size()), qPrintable(QString::number(count)));
                 if (count == 0) continue; // the answer to its commit got lost
+                QCOMPARE(usedTitles(schedules.program.session, rows), QStringList());
                 QCOMPARE(saveSeries(schedules.program.session, rows), QStringList());
                 break;
             }
@@ -170,6 +171,13 @@ private slots:
         for (int i = 1; i <= 3; ++i)
             series << schedules.add(QString("Bill ''A'' (%1)").arg(i), Pending, tomorrow.addDays(i).stored());
         const int other = schedules.add("Bill", Pending, tomorrow.stored());
+        // A template of the same name, in another account.
+        schedules.db().execute(
+            sql("INSERT INTO NorvaScheduler.dbo.tblTemplate (Title, UnitabAccount) SELECT Title, 'OD40256' "
+                "FROM NorvaScheduler.dbo.tblTemplate WHERE TemplateID = {}",
+                schedules.templateOf("BW10023")));
+        schedules.add("Bill ''A'' (9)", Pending, tomorrow.stored(), {}, "Amelia.Hart",
+                      int(schedules.db().scalar(sql("SELECT @@IDENTITY")).toDouble()));
         const int done = schedules.add("Done", Completed, tomorrow.stored(), tomorrow.stored());
         frmMainScreen screen(schedules.program.context);
         screen.show();
