@@ -37,9 +37,8 @@ std::unique_ptr<clsTemplate> templateOf(Session& session, const QString& name) {
     QList<Named> all;
     for (const TemplateHeader& header : templatesOfAccount(session, project.unitabAccount))
         all << Named{header.id, header.title};
-    const QString none =
-        QString("There is no template %1 for the account %2 of the project %3.")
-            .arg(quoted(name), quoted(project.unitabAccount), quoted(project.database));
+    const QString none = QString("There is no template %1 for the account %2 of the project %3.")
+                             .arg(quoted(name), quoted(project.unitabAccount), quoted(project.database));
     auto found = std::make_unique<clsTemplate>(session.db(), project);
     if (found->LoadTemplate(oneNamed(all, name, "templates", none))) return found;
     throw CommandFailure(ExitCode::NotFound, none); // it went meanwhile

@@ -66,8 +66,7 @@ QList<ListedTemplate> allTemplates(Session& session) {
 
 int idOf(const QList<ListedTemplate>& all, const QString& name) {
     QList<Named> named;
-    for (const ListedTemplate& each : all)
-        named << Named{each.summary.header.id, each.summary.header.title};
+    for (const ListedTemplate& each : all) named << Named{each.summary.header.id, each.summary.header.title};
     return oneNamed(named, name, "templates", QString("There is no template %1.").arg(quoted(name)));
 }
 

@@ -223,9 +223,9 @@ void uctNumberGrid::ReadCalledNos(const QString& path) {
 }
 
 void uctNumberGrid::saveFile() {
-    const QString path = pickSavePath(
-        m_context->messages, window(),
-        QDir(m_context->session.paths.ProjectFolder()).filePath("numbers.CSV"), fileFilter);
+    const QString path =
+        pickSavePath(m_context->messages, window(),
+                     QDir(m_context->session.paths.ProjectFolder()).filePath("numbers.CSV"), fileFilter);
     if (path.isEmpty()) return;
     if (QFile::exists(path)
         && !m_context->messages.ask(window(), "File already exists, do you want to continue?"))

@@ -108,9 +108,10 @@ ProjectList loadProjectList(Session& session) {
 
 bool isOfferedAsProject(Session& session, const QString& database) {
     return !session.db()
-                .query(sql("SELECT [name] FROM master.dbo.sysdatabases WHERE [name] = {} AND [name] NOT IN ({}) "
-                           "AND {}",
-                           database, noProjects(), isOffered()))
+                .query(
+                    sql("SELECT [name] FROM master.dbo.sysdatabases WHERE [name] = {} AND [name] NOT IN ({}) "
+                        "AND {}",
+                        database, noProjects(), isOffered()))
                 .isEmpty();
 }
 

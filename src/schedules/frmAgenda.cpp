@@ -190,8 +190,9 @@ void frmAgenda::refresh() {
 /// The agenda goes on showing the last state.
 void frmAgenda::showProblemOf(const DbError& error) {
     if (error.number() == DbError::Stopped) return; // who stopped it knows
-    showProblem(m_ui->lblProblem, QString("The schedules could not be read: %1 Shown is the state of %2.")
-                                      .arg(inWords(error).simplified(), m_read.wall.time().toString("HH:mm")));
+    showProblem(m_ui->lblProblem,
+                QString("The schedules could not be read: %1 Shown is the state of %2.")
+                    .arg(inWords(error).simplified(), m_read.wall.time().toString("HH:mm")));
 }
 
 void frmAgenda::take(const ScheduleChanges& changes) {

@@ -171,7 +171,7 @@ QString valueProblem(const Column& column, const QJsonValue& value) {
     case ReportColumn::Flag:
         return value.isBool() ? QString() : "It has to be true or false.";
     case ReportColumn::Number: {
-        const int least = column.highest ? 0 : -greatest;
+        const int least = column.highest ? 0 : std::numeric_limits<int>::min();
         const int most = column.highest.value_or(greatest);
         const double number = value.toDouble(0.5); // of another type: no whole one
         const bool fits = number >= least && number <= most && number == std::floor(number);

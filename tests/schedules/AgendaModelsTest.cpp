@@ -126,14 +126,15 @@ private slots:
         QVERIFY(!layout.timeAt({-1, 5}, at("2028-02-01 07:07:07")));
     }
 
-    /// A schedule's status at each reading; the length that its template is known by afterwards, or -1. Clocks
-    /// on the wall may show another time.
+    /// A schedule's status at each reading; the length that its template is known by afterwards, or -1.
+    /// Clocks on the wall may show another time.
     void lengths_data() {
         const Rows<QString, qint64, qint64> row; // "time status wall", ..., the delay, the length
         row("watched", "10:00:00 0,10:00:30 2,10:01:30 2,10:02:30 4", 30, 120);
-        row("the clocks are put back", "10:00:00 0,10:00:30 2 01:59:30,10:01:30 2 01:00:30,10:02:30 4 01:01:30", 30,
-            120);
-        row("the clocks are put forward meanwhile", "10:00:00 0 00:59:59,10:00:30 2 02:00:29,10:01:30 4", 30, 60);
+        row("the clocks are put back",
+            "10:00:00 0,10:00:30 2 01:59:30,10:01:30 2 01:00:30,10:02:30 4 01:01:30", 30, 120);
+        row("the clocks are put forward meanwhile", "10:00:00 0 00:59:59,10:00:30 2 02:00:29,10:01:30 4", 30,
+            60);
         row("with errors", "10:00:00 0,10:00:30 2,10:01:30 3", 30, 60);
         row("it ran when it was seen first", "10:00:00 2,10:01:30 4", 30, -1);
         row("between two readings", "10:00:00 0,10:00:30 4", 30, -1);

@@ -203,6 +203,34 @@ private slots:
         QCOMPARE(agenda.rows().join('|') + agenda.stored(id).stored(), rows);
     }
 
+    void atTheEdgeOfTheDrawing() {
+        Agenda agenda;
+        const int id = agenda.addRun("March", Pending, when(1, "20:00:00"));
+        agenda.open();
+        QScrollBar& bar = *agenda.drawing().verticalScrollBar();
+        QWidget& canvas = *agenda.drawing().viewport();
+        agenda.screen->resize(agenda.screen->minimumSizeHint());
+        QTRY_VERIFY(bar.maximum() > canvas.height() / 2); // so that the hours do not find room
+        const QPoint place = agenda.pointOf(id);
+        const QPoint edge(place.x(), canvas.height() - 3);
+        bar.setValue(bar.value() + place.y() - edge.y());
+        const int before = bar.value();
+        QTest::mousePress(&canvas, Qt::LeftButton, {}, edge);
+        QTest::qWait(200);
+        agenda.drop(edge);
+        QCOMPARE(bar.value(), before); // a press alone turns and moves nothing
+        QCOMPARE(agenda.drawing().selectedId(), id);
+        QCOMPARE(agenda.shown(), QStringList());
+        QTest::mousePress(&canvas, Qt::LeftButton, {}, edge);
+        agenda.moveTo(edge - QPoint(0, 15));
+        agenda.moveTo(edge);
+        QTRY_COMPARE(bar.value(), bar.maximum()); // held there it goes on to the last hour
+        agenda.program.messages.answer(true);
+        agenda.drop(edge);
+        QCOMPARE(agenda.stored(id).date(), when(1, "00:00:00").date());
+        QVERIFY(agenda.stored(id).time() > QTime(22, 30));
+    }
+
     void byKeys() {
         Agenda agenda;
         const int late = agenda.addRun("late", Pending, when(9, "08:00:00")); // in the week after

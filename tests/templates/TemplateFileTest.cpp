@@ -186,7 +186,7 @@ private slots:
             report + "CallFilter: It has to be a whole number");
         row("half a number", inReport("CallFilter", 1.5), "It has to be a whole number");
         row("endless number", inReport("CallFilter", 1e300), "It has to be a whole number");
-        row("number of 33 bits", inReport("ReportType", 4294967296.), "from -2147483647 to 2147483647.");
+        row("number of 33 bits", inReport("ReportType", 4294967296.), "from -2147483648 to 2147483647.");
         for (const char* column : {"CallFilter", "AccountFilter", "CostCentreLevel"})
             for (const int code : {-1, 9})
                 row(QString("%1 %2").arg(column).arg(code), inReport(column, code),
