@@ -12,6 +12,7 @@
 #include "ui/Labels.h"
 #include "ui/Messages.h"
 #include "ui/Palette.h"
+#include "ui/SavePath.h"
 #include "ui/SlotGuard.h"
 #include "ui/WindowSize.h"
 #include "ui/openScreen.h"
@@ -19,7 +20,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 namespace {
 
@@ -244,13 +244,12 @@ void frmEmailSettings::cmdExport_Click() {
         }
         const QList<MailEntry> entries = exportable();
         if (entries.isEmpty()) return;
-        QString path = messages().saveFile(this, QDir::home().filePath("addresses.csv"),
-                                           "Comma Separated Files (*.CSV);;View All Files (*.*)");
+        const QString path = pickSavePath(messages(), this, QDir::home().filePath("addresses.csv"),
+                                          "Comma Separated Files (*.CSV);;View All Files (*.*)");
         if (path.isEmpty()) {
             messages().notice(this, "Export cancelled.");
             return;
         }
-        if (QFileInfo(path).suffix().isEmpty()) path += ".csv";
         if (QFile::exists(path) && !messages().ask(this, "File already exists, do you want to continue?"))
             return;
         {

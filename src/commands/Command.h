@@ -9,6 +9,9 @@
 
 struct Session;
 
+/// An option's value. Throws CommandFailure where none is given.
+QString neededOption(const QCommandLineParser& parser, const char* option);
+
 /// What a command works with, once its user is logged in.
 struct CommandContext {
     Session& session;
@@ -20,6 +23,7 @@ struct CommandContext {
 
     bool isSet(const char* option) const { return parser.isSet(option); }
     QString value(const char* option) const { return parser.value(option); }
+    QString needed(const char* option) const { return neededOption(parser, option); }
 };
 
 /// One word of the program's language.

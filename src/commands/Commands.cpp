@@ -1,4 +1,5 @@
 #include "commands/Command.h"
+#include "commands/CommandFailure.h"
 #include "commands/NewSchedules.h"
 #include "commands/ScheduleCommands.h"
 #include "commands/TemplateCommands.h"
@@ -23,6 +24,13 @@ QCommandLineOption jsonOption() {
 }
 
 } // namespace
+
+QString neededOption(const QCommandLineParser& parser, const char* option) {
+    const QString value = parser.value(option);
+    if (value.trimmed().isEmpty())
+        throw CommandFailure(ExitCode::WrongUse, QString("The option --%1 is needed.").arg(option));
+    return value;
+}
 
 const QList<QCommandLineOption>& commonOptions() {
     static const QList<QCommandLineOption> options{

@@ -4,7 +4,19 @@
 #include "db/ForeignText.h"
 
 #include <QIODevice>
+#include <atomic>
 #include <cerrno>
+
+namespace {
+
+std::atomic<int> readings = 0;
+
+struct Reading {
+    Reading() { ++readings; }
+    ~Reading() { --readings; }
+};
+
+} // namespace
 
 Console::Console(QIODevice& input, QIODevice& output, QIODevice& errors, bool inputIsTerminal)
     : m_input(input), m_output(output), m_errors(errors), m_inputIsTerminal(inputIsTerminal) {}
@@ -23,10 +35,16 @@ void Console::tell(const QString& text) {
 }
 
 QString Console::readLine() {
+    const Reading reading;
     return foreignLines(m_input.readLine()).value(0);
 }
 
+bool Console::isReading() {
+    return readings > 0;
+}
+
 bool Console::ask(const QString& question) {
+    const Reading reading; // whoever sees the question may give up at once
     m_errors.write((escaped(question) + " [y/N] ").toUtf8());
     const QString answer = readLine().trimmed().toLower();
     return answer == "y" || answer == "yes";

@@ -16,6 +16,8 @@ public:
     void tell(const QString& text);
     /// A line of the input, without its end.
     QString readLine();
+    /// Whether a line is waited for; a signal handler may ask.
+    static bool isReading();
     bool inputIsTerminal() const { return m_inputIsTerminal; }
     /// At a terminal. Anything but "y" or "yes" is a No.
     bool ask(const QString& question);

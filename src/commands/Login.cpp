@@ -3,8 +3,8 @@
 #include "app/Terminal.h"
 #include "app/cLogin.h"
 #include "base/Session.h"
+#include "commands/Command.h"
 #include "commands/CommandFailure.h"
-#include "commands/Console.h"
 #include "db/DbError.h"
 #include "db/ForeignText.h"
 #include "db/SchedulerDatabase.h"
@@ -73,9 +73,8 @@ void refusePasswordArguments(const QStringList& arguments) {
 }
 
 void logIn(Session& session, Console& console, const QCommandLineParser& parser) {
-    for (const char* option : {"server", "user"})
-        if (parser.value(option).trimmed().isEmpty())
-            throw CommandFailure(ExitCode::WrongUse, QString("The option --%1 is needed.").arg(option));
+    const QString server = neededOption(parser, "server").trimmed();
+    const QString user = neededOption(parser, "user");
     QString password = readPassword(console, parser);
     const auto forget = qScopeGuard([&] { wipe(password); });
     bool lacksDatabase = false;
@@ -84,8 +83,8 @@ void logIn(Session& session, Console& console, const QCommandLineParser& parser)
         return false;
     };
     // A script may log in every minute: it must not purge what somebody excludes for a new template.
-    const LoginOutcome outcome = cLogin(session, createNone, OrphanedNumbers::Keep)
-                                     .logIn(parser.value("server").trimmed(), parser.value("user"), password);
+    const LoginOutcome outcome =
+        cLogin(session, createNone, OrphanedNumbers::Keep).logIn(server, user, password);
     if (lacksDatabase)
         throw CommandFailure(ExitCode::NotLoggedIn,
                              "The server holds no scheduler database yet. The first login in the Scheduler's "

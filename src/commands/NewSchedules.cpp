@@ -21,13 +21,6 @@ void refuse(const QString& problem) {
     if (!problem.isEmpty()) throw CommandFailure(ExitCode::Refused, problem);
 }
 
-QString needed(const CommandContext& context, const char* option) {
-    const QString value = context.value(option);
-    if (value.isEmpty())
-        throw CommandFailure(ExitCode::WrongUse, QString("The option --%1 is needed.").arg(option));
-    return value;
-}
-
 WallClock timeOf(const QString& text) {
     static const QRegularExpression form("^\\d{4}-\\d{2}-\\d{2}[T ]\\d{2}:\\d{2}(:\\d{2})?\\z");
     const auto time = form.match(text).hasMatch() ? WallClock::fromStored(text) : std::nullopt;
@@ -41,18 +34,14 @@ WallClock timeOf(const QString& text) {
 /// One of those that the editor would offer for the current project.
 std::unique_ptr<clsTemplate> templateOf(Session& session, const QString& name) {
     const CurrentProject& project = session.project;
-    QStringList ids;
+    QList<Named> all;
     for (const TemplateHeader& header : templatesOfAccount(session, project.unitabAccount))
-        if (header.title == name || QString::number(header.id) == name) ids << QString::number(header.id);
-    if (ids.size() > 1)
-        throw CommandFailure(ExitCode::NotFound,
-                             QString("%1 may be any of the templates with the IDs %2. Name one by its ID.")
-                                 .arg(quoted(name), ids.join(", ")));
+        all << Named{header.id, header.title};
+    const QString none = QString("There is no template %1 for the account %2 of the project %3.")
+                             .arg(quoted(name), quoted(project.unitabAccount), quoted(project.database));
     auto found = std::make_unique<clsTemplate>(session.db(), project);
-    if (ids.size() == 1 && found->LoadTemplate(ids.first().toInt())) return found;
-    throw CommandFailure(ExitCode::NotFound,
-                         QString("There is no template %1 for the account %2 of the project %3.")
-                             .arg(quoted(name), quoted(project.unitabAccount), quoted(project.database)));
+    if (found->LoadTemplate(oneNamed(all, name, "templates", none))) return found;
+    throw CommandFailure(ExitCode::NotFound, none); // it went meanwhile
 }
 
 /// An older project is made ready for the engine; what takes long is left to the window, which asks first.
@@ -94,10 +83,10 @@ ExitCode save(CommandContext& context, clsSchedule& schedule) {
 
 ExitCode addSchedule(CommandContext& context) {
     Session& session = context.session;
-    const QString templateName = needed(context, "template");
-    const QString project = needed(context, "project");
-    const WallClock at = timeOf(needed(context, "at"));
-    openProjectFor(session, project);
+    const QString templateName = context.needed("template");
+    const QString project = context.needed("project");
+    const WallClock at = timeOf(context.needed("at"));
+    openOfferedProject(session, project);
     clsSchedule schedule(session);
     schedule.setProjectFile(session.project.database);
     schedule.setTemplate(templateOf(session, templateName));

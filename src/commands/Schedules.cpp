@@ -1,8 +1,6 @@
 #include "commands/Schedules.h"
 
 #include "base/Session.h"
-#include "commands/CommandFailure.h"
-#include "commands/TerminalText.h"
 #include "schedules/clsSchedule.h"
 #include "schedules/modScheduler.h"
 
@@ -92,23 +90,12 @@ QList<SeenSchedule> seenSchedules(Session& session) {
 }
 
 SeenSchedule findSchedule(Session& session, const QString& name) {
-    QList<SeenSchedule> found = seenSchedules(session);
-    found.removeIf([&](const SeenSchedule& schedule) {
-        return schedule.row.title != name && QString::number(schedule.row.id) != name;
-    });
-    if (found.isEmpty())
-        throw CommandFailure(
-            ExitCode::NotFound,
-            QString(session.isAdministrator() ? "There is no schedule %1." : "You have no schedule %1.")
-                .arg(quoted(name)));
-    if (found.size() == 1) return found.first();
-    QStringList ids;
-    for (const SeenSchedule& schedule : found) ids << QString::number(schedule.row.id);
-    throw CommandFailure(
-        ExitCode::NotFound,
-        QString("%1 may be any of the schedules with the IDs %2. Name one by its ID; where that is another "
-                "one's title, that one has to be renamed first.")
-            .arg(quoted(name), ids.join(", ")));
+    const QList<SeenSchedule> seen = seenSchedules(session);
+    QList<Named> all;
+    for (const SeenSchedule& schedule : seen) all << Named{schedule.row.id, schedule.row.title};
+    const QString none = session.isAdministrator() ? "There is no schedule %1." : "You have no schedule %1.";
+    const int id = oneNamed(all, name, "schedules", none.arg(quoted(name)));
+    return *std::ranges::find(seen, id, [](const SeenSchedule& schedule) { return schedule.row.id; });
 }
 
 std::optional<SeenSchedule> findSchedule(Session& session, int id) {
@@ -121,8 +108,4 @@ std::vector<LogEntry> logOf(Session& session, const SeenSchedule& schedule) {
     clsSchedule loaded(session);
     loaded.LoadSchedule(schedule.row.id);
     return readScheduleLog(session, schedule.row.id, loaded.Template());
-}
-
-QString quoted(const QString& title) {
-    return '\'' + escaped(title) + '\'';
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "commands/oneNamed.h"
 #include "schedules/ScheduleList.h"
 #include "schedules/ScheduleLog.h"
 
@@ -30,5 +31,3 @@ SeenSchedule findSchedule(Session& session, const QString& name);
 std::optional<SeenSchedule> findSchedule(Session& session, int id);
 /// Its log; its reports have their names from its template, as far as that is still there.
 std::vector<LogEntry> logOf(Session& session, const SeenSchedule& schedule);
-/// "'March'", for a sentence.
-QString quoted(const QString& title);

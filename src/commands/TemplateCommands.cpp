@@ -4,8 +4,9 @@
 #include "base/Session.h"
 #include "commands/CommandFailure.h"
 #include "commands/Projects.h"
-#include "commands/Schedules.h"
 #include "commands/TerminalText.h"
+#include "commands/oneNamed.h"
+#include "db/DbError.h"
 #include "reports/BillType.h"
 #include "templates/TemplateImport.h"
 #include "templates/TemplateSummary.h"
@@ -64,19 +65,9 @@ QList<ListedTemplate> allTemplates(Session& session) {
 }
 
 int idOf(const QList<ListedTemplate>& all, const QString& name) {
-    QStringList ids;
-    for (const ListedTemplate& each : all) {
-        const TemplateHeader& header = each.summary.header;
-        const QString id = QString::number(header.id);
-        if (header.title == name || id == name) ids << id;
-    }
-    if (ids.isEmpty())
-        throw CommandFailure(ExitCode::NotFound, QString("There is no template %1.").arg(quoted(name)));
-    if (ids.size() > 1)
-        throw CommandFailure(ExitCode::NotFound,
-                             QString("%1 may be any of the templates with the IDs %2. Name one by its ID.")
-                                 .arg(quoted(name), ids.join(", ")));
-    return ids.first().toInt();
+    QList<Named> named;
+    for (const ListedTemplate& each : all) named << Named{each.summary.header.id, each.summary.header.title};
+    return oneNamed(named, name, "templates", QString("There is no template %1.").arg(quoted(name)));
 }
 
 void leaveOut(TemplateImport& import, const QStringList& names) {
@@ -90,6 +81,18 @@ void leaveOut(TemplateImport& import, const QStringList& names) {
                                  QString("The file holds no template %1.").arg(quoted(name)));
     }
     import.setLeftOut(places, true);
+}
+
+/// Where the answer got lost with the connection, the second attempt finds what the first has written.
+void write(Console& console, TemplateImport& import) {
+    try {
+        import.write();
+    } catch (const DbError& error) {
+        const bool isStopped = error.number() == DbError::StoppedCommit;
+        if (isStopped || !error.connectionLost() || !import.isOutcomeUnknown()) throw;
+        console.tell("The server's answer got lost, looking what has become of the import: " + error.text());
+        import.write();
+    }
 }
 
 /// What becomes, or has become, of each template of a file.
@@ -139,16 +142,15 @@ ExitCode exportTemplates(CommandContext& context) {
     if (context.arguments.isEmpty())
         for (const ListedTemplate& each : all) ids << each.summary.header.id;
     const QByteArray document = templateFile::write(templateFile::load(context.session.db(), ids));
-    context.console.write(jsonText(QJsonDocument::fromJson(document)));
+    context.console.write(jsonText(document));
     return ExitCode::Done;
 }
 
 ExitCode importTemplates(CommandContext& context) {
     Session& session = context.session;
-    const QString project = context.value("project");
-    if (project.isEmpty()) throw CommandFailure(ExitCode::WrongUse, "The option --project is needed.");
+    const QString project = context.needed("project");
     const QList<FiledTemplate> templates = templateFile::readFile(context.arguments.first());
-    openProjectFor(session, project, context.isSet("preview") ? ProjectUse::Look : ProjectUse::Use);
+    openOfferedProject(session, project, context.isSet("preview") ? ProjectUse::Look : ProjectUse::Use);
     TemplateImport import(session, templates);
     leaveOut(import, context.parser.values("leave-out"));
     const QString where = QString("the account %1 of the project %2.")
@@ -156,7 +158,7 @@ ExitCode importTemplates(CommandContext& context) {
     if (context.isSet("preview")) {
         context.console.tell("Nothing is written; this would be added to " + where);
     } else {
-        import.write();
+        write(context.console, import);
         const qsizetype count = import.wantedCount();
         context.console.tell((count == 1 ? "1 template was" : QString("%1 templates were").arg(count))
                              + " added to " + where);

@@ -66,8 +66,12 @@ int cellsOf(const QString& text) {
 }
 
 QString jsonText(const QJsonDocument& document) {
+    return jsonText(document.toJson());
+}
+
+QString jsonText(const QByteArray& json) {
     QString text;
-    for (const QChar letter : QString::fromUtf8(document.toJson()))
+    for (const QChar letter : QString::fromUtf8(json))
         text +=
             letter != '\n' && isCommand(letter.unicode()) ? fourDigits(letter.unicode()) : QString(letter);
     return text;

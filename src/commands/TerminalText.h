@@ -8,7 +8,8 @@
 QString escaped(const QString& text);
 /// Cells of a terminal that a text takes: wide letters take two, marks over letters none.
 int cellsOf(const QString& text);
-/// A document as text with the same characters escaped, which JSON allows in texts.
+/// JSON with the same characters escaped, which it allows in texts.
+QString jsonText(const QByteArray& json);
 QString jsonText(const QJsonDocument& document);
 
 /// Rows of escaped texts in columns as wide as their widest cell; a line each.

@@ -19,7 +19,8 @@ std::atomic<bool> stopped = false;
 
 /// A second signal ends the program at once.
 void stop(int signal) {
-    if (isEchoOff()) { // nothing has begun before the password is there, and its reading cannot be ended
+    // Nothing has begun before a password or an answer is there, and the waiting for it cannot be ended.
+    if (isEchoOff() || Console::isReading()) {
         setEcho(true);
         std::_Exit(int(ExitCode::Interrupted));
     }

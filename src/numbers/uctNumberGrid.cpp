@@ -6,12 +6,12 @@
 #include "ui/Labels.h"
 #include "ui/ListHabits.h"
 #include "ui/Messages.h"
+#include "ui/SavePath.h"
 #include "ui/SlotGuard.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -223,10 +223,10 @@ void uctNumberGrid::ReadCalledNos(const QString& path) {
 }
 
 void uctNumberGrid::saveFile() {
-    QString path = m_context->messages.saveFile(
-        window(), QDir(m_context->session.paths.ProjectFolder()).filePath("numbers.CSV"), fileFilter);
+    const QString path =
+        pickSavePath(m_context->messages, window(),
+                     QDir(m_context->session.paths.ProjectFolder()).filePath("numbers.CSV"), fileFilter);
     if (path.isEmpty()) return;
-    if (QFileInfo(path).suffix().isEmpty()) path += path.endsWith('.') ? "CSV" : ".CSV";
     if (QFile::exists(path)
         && !m_context->messages.ask(window(), "File already exists, do you want to continue?"))
         return;

@@ -5,12 +5,21 @@
 
 namespace {
 
+/// Databases that hold no project, whatever tables they have.
+Sql noProjects() {
+    return sql(
+        "'QXSpNum', 'NorvaTallymere', 'Northwind', 'pubs', 'tempdb', 'CostCentres', 'Master', 'Model', "
+        "'msdb', "
+        "'TrendDb', 'QXCcts', 'InterSite', 'NorvaQuorraPellar', 'VWT', 'NorvaMorvane'");
+}
+
+/// What keeps archives out of the list.
+Sql isOffered() {
+    return sql("charindex('ARCHIVE',Upper(name)) = 0 and has_dbaccess(name) = 1");
+}
+
 /// HasCC is 1 where the cost-centre table is missing, whatever its name says.
 Sql createProjectListProcedure() {
-    const Sql noProjects =
-        sql("'QXSpNum', 'NorvaTallymere', 'Northwind', 'pubs', 'tempdb', 'CostCentres', 'Master', 'Model', "
-            "'msdb', "
-            "'TrendDb', 'QXCcts', 'InterSite', 'NorvaQuorraPellar', 'VWT', 'NorvaMorvane'");
     return sql(
         "CREATE PROCEDURE spGetProjectList\r\n"
         "@ArchivesOnly BIT\r\n"
@@ -30,7 +39,7 @@ Sql createProjectListProcedure() {
         "SELECT CONVERT(VARCHAR(100),[name])\r\n"
         "From master.dbo.sysdatabases\r\n"
         "WHERE [name] NOT IN ({})\r\n"
-        "AND charindex('ARCHIVE',Upper(name)) = 0 and has_dbaccess(name) = 1\r\n"
+        "AND {}\r\n"
         "ELSE\r\n"
         "SET @Csr = CURSOR FAST_FORWARD FOR\r\n"
         "SELECT CONVERT(VARCHAR(100),[name])\r\n"
@@ -70,7 +79,7 @@ Sql createProjectListProcedure() {
         "CLOSE @Csr\r\n"
         "DEALLOCATE @Csr\r\n"
         "SELECT * FROM @myTable\r\n",
-        noProjects, noProjects);
+        noProjects(), isOffered(), noProjects());
 }
 
 } // namespace
@@ -95,6 +104,15 @@ ProjectList loadProjectList(Session& session) {
     }
     list.names.sort(Qt::CaseInsensitive); // the server promises no order
     return list;
+}
+
+bool isOfferedAsProject(Session& session, const QString& database) {
+    return !session.db()
+                .query(
+                    sql("SELECT [name] FROM master.dbo.sysdatabases WHERE [name] = {} AND [name] NOT IN ({}) "
+                        "AND {}",
+                        database, noProjects(), isOffered()))
+                .isEmpty();
 }
 
 QList<ProjectDetails> readProjectDetails(Session& session, const QStringList& names) {

@@ -17,6 +17,9 @@ struct ProjectList {
 /// the error log. The default database is restored. Throws DbError.
 ProjectList loadProjectList(Session& session);
 
+/// Whether the list may hold a database, by its name and the login's rights.
+bool isOfferedAsProject(Session& session, const QString& database);
+
 /// What tells projects apart; empty, 0 and invalid where a project does not say.
 struct ProjectDetails {
     QString account;

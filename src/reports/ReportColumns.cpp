@@ -1,5 +1,8 @@
 #include "reports/ReportColumns.h"
 
+#include "reports/AccountFilter.h"
+#include "reports/CallFilter.h"
+
 #include <stdexcept>
 
 namespace {
@@ -89,9 +92,17 @@ void setCircuitPercentage(clsReport& report, int, const QVariant& value) {
 using P = Parameters;
 using R = clsReport;
 
+/// Codes have no meaning beyond the highest, other numbers may get one with a later catalogue.
+template <auto Getter, auto Setter>
+constexpr ReportColumn code(const char* name, int highest) {
+    ReportColumn column{name, Number, get<Getter>, set<Setter>};
+    column.highestCode = highest;
+    return column;
+}
+
 constexpr ReportColumn columns[] = {
-    {"CallFilter", Number, get<&P::CallFilter>, set<&P::setCallFilter>},
-    {"AccountFilter", Number, get<&P::AccountFilter>, set<&P::setAccountFilter>},
+    code<&P::CallFilter, &P::setCallFilter>("CallFilter", AllLinesVoiceOnly),
+    code<&P::AccountFilter, &P::setAccountFilter>("AccountFilter", RestrictedSelection),
     {"Day", Flag, get<&P::DaySelected>, set<&P::setDaySelected>, 7},
     {"DateStart", Date, get<&P::DateRangeStart>, set<&P::setDateRangeStart>},
     {"DateEnd", Date, get<&P::DateRangeEnd>, set<&P::setDateRangeEnd>},
@@ -130,8 +141,7 @@ constexpr ReportColumn columns[] = {
     {"OutputExcel", Flag, get<&R::OutputExcel>, set<&R::setOutputExcel>},
     {"OutputCSV", Flag, get<&R::OutputCSV>, set<&R::setOutputCSV>},
     {"EmailFiles", Flag, get<&R::OutputEmail>, set<&R::setOutputEmail>},
-    {"CostCentreLevel", Number, get<&P::CostCentreSummarySelectionLevel>,
-     set<&P::setCostCentreSummarySelectionLevel>},
+    code<&P::CostCentreSummarySelectionLevel, &P::setCostCentreSummarySelectionLevel>("CostCentreLevel", 5),
 };
 
 QString numbered(const char* text, int number) {

@@ -4,6 +4,7 @@
 #include "reports/clsReport.h"
 
 #include <QVariant>
+#include <optional>
 #include <span>
 
 /// A column of tblTemplate_Report, or several that are numbered from 1 ("Day1" … "Day7"): which value of a
@@ -24,6 +25,7 @@ struct ReportColumn {
     int width = 0;          ///< letters of a text that fit; 0 for any number
     CodePage codePage = CodePage::Unicode;
     bool fansOut = false; ///< while it is edited, several values joined by "|" may stand for a report each
+    std::optional<int> highestCode = {}; ///< of codes, which begin at 0; nothing for any number
 
     QString columnName(int number) const;
     QString fieldLabel(int number) const;

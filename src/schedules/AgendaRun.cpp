@@ -8,15 +8,15 @@
 
 namespace {
 
-QString statusOf(const AgendaRun& run, const WallClock& now) {
-    if (run.schedule.status == ScheduleStatus::Pending) return dueText(run.schedule.date, now);
-    QString text = statusText(run.schedule.status);
-    if (run.length != AgendaRun::SoFar && run.length != AgendaRun::Estimated) return text;
-    const qint64 running = run.start.secsTo(now);
+QString statusOf(const ScheduleListRow& schedule, const RunWatch& watch, const Moment& now) {
+    if (schedule.status == ScheduleStatus::Pending) return dueText(schedule.date, now.wall);
+    const QString text = statusText(schedule.status);
+    const std::optional<Moment> since = watch.runningSince(schedule.id);
+    const qint64 running = since ? since->secsTo(now) : 0;
     return running > 60 ? text + " (" + durationText(running, false) + ')' : text;
 }
 
-void measure(AgendaRun& run, const RunWatch& watch, const WallClock& now) {
+void measure(AgendaRun& run, const RunWatch& watch, const Moment& now) {
     const std::optional<qint64> usual = watch.usualLength(run.schedule.templateId);
     run.watched = watch.count(run.schedule.templateId);
     const auto is = [&](qint64 seconds, AgendaRun::Length length) {
@@ -26,26 +26,26 @@ void measure(AgendaRun& run, const RunWatch& watch, const WallClock& now) {
     if (run.schedule.status == ScheduleStatus::Pending) {
         if (usual) is(*usual, AgendaRun::Estimated);
     } else if (run.schedule.status == ScheduleStatus::Processing) {
-        const std::optional<WallClock> since = watch.runningSince(run.id());
+        const std::optional<Moment> since = watch.runningSince(run.id());
         if (!since) return;
-        run.start = *since;
+        run.start = since->wall;
         const qint64 soFar = since->secsTo(now);
         usual&&* usual > soFar ? is(*usual, AgendaRun::Estimated) : is(soFar, AgendaRun::SoFar);
     } else if (const auto seen = watch.seen(run.id())) {
         run.start = seen->begin;
-        is(seen->begin.secsTo(seen->end), AgendaRun::Watched);
+        is(seen->seconds, AgendaRun::Watched);
     }
 }
 
 } // namespace
 
 std::optional<AgendaRun> agendaRun(const ScheduleListRow& schedule, const RunWatch& watch,
-                                   const WallClock& now) {
+                                   const Moment& now) {
     if (!schedule.date || schedule.date->isZeroDate()) return {};
     AgendaRun run{schedule, *schedule.date};
-    run.delayed = schedule.isDelayed(now);
+    run.delayed = schedule.isDelayed(now.wall);
     measure(run, watch, now);
-    run.status = statusOf(run, now);
+    run.status = statusOf(schedule, watch, now);
     return run;
 }
 

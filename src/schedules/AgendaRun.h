@@ -34,5 +34,4 @@ struct AgendaRun {
 };
 
 /// Nothing for a schedule whose stored time is none.
-std::optional<AgendaRun> agendaRun(const ScheduleListRow& schedule, const RunWatch& watch,
-                                   const WallClock& now);
+std::optional<AgendaRun> agendaRun(const ScheduleListRow& schedule, const RunWatch& watch, const Moment& now);

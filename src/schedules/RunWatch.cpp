@@ -15,16 +15,15 @@ std::optional<Value> found(const QHash<Key, Value>& values, const Key& key) {
 
 } // namespace
 
-void RunWatch::take(const ScheduleChanges& changes, const WallClock& now) {
-    const qint64 gap = m_last ? m_last->secsTo(now) : 0;
-    const bool watched = gap >= 0 && gap <= longestGap;
+void RunWatch::take(const ScheduleChanges& changes, const Moment& now) {
+    const bool watched = !m_last || m_last->secsTo(now) <= longestGap;
     m_last = now;
     const auto former = changes.complete ? std::exchange(m_waiting, {}) : m_waiting;
     for (const ScheduleListRow& schedule : changes.rows) {
         const std::optional<Waiting> before = found(former, schedule.id);
         m_waiting.remove(schedule.id);
         if (isFinished(schedule.status)) {
-            if (watched && before && before->since) end(schedule, {*before->since, now});
+            if (watched && before && before->since) end(schedule, *before->since, now);
             continue;
         }
         m_seen.remove(schedule.id); // it is to run again
@@ -43,17 +42,16 @@ void RunWatch::take(const ScheduleChanges& changes, const WallClock& now) {
 }
 
 /// A reset ends no run: it leaves no time, or that of an earlier run.
-void RunWatch::end(const ScheduleListRow& schedule, const Seen& seen) {
+void RunWatch::end(const ScheduleListRow& schedule, const Moment& begin, const Moment& now) {
     if (schedule.delay.value_or(-1) < 0) return;
-    const qint64 length = seen.begin.secsTo(seen.end);
-    if (length < 0) return; // the clocks were put back meanwhile
-    m_seen.insert(schedule.id, seen);
+    const qint64 length = begin.secsTo(now);
+    m_seen.insert(schedule.id, {begin.wall, length});
     QList<qint64>& lengths = m_lengths[schedule.templateId];
     lengths << length;
     if (lengths.size() > mostLengths) lengths.removeFirst();
 }
 
-std::optional<WallClock> RunWatch::runningSince(int scheduleId) const {
+std::optional<Moment> RunWatch::runningSince(int scheduleId) const {
     return m_waiting.value(scheduleId).since;
 }
 

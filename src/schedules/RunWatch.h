@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Moment.h"
 #include "schedules/ScheduleList.h"
 
 #include <QHash>
@@ -12,12 +13,12 @@ class RunWatch {
 public:
     struct Seen {
         WallClock begin;
-        WallClock end;
+        qint64 seconds = 0;
     };
 
-    void take(const ScheduleChanges& changes, const WallClock& now);
+    void take(const ScheduleChanges& changes, const Moment& now);
     /// Of a schedule that is running; nothing where it ran already when it was seen first.
-    std::optional<WallClock> runningSince(int scheduleId) const;
+    std::optional<Moment> runningSince(int scheduleId) const;
     /// A schedule's run that is over.
     std::optional<Seen> seen(int scheduleId) const;
     /// How many runs of a template were seen from begin to end: the latest ones.
@@ -28,12 +29,12 @@ public:
 private:
     struct Waiting {
         bool running = false;
-        std::optional<WallClock> since;
+        std::optional<Moment> since;
     };
 
-    void end(const ScheduleListRow& schedule, const Seen& seen);
+    void end(const ScheduleListRow& schedule, const Moment& begin, const Moment& now);
 
-    std::optional<WallClock> m_last;     ///< reading
+    std::optional<Moment> m_last;        ///< reading
     QHash<int, Waiting> m_waiting;       ///< by schedule, all that have not ended
     QHash<int, Seen> m_seen;             ///< by schedule
     QHash<int, QList<qint64>> m_lengths; ///< by template

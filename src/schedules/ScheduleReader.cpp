@@ -56,12 +56,12 @@ void ScheduleReader::interrupt() {
 
 std::optional<WallClock> ScheduleReader::request() {
     constexpr qint64 longest = 60; // seconds
-    const WallClock now = WallClock::now();
+    const Moment now = Moment::now();
     if (m_task && m_begun.secsTo(now) < longest) return m_unansweredSince;
     const std::optional<WallClock> since = m_task ? m_unansweredSince : std::nullopt;
     interrupt();
     m_begun = now;
-    m_unansweredSince = since.value_or(now);
+    m_unansweredSince = since.value_or(now.wall);
     post();
     // By a timer, which waits until nothing else is in the middle of its work.
     m_task->onDone([this] {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/Moment.h"
 #include "db/Connection.h"
 #include "db/DbError.h"
 #include "db/WorkThread.h"
@@ -46,7 +47,7 @@ private:
     std::shared_ptr<std::optional<ScheduleChanges>> m_result;
     bool m_anew = false;                        ///< what the last reading found was not heard
     std::optional<WallClock> m_unansweredSince; ///< the first request without an answer
-    WallClock m_begun;                          ///< the reading that is under way
+    Moment m_begun;                             ///< the reading that is under way
     QTimer m_delivers;
     WorkThread m_thread;
 };

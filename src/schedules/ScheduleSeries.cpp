@@ -11,9 +11,9 @@
 
 namespace {
 
-RecordSet rowsOfTitles(Session& session, const QStringList& storedTitles) {
+RecordSet rowsOfTitles(Session& session, const QList<ScheduleRow>& rows) {
     QList<Sql> titles;
-    for (const QString& title : storedTitles) titles << Sql::value(title);
+    for (const ScheduleRow& row : rows) titles << Sql::value(row.title);
     return session.db().query(
         sql("SELECT * FROM NorvaScheduler.dbo.[tblSchedule] WITH (NOLOCK) WHERE ([ScheduleTitle] IN ({}))",
             Sql::join(titles, sql(", "))));
@@ -30,22 +30,25 @@ bool areThere(const RecordSet& found, const QList<ScheduleRow>& rows) {
     });
 }
 
+QStringList titlesOf(const RecordSet& rows) {
+    QStringList titles;
+    for (const Row row : rows) titles << row.text("ScheduleTitle");
+    return titles;
+}
+
 } // namespace
 
-QStringList usedTitles(Session& session, const QStringList& storedTitles) {
-    QStringList used;
-    for (const Row row : rowsOfTitles(session, storedTitles)) used << row.text("ScheduleTitle");
-    return used;
+QStringList usedTitles(Session& session, const QList<ScheduleRow>& rows) {
+    const RecordSet found = rowsOfTitles(session, rows);
+    return areThere(found, rows) ? QStringList() : titlesOf(found);
 }
 
 QStringList saveSeries(Session& session, const QList<ScheduleRow>& rows) {
-    QStringList titles;
     QList<Sql> inserts;
     for (const ScheduleRow& row : rows) {
         if (const auto date = WallClock::fromStored(row.runDate))
             if (const QString problem = runDateProblem(*date); !problem.isEmpty()) throw Refusal(problem);
         requireFits("schedule title", shownTitle(row.title), clsSchedule::longestTitle, CodePage::Unicode);
-        titles << row.title;
         inserts << row.insertion();
     }
     Transaction transaction(session.db());
@@ -53,13 +56,9 @@ QStringList saveSeries(Session& session, const QList<ScheduleRow>& rows) {
     lockSchedules(session.db());
     if (!readTemplateType(session.db(), rows.first().templateId))
         throw Refusal("This template has been deleted by somebody else in the meantime.");
-    const RecordSet found = rowsOfTitles(session, titles);
+    const RecordSet found = rowsOfTitles(session, rows);
     if (areThere(found, rows)) return {};
-    if (!found.isEmpty()) {
-        QStringList used;
-        for (const Row row : found) used << row.text("ScheduleTitle");
-        return used;
-    }
+    if (!found.isEmpty()) return titlesOf(found);
     session.db().executeAll(inserts);
     transaction.commit();
     return {};

@@ -6,8 +6,8 @@
 
 struct Session;
 
-/// Which titles, as stored, other schedules have already.
-QStringList usedTitles(Session& session, const QStringList& storedTitles);
+/// Which titles, as stored, other schedules have already; none when it is these very rows that are stored.
+QStringList usedTitles(Session& session, const QList<ScheduleRow>& rows);
 
 /// Stores new schedules, all or none, after the rules of a single one. The titles, as stored, that other
 /// schedules have: then nothing is written. Rows that an earlier call wrote, whose answer got lost, are found

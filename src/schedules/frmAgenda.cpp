@@ -5,6 +5,7 @@
 #include "base/SettingsStore.h"
 #include "base/WholeFile.h"
 #include "db/DbError.h"
+#include "db/Refusal.h"
 #include "schedules/BulkChange.h"
 #include "schedules/clsSchedule.h"
 #include "schedules/frmAgendaMove.h"
@@ -36,6 +37,14 @@ constexpr auto pictureFilters = "PNG pictures (*.png);;SVG drawings (*.svg)";
 #else
 constexpr auto pictureFilters = "PNG pictures (*.png)";
 #endif
+
+/// Of the kind that the file's ending tells.
+QByteArray pictureFor([[maybe_unused]] const QString& path, const uctAgenda& agenda, const QString& title) {
+#ifdef SCHEDULER_SVG
+    if (QFileInfo(path).suffix().compare("svg", Qt::CaseInsensitive) == 0) return agendaAsSvg(agenda, title);
+#endif
+    return agendaAsPng(agenda, title);
+}
 
 const QStringList viewNames{"month", "week", "day"}; // in the order of AgendaView
 constexpr std::chrono::seconds refreshes(30);
@@ -195,12 +204,13 @@ void frmAgenda::refresh() {
 /// The agenda goes on showing the last state.
 void frmAgenda::showProblemOf(const DbError& error) {
     if (error.number() == DbError::Stopped) return; // who stopped it knows
-    showProblem(m_ui->lblProblem, QString("The schedules could not be read: %1 Shown is the state of %2.")
-                                      .arg(inWords(error).simplified(), m_read.time().toString("HH:mm")));
+    showProblem(m_ui->lblProblem,
+                QString("The schedules could not be read: %1 Shown is the state of %2.")
+                    .arg(inWords(error).simplified(), m_read.wall.time().toString("HH:mm")));
 }
 
 void frmAgenda::take(const ScheduleChanges& changes) {
-    m_read = WallClock::now();
+    m_read = Moment::now();
     if (changes.complete) m_schedules.clear();
     for (const ScheduleListRow& schedule : changes.rows) m_schedules.insert(schedule.id, schedule);
     for (const int id : changes.gone) m_schedules.remove(id);
@@ -349,17 +359,15 @@ void frmAgenda::write(const QString& path, const QByteArray& content) {
 void frmAgenda::cmdSavePicture_Click() {
     run([this] {
         const QString days = m_ui->lblDays->text();
-        const QString path = askSavePath(messages(), this, safeFileName("Agenda " + days), ".png",
-                                         pictureFilters);
+        const QString path =
+            askSavePath(messages(), this, safeFileName("Agenda " + days), ".png", pictureFilters);
         if (path.isEmpty()) return;
         WaitCursor wait;
         const QString words = m_ui->txtFilter->text().simplified();
         const QString title = words.isEmpty() ? days : days + ", filter: " + words;
-#ifdef SCHEDULER_SVG
-        if (QFileInfo(path).suffix().compare("svg", Qt::CaseInsensitive) == 0)
-            return write(path, agendaAsSvg(*m_ui->agenda, title));
-#endif
-        write(path, agendaAsPng(*m_ui->agenda, title));
+        const QByteArray content = pictureFor(path, *m_ui->agenda, title);
+        if (content.isEmpty()) throw Refusal("The picture could not be made. Show fewer days and try again.");
+        write(path, content);
     });
 }
 

@@ -68,7 +68,7 @@ private:
     const RunWatch* m_watch = nullptr;
     QHash<int, ScheduleListRow> m_schedules;
     int m_undated = 0;
-    WallClock m_read; ///< when the schedules were read last
+    Moment m_read; ///< when the schedules were read last
     QAction* m_cmdOpen = nullptr;
     QAction* m_cmdMove = nullptr;
 };

@@ -10,19 +10,19 @@
 #include <QPushButton>
 
 frmAgendaMove::frmAgendaMove(const QString& title, const WallClock& when, QWidget* parent)
-    : QDialog(parent), m_day(new QDateEdit(when.date(), this)), m_time(new QTimeEdit(when.time(), this)) {
+    : QDialog(parent), m_day(new QDateEdit(when.date(), this)), m_time(new QTimeEdit(this)) {
     setObjectName("frmAgendaMove");
     setWindowTitle("Move");
     m_day->setObjectName("dtDay");
     m_day->setCalendarPopup(true);
     m_day->setDisplayFormat("dd MMM yyyy");
     m_time->setObjectName("dtTime");
-    m_time->setDisplayFormat("HH:mm:ss");
     for (QDateTimeEdit* box : {static_cast<QDateTimeEdit*>(m_day), static_cast<QDateTimeEdit*>(m_time)}) {
         box->setTimeSpec(Qt::UTC);    // no hour is skipped
         box->setLocale(QLocale::c()); // English month names, whatever the desktop's language
         takeTypedSeparators(*box);
     }
+    showTime(*m_time, when.time());
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     buttons->button(QDialogButtonBox::Ok)->setText("&Move");
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

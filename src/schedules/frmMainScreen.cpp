@@ -132,7 +132,7 @@ void frmMainScreen::buildFooter() {
 }
 
 uctBulkActions* frmMainScreen::bulkActions(uctListView& list) {
-    auto* actions = new uctBulkActions(m_context, *this, list);
+    auto* actions = new uctBulkActions(m_context, *this, list, m_shown);
     connect(actions, &uctBulkActions::changed, this, [this](const QString& told) {
         FillScheduleList();
         tell(told);
@@ -255,7 +255,7 @@ void frmMainScreen::tellProblem(const DbError& error) {
 }
 
 void frmMainScreen::showChanges(const ScheduleChanges& changes) {
-    const WallClock now = WallClock::now();
+    const Moment now = Moment::now();
     ShownSchedules::Rows rows = m_shown.take(changes, now);
     std::vector<int> gone = changes.gone;
     for (const ScheduleListRow& schedule : changes.rows)
@@ -278,7 +278,7 @@ void frmMainScreen::showChanges(const ScheduleChanges& changes) {
         m_ui->lstFinished->selectId(selected.first());
     PopulateScreen(changes.complete); // rows that changed have their due text
     m_ui->lblServerState->clear();
-    m_lblRefreshed->setText("Refreshed at " + now.time().toString("HH:mm:ss"));
+    m_lblRefreshed->setText("Refreshed at " + now.wall.time().toString("HH:mm:ss"));
     showCounts();
 }
 
@@ -293,12 +293,12 @@ void frmMainScreen::tellNews(int id) {
 }
 
 void frmMainScreen::PopulateScreen(bool force) {
-    const WallClock now = WallClock::now();
+    const Moment now = Moment::now();
     const auto minute = [](const WallClock& time) { return time.order() / 60; };
-    if (!force && minute(now) == minute(m_lastDueUpdate)) return;
+    if (!force && minute(now.wall) == minute(m_lastDueUpdate)) return;
     m_ui->lstSchedules->rows().setCells(ShownSchedules::Status,
                                         [&](const ListRow& row) { return m_shown.status(row.id, now); });
-    m_lastDueUpdate = now;
+    m_lastDueUpdate = now.wall;
     showCounts();
 }
 

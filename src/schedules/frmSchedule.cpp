@@ -154,13 +154,12 @@ void frmSchedule::RefreshForm() {
     m_ready = true;
 }
 
-/// Seconds are shown where a stored schedule has them; those of the present matter to nobody.
+/// Seconds of the present matter to nobody.
 void frmSchedule::showRunDate() {
     const QTime time = m_schedule.RunDate().time();
     const bool isStored = m_schedule.ID() != clsSchedule::notStored;
     m_ui->dtRunOn->setDate(m_schedule.RunDate().date());
-    m_ui->dtRunOnTime->setDisplayFormat(isStored && time.second() != 0 ? "HH:mm:ss" : "HH:mm");
-    m_ui->dtRunOnTime->setTime(isStored ? time : QTime(time.hour(), time.minute()));
+    showTime(*m_ui->dtRunOnTime, isStored ? time : QTime(time.hour(), time.minute()));
 }
 
 void frmSchedule::showTitleLength() {

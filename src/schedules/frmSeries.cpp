@@ -171,25 +171,29 @@ void frmSeries::showRuns() {
 }
 
 void frmSeries::findUsedTitles() {
-    QStringList titles;
-    for (const Run& each : m_runs) titles << storedTitle(each.title);
-    if (titles.isEmpty() || titles.size() > longestSeries) return;
+    const QList<ScheduleRow> rows = rowsToStore();
+    if (rows.isEmpty() || rows.size() > longestSeries) return;
     QStringList used;
-    for (const QString& title : usedTitles(session(), titles)) used << serverKey(shownTitle(title));
+    for (const QString& title : usedTitles(session(), rows)) used << serverKey(shownTitle(title));
     if (std::exchange(m_usedTitles, used) == used) return;
     showRuns();
+}
+
+QList<ScheduleRow> frmSeries::rowsToStore() const {
+    QList<ScheduleRow> rows;
+    for (const Run& each : m_runs) {
+        ScheduleRow row = m_schedule;
+        row.title = storedTitle(each.title);
+        row.runDate = each.when.stored();
+        rows << row;
+    }
+    return rows;
 }
 
 void frmSeries::cmdSave_Click() {
     run(
         [this] {
-            QList<ScheduleRow> rows;
-            for (const Run& each : m_runs) {
-                ScheduleRow row = m_schedule;
-                row.title = storedTitle(each.title);
-                row.runDate = each.when.stored();
-                rows << row;
-            }
+            const QList<ScheduleRow> rows = rowsToStore();
             WaitCursor wait;
             const QStringList used = saveSeries(session(), rows);
             if (!used.isEmpty()) {

@@ -48,6 +48,7 @@ private:
     void showRuns();
     void findUsedTitles();
     void makeRuns();
+    QList<ScheduleRow> rowsToStore() const;
     bool isUsed(const QString& title) const;
     QString problem() const;
 

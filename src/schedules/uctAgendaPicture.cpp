@@ -41,14 +41,14 @@ void paint(QPaintDevice& device, const uctAgenda& agenda, const QString& title) 
 
 QByteArray agendaAsPng(const uctAgenda& agenda, const QString& title) {
     QImage image(sizeOf(agenda) * dotsPerUnit, QImage::Format_RGB32);
+    if (image.isNull()) return {};
     image.setDotsPerMeterX(int(agenda.logicalDpiX() / 0.0254));
     image.setDotsPerMeterY(int(agenda.logicalDpiY() / 0.0254));
     image.setDevicePixelRatio(dotsPerUnit);
     paint(image, agenda, title);
     QByteArray content;
     QBuffer file(&content);
-    image.save(&file, "PNG");
-    return content;
+    return image.save(&file, "PNG") ? content : QByteArray();
 }
 
 #ifdef SCHEDULER_SVG

@@ -12,11 +12,13 @@
 #include "ui/openScreen.h"
 #include "ui/uctListView.h"
 
-uctBulkActions::uctBulkActions(ScreenContext& context, QWidget& window, uctListView& list)
+uctBulkActions::uctBulkActions(ScreenContext& context, QWidget& window, uctListView& list,
+                               const ShownSchedules& shown)
     : QObject(&window),
       m_context(context),
       m_window(window),
       m_list(list),
+      m_shown(shown),
       m_series(action(
           "Select &Series", "Select the other schedules of this one's series", [this] { selectSeries(); },
           "frmMainScreen.SelectSeries")),
@@ -58,8 +60,7 @@ void uctBulkActions::update() {
 void uctBulkActions::selectSeries() {
     const int chosen = m_list.selectedIds().value(0);
     const auto key = [this](int id) {
-        return std::pair(seriesStem(m_list.textOf(id, ShownSchedules::Title)),
-                         m_list.textOf(id, ShownSchedules::Template));
+        return std::pair(seriesStem(m_list.textOf(id, ShownSchedules::Title)), m_shown.templateOf(id));
     };
     const auto wanted = key(chosen);
     QList<int> ids;
@@ -79,9 +80,11 @@ void uctBulkActions::enable(bool enabled) {
 }
 
 void uctBulkActions::change() {
-    const auto screen = openScreen<frmChangeSchedules>(
+    const auto screen = setUpScreen<frmChangeSchedules>(
         m_context, &m_window, "Error loading schedule information", m_list.selectedIds());
-    if (screen && !screen->savedText().isEmpty()) emit changed(screen->savedText());
+    if (!screen) return;
+    screen->exec();
+    if (!screen->savedText().isEmpty()) emit changed(screen->savedText());
 }
 
 void uctBulkActions::remove() {

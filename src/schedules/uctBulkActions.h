@@ -7,6 +7,7 @@
 #include <QObject>
 #include <functional>
 
+class ShownSchedules;
 class uctListView;
 
 /// What a list of schedules offers for several of them at once: to find the others of a series, to disable
@@ -15,7 +16,8 @@ class uctBulkActions : public QObject {
     Q_OBJECT
 
 public:
-    uctBulkActions(ScreenContext& context, QWidget& window, uctListView& list);
+    /// All must outlive the object.
+    uctBulkActions(ScreenContext& context, QWidget& window, uctListView& list, const ShownSchedules& shown);
 
     /// For the menu of a list of schedules that have not run yet.
     QList<QAction*> ofPending() const { return {m_series, m_disable, m_enable, m_change}; }
@@ -27,7 +29,7 @@ public:
     void update();
 
 signals:
-    void changed(const QString& told); ///< something was written; what the status line says of it
+    void changed(const QString& told); ///< it is to be read anew; what the status line says
 
 private:
     QAction* action(const QString& text, const QString& toolTip, const std::function<void()>& body,
@@ -40,6 +42,7 @@ private:
     ScreenContext& m_context;
     QWidget& m_window;
     uctListView& m_list;
+    const ShownSchedules& m_shown;
     QAction* m_series;
     QAction* m_disable;
     QAction* m_enable;

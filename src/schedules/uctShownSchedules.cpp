@@ -25,13 +25,13 @@ std::vector<ListColumn> columns(const QString& date, const QString& fourth, bool
     return columns;
 }
 
-ListCell statusCell(const ScheduleListRow& schedule, const WallClock& now,
-                    const std::optional<WallClock>& runningSince) {
+ListCell statusCell(const ScheduleListRow& schedule, const Moment& now,
+                    const std::optional<Moment>& runningSince) {
     ListCell cell(statusText(schedule.status));
-    if (schedule.status == ScheduleStatus::Pending) cell.text = dueText(schedule.date, now);
+    if (schedule.status == ScheduleStatus::Pending) cell.text = dueText(schedule.date, now.wall);
     if (schedule.status == ScheduleStatus::Processing && runningSince && runningSince->secsTo(now) > 60)
         cell.text += " (" + durationText(runningSince->secsTo(now), false) + ')';
-    cell.icon = statusIcon(schedule.status, schedule.isDelayed(now));
+    cell.icon = statusIcon(schedule.status, schedule.isDelayed(now.wall));
     return cell;
 }
 
@@ -57,7 +57,7 @@ std::vector<ListColumn> ShownSchedules::finishedColumns(bool withOwner) {
     return columns("Date/Time Ran", "Delay", withOwner);
 }
 
-ShownSchedules::Rows ShownSchedules::take(const ScheduleChanges& changes, const WallClock& now) {
+ShownSchedules::Rows ShownSchedules::take(const ScheduleChanges& changes, const Moment& now) {
     Rows rows;
     m_runs.take(changes, now);
     const auto former = changes.complete ? std::exchange(m_waiting, {}) : m_waiting;
@@ -84,7 +84,7 @@ ShownSchedules::Rows ShownSchedules::take(const ScheduleChanges& changes, const 
     return rows;
 }
 
-std::optional<ListCell> ShownSchedules::status(int id, const WallClock& now) const {
+std::optional<ListCell> ShownSchedules::status(int id, const Moment& now) const {
     const auto waiting = m_waiting.constFind(id);
     if (waiting == m_waiting.constEnd()) return {};
     return statusCell(*waiting, now, m_runs.runningSince(id));

@@ -22,10 +22,12 @@ public:
     static std::vector<ListColumn> pendingColumns(bool withOwner);
     static std::vector<ListColumn> finishedColumns(bool withOwner);
 
-    Rows take(const ScheduleChanges& changes, const WallClock& now);
+    Rows take(const ScheduleChanges& changes, const Moment& now);
     /// A pending one's says how long it is overdue, a running one's since when it runs, where that is known.
     /// Nothing for a schedule that has ended.
-    std::optional<ListCell> status(int id, const WallClock& now) const;
+    std::optional<ListCell> status(int id, const Moment& now) const;
+    /// The template of a schedule that has not ended; 0 for any other.
+    int templateOf(int id) const { return m_waiting.value(id).templateId; }
     /// Of a schedule that has not ended.
     std::optional<WallClock> dueDate(int id) const { return m_waiting.value(id).date; }
     /// What was seen of runs, brought up to date by each take().

@@ -4,6 +4,7 @@
 #include "db/ForeignText.h"
 #include "db/Refusal.h"
 #include "db/ServerText.h"
+#include "reports/BillType.h"
 #include "reports/ReportColumns.h"
 #include "templates/TemplateReportRow.h"
 #include "templates/modTemplates.h"
@@ -22,6 +23,7 @@ namespace {
 const QString format = "zelvan-scheduler-templates";
 constexpr int version = 1;
 constexpr int widthOfTimes = 8; ///< letters
+constexpr int greatest = std::numeric_limits<int>::max();
 /// For human readers; what a report is, its type says.
 const QString reportTitle = "Report";
 
@@ -33,7 +35,7 @@ struct Column {
     int width = 0; ///< of a text; 0 for any
     CodePage codePage = CodePage::Unicode;
     bool nullable = true;
-    bool small = false; ///< a number of 16 bits
+    std::optional<int> highest = {}; ///< of a number that begins at 0; nothing for any
 };
 
 struct Table {
@@ -54,7 +56,7 @@ QList<Column> columnsOfReports() {
             filed.codePage = CodePage::Latin1252;
         }
         if (filed.label.isEmpty()) filed.label = name;
-        filed.small = name == "CostCentreLevel";
+        filed.highest = column.highestCode;
         columns << filed;
     });
     return columns;
@@ -77,12 +79,12 @@ const QList<Column>& headerColumns() {
     static const QList<Column> columns{
         {"Title", Text, "template name", 100, CodePage::Unicode, false},
         {"UnitabAccount", Text, "account reference", 50, CodePage::Latin1252, false},
-        {"BillType", Number, {}, 0, {}, false},
+        {"BillType", Number, {}, 0, {}, false, IdcBill},
         {"CSVDefs", Flag, {}, 0, {}, false},
         {"DefaultDates", Flag, {}, 0, {}, false},
-        {"TemplateType", Number, {}, 0, {}, false},
-        {"SubType", Number, {}, 0, {}, false, true},
-        {"SubCCLevel", Number, {}, 0, {}, false, true},
+        {"TemplateType", Number, {}, 0, {}, false, greatest},
+        {"SubType", Number, {}, 0, {}, false, TickedCostCentres},
+        {"SubCCLevel", Number, {}, 0, {}, false, 5},
         {"SubCCSendEmail", Flag, {}, 0, {}, false}};
     return columns;
 }
@@ -169,11 +171,11 @@ QString valueProblem(const Column& column, const QJsonValue& value) {
     case ReportColumn::Flag:
         return value.isBool() ? QString() : "It has to be true or false.";
     case ReportColumn::Number: {
-        const double most =
-            column.small ? std::numeric_limits<qint16>::max() : std::numeric_limits<int>::max();
+        const int least = column.highest ? 0 : std::numeric_limits<int>::min();
+        const int most = column.highest.value_or(greatest);
         const double number = value.toDouble(0.5); // of another type: no whole one
-        const bool fits = std::abs(number) <= most && number == std::floor(number);
-        return fits ? QString() : QString("It has to be a whole number up to %1.").arg(most, 0, 'f', 0);
+        const bool fits = number >= least && number <= most && number == std::floor(number);
+        return fits ? QString() : QString("It has to be a whole number from %1 to %2.").arg(least).arg(most);
     }
     default:
         return value.isString() ? textProblem(column, value.toString()) : "It has to be a text.";
@@ -342,14 +344,43 @@ QHash<int, FiledTemplate> templatesIn(const std::vector<RecordSet>& answers) {
     return templates;
 }
 
+/// "(7, N'x', NULL)"
+Sql valuesOf(const QJsonObject& row, int part, int templateId) {
+    QList<Sql> values{Sql::value(templateId)};
+    for (const Column& column : tableOf(part).columns) values << literalOf(row, column);
+    return sql("({})", Sql::join(values, sql(", ")));
+}
+
+/// In an order of their own, for a server may return cost centres in another one.
+QStringList wordingOf(const FiledTemplate& each, int part) {
+    QStringList rows;
+    for (const QJsonObject& row : each.rows[std::size_t(part)]) rows << valuesOf(row, part, 0).text();
+    rows.sort();
+    return rows;
+}
+
 } // namespace
 
-Sql FiledTemplate::insertion(Part part, const QJsonObject& row, int templateId) {
-    const Table& table = tableOf(part);
-    QList<Sql> values;
-    for (const Column& column : table.columns) values << literalOf(row, column);
-    return sql("INSERT INTO NorvaScheduler.dbo.{} ([TemplateID], {}) VALUES ({}, {})", table.name,
-               namesOf(table.columns), templateId, Sql::join(values, sql(", ")));
+bool FiledTemplate::holdsSameRows(const FiledTemplate& other) const {
+    for (int part = 0; part < partCount; ++part)
+        if (wordingOf(*this, part) != wordingOf(other, part)) return false;
+    return true;
+}
+
+QList<Sql> templateFile::insertions(const QList<FiledTemplate>& templates) {
+    constexpr qsizetype rowsAtOnce = 50; // alone, a row would have more names of columns than values
+    QList<Sql> statements;
+    for (int part = 0; part < FiledTemplate::partCount; ++part) {
+        const Table& table = tableOf(part);
+        QList<Sql> rows;
+        for (const FiledTemplate& each : templates)
+            for (const QJsonObject& row : each.rows[std::size_t(part)])
+                rows << valuesOf(row, part, each.header.id);
+        for (qsizetype first = 0; first < rows.size(); first += rowsAtOnce)
+            statements << sql("INSERT INTO NorvaScheduler.dbo.{} ([TemplateID], {}) VALUES {}", table.name,
+                              namesOf(table.columns), Sql::join(rows.mid(first, rowsAtOnce), sql(", ")));
+    }
+    return statements;
 }
 
 void templateFile::checkNulls(Connection& connection, const QList<FiledTemplate>& templates) {
@@ -397,6 +428,10 @@ QByteArray templateFile::write(const QList<FiledTemplate>& templates) {
     for (const FiledTemplate& each : templates) filed << filedTemplate(each);
     const QByteArray document =
         QJsonDocument(QJsonObject{{"format", format}, {"version", version}, {"templates", filed}}).toJson();
+    if (document.size() > longest)
+        throw Refusal(QString("The file would be longer than %1 million bytes, which no import takes. Please "
+                              "export the templates in parts.")
+                          .arg(longest / 1'000'000));
     read(document);
     return document;
 }

@@ -12,11 +12,10 @@ struct FiledTemplate {
     enum Part { Reports, CostCentres, ExcludedNumbers };
     static constexpr int partCount = 3;
 
-    TemplateHeader header; ///< without a key
+    TemplateHeader header; ///< without a key as long as it travels
     std::array<QList<QJsonObject>, partCount> rows;
 
-    /// What writes a row of a part into its table for the template of this key.
-    static Sql insertion(Part part, const QJsonObject& row, int templateId);
+    bool holdsSameRows(const FiledTemplate& other) const;
 };
 
 /// Files by which templates travel to another server or account: one JSON document with a version, every
@@ -28,7 +27,10 @@ constexpr qint64 longest = 50'000'000; ///< bytes
 
 /// Templates as they are stored, all as of one moment. Throws a Refusal when one is gone.
 QList<FiledTemplate> load(Connection& connection, const QList<int>& ids);
-/// The document. Throws a Refusal when it could not be read again, for what other programs stored.
+/// What writes the rows of templates, which have their keys by now, into their tables.
+QList<Sql> insertions(const QList<FiledTemplate>& templates);
+/// The document. Throws a Refusal when it could not be read again: for what other programs stored, and when
+/// it is too long.
 QByteArray write(const QList<FiledTemplate>& templates);
 /// The templates of a document. Throws a Refusal.
 QList<FiledTemplate> read(const QByteArray& document);

@@ -12,6 +12,8 @@ enum SubProjectKind : qint16 {
 
 /// One row of tblTemplate.
 struct TemplateHeader {
+    static constexpr int longestTitle = 50; ///< characters, as typed
+
     int id = -1; ///< -1 for a template not yet saved
     QString title;
     QString unitabAccount;

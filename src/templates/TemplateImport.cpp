@@ -2,6 +2,7 @@
 
 #include "base/Session.h"
 #include "base/modCommonFunctions.h"
+#include "db/DbError.h"
 #include "db/Refusal.h"
 #include "db/ServerText.h"
 #include "db/StoredTitle.h"
@@ -13,8 +14,6 @@
 #include <algorithm>
 
 namespace {
-
-constexpr int longestTitle = 50;
 
 QString titleKey(const QString& title) {
     return serverKey(storedTitle(title));
@@ -94,7 +93,7 @@ void TemplateImport::chooseTitles() {
         entry.title = entry.content.header.title;
         if (entry.leftOut) continue;
         for (int number = 2; used.contains(titleKey(entry.title)); ++number)
-            entry.title = numberedTitle(entry.content.header.title, number, longestTitle);
+            entry.title = numberedTitle(entry.content.header.title, number, TemplateHeader::longestTitle);
         used << titleKey(entry.title);
     }
 }
@@ -128,29 +127,78 @@ void TemplateImport::refuseTakenTitles() {
                       .arg(title));
 }
 
-int TemplateImport::write() {
-    Transaction transaction(m_session.db());
-    lockTemplates(m_session.db());
-    refuseTakenTitles();
-    int first = -1;
-    for (const Entry& entry : m_entries) {
+/// The wanted ones as they become, with the keys of the account's templates of their titles; none when one of
+/// these is not there.
+QList<FiledTemplate> TemplateImport::asStored(const QList<Entry>& entries) const {
+    QHash<QString, int> keys;
+    for (const Row row :
+         m_session.db().query(sql("SELECT [TemplateID], [Title] FROM NorvaScheduler.dbo.[tblTemplate] WITH "
+                                  "(NOLOCK) WHERE ([UnitabAccount] = {})",
+                                  m_account)))
+        keys.insert(row.text(1), row.integer(0));
+    QList<FiledTemplate> templates;
+    for (const Entry& entry : entries) {
         if (entry.leftOut) continue;
-        const int id = insert(entry);
-        if (first == -1) first = id;
+        FiledTemplate each{newHeader(entry), entry.content.rows};
+        each.header.id = keys.value(each.header.storedTitle(), -1);
+        if (each.header.id == -1) return {};
+        templates << each;
     }
-    transaction.commit();
-    return first;
+    return templates;
 }
 
-int TemplateImport::insert(const Entry& entry) {
+/// Whether the templates hold what they are to hold.
+bool TemplateImport::areThere(const QList<FiledTemplate>& templates) const {
+    if (templates.isEmpty()) return false;
+    QList<int> ids;
+    for (const FiledTemplate& each : templates) ids << each.header.id;
+    const auto isSame = [](const FiledTemplate& wanted, const FiledTemplate& stored) {
+        return wanted.header.columns().values().text() == stored.header.columns().values().text()
+               && wanted.holdsSameRows(stored);
+    };
+    try {
+        return std::ranges::equal(templates, templateFile::load(m_session.db(), ids), isSame);
+    } catch (const Refusal&) { // one is gone, or of somebody who stored what no file holds
+        return false;
+    }
+}
+
+int TemplateImport::write(const Progress& tell) {
     Connection& db = m_session.db();
-    const ColumnValues columns = newHeader(entry).columns();
-    const int id = db.insertedKey(sql("INSERT INTO NorvaScheduler.dbo.tblTemplate ({}) VALUES ({})",
-                                      columns.names(), columns.values()));
+    if (isOutcomeUnknown()) {
+        const QList<FiledTemplate> written = asStored(m_unanswered);
+        const bool done = areThere(written);
+        const QList<Entry> former = std::exchange(m_unanswered, {});
+        if (done) {
+            m_entries = former;
+            return written.first().header.id;
+        }
+    }
+    if (wantedCount() == 0) return -1;
+    Transaction transaction(db);
+    lockTemplates(db);
+    refuseTakenTitles();
+    insertHeaders();
+    const QList<FiledTemplate> templates = asStored(m_entries);
+    if (templates.isEmpty()) throw DbError(0, "The server's answer is not whole.");
+    const QList<Sql> insertions = templateFile::insertions(templates);
+    db.executeAll(insertions, [&](qsizetype done) {
+        if (tell) tell(done, insertions.size());
+    });
+    m_unanswered = m_entries; // until the answer is there
+    transaction.commit();
+    m_unanswered.clear();
+    return templates.first().header.id;
+}
+
+/// All before their rows, so that not every template waits for its key.
+void TemplateImport::insertHeaders() {
     QList<Sql> insertions;
-    for (int part = 0; part < FiledTemplate::partCount; ++part)
-        for (const QJsonObject& row : entry.content.rows[std::size_t(part)])
-            insertions << FiledTemplate::insertion(FiledTemplate::Part(part), row, id);
-    db.executeAll(insertions);
-    return id;
+    for (const Entry& entry : m_entries) {
+        if (entry.leftOut) continue;
+        const ColumnValues columns = newHeader(entry).columns();
+        insertions << sql("INSERT INTO NorvaScheduler.dbo.tblTemplate ({}) VALUES ({})", columns.names(),
+                          columns.values());
+    }
+    m_session.db().executeAll(insertions);
 }

@@ -2,6 +2,8 @@
 
 #include "templates/TemplateFile.h"
 
+#include <functional>
+
 struct Session;
 
 /// Templates of a file on their way into the account of the current project: what becomes of each, as its
@@ -17,6 +19,8 @@ public:
         bool isRenamed() const { return title != content.header.title; }
     };
 
+    using Progress = std::function<void(qsizetype done, qsizetype all)>;
+
     /// Needs a current project. Throws a Refusal when there is none, or when the user may not import.
     TemplateImport(Session& session, const QList<FiledTemplate>& templates);
 
@@ -31,9 +35,12 @@ public:
     /// "new", "new, as 'March (2)'" or "left out"
     static QString outcome(const Entry& entry);
 
-    /// The key of the first of them. Throws a Refusal, with nothing written, when somebody else has taken a
-    /// title meanwhile; other titles are chosen then.
-    int write();
+    /// The key of the first of them. `tell` hears how much of the writing is done. Throws a Refusal, with
+    /// nothing written, when somebody else has taken a title meanwhile; other titles are chosen then. After a
+    /// failure whose outcome is not known, nothing is written that is there already: what was to be imported
+    /// then has been.
+    int write(const Progress& tell = {});
+    bool isOutcomeUnknown() const { return !m_unanswered.isEmpty(); }
 
 private:
     QStringList notesOn(const FiledTemplate& content) const;
@@ -41,10 +48,13 @@ private:
     QSet<QString> usedTitles() const;
     void chooseTitles();
     void refuseTakenTitles();
-    int insert(const Entry& entry);
+    QList<FiledTemplate> asStored(const QList<Entry>& entries) const;
+    bool areThere(const QList<FiledTemplate>& templates) const;
+    void insertHeaders();
 
     Session& m_session;
     QString m_account;
     QSet<QString> m_used; ///< titles of the account, as the server compares them
     QList<Entry> m_entries;
+    QList<Entry> m_unanswered; ///< as they were when a commit failed, or its answer got lost
 };

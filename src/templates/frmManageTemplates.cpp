@@ -159,8 +159,10 @@ void frmManageTemplates::cmdDuplicate_Click() {
         clsTemplate copy(session().db(), session().project);
         if (!copy.LoadTemplate(m_ui->lstTemplates->selectedId().value())) return tellGone();
         const QString title = copy.Title();
-        for (int number = 2; copy.SaveTemplate(numberedTitle(title, number, 50)) == clsTemplate::TitleUsed;)
-            ++number;
+        const auto save = [&](int number) {
+            return copy.SaveTemplate(numberedTitle(title, number, TemplateHeader::longestTitle));
+        };
+        for (int number = 2; save(number) == clsTemplate::TitleUsed;) ++number;
         fillList();
         m_ui->lstTemplates->selectId(copy.ID());
     });

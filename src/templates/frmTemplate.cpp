@@ -27,8 +27,6 @@
 
 namespace {
 
-constexpr qsizetype LongestNewTitle = 50;
-
 void showReadOnly(QLineEdit& box, const QString& text) {
     box.setText(text);
     box.setCursorPosition(0);
@@ -370,8 +368,8 @@ QString frmTemplate::askNewTitle() {
     const QString title =
         messages().input(this, "Please enter a new template title", proposed).value_or(QString()).trimmed();
     m_newTitle = title;
-    if (title.size() <= LongestNewTitle) return title;
-    const QString cut = cutText(title, LongestNewTitle);
+    if (title.size() <= TemplateHeader::longestTitle) return title;
+    const QString cut = cutText(title, TemplateHeader::longestTitle);
     const bool agreed = messages().ask(
         this,
         QString("The selected template title is too long and will be truncated to \n'%1'\nAre you sure you "

@@ -25,6 +25,7 @@ frmTemplateImport::frmTemplateImport(ScreenContext& context, QWidget* parent)
     connect(m_ui->lstPreview, &uctListView::deletePressed, this, [this] { leaveOut(true); });
     connect(m_ui->lstPreview, &uctListView::selectedIdChanged, this, &frmTemplateImport::updateActions);
     buildFooter();
+    m_ui->prgImport->hide();
     resizeToText(*this, 150, 30);
 }
 
@@ -99,12 +100,21 @@ void frmTemplateImport::cmdImport_Click() {
     const bool done = run([this] {
         {
             WaitCursor wait;
-            m_firstId = m_import->write();
+            m_firstId =
+                m_import->write([this](qsizetype written, qsizetype all) { showProgress(written, all); });
         }
         const qsizetype count = m_import->wantedCount();
         messages().notice(this, count == 1 ? QString("1 template has been imported.")
                                            : QString("%1 templates have been imported.").arg(count));
         callBackAndClose();
     });
+    m_ui->prgImport->hide();
     if (!done) showEntries(); // other names may be free now
+}
+
+void frmTemplateImport::showProgress(qsizetype done, qsizetype all) {
+    m_ui->prgImport->setRange(0, int(all));
+    m_ui->prgImport->setValue(int(done));
+    m_ui->prgImport->show();
+    session().turn();
 }

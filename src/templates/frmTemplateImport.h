@@ -36,6 +36,7 @@ private:
     void toggle(int place);
     void showEntries();
     void updateActions();
+    void showProgress(qsizetype done, qsizetype all);
 
     std::unique_ptr<Ui::frmTemplateImport> m_ui;
     QAction* m_cmdLeaveOut = nullptr;

@@ -81,8 +81,9 @@ QString MessageBoxes::openFile(QWidget* parent, const QString& folder, const QSt
                                         QFileDialog::HideNameFilterDetails);
 }
 
-QString MessageBoxes::saveFile(QWidget* parent, const QString& suggested, const QString& filter) {
-    return QFileDialog::getSaveFileName(parent, {}, suggested, asPatterns(filter), nullptr,
+QString MessageBoxes::saveFile(QWidget* parent, const QString& suggested, const QString& filter,
+                               QString& chosen) {
+    return QFileDialog::getSaveFileName(parent, {}, suggested, asPatterns(filter), &chosen,
                                         QFileDialog::DontConfirmOverwrite
                                             | QFileDialog::HideNameFilterDetails);
 }

@@ -10,5 +10,6 @@ public:
     bool ask(QWidget* parent, const QString& text, Icon icon, const QString& title) override;
     std::optional<QString> input(QWidget* parent, const QString& prompt, const QString& text) override;
     QString openFile(QWidget* parent, const QString& folder, const QString& filter) override;
-    QString saveFile(QWidget* parent, const QString& suggested, const QString& filter) override;
+    QString saveFile(QWidget* parent, const QString& suggested, const QString& filter,
+                     QString& chosen) override;
 };

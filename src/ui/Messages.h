@@ -24,5 +24,7 @@ public:
     /// A file to read, or to write, for which a path is suggested; empty when the dialog is cancelled. The
     /// filter has the form "Name (*.ext);;Name (*.ext)". An existing file to write is not asked about here.
     virtual QString openFile(QWidget* parent, const QString& folder, const QString& filter) = 0;
-    virtual QString saveFile(QWidget* parent, const QString& suggested, const QString& filter) = 0;
+    /// `chosen` becomes the part of the filter that the user has chosen.
+    virtual QString saveFile(QWidget* parent, const QString& suggested, const QString& filter,
+                             QString& chosen) = 0;
 };

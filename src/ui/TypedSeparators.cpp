@@ -44,12 +44,14 @@ private:
         return text.isEmpty() || !text.front().isPrint();
     }
 
-    /// A day that is chosen in another way than by typing is meant as it is.
+    /// A day that is chosen in another way than by typing, or taken back, is meant as it is.
     static bool isOtherChoice(const QEvent& event) {
         if (event.type() == QEvent::KeyPress) {
-            const int key = static_cast<const QKeyEvent&>(event).key();
-            return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp
-                   || key == Qt::Key_PageDown;
+            const auto& press = static_cast<const QKeyEvent&>(event);
+            static const QList others{Qt::Key_Up,       Qt::Key_Down,      Qt::Key_PageUp,
+                                      Qt::Key_PageDown, Qt::Key_Backspace, Qt::Key_Delete};
+            const bool isCommand = press.modifiers() & Qt::ControlModifier; // such as to paste
+            return isCommand || others.contains(press.key());
         }
         return event.type() == QEvent::FocusIn || event.type() == QEvent::FocusOut
                || event.type() == QEvent::Wheel || event.type() == QEvent::MouseButtonPress;
@@ -117,4 +119,9 @@ private:
 
 void takeTypedSeparators(QDateTimeEdit& edit) {
     new TypedSeparators(edit);
+}
+
+void showTime(QDateTimeEdit& edit, QTime time) {
+    edit.setDisplayFormat(time.second() != 0 ? "HH:mm:ss" : "HH:mm");
+    edit.setTime(time);
 }

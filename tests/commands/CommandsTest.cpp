@@ -9,6 +9,10 @@
 
 #include <QProcess>
 #include <QRegularExpression>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <unistd.h>
 
 /// The command line's own road, on a server.
 class CommandsTest : public QObject {
@@ -34,6 +38,24 @@ class CommandsTest : public QObject {
         for (int i = 0; i < 2; ++i) line.add("Twin", ScheduleStatus::Pending, "2030-Jan-01 08:00:00");
         line.add("Orphan", ScheduleStatus::Pending, "2030-Jan-01 08:00:00", {}, "Amelia.Hart", 999'999);
         return line;
+    }
+
+    /// One Ctrl+C is enough where somebody is asked.
+    static void interruptTheQuestion(Line& line, const QString& program) {
+        const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+        QVERIFY(terminal >= 0 && grantpt(terminal) == 0 && unlockpt(terminal) == 0);
+        line.writeSecret(TestProgram::passwordOf(Session::serverLoginName));
+        QProcess asks;
+        asks.setStandardInputFile(ptsname(terminal));
+        asks.setReadChannel(QProcess::StandardError);
+        asks.start(program, {"delete", "Mine", "--server", line.program.server(), "--user",
+                             Session::serverLoginName, "--password-file", line.secretFile()});
+        QVERIFY(asks.waitForReadyRead());
+        QVERIFY(asks.readAll().contains("[y/N]"));
+        kill(pid_t(asks.processId()), SIGINT);
+        QVERIFY(asks.waitForFinished());
+        QCOMPARE(asks.exitCode(), int(Codes::Interrupted));
+        close(terminal);
     }
 
 private slots:
@@ -66,6 +88,8 @@ private slots:
         row("another account's", adding("--template", "Linkvale invoice check"), NotFound, "no template");
         row("no project", adding("--project", "Nowhere"), Refused, "no longer exists");
         row("no bills", adding("--project", "CostCentres"), Refused, "is no project");
+        row("an archive", adding("--project", "brightwater_archive_2006"), Refused,
+            "'Brightwater_Archive_2006' is not offered");
         row("no centres", adding("--project", "Vantry Estates"), Refused, "No master Cost Centre entries");
         row("yesterday", adding("--at", "2020-01-01T08:00"), Refused, "must be after todays date");
         row("no time", adding("--at", "soon"), WrongUse, "'soon' is no date");
@@ -107,6 +131,9 @@ private slots:
             "--server is needed");
         row("server away", {"list", "--server", "file:/no/such.db", "-u", "Amelia.Hart", "--password-stdin"},
             "secret-1\n", NotLoggedIn, "cannot be reached|no such");
+        row("host away",
+            {"list", "--server", "127.0.0.1,1", "-u", Session::serverLoginName, "--password-stdin"},
+            TestProgram::passwordOf(Session::serverLoginName) + '\n', NotLoggedIn, "127.0.0.1");
         row("login line", {"Amelia.Hart,secret-1,server"}, "", WrongUse, "not taken from the arguments");
         for (const QString given :
              {"--password=secret-1", "-psecret-1", "--pwd", "--password-stdin=secret-1"})
@@ -258,7 +285,14 @@ private slots:
         QCOMPARE(line.run(into + QStringList{"--preview"}), Codes::Done);
         const QString preview = line.out;
         QCOMPARE(line.column("fromAccount"), (QStringList{"BW10023", "BW10023"}));
+        // The answer to the commit gets lost: the line finds what it has written.
+        Fault& fault = line.program.fault;
+        fault.meanwhile("INSERT INTO NorvaScheduler.dbo.tblTemplate_Report", [&] {
+            fault.after = fault.lost = true;
+            fault.arm(2);
+        });
         QCOMPARE(line.run(into), Codes::Done);
+        QVERIFY(line.err.contains("answer got lost"));
         QCOMPARE(line.out, preview);
         QCOMPARE(line.run(into + QStringList{"--leave-out", "Invoice only"}), Codes::Done);
         QCOMPARE(line.column("importedAs"), (QStringList{"Weekly call review (2)", ""}));
@@ -311,6 +345,7 @@ private slots:
         waits.terminate();
         QVERIFY(waits.waitForFinished());
         QCOMPARE(waits.exitCode(), int(Codes::Interrupted));
+        interruptTheQuestion(line, program);
     }
 
     /// Nobody can find out by trying what is missing there.

@@ -127,9 +127,14 @@ private slots:
     }
 
     /// A schedule's status at each reading; the length that its template is known by afterwards, or -1.
+    /// Clocks on the wall may show another time.
     void lengths_data() {
-        const Rows<QString, qint64, qint64> row; // "time status", ..., the delay, the length
+        const Rows<QString, qint64, qint64> row; // "time status wall", ..., the delay, the length
         row("watched", "10:00:00 0,10:00:30 2,10:01:30 2,10:02:30 4", 30, 120);
+        row("the clocks are put back",
+            "10:00:00 0,10:00:30 2 01:59:30,10:01:30 2 01:00:30,10:02:30 4 01:01:30", 30, 120);
+        row("the clocks are put forward meanwhile", "10:00:00 0 00:59:59,10:00:30 2 02:00:29,10:01:30 4", 30,
+            60);
         row("with errors", "10:00:00 0,10:00:30 2,10:01:30 3", 30, 60);
         row("it ran when it was seen first", "10:00:00 2,10:01:30 4", 30, -1);
         row("between two readings", "10:00:00 0,10:00:30 4", 30, -1);
@@ -143,16 +148,19 @@ private slots:
         const auto [readings, delay, length] = thisRow<QString, qint64, qint64>();
         RunWatch watch;
         for (const QString& reading : readings.split(',')) {
-            const auto status = ScheduleStatus(reading.section(' ', 1).toInt());
+            const auto status = ScheduleStatus(reading.section(' ', 1, 1).toInt());
+            const QString time = reading.section(' ', 0, 0);
+            const QString wall = reading.section(' ', 2);
             watch.take(changed(schedule(1, status, "2026-11-22 10:00:00",
                                         isFinished(status) ? std::optional(delay) : std::nullopt)),
-                       at("2026-11-22 " + reading.section(' ', 0, 0)));
+                       {at("2026-11-22 " + (wall.isEmpty() ? time : wall)),
+                        QTime(0, 0).secsTo(QTime::fromString(time))});
         }
         QCOMPARE(watch.usualLength(5).value_or(-1), length);
         const auto next =
-            agendaRun(schedule(2, Pending, "2026-11-23 10:00:00"), watch, at("2026-11-22 12:00:00"));
+            agendaRun(schedule(2, Pending, "2026-11-23 10:00:00"), watch, {at("2026-11-22 12:00:00"), 0});
         QCOMPARE(next->length, length < 0 ? AgendaRun::Unknown : AgendaRun::Estimated);
-        QVERIFY(!agendaRun(schedule(3, CompletedWithErrors, "1899-12-30"), watch, at("2026-11-22 12:00:00")));
+        QVERIFY(!agendaRun(schedule(3, CompletedWithErrors, "1899-12-30"), watch, Moment::now()));
     }
 
     void aCalendarFile() {

@@ -203,6 +203,34 @@ private slots:
         QCOMPARE(agenda.rows().join('|') + agenda.stored(id).stored(), rows);
     }
 
+    void atTheEdgeOfTheDrawing() {
+        Agenda agenda;
+        const int id = agenda.addRun("March", Pending, when(1, "20:00:00"));
+        agenda.open();
+        QScrollBar& bar = *agenda.drawing().verticalScrollBar();
+        QWidget& canvas = *agenda.drawing().viewport();
+        agenda.screen->resize(agenda.screen->minimumSizeHint());
+        QTRY_VERIFY(bar.maximum() > canvas.height() / 2); // so that the hours do not find room
+        const QPoint place = agenda.pointOf(id);
+        const QPoint edge(place.x(), canvas.height() - 3);
+        bar.setValue(bar.value() + place.y() - edge.y());
+        const int before = bar.value();
+        QTest::mousePress(&canvas, Qt::LeftButton, {}, edge);
+        QTest::qWait(200);
+        agenda.drop(edge);
+        QCOMPARE(bar.value(), before); // a press alone turns and moves nothing
+        QCOMPARE(agenda.drawing().selectedId(), id);
+        QCOMPARE(agenda.shown(), QStringList());
+        QTest::mousePress(&canvas, Qt::LeftButton, {}, edge);
+        agenda.moveTo(edge - QPoint(0, 15));
+        agenda.moveTo(edge);
+        QTRY_COMPARE(bar.value(), bar.maximum()); // held there it goes on to the last hour
+        agenda.program.messages.answer(true);
+        agenda.drop(edge);
+        QCOMPARE(agenda.stored(id).date(), when(1, "00:00:00").date());
+        QVERIFY(agenda.stored(id).time() > QTime(22, 30));
+    }
+
     void byKeys() {
         Agenda agenda;
         const int late = agenda.addRun("late", Pending, when(9, "08:00:00")); // in the week after
@@ -257,6 +285,7 @@ private slots:
         QTest::keyClick(&agenda.list(), Qt::Key_Return);
         QCOMPARE(agenda.opened, QList<int>{second});
         inNextModal<frmAgendaMove>([](frmAgendaMove& screen) {
+            QCOMPARE(child<QTimeEdit>(screen, "dtTime").text(), "09:00");
             child<QDateEdit>(screen, "dtDay").setDate(when(2, "00:00:00").date());
             child<QTimeEdit>(screen, "dtTime").setTime({2, 3, 4});
             screen.accept();
@@ -265,6 +294,7 @@ private slots:
         agenda.press("cmdMove");
         QCOMPARE(agenda.stored(second), when(2, "02:03:04"));
         inNextModal<frmAgendaMove>([](frmAgendaMove& screen) {
+            QCOMPARE(child<QTimeEdit>(screen, "dtTime").text(), "02:03:04");
             child<QDateEdit>(screen, "dtDay").setDate(QDate::currentDate().addDays(-1));
             screen.accept();
         });
@@ -292,8 +322,8 @@ private slots:
         agenda.control<QLineEdit>("txtFilter").setText("<R1> &");
         agenda.drawing().selectId(id, true);
         const QString path = agenda.program.appFile("picture");
-        const auto save = [&](const QString& button, const QString& file) {
-            agenda.program.messages.pick(file);
+        const auto save = [&](const QString& button, const QString& file, int filter = 0) {
+            agenda.program.messages.pick(file, filter);
             agenda.press(button);
             return agenda.shown();
         };
@@ -303,6 +333,10 @@ private slots:
         QVERIFY(picture.height() > agenda.drawing().layOut().size().height()); // all hours, not those in view
         agenda.program.messages.answer(false);
         QVERIFY(save("cmdSavePicture", path + ".png").join('|').contains("exists already"));
+        save("cmdSavePicture", path + " v1.2", 1);
+        QVERIFY(readFile(path + " v1.2.svg").startsWith("<?xml"));
+        save("cmdSavePicture", path + "2.png", 1); // the name was proposed so
+        QVERIFY(readFile(path + "2.svg").startsWith("<?xml"));
         save("cmdSavePicture", path + ".SVG");
         const QString drawing = QString::fromUtf8(readFile(path + ".SVG"));
         QXmlStreamReader xml(drawing);

@@ -125,6 +125,7 @@ private slots:
                 const qsizetype count = schedules.rows().size();
                 QVERIFY2(count == 0 || (after && count == rows.size()), qPrintable(QString::number(count)));
                 if (count == 0) continue; // the answer to its commit got lost
+                QCOMPARE(usedTitles(schedules.program.session, rows), QStringList());
                 QCOMPARE(saveSeries(schedules.program.session, rows), QStringList());
                 break;
             }
@@ -170,6 +171,13 @@ private slots:
         for (int i = 1; i <= 3; ++i)
             series << schedules.add(QString("Bill ''A'' (%1)").arg(i), Pending, tomorrow.addDays(i).stored());
         const int other = schedules.add("Bill", Pending, tomorrow.stored());
+        // A template of the same name, in another account.
+        schedules.db().execute(
+            sql("INSERT INTO NorvaScheduler.dbo.tblTemplate (Title, UnitabAccount) SELECT Title, 'OD40256' "
+                "FROM NorvaScheduler.dbo.tblTemplate WHERE TemplateID = {}",
+                schedules.templateOf("BW10023")));
+        schedules.add("Bill ''A'' (9)", Pending, tomorrow.stored(), {}, "Amelia.Hart",
+                      int(schedules.db().scalar(sql("SELECT @@IDENTITY")).toDouble()));
         const int done = schedules.add("Done", Completed, tomorrow.stored(), tomorrow.stored());
         frmMainScreen screen(schedules.program.context);
         screen.show();
@@ -295,18 +303,30 @@ private slots:
         QCOMPARE(stored(schedules, id) == before, !told.isEmpty());
     }
 
+    /// At another desk, while its user has it open.
     void whatWasGivenAwayIsNotTakenBackUnasked() {
-        ScheduleScreen<frmSchedule> editor("Amelia.Hart");
-        const int id = editor.add("Mine", Pending, tomorrow);
-        editor.show(id);
-        editor.db().execute(sql("UPDATE NorvaScheduler.dbo.tblSchedule SET Username = N'Priya.Nair'"));
-        editor.program.messages.answer(false);
-        editor.press("cmdSave");
-        QVERIFY(editor.shown().value(0).contains("it belongs to 'Priya.Nair' now"));
-        QVERIFY_EXCEPTION_THROWN(DeleteSchedule(editor.program.session, id), Refusal);
-        QCOMPARE(editor.rows(), QStringList("Mine|Brightwater|0|Priya.Nair"));
-        editor.program.messages.answer(true);
-        editor.press("cmdExit");
+        Schedules schedules("Amelia.Hart");
+        auto& messages = schedules.program.messages;
+        const int id = schedules.add("Mine", Pending, tomorrow.stored());
+        frmMainScreen main(schedules.program.context);
+        main.show();
+        auto& pending = child<uctListView>(main, "lstSchedules");
+        pending.selectId(id);
+        inNextModal<frmSchedule>([&](frmSchedule& editor) {
+            schedules.db().execute(sql("UPDATE NorvaScheduler.dbo.tblSchedule SET Username = N'Priya.Nair'"));
+            messages.answer(false);
+            press(editor, "cmdSave");
+            QVERIFY(schedules.shown().value(0).contains("it belongs to 'Priya.Nair' now"));
+            messages.answer(true);
+            press(editor, "cmdDelete");
+            QVERIFY(schedules.shown().last().contains("Priya.Nair"));
+            press(editor, "cmdExit");
+        });
+        press(main, "cmdEdit");
+        QCOMPARE(schedules.rows(), QStringList("Mine|Brightwater|0|Priya.Nair"));
+        QCOMPARE(pending.rows().rowCount(), 0);
+        QVERIFY(!child(main, "cmdEdit").isEnabled());
+        QCOMPARE(schedules.shown(), QStringList());
     }
 };
 

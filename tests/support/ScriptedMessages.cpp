@@ -34,6 +34,7 @@ QString ScriptedMessages::openFile(QWidget*, const QString&, const QString& filt
     return next(m_files, filter, QString());
 }
 
-QString ScriptedMessages::saveFile(QWidget*, const QString&, const QString& filter) {
+QString ScriptedMessages::saveFile(QWidget*, const QString&, const QString& filter, QString& chosen) {
+    chosen = filter.split(";;").value(m_filter);
     return next(m_files, filter, QString());
 }

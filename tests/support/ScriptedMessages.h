@@ -15,7 +15,11 @@ public:
         m_answers.enqueue({yes, meanwhile});
     }
     void type(const std::optional<QString>& text) { m_inputs.enqueue(text); }
-    void pick(const QString& file) { m_files.enqueue(file); }
+    /// To write, under the filter of this place.
+    void pick(const QString& file, int filter = 0) {
+        m_files.enqueue(file);
+        m_filter = filter;
+    }
 
     /// Texts of all boxes since the last call, in order.
     QStringList takeShown() { return std::exchange(m_shown, {}); }
@@ -28,7 +32,7 @@ public:
     bool ask(QWidget* parent, const QString& text, Icon icon, const QString& title) override;
     std::optional<QString> input(QWidget* parent, const QString& prompt, const QString& text) override;
     QString openFile(QWidget* parent, const QString& folder, const QString& filter) override;
-    QString saveFile(QWidget* parent, const QString& folder, const QString& filter) override;
+    QString saveFile(QWidget* parent, const QString& folder, const QString& filter, QString& chosen) override;
 
 private:
     struct Answer {
@@ -40,4 +44,5 @@ private:
     QQueue<Answer> m_answers;
     QQueue<std::optional<QString>> m_inputs;
     QQueue<QString> m_files;
+    int m_filter = 0;
 };

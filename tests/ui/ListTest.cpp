@@ -158,6 +158,49 @@ private slots:
         QCOMPARE(edit.dateTime().toString("yyyy-MM-dd HH:mm:ss"), expected);
     }
 
+    /// Whatever was typed before: the 31st, here.
+    void aDayThatIsChosenStays_data() {
+        const Rows<QString> row;
+        for (const char* way : {"keys", "wheel", "calendar", "pasted", "taken back"})
+            row(way, QString(way) == "pasted" || QString(way) == "taken back" ? "2026-01-05" : "2026-01-30");
+    }
+    void aDayThatIsChosenStays() {
+        const QString way = QTest::currentDataTag();
+        const auto [expected] = thisRow<QString>();
+        QDateEdit edit(QDate(2026, 1, 22));
+        edit.setLocale(QLocale::c());
+        edit.setDisplayFormat("dd MMM yyyy");
+        edit.setCalendarPopup(true);
+        takeTypedSeparators(edit);
+        edit.show();
+        edit.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&edit));
+        edit.setSelectedSection(QDateTimeEdit::DaySection);
+        QTest::keyClicks(&edit, way == "taken back" ? "1\b5" : "31");
+        edit.setSelectedSection(QDateTimeEdit::DaySection);
+        if (way == "keys") QTest::keyClick(&edit, Qt::Key_Down);
+        if (way == "wheel") {
+            const QPointF middle = edit.rect().center();
+            QWheelEvent wheel(middle, edit.mapToGlobal(middle), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
+                              false);
+            QApplication::sendEvent(&edit, &wheel);
+        }
+        if (way == "calendar") {
+            QTest::mouseClick(&edit, Qt::LeftButton, {}, QPoint(edit.width() - 4, edit.height() / 2));
+            QTRY_VERIFY(QApplication::activePopupWidget());
+            auto* days = edit.calendarWidget()->findChild<QAbstractItemView*>();
+            QTest::keyClick(days, Qt::Key_Left);
+            QTest::keyClick(days, Qt::Key_Return);
+        }
+        if (way == "pasted") {
+            QGuiApplication::clipboard()->setText("05 Jan 2026");
+            edit.selectAll();
+            QTest::keyClick(&edit, Qt::Key_V, Qt::ControlModifier);
+        }
+        QTest::keyClick(&edit, Qt::Key_Return);
+        QCOMPARE(edit.date().toString(Qt::ISODate), expected);
+    }
+
     void aRowIsSelectedAloneWhileCtrlIsHeld() {
         Screen screen;
         screen.list.selectId(1);
