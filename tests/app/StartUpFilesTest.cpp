@@ -54,6 +54,21 @@ private slots:
         QVERIFY(readFile(log.path()).endsWith("last\n\"one more\"\r\n"));
     }
 
+    void errorLogIsElsewhereWhereItCannotBeWritten() {
+        const QTemporaryDir folder;
+        writeFile(folder.filePath("app"), "no folder");
+        ErrorLog log;
+        log.setFolder(folder.filePath("app"));
+        log.setUserName("anna");
+        log.write("begun");
+        QVERIFY(log.isElsewhere());
+        QVERIFY2(readFile(log.path()).startsWith("\"begun\""), qPrintable(log.path()));
+        QCOMPARE(QFileInfo(log.backupPath()).path(), QFileInfo(log.path()).path());
+        log.setFolder(folder.path());
+        log.write("begun");
+        QVERIFY(!log.isElsewhere() && readFile(log.path()).startsWith("\"begun\""));
+    }
+
     void errorLogMarksFatalErrors() {
         const QTemporaryDir folder;
         ErrorLog log;

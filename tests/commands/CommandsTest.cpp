@@ -11,8 +11,10 @@
 #include <QRegularExpression>
 #include <csignal>
 #include <cstdlib>
+#ifdef Q_OS_UNIX
 #include <fcntl.h>
 #include <unistd.h>
+#endif
 
 /// The command line's own road, on a server.
 class CommandsTest : public QObject {
@@ -40,6 +42,7 @@ class CommandsTest : public QObject {
         return line;
     }
 
+#ifdef Q_OS_UNIX
     /// One Ctrl+C is enough where somebody is asked.
     static void interruptTheQuestion(Line& line, const QString& program) {
         const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
@@ -57,9 +60,12 @@ class CommandsTest : public QObject {
         QCOMPARE(asks.exitCode(), int(Codes::Interrupted));
         close(terminal);
     }
+#endif
 
 private slots:
-    void cleanupTestCase() { m_shared.reset(); }
+    void cleanupTestCase() {
+        m_shared.reset();
+    }
 
     void mistakesChangeNothing_data() {
         const Rows<QStringList, Codes, QString> row;
@@ -337,6 +343,7 @@ private slots:
         QCOMPARE(nobodyReads.exitCode(), 0);
         QCOMPARE(nobodyReads.readAllStandardError(), QByteArray());
 
+#ifdef Q_OS_UNIX // elsewhere a program without a console cannot be interrupted
         QProcess waits;
         waits.setReadChannel(QProcess::StandardError);
         start(waits, {"show", "Mine", "--wait"});
@@ -346,6 +353,7 @@ private slots:
         QVERIFY(waits.waitForFinished());
         QCOMPARE(waits.exitCode(), int(Codes::Interrupted));
         interruptTheQuestion(line, program);
+#endif
     }
 
     /// Nobody can find out by trying what is missing there.
