@@ -6,9 +6,17 @@ set(SIZES 16 22 32 48)
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
 find_path(THEMES breeze/index.theme PATHS /usr/share/icons /usr/local/share/icons REQUIRED NO_CMAKE_FIND_ROOT_PATH)
 
-# The drawing made for this size, or for the next one that there is.
+# The drawing that suits a size. The larger ones of some icons are coloured and would stand out from the others; those
+# of message boxes are to.
 function(drawing_of result theme icon size)
-  foreach(made ${size} 22 32 16 48 64)
+  if(icon MATCHES "^dialog-(error|information|question|warning)$")
+    set(fitting 64 22 16)
+  elseif(size EQUAL 16)
+    set(fitting 16 22 32)
+  else()
+    set(fitting 22 32 16)
+  endif()
+  foreach(made IN LISTS fitting)
     file(GLOB found ${THEMES}/${theme}/*/${made}/${icon}.svg)
     if(found)
       list(GET found 0 first)

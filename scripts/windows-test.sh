@@ -14,10 +14,11 @@ say "Building the test programs"
 export SCHEDULER_WINDOWS_LIBRARIES=${SCHEDULER_WINDOWS_LIBRARIES:-${XDG_CACHE_HOME:-$HOME/.cache}/zelvan-scheduler/windows}
 cmake --build --preset windows
 
-# A Windows that is made for this and thrown away. It shows its windows on a display that nobody sees, and programs of Qt
-# draw theirs in memory only; Wine hands on the variable under another name.
+# A Windows that is made for this and thrown away, with a display that nobody sees. The tests' windows are drawn in memory
+# only, as on other systems; Wine hands on variables of Qt under another name.
 trial=$(mktemp -d)
-export WINEPREFIX=$trial/wine WINEDEBUG=-all WINEQT_QPA_PLATFORM=offscreen
+export WINEPREFIX=$trial/wine WINEDEBUG=-all
+export TZ=Europe/London # it has clock changes, and Wine makes it Windows' own
 Xvfb -displayfd 3 -screen 0 1366x768x24 3>"$trial/display" 2>/dev/null &
 display=$!
 trap 'wineserver -k 2>/dev/null || true; kill $display 2>/dev/null || true; rm -rf "$trial"' EXIT
@@ -26,7 +27,9 @@ DISPLAY=:$(cat "$trial/display")
 export DISPLAY
 wine() { command wine "$@" 2> >(grep -v -e wine32 -e multiarch -e 'dpkg --add' -e 'apt-get install' -e '^$' >&2); }
 wine wineboot --init
-ln -s / "$trial/C:" # libraries of Linux are given Windows' paths
+ln -s "$WINEPREFIX/drive_c" "$trial/C:" # the ODBC driver, which is Linux's, is given Windows' paths
+fonts=/usr/share/fonts/truetype/crosextra
+cp $fonts/Carlito*.ttf "$WINEPREFIX/drive_c/windows/Fonts"
 
 say "Running the tests"
 build=$PWD/build/windows
@@ -35,11 +38,12 @@ failed=()
 for program in "$build"/tests/test-*.exe; do
     name=$(basename "$program" .exe)
     # Without a console nothing else of what a test says is seen.
-    timeout -s KILL 900 wine "$program" -tap >"$name.log" || failed+=("$name")
+    WINEQT_QPA_PLATFORM=offscreen WINEQT_QPA_FONTDIR=$(winepath -w $fonts) \
+        timeout -s KILL 900 wine "$program" -tap >"$name.log" 2>/dev/null || failed+=("$name")
     echo "$name: $(grep -c '^ok' "$name.log") passed, $(grep -c '^ok.*# SKIP' "$name.log" || true) of them skipped"
     grep -E '^not ok|# SKIP' "$name.log" | sed 's/^/    /' || true
 done
-[ ${#failed[@]} -eq 0 ] || { cat "${failed[@]/%/.log}"; fail "Failed: ${failed[*]}"; }
+[ ${#failed[@]} -eq 0 ] || { cat -v "${failed[@]/%/.log}"; fail "Failed: ${failed[*]}"; }
 
 say "Installing"
 installer=$(echo "$build"/zelvan-scheduler-*-setup.exe)

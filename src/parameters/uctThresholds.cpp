@@ -108,13 +108,15 @@ bool uctThresholds::eventFilter(QObject* watched, QEvent* event) {
                                && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason;
     if (staysInWindow) {
         // A box opened in the middle of the focus change would swallow the click that caused it.
-        QTimer::singleShot(1, this, [this, box = static_cast<QLineEdit*>(watched)] { leave(box); });
+        m_left = static_cast<QLineEdit*>(watched);
+        QTimer::singleShot(1, this, [this, box = m_left] { leave(box); });
     }
     return uctParameterGroup::eventFilter(watched, event);
 }
 
 /// The box that was left is where the value is to be amended.
 void uctThresholds::leave(QLineEdit* left) {
+    if (left != m_left) return; // somebody types fast: the next one was left meanwhile
     if (QGuiApplication::mouseButtons() != Qt::NoButton) { // a box would swallow the rest of the click
         QTimer::singleShot(20, this, [this, left] { leave(left); });
         return;

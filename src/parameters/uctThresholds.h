@@ -32,5 +32,6 @@ private:
 
     Pair m_cost;
     Pair m_duration;
+    QLineEdit* m_left = nullptr; ///< last
     QLabel* m_problem;
 };

@@ -138,7 +138,7 @@ private slots:
             QCOMPARE(login.shown(),
                      QStringList("The Security file is invalid.  Please contact your Administrator."));
             const QString reason = content.isNull() ? "No such file" : "damaged";
-            QVERIFY(login.program.messages.lastDetails().contains(file + ": ")
+            QVERIFY(login.program.messages.lastDetails().contains(QDir::toNativeSeparators(file) + ": ")
                     && login.program.messages.lastDetails().contains(reason));
         }
     }

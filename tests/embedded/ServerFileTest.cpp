@@ -121,6 +121,9 @@ private slots:
     }
 
     void theServerGoesAndComesBack() {
+#ifdef Q_OS_WIN
+        QSKIP("Windows keeps a file that is open where it is.");
+#endif
         m_server->execute(Sql::script("insert d.dbo.t (a) values (1)"));
         const QString elsewhere = m_file->path() + ".away";
         QVERIFY(QFile::rename(m_file->path(), elsewhere));
@@ -135,6 +138,9 @@ private slots:
     }
 
     void anotherFileInItsPlace() {
+#ifdef Q_OS_WIN
+        QSKIP("Windows keeps a file that is open where it is.");
+#endif
         ServerFile other;
         QVERIFY(QFile::remove(m_file->path()));
         QVERIFY(QFile::copy(other.path(), m_file->path()));

@@ -184,9 +184,9 @@ private slots:
         frmRangeSel screen(office.program.context);
         QCOMPARE(screen.SetupNumbers("01234,*9£,+44,=1+1,=A1,-B1", "Calls to"), 0);
         const QString path = file("old");
-        office.program.messages.pick(m_folder.filePath("numbers")); // becomes numbers.CSV
+        office.program.messages.pick(m_folder.filePath("saved")); // becomes saved.CSV
         press(screen, "cmdSave");
-        QVERIFY(QFile::exists(m_folder.filePath("numbers.CSV")));
+        QVERIFY(QFile::exists(m_folder.filePath("saved.CSV")));
         office.program.messages.pick(path);
         office.program.messages.answer(false);
         press(screen, "cmdSave");

@@ -189,10 +189,10 @@ private slots:
         QTest::keyClicks(&lower, "5");
         QTest::keyClick(&lower, Qt::Key_Tab); // into the other box of the pair: nothing is said yet
         QTest::keyClicks(&higher, "5");
-        QCoreApplication::processEvents();
+        QTest::qWait(50);
         QCOMPARE(office.shown(), QStringList());
         QTest::keyClick(&higher, Qt::Key_Tab);
-        QCoreApplication::processEvents();
+        QTest::qWait(50);
         const QStringList refusal{"For the 'duration between' threshold, the second value must be greater "
                                   "than the first value.\r\nPlease ammend the value."};
         QCOMPARE(office.shown(), refusal);
@@ -201,14 +201,14 @@ private slots:
         day.setFocus(); // as a click does
         const QPoint place = day.mapTo(&editor.screen, QPoint(5, day.height() / 2));
         QTest::mousePress(editor.screen.windowHandle(), Qt::LeftButton, {}, place);
-        QCoreApplication::processEvents();
+        QTest::qWait(50);
         QCOMPARE(office.shown(), QStringList()); // not before the click is through
         QTest::mouseRelease(editor.screen.windowHandle(), Qt::LeftButton, {}, place);
         QVERIFY(!day.isChecked());
         QTRY_COMPARE(editor.screen.focusWidget(), &higher);
         QCOMPARE(office.shown(), refusal);
         child(editor.screen, "cmdSave").setFocus(); // on the way to Save, which has the same words
-        QCoreApplication::processEvents();
+        QTest::qWait(50);
         QCOMPARE(editor.save(), refusal);
         QCOMPARE(editor.screen.focusWidget(), &higher);
         QTest::keyClicks(&higher, "9");

@@ -93,7 +93,8 @@ private slots:
         row("2027-Apr-30 08:00:00", "no day 31");
     }
     void clockChangesAndShortMonthsAreNoted() {
-        if (qgetenv("TZ") != "GMT0BST,M3.5.0/1,M10.5.0") QSKIP("The clocks change elsewhere.");
+        static const QByteArrayList zones{"GMT0BST,M3.5.0/1,M10.5.0", "Europe/London"};
+        if (!zones.contains(qgetenv("TZ"))) QSKIP("The clocks change elsewhere.");
         const auto [part] = thisRow<QString>();
         const QString when = QString::fromLatin1(QTest::currentDataTag());
         const QString note = seriesNote({.day = 31}, *WallClock::fromStored(when));
