@@ -18,7 +18,6 @@ cmake --build --preset windows
 # only, as on other systems; Wine hands on variables of Qt under another name.
 trial=$(mktemp -d)
 export WINEPREFIX=$trial/wine WINEDEBUG=-all
-export TZ=Europe/London # it has clock changes, and Wine makes it Windows' own
 Xvfb -displayfd 3 -screen 0 1366x768x24 3>"$trial/display" 2>/dev/null &
 display=$!
 trap 'wineserver -k 2>/dev/null || true; kill $display 2>/dev/null || true; rm -rf "$trial"' EXIT

@@ -21,16 +21,18 @@ QString withServerQuoted(const QString& line) {
 
 } // namespace
 
-QStringList givenArguments([[maybe_unused]] const QCoreApplication& application) {
+QStringList givenArguments(const QCoreApplication& application) {
+    const QStringList arguments = application.arguments().mid(1);
 #ifdef Q_OS_WIN
     const QString line = QString::fromWCharArray(GetCommandLineW());
     static const QRegularExpression behindProgram("^\\s*(?:\"[^\"]*\"|\\S*)\\s*(.*?)\\s*$",
                                                   QRegularExpression::DotMatchesEverythingOption);
     const QString typed = behindProgram.match(line).captured(1);
-    return typed.isEmpty() ? QStringList() : QStringList{typed};
-#else
-    return application.arguments().mid(1);
+    // Another program that starts this one has put quotes around its quotes, which then are escaped.
+    const bool isQuotedTwice = arguments.size() == 1 && typed.contains("\\\"");
+    if (!typed.isEmpty() && !isQuotedTwice) return {typed};
 #endif
+    return arguments;
 }
 
 QString typedCommandLine(const QStringList& arguments, QIODevice& input) {

@@ -137,7 +137,9 @@ private slots:
             QVERIFY(!login.logIn());
             QCOMPARE(login.shown(),
                      QStringList("The Security file is invalid.  Please contact your Administrator."));
-            const QString reason = content.isNull() ? "No such file" : "damaged";
+            QFile missing(file);
+            const bool opens = missing.open(QIODevice::ReadOnly);
+            const QString reason = opens ? "damaged" : missing.errorString();
             QVERIFY(login.program.messages.lastDetails().contains(QDir::toNativeSeparators(file) + ": ")
                     && login.program.messages.lastDetails().contains(reason));
         }

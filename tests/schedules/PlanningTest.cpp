@@ -93,8 +93,10 @@ private slots:
         row("2027-Apr-30 08:00:00", "no day 31");
     }
     void clockChangesAndShortMonthsAreNoted() {
-        static const QByteArrayList zones{"GMT0BST,M3.5.0/1,M10.5.0", "Europe/London"};
-        if (!zones.contains(qgetenv("TZ"))) QSKIP("The clocks change elsewhere.");
+#ifdef Q_OS_WIN
+        QSKIP("A zone that is told by a variable has other clock changes there.");
+#endif
+        if (qgetenv("TZ") != "GMT0BST,M3.5.0/1,M10.5.0") QSKIP("The clocks change elsewhere.");
         const auto [part] = thisRow<QString>();
         const QString when = QString::fromLatin1(QTest::currentDataTag());
         const QString note = seriesNote({.day = 31}, *WallClock::fromStored(when));
