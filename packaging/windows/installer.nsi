@@ -12,6 +12,7 @@ Target amd64-unicode
 
 SetCompressor /SOLID lzma
 Name "${NAME}"
+BrandingText "${NAME} ${VERSION}"
 OutFile "${OUTPUT}"
 RequestExecutionLevel admin
 ManifestDPIAware true
@@ -24,12 +25,8 @@ ShowUninstDetails nevershow
 !define MUI_DIRECTORYPAGE_TEXT_TOP "The Scheduler has its place beside the analysis product. Please choose the product's \
 folder, where ${PRODUCT} lies."
 !define MUI_DIRECTORYPAGE_TEXT_DESTINATION "Folder of the analysis product"
-!define MUI_FINISHPAGE_TITLE "The Scheduler is installed"
-!define MUI_FINISHPAGE_TEXT "Before the first start an administrator stores the password of the server login: run \
-zelvan-scheduler-setup.exe in the folder $INSTDIR."
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
-!insertmacro MUI_PAGE_FINISH
 !insertmacro MUI_UNPAGE_CONFIRM
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE "English"
@@ -101,6 +98,10 @@ Section
   ${GetSize} "$INSTDIR\Scheduler" "/S=0K" $0 $1 $2
   IntOp $0 $0 + 30000 ; and the programs
   WriteRegDWORD HKLM "${UNINSTALL}" "EstimatedSize" $0
+  ${IfNot} ${FileExists} "$INSTDIR\Zelvan.SSS"
+    MessageBox MB_OK|MB_ICONINFORMATION "The Scheduler is installed.$\r$\n$\r$\nBefore its first start an administrator \
+stores the password of the server login: please run zelvan-scheduler-setup.exe in the folder $INSTDIR." /SD IDOK
+  ${EndIf}
 SectionEnd
 
 Function un.onInit
