@@ -112,5 +112,5 @@ void WriteEncryptedSSSfile(const QString& path, const QString& password) {
     if (text.size() > LongestPassword) fail("The password is too long.");
     if (sodium_init() < 0) fail(NoEncryption);
     if (const QString problem = writePrivately(path, enciphered(text)); !problem.isEmpty())
-        fail(QString("The file %1 cannot be written: %2").arg(path, problem));
+        fail(QString("The file %1 cannot be written: %2").arg(QDir::toNativeSeparators(path), problem));
 }

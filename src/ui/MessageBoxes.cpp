@@ -3,6 +3,7 @@
 #include "ui/Cursors.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QInputDialog>
@@ -77,13 +78,13 @@ std::optional<QString> MessageBoxes::input(QWidget* parent, const QString& promp
 }
 
 QString MessageBoxes::openFile(QWidget* parent, const QString& folder, const QString& filter) {
-    return QFileDialog::getOpenFileName(parent, {}, folder, asPatterns(filter), nullptr,
-                                        QFileDialog::HideNameFilterDetails);
+    return QDir::toNativeSeparators(QFileDialog::getOpenFileName(
+        parent, {}, folder, asPatterns(filter), nullptr, QFileDialog::HideNameFilterDetails));
 }
 
 QString MessageBoxes::saveFile(QWidget* parent, const QString& suggested, const QString& filter,
                                QString& chosen) {
-    return QFileDialog::getSaveFileName(parent, {}, suggested, asPatterns(filter), &chosen,
-                                        QFileDialog::DontConfirmOverwrite
-                                            | QFileDialog::HideNameFilterDetails);
+    return QDir::toNativeSeparators(
+        QFileDialog::getSaveFileName(parent, {}, suggested, asPatterns(filter), &chosen,
+                                     QFileDialog::DontConfirmOverwrite | QFileDialog::HideNameFilterDetails));
 }
