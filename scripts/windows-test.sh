@@ -18,13 +18,17 @@ cmake --build --preset windows
 # only, as on other systems; Wine hands on variables of Qt under another name.
 trial=$(mktemp -d)
 export WINEPREFIX=$trial/wine WINEDEBUG=-all
+export WINEDLLOVERRIDES="winemenubuilder.exe=d;mscoree,mshtml=" # nothing of the tester's own desktop, no downloads
 Xvfb -displayfd 3 -screen 0 1366x768x24 3>"$trial/display" 2>/dev/null &
 display=$!
 trap 'wineserver -k 2>/dev/null || true; kill $display 2>/dev/null || true; rm -rf "$trial"' EXIT
-until [ -s "$trial/display" ]; do sleep 0.1; done
+until [ -s "$trial/display" ]; do
+    kill -0 $display 2>/dev/null || fail "There is no display to show Windows on."
+    sleep 0.1
+done
 DISPLAY=:$(cat "$trial/display")
 export DISPLAY
-wine() { command wine "$@" 2> >(grep -v -e wine32 -e multiarch -e 'dpkg --add' -e 'apt-get install' -e '^$' >&2); }
+wine() { timeout -s KILL 900 wine "$@" 2> >(grep -v -e wine32 -e multiarch -e 'dpkg --add' -e 'apt-get install' -e '^$' >&2); }
 wine wineboot --init
 ln -s "$WINEPREFIX/drive_c" "$trial/C:" # the ODBC driver, which is Linux's, is given Windows' paths
 fonts=/usr/share/fonts/truetype/crosextra
@@ -39,6 +43,7 @@ for program in "$build"/tests/test-*.exe; do
     # Without a console nothing else of what a test says is seen.
     WINEQT_QPA_PLATFORM=offscreen WINEQT_QPA_FONTDIR=$(winepath -w $fonts) \
         timeout -s KILL 900 wine "$program" -tap >"$name.log" 2>/dev/null || failed+=("$name")
+    grep -q '^ok' "$name.log" || failed+=("$name")
     echo "$name: $(grep -c '^ok' "$name.log") passed, $(grep -c '^ok.*# SKIP' "$name.log" || true) of them skipped"
     grep -E '^not ok|# SKIP' "$name.log" | sed 's/^/    /' || true
 done
@@ -88,4 +93,5 @@ wineserver -w # it goes on as a copy of itself
 left=$(ls "$product")
 echo "Left beside the product is what its administrator and users made: ${left//$'\n'/, }"
 ! grep -qE '\.sql|zelvan-|Scheduler$' <<<"$left" || fail "The program left something."
+[ -z "$(find "$WINEPREFIX" -name 'Zelvan Scheduler.lnk')" ] || fail "Its Start menu entry is left."
 say "Good: $installer"

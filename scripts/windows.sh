@@ -7,8 +7,8 @@ cd "$(dirname "$0")/.."
 
 say() { echo "== $*"; }
 
-scripts/install.sh g++-mingw-w64-x86-64-posix nsis icoutils cmark-gfm zip autoconf automake libtool dpkg-dev
-export SCHEDULER_WINDOWS_LIBRARIES=${SCHEDULER_WINDOWS_LIBRARIES:-${XDG_CACHE_HOME:-$HOME/.cache}/zelvan-scheduler/windows}
+scripts/install.sh g++-mingw-w64-x86-64-posix nsis icoutils cmark-gfm zip autoconf automake libtool tcl dpkg-dev
+export SCHEDULER_WINDOWS_LIBRARIES=${SCHEDULER_WINDOWS_LIBRARIES:-${XDG_CACHE_HOME:-${HOME:?}/.cache}/zelvan-scheduler/windows}
 packaging/windows/libraries.sh "$SCHEDULER_WINDOWS_LIBRARIES"
 
 say "Drawing the program's icon"
@@ -25,6 +25,9 @@ cd build/windows
 files=$PWD/files
 rm -rf "$files" ./*.zip ./*-setup.exe
 cmake --install . --prefix "$files" --strip >/dev/null
+install -D -m 644 /usr/share/doc/mingw-w64-common/copyright "$files/licences/mingw-w64/copyright"
+install -D -m 644 "$(readlink -f /usr/share/doc/g++-mingw-w64-x86-64-posix)/copyright" "$files/licences/gcc/copyright"
+install -D -m 644 /usr/share/doc/breeze-icon-theme/copyright "$files/licences/breeze/copyright"
 for program in "${programs[@]}"; do # a machine without this compiler has none of its libraries
     if x86_64-w64-mingw32-objdump -p "$files/$program.exe" | grep -iE 'DLL Name: (lib|qt)'; then
         echo "$program.exe wants a library beside it." >&2

@@ -10,6 +10,7 @@ Target amd64-unicode
 !define PRODUCT "Quorra Zelvan.exe"
 !define UNINSTALL "Software\Microsoft\Windows\CurrentVersion\Uninstall\ZelvanScheduler"
 
+AllowSkipFiles off ; a program that runs is not left behind in an older version
 SetCompressor /SOLID lzma
 Name "${NAME}"
 BrandingText "${NAME} ${VERSION}"
@@ -46,14 +47,20 @@ Function .onInit
   ReadRegStr $0 HKLM "${UNINSTALL}" "InstallLocation"
   !insertmacro Propose "$0"
   ReadRegStr $0 HKLM "Software\Microsoft\Windows\CurrentVersion\App Paths\${PRODUCT}" ""
+  StrCpy $1 $0 1
+  ${If} $1 == '"'
+    StrCpy $0 $0 -1 1
+  ${EndIf}
   ${GetParent} "$0" $0
   !insertmacro Propose "$0"
   !insertmacro Propose "$PROGRAMFILES64\Quorra Zelvan"
   !insertmacro Propose "$PROGRAMFILES32\Quorra Zelvan"
   !insertmacro Propose "$PROGRAMFILES64\Norva\Quorra Zelvan"
   !insertmacro Propose "$PROGRAMFILES32\Norva\Quorra Zelvan"
-  !insertmacro Propose "C:\Quorra Zelvan"
-  !insertmacro Propose "$EXEDIR"
+  ${IfNot} ${Silent} ; any user could have made these two, with something in them
+    !insertmacro Propose "C:\Quorra Zelvan"
+    !insertmacro Propose "$EXEDIR"
+  ${EndIf}
   ${If} $INSTDIR == ""
     StrCpy $INSTDIR "$PROGRAMFILES64\Quorra Zelvan"
   ${EndIf}
@@ -99,8 +106,11 @@ Section
   IntOp $0 $0 + 30000 ; and the programs
   WriteRegDWORD HKLM "${UNINSTALL}" "EstimatedSize" $0
   ${IfNot} ${FileExists} "$INSTDIR\Zelvan.SSS"
-    MessageBox MB_OK|MB_ICONINFORMATION "The Scheduler is installed.$\r$\n$\r$\nBefore its first start an administrator \
-stores the password of the server login: please run zelvan-scheduler-setup.exe in the folder $INSTDIR." /SD IDOK
+    MessageBox MB_YESNO|MB_ICONQUESTION "The Scheduler is installed. Before its first start an administrator stores the \
+password of the server login, with zelvan-scheduler-setup.exe in the folder $INSTDIR.$\r$\n$\r$\nDo you want to do so \
+now?" /SD IDNO IDNO later
+    ExecWait '"$INSTDIR\zelvan-scheduler-setup.exe"'
+    later:
   ${EndIf}
 SectionEnd
 
@@ -111,13 +121,22 @@ FunctionEnd
 ; What the users and the administrator made stays: Zelvan.SSS, error logs, paths.
 Section "Uninstall"
   SetShellVarContext all
+  ClearErrors
   Delete "$INSTDIR\zelvan-scheduler.exe"
   Delete "$INSTDIR\zelvan-schedules.exe"
   Delete "$INSTDIR\zelvan-scheduler-setup.exe"
+  ${If} ${Errors}
+    SetErrorLevel 2
+    Abort "A program of the Scheduler is running. Please end it and try again."
+  ${EndIf}
   Delete "$INSTDIR\SchDB.sql"
   Delete "$INSTDIR\DBOptions.sql"
   Delete "$INSTDIR\zelvan-scheduler-uninstall.exe"
-  RMDir /r "$INSTDIR\Scheduler"
-  RMDir /r "$SMPROGRAMS\Zelvan Scheduler"
+  RMDir /r "$INSTDIR\Scheduler\manual"
+  RMDir /r "$INSTDIR\Scheduler\licences"
+  RMDir "$INSTDIR\Scheduler"
+  Delete "$SMPROGRAMS\Zelvan Scheduler\Zelvan Scheduler.lnk"
+  Delete "$SMPROGRAMS\Zelvan Scheduler\Manual.lnk"
+  RMDir "$SMPROGRAMS\Zelvan Scheduler"
   DeleteRegKey HKLM "${UNINSTALL}"
 SectionEnd

@@ -4,6 +4,9 @@
 # already there is left alone. The licences of all of them are put beside.
 #   libraries.sh <folder>
 set -euo pipefail
+case $1 in
+*[[:space:]]*) echo "The libraries cannot be built in a folder with blanks in its path: $1" >&2 && exit 1 ;;
+esac
 recipe=$(cd "$(dirname "$0")" && pwd)
 mkdir -p "$1"
 cd "$1"
@@ -25,16 +28,24 @@ fetch() {
     cd ..
 }
 
-# once <name> <function>: builds what is not there yet, and again when this recipe has changed.
+# once <name> <function>: builds what is not there yet, and again when its recipe has changed.
 once() {
-    local stamp=built/$1-$(cat "$recipe/libraries.sh" "$recipe/toolchain.cmake" | sha256sum | cut -c1-16)
+    local stamp job
+    stamp=built/$1-$({ declare -f "$2"; cat "$recipe/toolchain.cmake"; } | sha256sum | cut -c1-16)
     [ -e "$stamp" ] && return
     say "Building $1 for Windows"
     rm -rf "build/$1"
     mkdir -p "build/$1" built
     # Not as a condition: there `set -e` would not hold.
     "$2" >"build/$1.log" 2>&1 &
-    if ! wait $!; then
+    job=$!
+    trap 'kill $job 2>/dev/null' INT TERM
+    while kill -0 $job 2>/dev/null; do
+        sleep 5
+        [ ! -t 1 ] || printf '\r\033[K%s' "$(tail -n 1 "build/$1.log" | cut -c1-100)"
+    done
+    [ ! -t 1 ] || printf '\r\033[K'
+    if ! wait $job; then
         tail -30 "build/$1.log" >&2
         echo "Building $1 failed; all it said is in $root/build/$1.log" >&2
         exit 1

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <atomic>
+#include <cstdio>
 #include <cstdlib>
 
 #ifdef Q_OS_UNIX
@@ -34,6 +35,8 @@ std::unique_ptr<QIODevice> standardInput() {
 }
 
 void writeUtf8() {}
+
+void waitForReader() {}
 
 bool inputIsTerminal() {
     return isatty(STDIN_FILENO);
@@ -70,9 +73,11 @@ private:
     static QByteArray readTyped() {
         wchar_t letters[4096];
         DWORD count = 0;
+        SetLastError(ERROR_SUCCESS);
         if (!ReadConsoleW(GetStdHandle(STD_INPUT_HANDLE), letters, DWORD(std::size(letters)), &count,
                           nullptr))
             return {};
+        if (count == 0 && GetLastError() == ERROR_OPERATION_ABORTED) Sleep(1000); // Ctrl+C ends the program
         const QString typed = QString::fromWCharArray(letters, int(count));
         return typed.startsWith(QChar(26)) ? QByteArray() : typed.toUtf8(); // Ctrl+Z ends the input
     }
@@ -91,6 +96,19 @@ void writeUtf8() {
     static const UINT before = GetConsoleOutputCP();
     if (before == 0 || !SetConsoleOutputCP(CP_UTF8)) return;
     std::atexit([] { SetConsoleOutputCP(before); });
+    SetConsoleCtrlHandler(
+        [](DWORD) -> BOOL {
+            SetConsoleOutputCP(before);
+            return FALSE; // what follows is for others
+        },
+        TRUE);
+}
+
+void waitForReader() {
+    DWORD programs[2];
+    if (!inputIsTerminal() || GetConsoleProcessList(programs, DWORD(std::size(programs))) != 1) return;
+    std::fputs("Press Enter to close this window.", stderr);
+    standardInput()->readLine();
 }
 
 bool inputIsTerminal() {

@@ -9,6 +9,8 @@ std::unique_ptr<QIODevice> standardInput();
 /// Lets Windows' console take what the program writes for UTF-8, as other terminals do, until the program
 /// ends.
 void writeUtf8();
+/// Lets what was said be read where the program has a console of its own, which closes with it.
+void waitForReader();
 /// Whether the standard input is typed by somebody.
 bool inputIsTerminal();
 /// Turns the echo of what is typed there off, or back on; a signal handler may do so too. Nothing happens

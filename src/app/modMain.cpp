@@ -101,8 +101,9 @@ void modMain::showMainScreen() {
                                            "Please inform your Administrator.");
     m_mainScreen->show();
     if (const ErrorLog& log = m_context.session.log; log.isElsewhere())
-        m_mainScreen->tell("You may not write into the application folder: your error log is kept in "
-                           + QFileInfo(log.path()).path() + '.');
+        m_mainScreen->tell("Your error log is kept in "
+                           + QDir::toNativeSeparators(QFileInfo(log.path()).path())
+                           + ", since you may not write into the application folder.");
 }
 
 void modMain::showOptions() {

@@ -5,7 +5,10 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
+#include <QScopeGuard>
 #include <QTextStream>
+#include <csignal>
+#include <cstdlib>
 
 namespace {
 
@@ -39,6 +42,10 @@ int writeFile(const QString& path, const QString& password) {
     }
     say(QString("Written: %1\nSee to it that those who run the Scheduler, and nobody else, can read it.")
             .arg(QDir::toNativeSeparators(path)));
+#ifdef Q_OS_WIN
+    say(QString("For a group of users, as an administrator: icacls \"%1\" /grant \"<group>:R\"")
+            .arg(QDir::toNativeSeparators(path)));
+#endif
     return Written;
 }
 
@@ -47,6 +54,11 @@ int writeFile(const QString& path, const QString& password) {
 int main(int argc, char* argv[]) {
     QCoreApplication application(argc, argv);
     writeUtf8();
+    std::signal(SIGINT, [](int) {
+        setEcho(true);
+        std::_Exit(WrongUse);
+    });
+    const auto read = qScopeGuard(waitForReader);
     QCommandLineParser parser;
     parser.setApplicationDescription("Stores the password of the server login for the Scheduler, in the file "
                                      "Zelvan.SSS. It is asked for, or read from standard input.");

@@ -29,8 +29,12 @@ bool isWritable(const QString& path) {
     QFile file(path);
     const bool isNew = !file.exists();
     if (!file.open(QIODevice::Append)) return false;
-    if (isNew) file.remove();
+    if (isNew && file.size() == 0) file.remove();
     return true;
+}
+
+QString backupOf(const QString& log) {
+    return log.chopped(qstrlen(".log")) + ".bak";
 }
 
 /// The user's own, of both programs.
@@ -63,10 +67,11 @@ bool ErrorLog::isElsewhere() const {
     return path() != inFolder(m_folder, logName);
 }
 
-void ErrorLog::rollOver() const {
-    if (QFileInfo(path()).size() <= largestLog) return;
-    QFile::remove(backupPath());
-    if (!QFile::copy(path(), backupPath()) || !QFile::remove(path())) dropOlderHalf(path());
+void ErrorLog::rollOver(const QString& path) const {
+    if (QFileInfo(path).size() <= largestLog) return;
+    const QString backup = backupOf(path);
+    QFile::remove(backup);
+    if (!QFile::copy(path, backup) || !QFile::remove(path)) dropOlderHalf(path);
 }
 
 void ErrorLog::write(const QString& context, const DbError& error) const {
@@ -76,14 +81,15 @@ void ErrorLog::write(const QString& context, const DbError& error) const {
 }
 
 void ErrorLog::write(const QString& context, int number, const QString& description) const {
-    rollOver();
+    const QString place = path();
+    rollOver(place);
     QStringList fields;
     if (isFatal(number)) fields << quoted("****** FATAL ERROR ");
     if (number != 0) fields << QDateTime::currentDateTime().toString("#yyyy-MM-dd HH:mm:ss#");
     fields << quoted(context);
     if (number != 0) fields << QString::number(number) << quoted(description);
 
-    QFile log(path());
+    QFile log(place);
     if (!log.open(QIODevice::Append)) return;
     log.write((fields.join(',') + "\r\n").toUtf8());
 }
@@ -93,6 +99,5 @@ QString ErrorLog::path() const {
 }
 
 QString ErrorLog::backupPath() const {
-    return QFileInfo(path()).path() + '/'
-           + QFileInfo(inFolder(m_folder, "ZelvanSchedulerError.bak")).fileName();
+    return backupOf(path());
 }

@@ -30,7 +30,7 @@ public:
 
 private:
     QString inFolder(const QString& folder, const QString& name) const;
-    void rollOver() const;
+    void rollOver(const QString& path) const;
 
     QString m_folder;
     QString m_userName;

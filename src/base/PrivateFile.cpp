@@ -44,20 +44,13 @@ public:
                                                                  SDDL_REVISION_1, &m_descriptor, nullptr);
     }
 
-    bool applyTo(const QString& path) const {
-        PACL list = nullptr;
-        BOOL present = FALSE;
-        BOOL byDefault = FALSE;
-        SECURITY_DESCRIPTOR_CONTROL control = 0;
-        DWORD revision = 0;
-        if (!m_descriptor || !GetSecurityDescriptorDacl(m_descriptor, &present, &list, &byDefault)
-            || !GetSecurityDescriptorControl(m_descriptor, &control, &revision))
-            return false;
-        const DWORD inheritance = control & SE_DACL_PROTECTED ? PROTECTED_DACL_SECURITY_INFORMATION
-                                                              : UNPROTECTED_DACL_SECURITY_INFORMATION;
-        return SetNamedSecurityInfoW(nativeName(path).data(), SE_FILE_OBJECT,
-                                     DACL_SECURITY_INFORMATION | inheritance, nullptr, nullptr, list, nullptr)
-               == ERROR_SUCCESS;
+    /// A new file that has it from the beginning and that nobody else can open; an invalid handle when it
+    /// cannot be made.
+    HANDLE create(const QString& path) const {
+        SECURITY_ATTRIBUTES attributes{sizeof attributes, m_descriptor, FALSE};
+        if (!m_descriptor) return INVALID_HANDLE_VALUE;
+        return CreateFileW(nativeName(path).data(), GENERIC_WRITE, 0, &attributes, CREATE_NEW,
+                           FILE_ATTRIBUTE_NORMAL, nullptr);
     }
 
 private:
@@ -67,15 +60,19 @@ private:
 } // namespace
 
 QString writePrivately(const QString& path, const QByteArray& content) {
-    const AccessList access(path);
-    QFile file(path + ".unfinished");
-    const auto unfinished = qScopeGuard([&] { file.remove(); });
-    if (!file.open(QIODevice::WriteOnly)) return file.errorString();
-    if (!access.applyTo(file.fileName())) return "Who may read it cannot be said there."; // while it is empty
-    if (file.write(content) != content.size() || !file.flush()) return file.errorString();
-    file.close();
-    const bool done = MoveFileExW(nativeName(file.fileName()).data(), nativeName(path).data(),
-                                  MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    const QString unfinished = path + ".unfinished";
+    QFile::remove(unfinished); // of a former attempt
+    const HANDLE file = AccessList(path).create(unfinished);
+    if (file == INVALID_HANDLE_VALUE) return qt_error_string();
+    const auto gone = qScopeGuard([&] { QFile::remove(unfinished); });
+    DWORD written = 0;
+    bool done = WriteFile(file, content.constData(), DWORD(content.size()), &written, nullptr)
+                && FlushFileBuffers(file);
+    const QString problem = done ? QString() : qt_error_string();
+    CloseHandle(file);
+    if (!done) return problem;
+    done = MoveFileExW(nativeName(unfinished).data(), nativeName(path).data(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
     return done ? QString() : qt_error_string();
 }
 

@@ -396,6 +396,7 @@ void frmMainScreen::showSaved(const std::unique_ptr<frmSchedule>& editor) {
 
 void frmMainScreen::tell(const QString& text) {
     statusBar()->showMessage(text, int(std::chrono::milliseconds(messageStays).count()));
+    statusBar()->setToolTip(text); // where it is too long for the line, and after it has gone
 }
 
 /// Empty for a schedule without a run date.
